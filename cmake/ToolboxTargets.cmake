@@ -1,0 +1,83 @@
+# Compile options of every target and the helpers that declare tests, examples and benchmarks.
+
+function(toolbox_compile_options target)
+    target_compile_options(${target} PRIVATE
+        -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual
+        -Wold-style-cast -Wformat=2 -Werror)
+    # No fused operations: figures agree to the last digit between the builds.
+    target_compile_options(${target} PRIVATE -ffp-contract=off)
+    if(WIN32)
+        target_compile_definitions(${target} PRIVATE NOMINMAX WIN32_LEAN_AND_MEAN STRICT)
+        if(CMAKE_BUILD_TYPE STREQUAL "Debug")
+            target_compile_definitions(${target} PRIVATE _GLIBCXX_ASSERTIONS)
+        endif()
+    endif()
+    if(TOOLBOX_SANITIZE)
+        target_compile_options(${target} PRIVATE -fsanitize=${TOOLBOX_SANITIZE}
+            -fno-sanitize-recover=all -fno-omit-frame-pointer)
+        target_link_options(${target} PUBLIC -fsanitize=${TOOLBOX_SANITIZE})
+    endif()
+endfunction()
+
+# The DLLs that every program here needs beside it. Windows has no run path, so the programs of one
+# build all go to <build>/bin, and the compiler's run-time DLLs are copied there once.
+if(WIN32)
+    set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+    foreach(dll IN ITEMS libstdc++-6.dll libwinpthread-1.dll libgcc_s_dw2-1.dll
+                         libgcc_s_seh-1.dll)
+        execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${dll}
+                        OUTPUT_VARIABLE path OUTPUT_STRIP_TRAILING_WHITESPACE)
+        if(NOT EXISTS "${path}")
+            # winpthread lies with the C run-time rather than with the compiler.
+            set(path /usr/${CMAKE_SYSTEM_PROCESSOR}-w64-mingw32/lib/${dll})
+        endif()
+        if(EXISTS "${path}")
+            file(COPY ${path} DESTINATION ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+        endif()
+    endforeach()
+endif()
+
+# toolbox_program(<name> [INTERNAL] SOURCES <file>...)
+#   A program linked with the shared library; INTERNAL links the static one and may include what
+#   lies under src/ (an exported interface is not needed then).
+function(toolbox_program name)
+    cmake_parse_arguments(arg "INTERNAL" "" "SOURCES" ${ARGN})
+    add_executable(${name} ${arg_SOURCES})
+    toolbox_compile_options(${name})
+    if(arg_INTERNAL)
+        target_link_libraries(${name} PRIVATE toolbox::toolbox_static)
+        target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/src)
+    else()
+        target_link_libraries(${name} PRIVATE toolbox::toolbox)
+    endif()
+endfunction()
+
+# toolbox_test(<name> [INTERNAL] [DISPLAY] [TIMEOUT <s>] SOURCES <file>...)
+#   A GoogleTest program and its one ctest entry. DISPLAY marks tests that open windows: they run
+#   one at a time.
+function(toolbox_test name)
+    cmake_parse_arguments(arg "INTERNAL;DISPLAY" "TIMEOUT" "SOURCES" ${ARGN})
+    set(internal)
+    if(arg_INTERNAL)
+        set(internal INTERNAL)
+    endif()
+    if(NOT arg_TIMEOUT)
+        set(arg_TIMEOUT 120)
+    endif()
+    toolbox_program(${name} ${internal} SOURCES ${arg_SOURCES})
+    target_link_libraries(${name} PRIVATE toolbox_test_support)
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT})
+    if(arg_DISPLAY)
+        set_tests_properties(${name} PROPERTIES RESOURCE_LOCK display)
+    endif()
+endfunction()
+
+# Every subfolder that has a CMakeLists.txt.
+function(toolbox_add_subfolders)
+    file(GLOB folders CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*/CMakeLists.txt)
+    foreach(file IN LISTS folders)
+        get_filename_component(folder ${file} DIRECTORY)
+        add_subdirectory(${folder})
+    endforeach()
+endfunction()

@@ -1,0 +1,200 @@
+// The seam between the library and the system it runs on.
+//
+// Everything that the library asks of the system goes through the interfaces below. current() names
+// the one in use for each service; the host's own is there from the start. A program replaces one by
+// storing a pointer to its own implementation (a prompt that writes to a log, say), a test by a
+// Replaced<> guard. The library borrows the pointers and never frees what they point to.
+//
+// Failures are error codes with the meaning they have on Windows (ERROR_FILE_NOT_FOUND...), on every
+// system; 0 is success. Names of files are bytes; both '/' and '\' separate folders on every system.
+// All calls come from the user-interface thread.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "toolbox/export.h"
+#include "toolbox/win_types.h"
+
+namespace toolbox::platform {
+
+/// A system error code; 0 is success.
+using ErrorCode = std::uint32_t;
+
+/// Language of a text. `system` leaves the choice to the system (Windows: the user's language).
+enum class Language { system, french, english };
+
+/// String tables: numbered texts of a module.
+class TB_API StringResources {
+  public:
+    virtual ~StringResources() = default;
+
+    /// Copies text `id` of `module` (null: the application) into `out`, cut at size - 1 bytes and
+    /// always terminated when size > 0. Returns the bytes copied, 0 when there is no such text
+    /// (`out` is then the empty string). A module that has the text in several languages gives the
+    /// one asked for; otherwise the one it has.
+    virtual int load(HINSTANCE module, unsigned int id, Language language, char* out,
+                     int size) = 0;
+};
+
+/// What needs the user's eyes.
+class TB_API UserPrompt {
+  public:
+    virtual ~UserPrompt() = default;
+
+    /// Shows a box and returns the button chosen (IDOK...). `flags` are the MB_ flags. Texts are
+    /// shown as they stand, never as templates.
+    virtual int messageBox(HWND owner, const char* text, const char* caption,
+                           unsigned int flags) = 0;
+
+    /// True when `window` is a live window.
+    virtual bool isWindow(HWND window) = 0;
+
+    /// Shows the wait cursor (true) or the arrow (false), where there is a cursor.
+    virtual void showWaitCursor(bool wait) = 0;
+};
+
+/// An open file; kNoFile when there is none.
+using FileHandle = std::uint32_t;
+inline constexpr FileHandle kNoFile = 0xFFFFFFFF;
+
+enum class SeekFrom { begin, current, end };
+
+/// What a search for files reports of each.
+struct FoundFile {
+    std::string name;  ///< without its folder
+    std::uint32_t attributes = 0;
+    std::uint64_t size = 0;
+};
+
+/// Files and folders.
+class TB_API FileSystem {
+  public:
+    virtual ~FileSystem() = default;
+
+    /// Opens as CreateFile does. `access` is GENERIC_READ and/or GENERIC_WRITE, `share` FILE_SHARE_
+    /// flags, `disposition` CREATE_NEW to TRUNCATE_EXISTING. `out` is kNoFile on failure.
+    virtual ErrorCode open(const char* name, std::uint32_t access, std::uint32_t share,
+                           std::uint32_t disposition, FileHandle& out) = 0;
+    virtual ErrorCode close(FileHandle file) = 0;
+
+    /// Reads up to `n` bytes at the file's position and advances it. Success with `got` 0 is the end
+    /// of the file; `got` below `n` on success means that the end was reached.
+    virtual ErrorCode read(FileHandle file, void* buffer, std::uint32_t n, std::uint32_t& got) = 0;
+
+    /// Reads up to `n` bytes at `offset` in one system call. The file's position is unspecified
+    /// afterwards: a caller that mixes it with read() seeks first.
+    virtual ErrorCode readAt(FileHandle file, std::uint64_t offset, void* buffer, std::uint32_t n,
+                             std::uint32_t& got) = 0;
+
+    /// Writes `n` bytes at the file's position and advances it. A full disk may give success with
+    /// `written` below `n`: callers compare.
+    virtual ErrorCode write(FileHandle file, const void* buffer, std::uint32_t n,
+                            std::uint32_t& written) = 0;
+
+    /// Moves the position; `position` is the new one, from the start of the file.
+    virtual ErrorCode seek(FileHandle file, std::int64_t distance, SeekFrom from,
+                           std::uint64_t& position) = 0;
+    virtual ErrorCode size(FileHandle file, std::uint64_t& bytes) = 0;
+
+    /// Forces what was written to the device.
+    virtual ErrorCode flush(FileHandle file) = 0;
+
+    /// True when a file or folder of that name, or one that matches it with `*` and `?`, exists.
+    virtual bool exists(const char* name) = 0;
+    /// True when the file or folder exists and may be both read and written.
+    virtual bool isReadableAndWritable(const char* name) = 0;
+    /// Everything that matches `pattern` (`*` and `?` in its last component), folders included.
+    virtual std::vector<FoundFile> find(const char* pattern) = 0;
+
+    /// Copies bytes and attributes. An existing `to` is replaced unless `failIfExists`
+    /// (ERROR_FILE_EXISTS). A failed copy may leave a partial `to`.
+    virtual ErrorCode copy(const char* from, const char* to, bool failIfExists) = 0;
+    /// Renames, replacing `to` in one step: at every moment `to` is the old file or the new one.
+    virtual ErrorCode replace(const char* from, const char* to) = 0;
+    virtual ErrorCode remove(const char* name) = 0;
+
+    virtual ErrorCode attributes(const char* name, std::uint32_t& out) = 0;
+    virtual ErrorCode setAttributes(const char* name, std::uint32_t attributes) = 0;
+
+    /// The current folder, without a separator at its end but for a root.
+    virtual std::string currentFolder() = 0;
+    virtual ErrorCode setCurrentFolder(const char* name) = 0;
+
+    /// Sectors per cluster, bytes per sector and free clusters of the volume with this root path.
+    virtual ErrorCode diskFree(const char* root, std::uint32_t& sectorsPerCluster,
+                               std::uint32_t& bytesPerSector, std::uint32_t& freeClusters) = 0;
+
+    /// Copies `from` to a new `to`, expanding it when it is compressed with the system's LZ
+    /// compression. Returns the bytes written, or a negative LZERROR_ code.
+    virtual std::int32_t expandCopy(const char* from, const char* to) = 0;
+};
+
+/// A calendar date of the local clock.
+struct LocalDate {
+    int year;
+    int month;  ///< 1 to 12
+    int day;    ///< 1 to 31
+};
+
+/// Facts about the running system.
+class TB_API SystemInfo {
+  public:
+    virtual ~SystemInfo() = default;
+
+    /// The system's text for an error code as the system gives it (Windows ends it with a line
+    /// end). Empty when it has none.
+    virtual std::string errorText(ErrorCode code) = 0;
+    virtual LocalDate today() = 0;
+};
+
+/// The services in use. Never null.
+struct Services {
+    StringResources* strings;
+    UserPrompt* prompt;
+    FileSystem* files;
+    SystemInfo* system;
+};
+
+/// The one bundle of the process.
+TB_API Services& current() noexcept;
+
+/// Puts another implementation in a slot for the guard's lifetime:
+/// `Replaced guard(current().files, failingFiles);`
+template <class Service>
+class Replaced {
+  public:
+    Replaced(Service*& slot, Service& replacement) : slot_(slot), before_(slot) {
+        slot_ = &replacement;
+    }
+    ~Replaced() { slot_ = before_; }
+    Replaced(const Replaced&) = delete;
+    Replaced& operator=(const Replaced&) = delete;
+
+  private:
+    Service*& slot_;
+    Service* before_;
+};
+
+/// One text of a string table, in the languages the module has it in; null where it has none.
+struct StringEntry {
+    unsigned int id;
+    const char* french;
+    const char* english;
+};
+
+#if !defined(_WIN32)
+/// Registers a string table as a module and returns its handle, for GMSG::setInstance and the like.
+/// The entries are borrowed: they must live as long as the module is used. On Windows a module's
+/// texts are its string resources instead.
+TB_API HINSTANCE registerStrings(std::span<const StringEntry> entries);
+
+/// Makes a table the application's own, which a null module handle names. The library's supplied
+/// texts stay behind it for the numbers that the table does not have.
+TB_API void setApplicationStrings(std::span<const StringEntry> entries);
+#endif
+
+}  // namespace toolbox::platform

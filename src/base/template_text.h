@@ -1,0 +1,35 @@
+// Printing by template: printf's conversions into a bounded buffer.
+//
+// Templates come from resources and callers and are data, not trusted code: the output never leaves
+// its buffer, whatever width or precision is asked for; "%n" prints nothing and stores nothing; a
+// conversion that is not known is copied as it stands. Numbers print as number_text.h says.
+// Conversions: d i u o x X c s p e E f F g G %, flags "-+ #0", width and precision with "*", lengths
+// hh h l ll L q j z t I I32 I64.
+#pragma once
+
+#include <cstdarg>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <variant>
+
+namespace toolbox::base {
+
+/// Prints into `out`, cut at size - 1 characters and terminated when size > 0. Returns the
+/// characters kept. Arguments are taken as printf takes them; a template that asks for other types
+/// than were passed is the caller's fault, as with printf. `%s` of a null pointer prints "(null)".
+std::size_t printTemplateV(char* out, std::size_t size, const char* format, std::va_list arguments);
+std::size_t printTemplate(char* out, std::size_t size, const char* format, ...);
+
+/// One argument of known type. Conversions that do not suit it are made to: integers and reals
+/// convert to each other, a number asked for as text prints in decimal, text asked for as a number
+/// is 0.
+using TemplateValue = std::variant<long long, unsigned long long, double, std::string_view>;
+
+/// Prints one value: the first conversion of the template takes it, further ones print nothing.
+/// A '*' takes no value and counts as 0. Cut and terminated as above.
+std::size_t printTemplateValue(char* out, std::size_t size, const char* format,
+                               const TemplateValue& value);
+
+}  // namespace toolbox::base

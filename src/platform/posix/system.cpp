@@ -1,0 +1,58 @@
+#include <array>
+#include <ctime>
+
+#include "platform/host.h"
+
+namespace toolbox::platform {
+namespace {
+
+struct ErrorName {
+    ErrorCode code;
+    const char* text;
+};
+
+constexpr auto kErrorNames = std::to_array<ErrorName>({
+    {ERROR_FILE_NOT_FOUND, "File not found."},
+    {ERROR_PATH_NOT_FOUND, "Folder not found."},
+    {ERROR_TOO_MANY_OPEN_FILES, "Too many open files."},
+    {ERROR_ACCESS_DENIED, "Access denied."},
+    {ERROR_INVALID_HANDLE, "The file is not open."},
+    {ERROR_NOT_ENOUGH_MEMORY, "Not enough memory."},
+    {ERROR_WRITE_FAULT, "The device could not be written."},
+    {ERROR_READ_FAULT, "The device could not be read."},
+    {ERROR_SHARING_VIOLATION, "The file is in use by another program."},
+    {ERROR_HANDLE_EOF, "End of file reached."},
+    {ERROR_FILE_EXISTS, "The file exists already."},
+    {ERROR_INVALID_PARAMETER, "Invalid parameter."},
+    {ERROR_DISK_FULL, "The disk is full."},
+    {ERROR_NEGATIVE_SEEK, "The position lies before the start of the file."},
+    {ERROR_ALREADY_EXISTS, "It exists already."},
+    {ERROR_FILENAME_EXCED_RANGE, "The file name is too long."},
+    {ERROR_FILE_TOO_LARGE, "The file is too large."},
+});
+
+class PosixSystem final : public SystemInfo {
+  public:
+    std::string errorText(ErrorCode code) override {
+        if (code == ERROR_SUCCESS) return {};
+        for (const ErrorName& known : kErrorNames)
+            if (known.code == code) return known.text;
+        return "System error " + std::to_string(code) + ".";
+    }
+
+    LocalDate today() override {
+        const std::time_t now = std::time(nullptr);
+        std::tm local{};
+        localtime_r(&now, &local);
+        return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday};
+    }
+};
+
+}  // namespace
+
+SystemInfo& hostSystem() {
+    static PosixSystem system;
+    return system;
+}
+
+}  // namespace toolbox::platform

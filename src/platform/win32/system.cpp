@@ -1,0 +1,36 @@
+#include "platform/host.h"
+
+namespace toolbox::platform {
+namespace {
+
+class WindowsSystem final : public SystemInfo {
+  public:
+    std::string errorText(ErrorCode code) override {
+        char* text = nullptr;
+        constexpr DWORD kNeutralDefault = 0x400;
+        // The texts hold inserts (%1) that nobody fills here.
+        const DWORD length = FormatMessageA(
+            FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM |
+                FORMAT_MESSAGE_IGNORE_INSERTS,
+            nullptr, code, kNeutralDefault, reinterpret_cast<char*>(&text), 0, nullptr);
+        if (!text) return {};
+        std::string result(text, length);
+        LocalFree(text);
+        return result;
+    }
+
+    LocalDate today() override {
+        SYSTEMTIME now;
+        GetLocalTime(&now);
+        return {now.wYear, now.wMonth, now.wDay};
+    }
+};
+
+}  // namespace
+
+SystemInfo& hostSystem() {
+    static WindowsSystem system;
+    return system;
+}
+
+}  // namespace toolbox::platform

@@ -1,0 +1,193 @@
+#include "base/number_text.h"
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cfloat>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <limits>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace toolbox::base {
+namespace {
+
+constexpr double kInf = std::numeric_limits<double>::infinity();
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+
+template <class Printer, class... Arguments>
+std::string print(Printer printer, Arguments... arguments) {
+    std::string text(kNumberTextMax, '\0');
+    text.resize(static_cast<std::size_t>(printer(text.data(), arguments...) - text.data()));
+    return text;
+}
+std::string fixed(double value, int precision) {
+    return print(printFixed, value, precision);
+}
+std::string exponent(double value, int precision) {
+    return print(printExponent, value, precision);
+}
+std::string general(double value, int precision, bool keepZeros = false) {
+    return print(printGeneral, value, precision, keepZeros);
+}
+std::string gcvt(double value, int significant) {
+    return print(printGcvt, value, significant);
+}
+
+TEST(PrintFixed, RoundsTheExactValueTiesToEven) {
+    const struct {
+        double value;
+        int precision;
+        const char* text;
+    } cases[] = {
+        {0.5, 0, "0"},
+        {1.5, 0, "2"},
+        {2.5, 0, "2"},
+        {0.125, 2, "0.12"},
+        {0.375, 2, "0.38"},
+        {2.675, 2, "2.67"},
+        {1.005, 2, "1.00"},
+        {-0.0, 2, "-0.00"},
+        {-0.001, 2, "-0.00"},
+        {999.9996, 3, "1000.000"},
+        {0.3, -4, "0"},
+        {1e23, 1, "99999999999999991611392.0"},
+        {kInf, 3, "inf"},
+        {-kInf, 0, "-inf"},
+        {kNan, 2, "nan"},
+        {-kNan, 2, "nan"},
+        {9007199254740993.0, 3, "9007199254740992.000"},
+        {5e-324, 4, "0.0000"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(fixed(c.value, c.precision), c.text) << c.value;
+    EXPECT_EQ(fixed(-DBL_MAX, kMaxPrecision + 9).size(), 1u + 309 + 1 + kMaxPrecision);
+}
+
+TEST(PrintExponent, HasAtLeastThreeExponentDigits) {
+    const struct {
+        double value;
+        int precision;
+        const char* text;
+    } cases[] = {
+        {12345.0, 2, "1.23e+004"},  {0.0, 0, "0e+000"},
+        {-0.0, 1, "-0.0e+000"},     {9.995, 2, "9.99e+000"},
+        {9.5, 0, "1e+001"},         {8.5, 0, "8e+000"},
+        {DBL_MAX, 3, "1.798e+308"}, {5e-324, 2, "4.94e-324"},
+        {1e15, 0, "1e+015"},        {-2147483648.0, 6, "-2.147484e+009"},
+        {kInf, 2, "inf"},           {-kNan, 2, "nan"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(exponent(c.value, c.precision), c.text) << c.value;
+}
+
+TEST(PrintGeneral, TakesTheShorterForm) {
+    EXPECT_EQ(general(0.0001, 6), "0.0001");
+    EXPECT_EQ(general(0.00001, 6), "1e-005");
+    EXPECT_EQ(general(999999.5, 6), "1e+006");
+    EXPECT_EQ(general(123456.0, 6), "123456");
+    EXPECT_EQ(general(100.0, 0), "1e+002");
+    EXPECT_EQ(general(1.5, 6, true), "1.50000");
+    EXPECT_EQ(general(1e10, 3, true), "1.00e+010");
+    EXPECT_EQ(general(0.0, 6), "0");
+    EXPECT_EQ(general(-kInf, 6), "-inf");
+}
+
+TEST(PrintGcvt, KeepsThePointAndDropsTheZeros) {
+    const struct {
+        double value;
+        int digits;
+        const char* text;
+    } cases[] = {
+        {0.0, 7, "0."},
+        {100000.0, 8, "100000."},
+        {1e10, 8, "1.e+010"},
+        {-0.5, 8, "-0.5"},
+        {0.05, 8, "5.e-002"},
+        {99999999.5, 8, "1.e+008"},
+        {12345678.0, 8, "12345678."},
+        {0.0999999999, 3, "0.1"},
+        {3.14159, 3, "3.14"},
+        {7.0, 0, "7."},
+        {kNan, 8, "nan"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(gcvt(c.value, c.digits), c.text) << c.value;
+}
+
+TEST(DecimalDigits, HaveNoLeadingZeros) {
+    const struct {
+        double value;
+        int decimals;
+        const char* text;
+        int point;
+    } cases[] = {
+        {12.5, 2, "1250", 2}, {0.25, 2, "25", 0},
+        {0.05, 3, "50", -1},  {12.6, 0, "13", 2},
+        {0.996, 2, "100", 1}, {0.004, 2, "", -2},
+        {0.0, 0, "", 0},      {-0.0001, 4, "1", -3},
+        {0.4, 0, "", 0},      {99999.0, 2, "9999900", 5},
+    };
+    for (const auto& c : cases) {
+        DecimalDigits digits;
+        decimalDigits(c.value, c.decimals, digits);
+        EXPECT_EQ(std::string(digits.text, static_cast<std::size_t>(digits.count)), c.text)
+            << c.value;
+        EXPECT_EQ(digits.point, c.point) << c.value;
+        EXPECT_EQ(digits.negative, std::signbit(c.value)) << c.value;
+    }
+}
+
+#if defined(__GLIBC__)
+
+std::string reference(char conversion, double value, int precision) {
+    if (std::isnan(value)) return "nan";
+    char text[kNumberTextMax + 1];
+    if (conversion == 'f') std::snprintf(text, sizeof text, "%.*f", precision, value);
+    if (conversion == 'e') std::snprintf(text, sizeof text, "%.*e", precision, value);
+    if (conversion == 'g') std::snprintf(text, sizeof text, "%.*g", precision, value);
+    std::string result = text;
+    const auto mark = result.find('e');
+    if (mark != std::string::npos && result.size() - mark == 4) result.insert(mark + 2, 1, '0');
+    return result;
+}
+
+/// Values of every kind that takes its own way through the printers: any bit pattern, magnitudes as
+/// in tables, short decimals and their neighbours, ties, powers of ten and of two.
+std::vector<double> trickyValues(std::size_t random) {
+    std::vector<double> values = {0.0, -0.0, DBL_MAX, DBL_MIN, 5e-324, kInf, -kInf, kNan};
+    for (int e = -320; e <= 308; ++e) {
+        const double ten = std::strtod(("1e" + std::to_string(e)).c_str(), nullptr);
+        for (const double v : {ten, 5 * ten, 9.5 * ten, 0.99999999999 * ten})
+            for (const double n : {v, std::nextafter(v, 0.0), std::nextafter(v, kInf)})
+                values.push_back(n);
+    }
+    for (int e = -1074; e <= 1023; ++e) values.push_back(std::ldexp(1.0, e));
+    std::mt19937_64 bits(20010430);
+    std::uniform_real_distribution<double> exponents(-12, 20);
+    for (std::size_t i = 0; i < random; ++i) {
+        values.push_back(std::bit_cast<double>(bits()));
+        values.push_back(std::pow(10.0, exponents(bits)) * (i % 2 ? 1 : -1));
+        values.push_back(static_cast<double>(bits() % 1000000000) / 1000.0);
+        values.push_back((static_cast<double>(bits() % 10000000) + 0.5) / 1024.0);
+    }
+    return values;
+}
+
+TEST(PrintersAgainstTheCLibrary, AgreeOnTrickyValues) {
+    int place = 0;
+    for (const double value : trickyValues(20000)) {
+        const int precision = ++place % 23;
+        ASSERT_EQ(fixed(value, precision), reference('f', value, precision))
+            << std::hexfloat << value << ' ' << precision;
+        ASSERT_EQ(exponent(value, precision), reference('e', value, precision))
+            << std::hexfloat << value << ' ' << precision;
+        ASSERT_EQ(general(value, precision), reference('g', value, precision))
+            << std::hexfloat << value << ' ' << precision;
+    }
+}
+
+#endif
+
+}  // namespace
+}  // namespace toolbox::base

@@ -11,6 +11,9 @@ function(toolbox_compile_options target)
         if(CMAKE_BUILD_TYPE STREQUAL "Debug")
             target_compile_definitions(${target} PRIVATE _GLIBCXX_ASSERTIONS)
         endif()
+    else()
+        # Files over 2 GiB open in 32-bit builds too.
+        target_compile_definitions(${target} PRIVATE _FILE_OFFSET_BITS=64)
     endif()
     if(TOOLBOX_SANITIZE)
         target_compile_options(${target} PRIVATE -fsanitize=${TOOLBOX_SANITIZE}

@@ -10,9 +10,12 @@ namespace {
 int cautiousAnswer(unsigned int flags) {
     switch (flags & 0xF) {
         case MB_OKCANCEL:
-        case MB_YESNOCANCEL: return IDCANCEL;
-        case MB_YESNO: return IDNO;
-        default: return IDOK;
+        case MB_YESNOCANCEL:
+            return IDCANCEL;
+        case MB_YESNO:
+            return IDNO;
+        default:
+            return IDOK;
     }
 }
 

@@ -67,7 +67,9 @@ HINSTANCE registerStrings(std::span<const StringEntry> entries) {
     return reinterpret_cast<HINSTANCE>(&table);
 }
 
-void setApplicationStrings(std::span<const StringEntry> entries) { applicationTable() = entries; }
+void setApplicationStrings(std::span<const StringEntry> entries) {
+    applicationTable() = entries;
+}
 
 StringResources& hostStrings() {
     static TableStrings strings;

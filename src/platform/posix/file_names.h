@@ -1,0 +1,29 @@
+// Names and error codes of files: what the file calls of this folder share.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "toolbox/platform.h"
+
+namespace toolbox::platform::posix {
+
+/// The name with '/' as its only separator; null is the empty name.
+[[nodiscard]] std::string hostPath(const char* name);
+
+/// The folder part with its separator, empty when there is none.
+[[nodiscard]] std::string_view folderOf(std::string_view path);
+
+/// The Windows code for an errno; `otherwise` for those that have no counterpart.
+[[nodiscard]] ErrorCode codeOf(int error, ErrorCode otherwise = ERROR_INVALID_PARAMETER);
+
+/// As codeOf, for a call that took a name: tells a missing file from a missing folder.
+[[nodiscard]] ErrorCode codeOfName(int error, const std::string& path);
+
+/// True when `name` matches `pattern`: `*` any text, `?` any one character, case counts. As on
+/// Windows ".*" at the end also matches a name without an extension, so "*.*" is everything.
+[[nodiscard]] bool matchesPattern(std::string_view name, std::string_view pattern);
+
+[[nodiscard]] std::vector<FoundFile> findFiles(const std::string& pattern);
+
+}  // namespace toolbox::platform::posix

@@ -1,0 +1,228 @@
+// The system headers below need its types.
+#include <io.h>
+#include <lzexpand.h>
+
+#include <array>
+#include <string>
+
+#include "base/lz_expand.h"
+#include "platform/host.h"
+#include "toolbox/win_types.h"
+
+namespace toolbox::platform {
+namespace {
+
+/// Handles have 32 significant bits also where the type has 64.
+HANDLE handleOf(FileHandle file) {
+    return reinterpret_cast<HANDLE>(static_cast<INT_PTR>(static_cast<std::int32_t>(file)));
+}
+
+const char* nameOf(const char* name) {
+    return name ? name : "";
+}
+
+/// The code of the call that has just failed, never 0.
+ErrorCode lastError(ErrorCode otherwise = ERROR_INVALID_PARAMETER) {
+    const DWORD code = ::GetLastError();
+    return code != ERROR_SUCCESS ? code : otherwise;
+}
+
+ErrorCode resultOf(BOOL succeeded, ErrorCode otherwise = ERROR_INVALID_PARAMETER) {
+    return succeeded ? ERROR_SUCCESS : lastError(otherwise);
+}
+
+std::string fullPath(const char* name) {
+    std::string path(MAX_PATH, '\0');
+    for (;;) {
+        const DWORD length =
+            ::GetFullPathNameA(nameOf(name), static_cast<DWORD>(path.size()), path.data(), nullptr);
+        const bool fits = length < path.size();
+        path.resize(length);
+        if (fits) return path;
+    }
+}
+
+class WindowsFiles final : public FileSystem {
+  public:
+    ErrorCode open(const char* name, std::uint32_t access, std::uint32_t share,
+                   std::uint32_t disposition, FileHandle& out) override {
+        const HANDLE file = ::CreateFileA(nameOf(name), access, share, nullptr, disposition,
+                                          FILE_ATTRIBUTE_NORMAL, nullptr);
+        if (file == INVALID_HANDLE_VALUE) {
+            out = kNoFile;
+            return lastError();
+        }
+        out = static_cast<FileHandle>(reinterpret_cast<INT_PTR>(file));
+        return ERROR_SUCCESS;
+    }
+
+    ErrorCode close(FileHandle file) override { return resultOf(::CloseHandle(handleOf(file))); }
+
+    ErrorCode read(FileHandle file, void* buffer, std::uint32_t n, std::uint32_t& got) override {
+        DWORD count = 0;
+        const BOOL succeeded = ::ReadFile(handleOf(file), buffer, n, &count, nullptr);
+        got = count;
+        return resultOf(succeeded, ERROR_READ_FAULT);
+    }
+
+    ErrorCode readAt(FileHandle file, std::uint64_t offset, void* buffer, std::uint32_t n,
+                     std::uint32_t& got) override {
+        OVERLAPPED place{};
+        place.Offset = static_cast<DWORD>(offset);
+        place.OffsetHigh = static_cast<DWORD>(offset >> 32);
+        DWORD count = 0;
+        const BOOL succeeded = ::ReadFile(handleOf(file), buffer, n, &count, &place);
+        got = succeeded ? count : 0;
+        const ErrorCode error = resultOf(succeeded, ERROR_READ_FAULT);
+        // With a position the end of the file is a failure, without one a success.
+        return error == ERROR_HANDLE_EOF ? ERROR_SUCCESS : error;
+    }
+
+    ErrorCode write(FileHandle file, const void* buffer, std::uint32_t n,
+                    std::uint32_t& written) override {
+        DWORD count = 0;
+        const BOOL succeeded = ::WriteFile(handleOf(file), buffer, n, &count, nullptr);
+        written = count;
+        return resultOf(succeeded, ERROR_WRITE_FAULT);
+    }
+
+    ErrorCode seek(FileHandle file, std::int64_t distance, SeekFrom from,
+                   std::uint64_t& position) override {
+        const DWORD method = from == SeekFrom::begin     ? FILE_BEGIN
+                             : from == SeekFrom::current ? FILE_CURRENT
+                                                         : FILE_END;
+        LARGE_INTEGER move{};
+        LARGE_INTEGER now{};
+        move.QuadPart = distance;
+        const BOOL succeeded = ::SetFilePointerEx(handleOf(file), move, &now, method);
+        if (succeeded) position = static_cast<std::uint64_t>(now.QuadPart);
+        return resultOf(succeeded);
+    }
+
+    ErrorCode size(FileHandle file, std::uint64_t& bytes) override {
+        LARGE_INTEGER size{};
+        const BOOL succeeded = ::GetFileSizeEx(handleOf(file), &size);
+        if (succeeded) bytes = static_cast<std::uint64_t>(size.QuadPart);
+        return resultOf(succeeded);
+    }
+
+    ErrorCode flush(FileHandle file) override {
+        return resultOf(::FlushFileBuffers(handleOf(file)), ERROR_WRITE_FAULT);
+    }
+
+    bool exists(const char* name) override {
+        WIN32_FIND_DATAA entry;
+        const HANDLE search = ::FindFirstFileA(nameOf(name), &entry);
+        if (search == INVALID_HANDLE_VALUE) return false;
+        ::FindClose(search);
+        return true;
+    }
+
+    bool isReadableAndWritable(const char* name) override {
+        constexpr int kReadAndWrite = 6;
+        return ::_access(nameOf(name), kReadAndWrite) == 0;
+    }
+
+    std::vector<FoundFile> find(const char* pattern) override {
+        std::vector<FoundFile> found;
+        WIN32_FIND_DATAA entry;
+        const HANDLE search = ::FindFirstFileA(nameOf(pattern), &entry);
+        if (search == INVALID_HANDLE_VALUE) return found;
+        do {
+            const std::string name = entry.cFileName;
+            if (name == "." || name == "..") continue;
+            const std::uint64_t high = entry.nFileSizeHigh;
+            found.push_back({name, entry.dwFileAttributes, high << 32 | entry.nFileSizeLow});
+        } while (::FindNextFileA(search, &entry));
+        ::FindClose(search);
+        return found;
+    }
+
+    ErrorCode copy(const char* from, const char* to, bool failIfExists) override {
+        return resultOf(::CopyFileA(nameOf(from), nameOf(to), failIfExists));
+    }
+
+    ErrorCode replace(const char* from, const char* to) override {
+        return resultOf(::MoveFileExA(nameOf(from), nameOf(to),
+                                      MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH));
+    }
+
+    ErrorCode remove(const char* name) override { return resultOf(::DeleteFileA(nameOf(name))); }
+
+    ErrorCode attributes(const char* name, std::uint32_t& out) override {
+        const DWORD found = ::GetFileAttributesA(nameOf(name));
+        if (found == INVALID_FILE_ATTRIBUTES) return lastError();
+        out = found;
+        return ERROR_SUCCESS;
+    }
+
+    ErrorCode setAttributes(const char* name, std::uint32_t attributes) override {
+        return resultOf(::SetFileAttributesA(nameOf(name), attributes));
+    }
+
+    std::string currentFolder() override {
+        std::string folder(::GetCurrentDirectoryA(0, nullptr), '\0');
+        if (folder.empty()) return folder;
+        folder.resize(::GetCurrentDirectoryA(static_cast<DWORD>(folder.size()), folder.data()));
+        return folder;
+    }
+
+    ErrorCode setCurrentFolder(const char* name) override {
+        return resultOf(::SetCurrentDirectoryA(nameOf(name)));
+    }
+
+    ErrorCode diskFree(const char* root, std::uint32_t& sectorsPerCluster,
+                       std::uint32_t& bytesPerSector, std::uint32_t& freeClusters) override {
+        DWORD sectors = 0;
+        DWORD bytes = 0;
+        DWORD freeCount = 0;
+        DWORD total = 0;
+        const BOOL succeeded =
+            ::GetDiskFreeSpaceA(nameOf(root), &sectors, &bytes, &freeCount, &total);
+        sectorsPerCluster = sectors;
+        bytesPerSector = bytes;
+        freeClusters = freeCount;
+        return resultOf(succeeded);
+    }
+
+    std::int32_t expandCopy(const char* from, const char* to) override;
+};
+
+/// A file opened for the expansion calls; negative when it could not be.
+class ExpandedFile {
+  public:
+    ExpandedFile(const char* name, WORD mode) {
+        // With a whole path, for a bare name is otherwise searched along the program path first.
+        std::string path = fullPath(name);
+        OFSTRUCT facts{};
+        facts.cBytes = sizeof facts;
+        if (path.size() < OFS_MAXPATHNAME) number_ = ::LZOpenFileA(path.data(), &facts, mode);
+    }
+    ~ExpandedFile() {
+        if (number_ >= 0) ::LZClose(number_);
+    }
+    ExpandedFile(const ExpandedFile&) = delete;
+    ExpandedFile& operator=(const ExpandedFile&) = delete;
+
+    [[nodiscard]] INT number() const { return number_; }
+
+  private:
+    INT number_ = base::kLzBadInput;
+};
+
+std::int32_t WindowsFiles::expandCopy(const char* from, const char* to) {
+    const ExpandedFile source(from, OF_READ);
+    if (source.number() < 0) return source.number();
+    const ExpandedFile target(to, OF_CREATE);
+    if (target.number() < 0) return base::kLzBadOutput;
+    return ::LZCopy(source.number(), target.number());
+}
+
+}  // namespace
+
+FileSystem& hostFiles() {
+    static WindowsFiles files;
+    return files;
+}
+
+}  // namespace toolbox::platform

@@ -1,13 +1,13 @@
 // The seam between the library and the system it runs on.
 //
 // Everything that the library asks of the system goes through the interfaces below. current() names
-// the one in use for each service; the host's own is there from the start. A program replaces one by
-// storing a pointer to its own implementation (a prompt that writes to a log, say), a test by a
+// the one in use for each service; the host's own is there from the start. A program replaces one
+// by storing a pointer to its own implementation (a prompt that writes to a log, say), a test by a
 // Replaced<> guard. The library borrows the pointers and never frees what they point to.
 //
-// Failures are error codes with the meaning they have on Windows (ERROR_FILE_NOT_FOUND...), on every
-// system; 0 is success. Names of files are bytes; both '/' and '\' separate folders on every system.
-// All calls come from the user-interface thread.
+// Failures are error codes with the meaning they have on Windows (ERROR_FILE_NOT_FOUND...), on
+// every system; 0 is success. Names of files are bytes; both '/' and '\' separate folders on every
+// system. All calls come from the user-interface thread.
 #pragma once
 
 #include <cstddef>
@@ -36,8 +36,7 @@ class TB_API StringResources {
     /// always terminated when size > 0. Returns the bytes copied, 0 when there is no such text
     /// (`out` is then the empty string). A module that has the text in several languages gives the
     /// one asked for; otherwise the one it has.
-    virtual int load(HINSTANCE module, unsigned int id, Language language, char* out,
-                     int size) = 0;
+    virtual int load(HINSTANCE module, unsigned int id, Language language, char* out, int size) = 0;
 };
 
 /// What needs the user's eyes.
@@ -81,8 +80,8 @@ class TB_API FileSystem {
                            std::uint32_t disposition, FileHandle& out) = 0;
     virtual ErrorCode close(FileHandle file) = 0;
 
-    /// Reads up to `n` bytes at the file's position and advances it. Success with `got` 0 is the end
-    /// of the file; `got` below `n` on success means that the end was reached.
+    /// Reads up to `n` bytes at the file's position and advances it. Success with `got` 0 is the
+    /// end of the file; `got` below `n` on success means that the end was reached.
     virtual ErrorCode read(FileHandle file, void* buffer, std::uint32_t n, std::uint32_t& got) = 0;
 
     /// Reads up to `n` bytes at `offset` in one system call. The file's position is unspecified
@@ -149,6 +148,9 @@ class TB_API SystemInfo {
     /// end). Empty when it has none.
     virtual std::string errorText(ErrorCode code) = 0;
     virtual LocalDate today() = 0;
+    /// Bytes of address space that the process can still take, whether or not memory stands behind
+    /// them.
+    virtual std::uint64_t availableVirtualMemory() = 0;
 };
 
 /// The services in use. Never null.

@@ -1,5 +1,9 @@
+#include <sys/resource.h>
+#include <unistd.h>
+
 #include <array>
 #include <ctime>
+#include <fstream>
 
 #include "platform/host.h"
 
@@ -31,6 +35,13 @@ constexpr auto kErrorNames = std::to_array<ErrorName>({
     {ERROR_FILE_TOO_LARGE, "The file is too large."},
 });
 
+/// Bytes of address space in use; 0 when the system does not tell.
+std::uint64_t addressSpaceInUse() {
+    std::uint64_t pages = 0;
+    std::ifstream("/proc/self/statm") >> pages;
+    return pages * static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
+}
+
 class PosixSystem final : public SystemInfo {
   public:
     std::string errorText(ErrorCode code) override {
@@ -45,6 +56,16 @@ class PosixSystem final : public SystemInfo {
         std::tm local{};
         localtime_r(&now, &local);
         return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday};
+    }
+
+    std::uint64_t availableVirtualMemory() override {
+        constexpr std::uint64_t kAddressSpace = 1ULL << (sizeof(void*) == 4 ? 32 : 47);
+        std::uint64_t limit = kAddressSpace;
+        rlimit allowed{};
+        if (getrlimit(RLIMIT_AS, &allowed) == 0 && allowed.rlim_cur < limit)
+            limit = allowed.rlim_cur;
+        const std::uint64_t used = addressSpaceInUse();
+        return limit > used ? limit - used : 0;
     }
 };
 

@@ -24,6 +24,13 @@ class WindowsSystem final : public SystemInfo {
         GetLocalTime(&now);
         return {now.wYear, now.wMonth, now.wDay};
     }
+
+    std::uint64_t availableVirtualMemory() override {
+        MEMORYSTATUS status{};
+        status.dwLength = sizeof status;
+        GlobalMemoryStatus(&status);
+        return status.dwAvailVirtual;
+    }
 };
 
 }  // namespace

@@ -7,6 +7,7 @@ set(triple ${TOOLBOX_ARCH}-w64-mingw32)
 # GoogleTest declares C as one of its languages.
 set(CMAKE_C_COMPILER ${triple}-gcc-posix)
 set(CMAKE_CXX_COMPILER ${triple}-g++-posix)
+set(CMAKE_C_COMPILER ${triple}-gcc-posix)  # GoogleTest's build asks for one
 set(CMAKE_RC_COMPILER ${triple}-windres)
 set(CMAKE_RC_FLAGS_INIT "--codepage=1252")
 set(CMAKE_FIND_ROOT_PATH /usr/${triple})

@@ -1,0 +1,165 @@
+#include "base/template_text.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cmath>
+#include <cstdio>
+#include <random>
+
+namespace toolbox::base {
+namespace {
+
+template <class... Args>
+std::string printed(const char* format, Args... args) {
+    char out[2048];
+    const std::size_t kept = printTemplate(out, sizeof out, format, args...);
+    return {out, kept};
+}
+
+TEST(TemplateText, PrintsEachConversion) {
+    EXPECT_EQ(printed("%d|%+d|% d|%05d|%-4d|", 42, 42, 42, -42, 7), "42|+42| 42|-0042|7   |");
+    EXPECT_EQ(printed("%.3d|%6.3d|%.0d|%06.3d", 5, -5, 0, 5), "005|  -005||   005");
+    EXPECT_EQ(printed("%x|%#X|%#o|%#x|%o", 255u, 255u, 8u, 0u, 8u), "ff|0XFF|010|0|10");
+    EXPECT_EQ(
+        printed("%hhd|%hu|%ld|%lld|%I64d|%zu", 300, 65537u, -1L, LLONG_MIN, 5LL, std::size_t{9}),
+        "44|1|-1|-9223372036854775808|5|9");
+    EXPECT_EQ(printed("%s|%5s|%-5s|%.2s|%c|%3c|%%", "ab", "ab", "ab", "abc", 'x', 'y'),
+              "ab|   ab|ab   |ab|x|  y|%");
+    EXPECT_EQ(printed("%f|%.2f|%#.0f|%+.1f|%08.2f", 0.5, 2.675, 3.0, 1.25, -1.5),
+              "0.500000|2.67|3.|+1.2|-0001.50");
+    EXPECT_EQ(printed("%e|%.2E|%#.0e", 12345.678, 1e100, 2.0), "1.234568e+004|1.00E+100|2.e+000");
+    EXPECT_EQ(printed("%g|%lg|%G|%#g|%#.3g", 0.5, 1e10, 1e-10, 0.5, 100.0),
+              "0.5|1e+010|1E-010|0.500000|100.");
+    EXPECT_EQ(printed("%*d|%-*d|%.*f|%*d", 4, 7, 4, 7, 1, 0.25, -3, 1), "   7|7   |0.2|1  ");
+    EXPECT_EQ(printed("%05f|%-6g|%F", INFINITY, -INFINITY, std::nan("")), "  inf|-inf  |NAN");
+    const char unterminated[] = {'a', 'b', 'c'};
+    EXPECT_EQ(printed("%.3s", unterminated), "abc");
+    EXPECT_EQ(printed("%s", static_cast<const char*>(nullptr)), "(null)");
+}
+
+TEST(TemplateText, KeepsArgumentsInStepPastWhatItDoesNotPrint) {
+    int untouched = 1;
+    EXPECT_EQ(printed("a%nb%d", &untouched, 5), "ab5");
+    EXPECT_EQ(untouched, 1);
+    EXPECT_EQ(printed("%a %d", 1.0, 5), "%a 5");
+    EXPECT_EQ(printed("%-08.3y %d", 5), "%-08.3y 5");
+    EXPECT_EQ(printed("50%"), "50%");
+    EXPECT_EQ(printed("50% -"), "50% -");
+    EXPECT_EQ(printed("%-12.4l"), "%-12.4l");
+}
+
+TEST(TemplateText, NeverLeavesItsBuffer) {
+    struct Case {
+        const char* format;
+        const char* kept;
+    };
+    const Case cases[] = {{"%2000000000d", "       "},
+                          {"%-99999999999999999999d|", "1      "},
+                          {"%.2000000000d", "0000000"},
+                          {"%02147483647d", "0000000"},
+                          {"%1d23456789", "1234567"},
+                          {"%-2147483648s", "       "},
+                          {"%2147483647.2147483647s", "       "}};
+    for (const Case& c : cases) {
+        char guarded[] = "........G";
+        const bool text = std::string_view(c.format).ends_with('s');
+        EXPECT_EQ(
+            text ? printTemplate(guarded, 8, c.format, "") : printTemplate(guarded, 8, c.format, 1),
+            7u);
+        EXPECT_STREQ(guarded, c.kept) << c.format;
+        EXPECT_EQ(guarded[8], 'G') << c.format;
+    }
+    char out[8];
+    EXPECT_EQ(printTemplate(out, sizeof out, "%*.*d|", INT_MIN, INT_MIN, 5), 7u);
+    EXPECT_STREQ(out, "5      ");
+    EXPECT_EQ(printTemplate(nullptr, 0, "%d", 5), 0u);
+    EXPECT_EQ(printTemplate(out, 1, "%d", 5), 0u);
+    EXPECT_STREQ(out, "");
+}
+
+TEST(TemplateText, GivesEveryDigitOfAHugePrecision) {
+    const std::string text = printed("%.1500f", 0.5);
+    EXPECT_EQ(text, "0.5" + std::string(1499, '0'));
+    EXPECT_EQ(printed("%.1200e", 1.0), "1." + std::string(1200, '0') + "e+000");
+}
+
+TEST(TemplateText, OneValueSuitsAnyConversion) {
+    struct Case {
+        const char* format;
+        TemplateValue value;
+        const char* expected;
+    };
+    const Case cases[] = {
+        {"%d", 42LL, "42"},
+        {"<%05d>%d", 42LL, "<00042>"},
+        {"%u", -1LL, "4294967295"},
+        {"%u", -5000000000LL, "18446744068709551616"},
+        {"%hd", 70000LL, "4464"},
+        {"%d", 2.9, "2"},
+        {"%d", 1e300, "9223372036854775807"},
+        {"%u", -3.0, "0"},
+        {"%i", std::nan(""), "0"},
+        {"%.1f", 3LL, "3.0"},
+        {"%s", -7LL, "-7"},
+        {"%s", 0.25, "0.25"},
+        {"%5s|", 18446744073709551615ULL, "18446744073709551615|"},
+        {"%d", std::string_view("12"), "0"},
+        {"%g", std::string_view("x"), "0"},
+        {"%c", std::string_view("xy"), "x"},
+        {"%*.*d", 5LL, "5"},
+        {"%n%d", 5LL, "5"},
+        {"no conversion", 5LL, "no conversion"},
+    };
+    for (const Case& c : cases) {
+        char out[64];
+        const std::size_t kept = printTemplateValue(out, sizeof out, c.format, c.value);
+        EXPECT_EQ(std::string(out, kept), c.expected) << c.format;
+    }
+}
+
+#if !defined(_WIN32)
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-nonliteral"
+template <class T>
+void expectAsTheRuntime(const std::string& format, T value) {
+    char expected[512];
+    std::snprintf(expected, sizeof expected, format.c_str(), value);
+    char out[512];
+    printTemplate(out, sizeof out, format.c_str(), value);
+    ASSERT_STREQ(out, expected) << format;
+}
+#pragma GCC diagnostic pop
+
+TEST(TemplateText, AgreesWithTheRuntimeWhereTheTwoMeanTheSame) {
+    std::mt19937_64 random(20);
+    const auto pick = [&](std::string_view from) { return from[random() % from.size()]; };
+    for (int i = 0; i < 200000; ++i) {
+        std::string format = "%";
+        for (std::uint64_t flags = random() % 4; flags > 0; --flags) format += pick("-+ #0");
+        if (random() % 2) format += std::to_string(random() % 30);
+        if (random() % 2) format += "." + std::to_string(random() % 25);
+        const auto bits = static_cast<long long>(random() >> (random() % 64));
+        switch (random() % 4) {
+            case 0:
+                expectAsTheRuntime(format + pick("dioxXu"), static_cast<int>(bits));
+                break;
+            case 1:
+                expectAsTheRuntime(format + "ll" + pick("dioxXu"), bits);
+                break;
+            case 2:
+                expectAsTheRuntime(format + pick("s"), "some text");
+                break;
+            default: {
+                // Exponents of three digits, which the two write alike, and fixed notation.
+                const double real = std::ldexp(static_cast<double>(bits | 1), -30);
+                expectAsTheRuntime(format + pick("fF"), real);
+                expectAsTheRuntime(format + pick("eEgG"), real * 1e150);
+            }
+        }
+    }
+}
+#endif
+
+}  // namespace
+}  // namespace toolbox::base

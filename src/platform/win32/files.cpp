@@ -1,13 +1,13 @@
-// The system headers below need its types.
 #include <io.h>
-#include <lzexpand.h>
 
-#include <array>
 #include <string>
 
 #include "base/lz_expand.h"
 #include "platform/host.h"
 #include "toolbox/win_types.h"
+// clang-format off
+#include <lzexpand.h>  // stands on the types above
+// clang-format on
 
 namespace toolbox::platform {
 namespace {

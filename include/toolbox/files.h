@@ -1,0 +1,290 @@
+// Files: binary files, text files held in memory, and utilities on files and folders.
+//
+// TVFile is an open binary file with typed reads and writes; APIFile is the one on the system's own
+// files. Both report with ints: 1 success, 0 failure. The last error code stays in the object (the
+// codes of Windows, on every system) and failures of read and write are shown to the user through
+// the message service. Names of files are bytes; '/' and '\' both separate folders, on every
+// system.
+#pragma once
+
+#include <concepts>
+#include <cstdint>
+#include <list>
+#include <memory>
+
+#include "toolbox/export.h"
+#include "toolbox/strings.h"
+#include "toolbox/win_types.h"
+
+namespace toolbox {
+
+/// The types that TVFile reads and writes.
+template <class T>
+concept FileValue = std::same_as<T, char> || std::same_as<T, short> || std::same_as<T, int> ||
+    std::same_as<T, long> || std::same_as<T, unsigned char> || std::same_as<T, unsigned short> ||
+    std::same_as<T, unsigned int> || std::same_as<T, unsigned long> || std::same_as<T, float> ||
+    std::same_as<T, double>;
+
+class SharedFile;
+
+}  // namespace toolbox
+
+/// An open binary file, abstract.
+class TB_API TVFile {
+  public:
+    virtual ~TVFile();
+
+    /// The GENERIC_ rights asked for at opening.
+    virtual unsigned long Access() const;
+    /// The position in bytes from the start; 0xFFFFFFFF on failure.
+    virtual unsigned long CurOffset() = 0;
+    /// 1 when the stored error is the end-of-file code, 38.
+    virtual int Eof() const = 0;
+    /// 1 when the file holds no bytes.
+    virtual int IsEmpty() = 0;
+    /// Moves the position to `offset` bytes from the start.
+    virtual int SeekTo(long offset) = 0;
+    virtual int SeekToBegin();
+    virtual int SeekToEnd() = 0;
+    /// Reads `n` bytes at the position and advances it; 0 when nothing could be read.
+    virtual int read(void* buffer, unsigned long n) = 0;
+    /// Writes `n` bytes at the position and advances it; 0 unless all were written.
+    virtual int write(const void* buffer, unsigned long n) = 0;
+
+    // One read or write each, little-endian. `long` takes 4 bytes in the file on every system;
+    // where it is wider, reading extends the sign and writing drops the upper bytes. An array's
+    // count is in elements. After a short read the rest is zero.
+    template <toolbox::FileValue T>
+    int Read(T& value) {
+        return Read(&value, 1);
+    }
+    template <toolbox::FileValue T>
+    int Read(T* array, unsigned long count) {
+        if constexpr (kWiderInMemory<T>)
+            return readLongs(array, count);
+        else
+            return readElements(array, count, sizeof(T));
+    }
+    template <toolbox::FileValue T>
+    int Write(const T& value) {
+        return Write(&value, 1);
+    }
+    template <toolbox::FileValue T>
+    int Write(const T* array, unsigned long count) {
+        if constexpr (kWiderInMemory<T>)
+            return writeLongs(array, count);
+        else
+            return writeElements(array, count, sizeof(T));
+    }
+
+    /// 1 when a file is open.
+    int isValid() const;
+    /// The last error code of the system, 0 when none. It stays until ClearErr().
+    unsigned long Error() const;
+    void ClearErr();
+    /// 1 when a file is open, without error, not at its end.
+    int good() const;
+    RWCString GetName() const;
+
+  protected:
+    TVFile() = default;
+    TVFile(const TVFile&) = default;
+    TVFile& operator=(const TVFile&) = default;
+
+    static constexpr std::uint32_t kNone = 0xFFFFFFFF;
+
+    std::uint32_t handle_ = kNone;  ///< the system's file handle
+    RWCString name_;
+    std::uint32_t error_ = 0;
+    std::uint32_t access_ = 0;
+    std::uint32_t share_ = 0;
+
+  private:
+    template <class T>
+    static constexpr bool kWiderInMemory = std::integral<T> && sizeof(T) > 4;
+
+    int fits(unsigned long count, unsigned long size);
+    template <class Long>
+    int readWide(Long* array, unsigned long count);
+    template <class Long>
+    int writeWide(const Long* array, unsigned long count);
+    int readElements(void* array, unsigned long count, unsigned long size);
+    int writeElements(const void* array, unsigned long count, unsigned long size);
+    int readLongs(long* array, unsigned long count);
+    int readLongs(unsigned long* array, unsigned long count);
+    int writeLongs(const long* array, unsigned long count);
+    int writeLongs(const unsigned long* array, unsigned long count);
+};
+
+/// A file of the system. Reads and writes go straight to the system, nothing is buffered.
+///
+/// Copies share the open file, its position included; each has its own error code. The file is
+/// closed when the last of them goes.
+class TB_API APIFile : public TVFile {
+  public:
+    /// Opens with GENERIC_ rights, FILE_SHARE_ flags and a disposition from CREATE_NEW to
+    /// TRUNCATE_EXISTING. On failure isValid() is 0 and Error() says why; nothing is shown.
+    /// On Linux sharing stands on file locks: it binds the programs that use this library.
+    APIFile(const char* name, unsigned long access, unsigned long share, unsigned long disposition);
+    APIFile(const APIFile& other);
+    APIFile& operator=(const APIFile& other);
+    ~APIFile() override;
+
+    /// Positions of 0xFFFFFFFF and more do not fit: failure.
+    unsigned long CurOffset() override;
+    int Eof() const override;
+    int IsEmpty() override;
+    /// An offset that 32 bits do not hold is refused.
+    int SeekTo(long offset) override;
+    /// Fails where the end does not fit in 32 bits; the position is the end all the same.
+    int SeekToEnd() override;
+    /// A read that gives fewer bytes than asked succeeds; the rest of `buffer` is zero. One that
+    /// gives none fails, also when none were asked for. Failures are shown, but for the end of the
+    /// file, which has no error code: Error() is then 0, and Eof() too, on purpose.
+    int read(void* buffer, unsigned long n) override;
+    /// A short write is a failure: ERROR_DISK_FULL when the system gave no code. Failures are
+    /// shown.
+    int write(const void* buffer, unsigned long n) override;
+
+    /// 1 when a file or folder of that name, or one that matches it with '*' and '?', exists.
+    static int Exists(const char* name);
+
+    /// 1 when writing is impossible: the file exists and may not be read and written, or its folder
+    /// may not, or no file can be made in it (tried with "tmp123yz.$$$", which is removed).
+    /// The folder is the name up to its last separator; on purpose a name without one is taken for
+    /// the folder itself, so that a bare file name gives 1 and a bare folder name tells of the
+    /// folder.
+    static int isReadOnly(const char* name);
+
+    /// Copies the file to backupName(name) and returns 0, or the error code. The copy is made
+    /// beside, under that name with ".~new" behind, and renamed: a failure leaves an older backup
+    /// as it was.
+    static unsigned long createBak(const char* name);
+
+    /// plan.dat gives plan.bak, a.b gives a.bak, x gives x.bak, plan.data gives plan.data.bak: when
+    /// the last '.' has at most three characters behind it, ".bak" takes its place, otherwise it is
+    /// appended. The rule heeds no separator, on purpose: "d.v\f" gives "d.bak".
+    static RWCString backupName(const char* name);
+
+    // The following neither show anything nor move the position that the operations above see. They
+    // return 1, or 0 with the error stored.
+
+    /// Reads up to `n` bytes at `offset` in one system call. `got` below `n` on success means that
+    /// the file ends there; unlike read(), 0 bytes are a success and what was not read is left
+    /// alone.
+    int readAt(unsigned long long offset, void* buffer, unsigned long n, unsigned long& got);
+    /// The file's size in bytes; 0 on failure.
+    int size(unsigned long long& bytes);
+    /// Forces what was written to the device.
+    int flush();
+
+  private:
+    int failed(std::uint32_t code);
+
+    std::shared_ptr<toolbox::SharedFile> file_;  ///< shared with copies; null when not open
+};
+
+/// A text file in memory, as a list of lines. Lines hold any bytes but line feeds: a NUL is an
+/// ordinary character, and the '\r' of a CR-LF file stays in its line and is written back, on every
+/// system.
+class TB_API Iofile {
+  public:
+    /// Reads nothing yet. A name of more than 259 characters is cut there.
+    explicit Iofile(const char* name);
+    virtual ~Iofile();
+    Iofile(const Iofile&);
+    Iofile& operator=(const Iofile&);
+
+    void setFileName(const char* name);
+    const char* getFileName() const;
+
+    /// Appends the file's lines; one of more than 511 characters becomes several. Sets the modified
+    /// flag, on purpose. 0 when the file cannot be opened or read; the lines are then as before.
+    int readFile();
+    /// Creates or empties the file and writes every line with a line feed behind it. 0 when any of
+    /// it fails. The modified flag stays. saveFile does the same.
+    int writeFile();
+    int saveFile();
+
+    int addLine(const toolbox::ByteString& line);
+    int addLine(const char* line);
+    /// Expands tabs first; 0, and nothing is added, when getLengthLine would refuse the line.
+    int addLine(const char* line, int tabSize);
+    int addBlankLine();
+
+    /// Line `n`, from 0; the empty string past the end.
+    RWCString getLine(unsigned int n) const;
+    /// Copies line `n` to `out`, which has room for it, and returns `out`; null, `out` emptied,
+    /// past the end. Lines from a file need 512 bytes at most.
+    char* getLine(unsigned int n, char* out) const;
+    /// The next line, from the first on; null, `out` emptied, past the end.
+    char* getLine(char* out);
+
+    unsigned int getNumLine() const;
+    /// Length of the widest line since clear().
+    int getMaxWidth() const;
+    const std::list<RWCString>& getListOfString() const;
+    /// Replaces the lines and sets the modified flag.
+    void setListOfString(const std::list<RWCString>& lines);
+    void clear();
+
+    /// Expands the tabs in place and returns the length. On purpose every tab becomes tabSize + 1
+    /// blanks, wherever it stands. 0, nothing changed, for a line of more than 511 characters and
+    /// for a tab size outside 1 to 32767.
+    int getLengthLine(toolbox::ByteString& line, int tabSize) const;
+    /// `line` has room for the expanded text.
+    int getLengthLine(char* line, int tabSize) const;
+
+  protected:
+    /// The expansion: 1, or 0 when it refuses the line.
+    int tab2Space(toolbox::ByteString& line, int tabSize) const;
+
+    static constexpr unsigned int kNameRoom = 260;
+
+    std::list<RWCString> lines_;
+    unsigned char modified_ = 0;
+    char fileName_[kNameRoom];
+    int maxWidth_ = 0;
+    std::uint32_t nextLine_ = 0;  ///< number of the line that getLine(out) gives next
+
+  private:
+    const RWCString* lineAt(unsigned int n) const;
+    void append(RWCString line);
+
+    // The line fetched last: walking the list from its start for each would be quadratic.
+    mutable std::list<RWCString>::const_iterator place_;
+    mutable std::uint32_t placeNumber_ = kNoPlace;
+    static constexpr std::uint32_t kNoPlace = 0xFFFFFFFF;
+};
+
+/// Free bytes of a drive: sectors per cluster times bytes per sector times free clusters, in 32
+/// bits, so that 4 GiB and more wrap, on purpose. 0 on failure. On Linux, which has no drives, any
+/// letter is the volume of the current folder.
+TB_API unsigned long GetDiskFree(char drive);
+
+/// Copies the current folder to `out`, which has room for 260 characters, the terminator included;
+/// the empty string when it does not fit or is gone. Returns 1 or 0.
+TB_API int GetCurDir(char* out);
+/// Makes a folder the current one; 1 on success. The second argument is not used.
+TB_API int SelectDir(const char* dir, void* unused);
+
+/// Splits at the last separator, which goes to neither part. Without one `dir` is empty and `file`
+/// the whole path. Both have room for the path.
+TB_API void SepDirFile(const char* path, char* dir, char* file);
+
+/// As APIFile::Exists.
+TB_API int ExistsFile(const char* name);
+
+/// Sum of the sizes of all files that match ('*' and '?' in the last part of the name): low word
+/// plus high word of each, in 32 bits, so that files over 4 GiB count wrongly, on purpose. 0 when
+/// none match.
+TB_API unsigned long GetFileSize(const char* pattern);
+
+/// Copies `from` to a new file, with its attributes; a file compressed with Windows' LZ compression
+/// is expanded. Returns the bytes written, 0 when `to` exists (nothing is changed), or a negative
+/// LZERROR_ code (no `to` is left behind).
+TB_API long FileCopy(const char* from, const char* to);
+
+/// Deletes the files that match, under the wait cursor. On purpose each is deleted by its bare
+/// name, so in the current folder, wherever the pattern looked.
+TB_API void KillFile(const char* pattern);

@@ -1,0 +1,251 @@
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <limits>
+
+#include "support/faulty_files.h"
+#include "support/temp_folder.h"
+#include "toolbox/files.h"
+#include "toolbox/platform.h"
+
+namespace {
+
+/// Keeps the texts of message boxes instead of showing them.
+class PromptLog final : public toolbox::platform::UserPrompt {
+  public:
+    int messageBox(HWND, const char* text, const char*, unsigned int) override {
+        shown.emplace_back(text);
+        return IDOK;
+    }
+    bool isWindow(HWND) override { return false; }
+    void showWaitCursor(bool wait) override { waits += wait ? "(" : ")"; }
+
+    std::vector<std::string> shown;
+    std::string waits;
+};
+
+class ApiFile : public testing::Test {
+  protected:
+    APIFile opened(const std::string& name, unsigned long access, unsigned long disposition,
+                   unsigned long share = FILE_SHARE_READ | FILE_SHARE_WRITE) const {
+        return {(folder / name).c_str(), access, share, disposition};
+    }
+    APIFile created(const std::string& name) const {
+        return opened(name, GENERIC_READ | GENERIC_WRITE, CREATE_ALWAYS);
+    }
+    APIFile reading(const std::string& name) const {
+        return opened(name, GENERIC_READ, OPEN_EXISTING);
+    }
+
+    TempFolder folder;
+    PromptLog prompt;
+    toolbox::platform::Replaced<toolbox::platform::UserPrompt> guard{
+        toolbox::platform::current().prompt, prompt};
+};
+
+std::string bytes(std::initializer_list<int> values) {
+    std::string text;
+    for (const int value : values) text += static_cast<char>(value);
+    return text;
+}
+
+TEST_F(ApiFile, WritesEachTypeLittleEndianWithFourByteLongs) {
+    {
+        APIFile file = created("types");
+        const long longs[] = {-2, 0x01020304};
+        const double real = -0.5;
+        EXPECT_EQ(file.Write('A') & file.Write(short{-2}) & file.Write(0x01020304), 1);
+        EXPECT_EQ(file.Write(longs, 2) & file.Write(0xFFFFFFFEul) & file.Write(1.0f), 1);
+        EXPECT_EQ(file.Write(real) & file.Write(static_cast<unsigned char>(0xE9)), 1);
+    }
+    EXPECT_EQ(folder.read("types"),
+              bytes({'A',  0xFE, 0xFF, 4, 3,    2,    1,    0xFE, 0xFF, 0xFF, 0xFF,
+                     4,    3,    2,    1, 0xFE, 0xFF, 0xFF, 0xFF, 0,    0,    0x80,
+                     0x3F, 0,    0,    0, 0,    0,    0,    0xE0, 0xBF, 0xE9}));
+
+    APIFile file = reading("types");
+    char letter = 0;
+    short small = 0;
+    int number = 0;
+    long longs[2] = {};
+    unsigned long big = 0;
+    float single = 0;
+    double real = 0;
+    EXPECT_EQ(file.Read(letter) & file.Read(small) & file.Read(number) & file.Read(longs, 2), 1);
+    EXPECT_EQ(file.Read(big) & file.Read(single) & file.Read(real), 1);
+    EXPECT_EQ(letter, 'A');
+    EXPECT_EQ(small, -2);
+    EXPECT_EQ(number, 0x01020304);
+    EXPECT_EQ(longs[0], -2);
+    EXPECT_EQ(longs[1], 0x01020304);
+    EXPECT_EQ(big, 0xFFFFFFFEul);
+    EXPECT_EQ(single, 1.0f);
+    EXPECT_EQ(real, -0.5);
+}
+
+TEST_F(ApiFile, TransfersAnArrayInOneCall) {
+    APIFile file = created("array");
+    long numbers[1000];
+    for (long i = 0; i < 1000; ++i) numbers[i] = 500 - i;
+    FaultyFiles counted;
+    EXPECT_EQ(file.Write(numbers, 1000), 1);
+    EXPECT_EQ(file.SeekToBegin(), 1);
+    long back[1000] = {};
+    EXPECT_EQ(file.Read(back, 1000), 1);
+    EXPECT_EQ(std::memcmp(numbers, back, sizeof numbers), 0);
+    EXPECT_EQ(counted.made(FileCall::write), 1);
+    EXPECT_EQ(counted.made(FileCall::read), 1);
+}
+
+TEST_F(ApiFile, ShortReadZeroesTheRest) {
+    folder.write("short", "abc");
+    APIFile file = reading("short");
+    char buffer[8];
+    std::memset(buffer, 'x', sizeof buffer);
+    EXPECT_EQ(file.read(buffer, 8), 1);
+    EXPECT_EQ(std::string(buffer, 8), std::string("abc\0\0\0\0\0", 8));
+    long wide[2] = {-1, -1};
+    EXPECT_EQ(file.SeekToBegin() & file.Read(wide, 2), 1);
+    EXPECT_EQ(wide[0], 0x00636261);
+    EXPECT_EQ(wide[1], 0);
+}
+
+TEST_F(ApiFile, EndOfFileFailsInSilence) {
+    folder.write("end", "a");
+    APIFile file = reading("end");
+    char buffer[4] = "xxx";
+    EXPECT_EQ(file.read(buffer, 0), 0);
+    EXPECT_EQ(file.read(buffer, 1), 1);
+    EXPECT_EQ(file.read(buffer, 3), 0);
+    EXPECT_EQ(std::string(buffer, 4), std::string(4, '\0'));
+    EXPECT_EQ(file.Error(), 0ul);
+    EXPECT_EQ(file.Eof(), 0);
+    EXPECT_EQ(file.good(), 1);
+    EXPECT_TRUE(prompt.shown.empty());
+}
+
+TEST_F(ApiFile, FailuresOfReadAndWriteAreStoredAndShown) {
+    APIFile file = created("faults");
+    FaultyFiles faults;
+    char buffer[4] = "abc";
+
+    faults.fail(FileCall::read, 1, ERROR_HANDLE_EOF);
+    EXPECT_EQ(file.read(buffer, 4), 0);
+    EXPECT_EQ(file.Error(), ERROR_HANDLE_EOF);
+    EXPECT_EQ(file.Eof(), 1);
+    EXPECT_EQ(file.good(), 0);
+    ASSERT_EQ(prompt.shown.size(), 1u);
+
+    file.ClearErr();
+    faults.shorten(FileCall::write, 1, 3);
+    EXPECT_EQ(file.write(buffer, 4), 0);
+    EXPECT_EQ(file.Error(), ERROR_DISK_FULL);
+    ASSERT_EQ(prompt.shown.size(), 2u);
+    EXPECT_FALSE(prompt.shown[1].empty());
+    EXPECT_NE(prompt.shown[0], prompt.shown[1]);
+
+    // What is not a read or write stores its code only.
+    faults.fail(FileCall::seek, 1, ERROR_INVALID_HANDLE, true);
+    EXPECT_EQ(file.SeekTo(1), 0);
+    EXPECT_EQ(file.SeekToEnd(), 0);
+    EXPECT_EQ(file.CurOffset(), 0xFFFFFFFFul);
+    EXPECT_EQ(file.Error(), ERROR_INVALID_HANDLE);
+    EXPECT_EQ(prompt.shown.size(), 2u);
+}
+
+TEST_F(ApiFile, AFileThatDoesNotOpenTakesNoCalls) {
+    APIFile file = reading("missing");
+    EXPECT_EQ(file.isValid(), 0);
+    EXPECT_EQ(file.Error(), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(file.GetName(), "");
+    EXPECT_EQ(file.IsEmpty() | file.SeekToBegin() | file.SeekToEnd(), 0);
+    EXPECT_EQ(file.Error(), ERROR_INVALID_HANDLE);
+    int number = 7;
+    EXPECT_EQ(file.Read(number) | file.Write(number), 0);
+    EXPECT_EQ(number, 0);
+    unsigned long got = 9;
+    EXPECT_EQ(file.readAt(0, &number, 4, got), 0);
+    EXPECT_EQ(got, 0ul);
+}
+
+TEST_F(ApiFile, ACountThatNoTransferCanHaveIsRefused) {
+    APIFile file = created("count");
+    double value = 1;
+    const unsigned long counts[] = {0x20000000ul, std::numeric_limits<unsigned long>::max()};
+    for (const unsigned long count : counts) {
+        EXPECT_EQ(file.Read(&value, count), 0);
+        EXPECT_EQ(file.Write(&value, count), 0);
+        EXPECT_EQ(file.Error(), ERROR_INVALID_PARAMETER);
+    }
+    EXPECT_EQ(value, 1);
+}
+
+TEST_F(ApiFile, ReadsAtAnOffsetLeaveThePositionAlone) {
+    folder.write("mixed", "0123456789");
+    APIFile file = opened("mixed", GENERIC_READ | GENERIC_WRITE, OPEN_EXISTING);
+    char c = 0;
+    char part[3] = {};
+    unsigned long got = 0;
+    const auto at = [&](unsigned long long offset) {
+        EXPECT_EQ(file.readAt(offset, part, 3, got), 1);
+        return std::string(part, got);
+    };
+    EXPECT_EQ(file.Read(c), 1);
+    EXPECT_EQ(at(5), "567");
+    EXPECT_EQ(at(8), "89");
+    EXPECT_EQ(at(0x100000000ull), "");
+    EXPECT_EQ(file.CurOffset(), 1ul);
+    EXPECT_EQ(file.Read(c), 1);
+    EXPECT_EQ(c, '1');
+    EXPECT_EQ(at(7), "789");
+    EXPECT_EQ(file.Write('x'), 1);
+    EXPECT_EQ(folder.read("mixed"), "01x3456789");
+    EXPECT_EQ(at(0), "01x");
+    EXPECT_EQ(file.SeekToEnd(), 1);
+    EXPECT_EQ(file.CurOffset(), 10ul);
+
+    // Reads at offsets alone cost one call each, after the first.
+    FaultyFiles counted;
+    at(0), at(3), at(6);
+    EXPECT_EQ(counted.made(FileCall::seek), 1);
+    EXPECT_EQ(counted.made(FileCall::readAt), 3);
+}
+
+TEST_F(ApiFile, CopiesShareTheOpenFile) {
+    folder.write("shared", "0123456789");
+    char c = 0;
+    APIFile survivor = reading("missing");
+    {
+        APIFile first = reading("shared");
+        APIFile second = first;
+        EXPECT_EQ(first.Read(c) & second.Read(c), 1);
+        EXPECT_EQ(c, '1');
+        survivor = second;
+    }
+    EXPECT_EQ(survivor.Read(c), 1);
+    EXPECT_EQ(c, '2');
+    EXPECT_EQ(survivor.GetName(), (folder / "shared").c_str());
+}
+
+TEST_F(ApiFile, OffsetsBeyond32BitsFail) {
+    APIFile file = created("sparse");
+    char c = 'x';
+    ASSERT_EQ(file.SeekTo(0x7FFFFFFF) & file.Write(c), 1);
+    EXPECT_EQ(file.CurOffset(), 0x80000000ul);
+    EXPECT_EQ(file.SeekTo(-1), 0);
+    EXPECT_EQ(file.Error(), ERROR_NEGATIVE_SEEK);
+    unsigned long long size = 0;
+    EXPECT_EQ(file.size(size), 1);
+    EXPECT_EQ(size, 0x80000000ull);
+    EXPECT_EQ(file.IsEmpty(), 0);
+
+    std::filesystem::resize_file(folder / "sparse", 0x100000000ull);
+    EXPECT_EQ(file.IsEmpty(), 0);
+    EXPECT_EQ(file.SeekToEnd(), 0);
+    EXPECT_EQ(file.Error(), ERROR_FILE_TOO_LARGE);
+    EXPECT_EQ(file.CurOffset(), 0xFFFFFFFFul);
+    EXPECT_EQ(file.SeekTo(1), 1);
+    EXPECT_EQ(file.CurOffset(), 1ul);
+}
+
+}  // namespace

@@ -1,0 +1,138 @@
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <string>
+#include <type_traits>
+
+#include "toolbox/records.h"
+
+namespace {
+
+std::string bytesOf(const VarRecord& record) {
+    return {record.getPData(), record.getLen()};
+}
+
+template <class T>
+concept Readable = requires(VarRecord& record, T& value) {
+    record >> value;
+};
+static_assert(Readable<char> && Readable<long double>);
+static_assert(!Readable<unsigned int> && !Readable<long> && !Readable<unsigned char>);
+
+TEST(VarRecord, StoresValuesLittleEndianWithoutGaps) {
+    VarRecord record;
+    record << 'c' << static_cast<short>(0x0201) << 0x04030201 << 1.0f << 2.0 << 3.0L;
+    using namespace std::string_literals;
+    EXPECT_EQ(bytesOf(record),
+              "c"
+              "\x01\x02"
+              "\x01\x02\x03\x04"
+              "\0\0\x80\x3f"
+              "\0\0\0\0\0\0\0\x40"
+              "\0\0\0\0\0\0\x08\x40"s);
+
+    char c = 0;
+    short s = 0;
+    int i = 0;
+    float f = 0;
+    double d = 0;
+    long double l = 0;
+    record >> c >> s >> i >> f >> d >> l;
+    EXPECT_EQ(c, 'c');
+    EXPECT_EQ(s, 0x0201);
+    EXPECT_EQ(i, 0x04030201);
+    EXPECT_EQ(f, 1.0f);
+    EXPECT_EQ(d, 2.0);
+    EXPECT_EQ(l, 3.0L);
+    EXPECT_EQ(record.getOffset(), record.getLen());
+}
+
+TEST(VarRecord, ReadPastTheDataThrowsAndLeavesTheCursor) {
+    VarRecord record;
+    record.writeString("abcdefg", 7);
+    int value = 5;
+    record >> value;
+    EXPECT_THROW(record >> value, VarRecord::VarRecordException);
+    EXPECT_EQ(record.getOffset(), 4u);
+    EXPECT_EQ(value, 0x64636261);
+
+    VarRecord empty;
+    char text[1] = {'x'};
+    EXPECT_NO_THROW(empty.readString(text, 0));
+    EXPECT_NO_THROW(empty.readString(text, -1));
+    EXPECT_EQ(text[0], 'x');
+}
+
+TEST(VarRecord, ReadLongerThanTheRecordPassesByWrappingAndIsFilledWithZeros) {
+    VarRecord record;
+    record.writeString("abc", 3);
+    char out[8] = "zzzzzzz";
+    record.read(out, 8);
+    EXPECT_EQ(std::string(out, 8), std::string("abc\0\0\0\0\0", 8));
+    EXPECT_EQ(record.getOffset(), 8u);
+    EXPECT_THROW(record.read(out, 1), VarRecord::VarRecordException);
+    record.read(out, 4);
+    EXPECT_EQ(std::string(out, 4), std::string(4, '\0'));
+    EXPECT_EQ(record.tail().getLen(), 0u);
+}
+
+TEST(VarRecord, GrowsWithoutLosingBytesAlsoFromItself) {
+    VarRecord record;
+    std::string expected;
+    for (int i = 0; i < 9; ++i) {
+        const std::string piece(static_cast<std::size_t>(997 * i), static_cast<char>('a' + i));
+        record.write(piece.data(), static_cast<int>(piece.size()));
+        record.append(record);
+        expected += piece;
+        expected += expected;
+    }
+    EXPECT_EQ(bytesOf(record), expected);
+
+    record.setData(5, record.getPData() + 3);
+    EXPECT_EQ(bytesOf(record), expected.substr(3, 5));
+    record.setData(3, record.getPData() + 1);
+    EXPECT_EQ(bytesOf(record), expected.substr(4, 3));
+}
+
+TEST(VarRecord, RefusesMoreThanItCanHoldAndStaysAsItWas) {
+    VarRecord record;
+    record << 'a';
+    const char byte = 'b';
+    EXPECT_THROW(record.write(&byte, std::numeric_limits<int>::max()),
+                 VarRecord::VarRecordException);
+    EXPECT_EQ(record.setData(0x80000000ul, &byte), 0);
+    EXPECT_THROW(VarRecord{0xFFFFFFFFu}, VarRecord::VarRecordException);
+    record << 'b';
+    EXPECT_EQ(bytesOf(record), "ab");
+}
+
+TEST(VarRecord, CopyAndTailRewindAndKeepIdentity) {
+    VarRecord record;
+    record.setID(7);
+    record.setVersion(201);
+    record << 1 << 2;
+    int value = 0;
+    record >> value;
+
+    VarRecord copy(3);
+    copy = record;
+    const VarRecord tail = record.tail();
+    EXPECT_EQ(copy.getOffset(), 0u);
+    EXPECT_EQ(bytesOf(copy), bytesOf(record));
+    EXPECT_EQ(bytesOf(tail), std::string("\2\0\0\0", 4));
+    for (const VarRecord* each : {&tail, static_cast<const VarRecord*>(&copy)}) {
+        EXPECT_EQ(each->getID(), 7u);
+        EXPECT_EQ(each->getVersion(), 201u);
+    }
+
+    record >> value;
+    const VarRecord nothing = record.tail();
+    EXPECT_NE(nothing.getPData(), nullptr);
+    EXPECT_EQ(static_cast<int>(nothing), 0);
+    EXPECT_EQ(static_cast<int>(copy), 1);
+    copy = VarRecord();
+    EXPECT_EQ(copy.getLen(), 0u);
+    EXPECT_EQ(static_cast<int>(copy), 0);
+}
+
+}  // namespace

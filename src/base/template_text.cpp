@@ -1,5 +1,6 @@
 #include "base/template_text.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -39,6 +40,15 @@ Takes takes(char kind) {
     }
 }
 
+/// With a precision the text need not be terminated: no byte beyond it is read.
+std::string_view pointedText(const char* text, std::int64_t precision) {
+    if (!text) return "(null)";
+    if (precision < 0) return text;
+    const auto most = static_cast<std::size_t>(precision);
+    const void* end = std::memchr(text, '\0', most);
+    return {text, end ? static_cast<std::size_t>(static_cast<const char*>(end) - text) : most};
+}
+
 /// Where the values come from, one conversion after the other.
 class ArgumentSource {
   public:
@@ -76,7 +86,7 @@ class VariadicArguments final : public ArgumentSource {
                     return static_cast<double>(va_arg(list_, long double));
                 return va_arg(list_, double);
             case Takes::text:
-                return text(conversion.precision);
+                return pointedText(va_arg(list_, const char*), conversion.precision);
             default:
                 return {};
         }
@@ -123,115 +133,132 @@ class VariadicArguments final : public ArgumentSource {
         }
     }
 
-    /// With a precision the text need not be terminated: no byte beyond it is read.
-    std::string_view text(std::int64_t precision) {
-        const char* given = va_arg(list_, const char*);
-        if (!given) return "(null)";
-        if (precision < 0) return given;
-        const auto most = static_cast<std::size_t>(precision);
-        const void* end = std::memchr(given, '\0', most);
-        return {given,
-                end ? static_cast<std::size_t>(static_cast<const char*>(end) - given) : most};
-    }
-
     std::va_list list_;
 };
 
-/// One value, made to suit the conversion that takes it.
-class SingleArgument final : public ArgumentSource {
-  public:
-    explicit SingleArgument(const TemplateValue& value) : value_(value) {}
+template <class Integer>
+Integer saturated(double value) {
+    using Limits = std::numeric_limits<Integer>;
+    if (std::isnan(value)) return 0;
+    if (value <= static_cast<double>(Limits::min())) return Limits::min();
+    // The largest integer rounds up to a power of two, which no longer fits.
+    if (value >= static_cast<double>(Limits::max())) return Limits::max();
+    return static_cast<Integer>(value);
+}
 
-    int star() override { return 0; }
-    void skip(char) override {}
+/// A negative value wraps at the size that the conversion names, or at the next that holds it: how
+/// large the caller's variable was is not known here.
+unsigned long long wrapped(long long number, ArgumentLength length) {
+    const bool inInt = number >= std::numeric_limits<int>::min();
+    const bool plain = length == ArgumentLength::plain || length == ArgumentLength::bits32;
+    if (number < 0 && plain && inInt) return static_cast<unsigned>(number);
+    if (number < 0 && length == ArgumentLength::longWord) return static_cast<unsigned long>(number);
+    return static_cast<unsigned long long>(number);
+}
+
+long long asSigned(const TemplateValue& value, ArgumentLength length) {
+    long long number = 0;
+    if (const auto* real = std::get_if<double>(&value))
+        number = saturated<long long>(*real);
+    else if (const auto* positive = std::get_if<unsigned long long>(&value))
+        number = static_cast<long long>(*positive);
+    else if (const auto* any = std::get_if<long long>(&value))
+        number = *any;
+    if (length == ArgumentLength::byte) return static_cast<signed char>(number);
+    if (length == ArgumentLength::half) return static_cast<short>(number);
+    return number;
+}
+
+unsigned long long asUnsigned(const TemplateValue& value, ArgumentLength length) {
+    unsigned long long number = 0;
+    if (const auto* real = std::get_if<double>(&value))
+        number = saturated<unsigned long long>(*real);
+    else if (const auto* positive = std::get_if<unsigned long long>(&value))
+        number = *positive;
+    else if (const auto* any = std::get_if<long long>(&value))
+        number = wrapped(*any, length);
+    if (length == ArgumentLength::byte) return static_cast<unsigned char>(number);
+    if (length == ArgumentLength::half) return static_cast<unsigned short>(number);
+    return number;
+}
+
+double asReal(const TemplateValue& value) {
+    if (const auto* real = std::get_if<double>(&value)) return *real;
+    if (const auto* positive = std::get_if<unsigned long long>(&value))
+        return static_cast<double>(*positive);
+    if (const auto* any = std::get_if<long long>(&value)) return static_cast<double>(*any);
+    return 0.0;
+}
+
+/// Values of known type, each made to suit the conversion that takes it.
+class TypedArguments final : public ArgumentSource {
+  public:
+    /// A value alone is meant for the first conversion that prints.
+    enum class Star { isZero, takesValue };
+    TypedArguments(std::span<const TemplateValue> values, Star star)
+        : values_(values), star_(star) {}
+
+    int star() override {
+        const TemplateValue* value = star_ == Star::takesValue ? take() : nullptr;
+        if (!value) return 0;
+        const long long number = asSigned(*value, ArgumentLength::plain);
+        return static_cast<int>(std::clamp<long long>(number, std::numeric_limits<int>::min(),
+                                                      std::numeric_limits<int>::max()));
+    }
 
     std::optional<TemplateValue> next(const Conversion& conversion) override {
-        if (taken_) return {};
-        taken_ = true;
+        const TemplateValue* value = take();
+        if (!value) return {};
         switch (takes(conversion.kind)) {
             case Takes::signedInteger:
-                return asSigned(conversion);
+                if (conversion.kind == 'c' && isText(*value)) return firstCharacter(*value);
+                return asSigned(*value, conversion.length);
             case Takes::unsignedInteger:
-                return asUnsigned(conversion.length);
+                return asUnsigned(*value, conversion.length);
             case Takes::real:
-                return asReal();
+                return asReal(*value);
             case Takes::text:
-                return asText();
+                return asText(*value, conversion.precision);
             default:
                 return {};
         }
     }
 
+    void skip(char kind) override {
+        if (star_ == Star::takesValue && std::strchr("nSaAC", kind)) take();
+    }
+
   private:
-    template <class Integer>
-    static Integer saturated(double value) {
-        using Limits = std::numeric_limits<Integer>;
-        if (std::isnan(value)) return 0;
-        if (value <= static_cast<double>(Limits::min())) return Limits::min();
-        // The largest integer rounds up to a power of two, which no longer fits.
-        if (value >= static_cast<double>(Limits::max())) return Limits::max();
-        return static_cast<Integer>(value);
+    const TemplateValue* take() {
+        if (values_.empty()) return nullptr;
+        const TemplateValue* value = &values_.front();
+        values_ = values_.subspan(1);
+        return value;
     }
 
-    long long asSigned(const Conversion& conversion) const {
-        long long number = 0;
-        if (const auto* text = std::get_if<std::string_view>(&value_)) {
-            if (conversion.kind == 'c' && !text->empty()) number = text->front();
-        } else if (const auto* real = std::get_if<double>(&value_)) {
-            number = saturated<long long>(*real);
-        } else if (const auto* positive = std::get_if<unsigned long long>(&value_)) {
-            number = static_cast<long long>(*positive);
-        } else {
-            number = std::get<long long>(value_);
-        }
-        if (conversion.length == ArgumentLength::byte) return static_cast<signed char>(number);
-        if (conversion.length == ArgumentLength::half) return static_cast<short>(number);
-        return number;
+    static bool isText(const TemplateValue& value) {
+        return std::holds_alternative<std::string_view>(value) ||
+               std::holds_alternative<const char*>(value);
     }
 
-    unsigned long long asUnsigned(ArgumentLength length) const {
-        unsigned long long number = 0;
-        if (const auto* real = std::get_if<double>(&value_))
-            number = saturated<unsigned long long>(*real);
-        else if (const auto* positive = std::get_if<unsigned long long>(&value_))
-            number = *positive;
-        else if (const auto* any = std::get_if<long long>(&value_))
-            number = wrapped(*any, length);
-        if (length == ArgumentLength::byte) return static_cast<unsigned char>(number);
-        if (length == ArgumentLength::half) return static_cast<unsigned short>(number);
-        return number;
+    long long firstCharacter(const TemplateValue& value) {
+        const std::string_view text = asText(value, 1);
+        return text.empty() ? 0 : text.front();
     }
 
-    /// A negative value wraps at the size that the conversion names, or at the next that holds it:
-    /// how large the caller's variable was is not known here.
-    static unsigned long long wrapped(long long number, ArgumentLength length) {
-        const bool inInt = number >= std::numeric_limits<int>::min();
-        const bool plain = length == ArgumentLength::plain || length == ArgumentLength::bits32;
-        if (number < 0 && plain && inInt) return static_cast<unsigned>(number);
-        if (number < 0 && length == ArgumentLength::longWord)
-            return static_cast<unsigned long>(number);
-        return static_cast<unsigned long long>(number);
+    std::string_view asText(const TemplateValue& value, std::int64_t precision) {
+        if (const auto* text = std::get_if<std::string_view>(&value)) return *text;
+        if (const auto* text = std::get_if<const char*>(&value))
+            return pointedText(*text, precision);
+        const char* natural = std::holds_alternative<double>(value)      ? "%g"
+                              : std::holds_alternative<long long>(value) ? "%lld"
+                                                                         : "%llu";
+        return {number_, printTemplateValue(number_, sizeof number_, natural, value)};
     }
 
-    double asReal() const {
-        if (const auto* real = std::get_if<double>(&value_)) return *real;
-        if (const auto* positive = std::get_if<unsigned long long>(&value_))
-            return static_cast<double>(*positive);
-        if (const auto* any = std::get_if<long long>(&value_)) return static_cast<double>(*any);
-        return 0.0;
-    }
-
-    std::string_view asText() {
-        if (const auto* text = std::get_if<std::string_view>(&value_)) return *text;
-        const char* natural = std::holds_alternative<double>(value_)      ? "%g"
-                              : std::holds_alternative<long long>(value_) ? "%lld"
-                                                                          : "%llu";
-        return {number_, printTemplateValue(number_, sizeof number_, natural, value_)};
-    }
-
-    const TemplateValue& value_;
+    std::span<const TemplateValue> values_;
+    Star star_;
     char number_[32];
-    bool taken_ = false;
 };
 
 bool isPrinted(const Conversion& conversion) {
@@ -286,7 +313,13 @@ std::size_t printTemplate(char* out, std::size_t size, const char* format, ...) 
 
 std::size_t printTemplateValue(char* out, std::size_t size, const char* format,
                                const TemplateValue& value) {
-    SingleArgument source(value);
+    TypedArguments source({&value, 1}, TypedArguments::Star::isZero);
+    return print(out, size, format, source);
+}
+
+std::size_t printTemplateValues(char* out, std::size_t size, const char* format,
+                                std::span<const TemplateValue> values) {
+    TypedArguments source(values, TypedArguments::Star::takesValue);
     return print(out, size, format, source);
 }
 

@@ -12,7 +12,7 @@
 #include <cstdarg>
 #include <cstddef>
 #include <cstdint>
-#include <string>
+#include <span>
 #include <string_view>
 #include <variant>
 
@@ -26,12 +26,18 @@ std::size_t printTemplate(char* out, std::size_t size, const char* format, ...);
 
 /// One argument of known type. Conversions that do not suit it are made to: integers and reals
 /// convert to each other, a number asked for as text prints in decimal, text asked for as a number
-/// is 0.
-using TemplateValue = std::variant<long long, unsigned long long, double, std::string_view>;
+/// is 0. A character pointer is read as far as "%s" asks, null is "(null)".
+using TemplateValue =
+    std::variant<long long, unsigned long long, double, std::string_view, const char*>;
 
 /// Prints one value: the first conversion of the template takes it, further ones print nothing.
 /// A '*' takes no value and counts as 0. Cut and terminated as above.
 std::size_t printTemplateValue(char* out, std::size_t size, const char* format,
                                const TemplateValue& value);
+
+/// Prints values in their order, a '*' takes one too; conversions without a value print nothing.
+/// Cut and terminated as above.
+std::size_t printTemplateValues(char* out, std::size_t size, const char* format,
+                                std::span<const TemplateValue> values);
 
 }  // namespace toolbox::base

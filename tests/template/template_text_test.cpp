@@ -5,6 +5,7 @@
 #include <climits>
 #include <cmath>
 #include <cstdio>
+#include <cstring>
 #include <random>
 
 namespace toolbox::base {
@@ -115,6 +116,27 @@ TEST(TemplateText, OneValueSuitsAnyConversion) {
         char out[64];
         const std::size_t kept = printTemplateValue(out, sizeof out, c.format, c.value);
         EXPECT_EQ(std::string(out, kept), c.expected) << c.format;
+    }
+}
+
+TEST(TemplateText, TypedValuesNeedNotSuitTheirTemplate) {
+    const char unterminated[] = {'a', 'b', 'c'};
+    const TemplateValue values[] = {static_cast<const char*>(unterminated), 7LL, 0.5};
+    const TemplateValue widths[] = {99999999999LL, 3.0, "word"};
+    struct Case {
+        const char* format;
+        std::span<const TemplateValue> values;
+        const char* expected;
+    };
+    const Case cases[] = {{"%.3s %d %g", values, "abc 7 0.5"},
+                          {"%d %s %s|%s%d", values, "0 7 0.5|"},
+                          {"%n%a%d", values, "%a0"},
+                          {"%c%*d|", values, "a      0|"},
+                          {"%-*.*s|", widths, "wor"}};
+    for (const Case& c : cases) {
+        char out[64];
+        printTemplateValues(out, sizeof out, c.format, c.values);
+        EXPECT_EQ(std::string_view(out).substr(0, std::strlen(c.expected)), c.expected) << c.format;
     }
 }
 

@@ -1,0 +1,81 @@
+// The thin containers of the library's signatures: CArray, an array that grows, and RWTValSlist, a
+// list of values in the order in which they were appended. Both own copies of their elements and
+// are plain values themselves. No index is out of bounds: reading where there is no element gives a
+// default one.
+#pragma once
+
+#include <cstddef>
+#include <list>
+#include <utility>
+#include <vector>
+
+/// `Arg` is the type in which elements are passed in; a reference is only read.
+template <class T, class Arg = const T&>
+class CArray {
+  public:
+    [[nodiscard]] int GetSize() const { return static_cast<int>(elements_.size()); }
+    [[nodiscard]] bool IsEmpty() const { return elements_.empty(); }
+    /// Cuts, or adds default elements. A negative size counts as 0.
+    void SetSize(int size) { elements_.resize(size > 0 ? static_cast<std::size_t>(size) : 0); }
+
+    [[nodiscard]] const T& GetAt(int index) const { return (*this)[index]; }
+    [[nodiscard]] const T& operator[](int index) const {
+        static const T none{};
+        return has(index) ? elements_[static_cast<std::size_t>(index)] : none;
+    }
+    /// Outside the array: a default element that is not part of it.
+    [[nodiscard]] T& operator[](int index) {
+        if (has(index)) return elements_[static_cast<std::size_t>(index)];
+        outside_ = T{};
+        return outside_;
+    }
+
+    /// Appends a copy and returns its index.
+    int Add(Arg element) {
+        elements_.push_back(element);
+        return GetSize() - 1;
+    }
+    int Add(T&& element) {
+        elements_.push_back(std::move(element));
+        return GetSize() - 1;
+    }
+    /// Replaces an element; does nothing outside the array.
+    void SetAt(int index, Arg element) {
+        if (has(index)) elements_[static_cast<std::size_t>(index)] = element;
+    }
+    /// Replaces an element, growing the array up to it. A negative index does nothing.
+    void SetAtGrow(int index, Arg element) {
+        if (index < 0) return;
+        T copy(element);
+        if (!has(index)) SetSize(index + 1);
+        elements_[static_cast<std::size_t>(index)] = std::move(copy);
+    }
+    void RemoveAll() { elements_.clear(); }
+
+    [[nodiscard]] auto begin() const { return elements_.begin(); }
+    [[nodiscard]] auto end() const { return elements_.end(); }
+
+  private:
+    [[nodiscard]] bool has(int index) const { return index >= 0 && index < GetSize(); }
+
+    std::vector<T> elements_;
+    T outside_{};
+};
+
+template <class T>
+class RWTValSlist {
+  public:
+    void append(const T& value) { values_.push_back(value); }
+    void clear() { values_.clear(); }
+
+    [[nodiscard]] std::size_t entries() const { return values_.size(); }
+    [[nodiscard]] bool isEmpty() const { return values_.empty(); }
+    [[nodiscard]] T first() const { return values_.empty() ? T{} : values_.front(); }
+    [[nodiscard]] T last() const { return values_.empty() ? T{} : values_.back(); }
+
+    [[nodiscard]] auto begin() const { return values_.begin(); }
+    [[nodiscard]] auto end() const { return values_.end(); }
+
+  private:
+    std::list<T> values_;
+};

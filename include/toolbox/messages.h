@@ -1,0 +1,280 @@
+// The message service: texts from string resources, error reports, and small conversions.
+//
+// The application creates one GMSG at its start, calls initStaticVars, and tells it the module that
+// holds its texts, its title and its current parent window; a report made earlier is safe and shows
+// a box without caption. All else is static and belongs to the user-interface thread. The
+// application destroys the object and calls destroyStaticVars at its end.
+//
+// Texts are looked up in the registered module first, in the application second, in the service's
+// language where they exist in it. Templates are printf's; at most 511 characters of a template and
+// of a printed text are kept. The arguments that follow a template are passed with their types: a
+// template that asks for another type, for more of them or for "%n" prints something harmless.
+// Only the VaList forms, whose arguments have no types, trust the template's.
+#pragma once
+
+#include <concepts>
+#include <cstdarg>
+#include <cstdint>
+#include <iosfwd>
+#include <span>
+#include <string_view>
+#include <type_traits>
+#include <variant>
+
+#include "toolbox/containers.h"
+#include "toolbox/export.h"
+#include "toolbox/strings.h"
+#include "toolbox/win_types.h"
+
+namespace toolbox {
+
+/// One argument of a template. A character pointer is read only as far as the template asks.
+using MessageArgument =
+    std::variant<long long, unsigned long long, double, std::string_view, const char*>;
+
+/// Numbers, unscoped enumerators, strings and pointers become arguments; a pointer that is not to
+/// characters passes its address.
+template <class T>
+[[nodiscard]] MessageArgument messageArgument(const T& value) {
+    using Plain = std::decay_t<T>;
+    if constexpr (std::derived_from<Plain, ByteString>) {
+        return value.view();
+    } else if constexpr (std::floating_point<Plain>) {
+        return static_cast<double>(value);
+    } else if constexpr (std::convertible_to<const T&, const char*>) {
+        return static_cast<const char*>(value);
+    } else if constexpr (std::convertible_to<const T&, std::string_view>) {
+        return std::string_view(value);
+    } else if constexpr (std::same_as<Plain, unsigned char*> ||
+                         std::same_as<Plain, const unsigned char*>) {
+        return reinterpret_cast<const char*>(value);
+    } else if constexpr (std::is_pointer_v<Plain>) {
+        return static_cast<unsigned long long>(reinterpret_cast<std::uintptr_t>(value));
+    } else if constexpr (std::is_enum_v<Plain>) {
+        return messageArgument(static_cast<std::underlying_type_t<Plain>>(value));
+    } else if constexpr (std::signed_integral<Plain>) {
+        return static_cast<long long>(value);
+    } else {
+        static_assert(std::integral<Plain>, "not a type that a template can print");
+        return static_cast<unsigned long long>(value);
+    }
+}
+
+/// The arguments of one call, in their order.
+using MessageArguments = std::span<const MessageArgument>;
+
+/// Numbers of texts, plain or named by an enumeration.
+template <class T>
+concept ResourceId = std::integral<T> || std::is_enum_v<T>;
+
+}  // namespace toolbox
+
+class TB_API GMSG {
+  public:
+    /// Language of texts. Any value but French counts as English.
+    enum Language { English = 0, French = 1 };
+
+    /// What happens to a reported error.
+    enum ErrorReporting {
+        ReportNothing = 0,  ///< it is dropped
+        ReportInBox = 1,    ///< it is shown in a message box
+        ReportInList = 2    ///< it is appended to the error list and to the log
+    };
+
+    /// Becomes the service: theMSG points to it, errors are shown in boxes, there is no log.
+    GMSG();
+    ~GMSG();
+    GMSG(const GMSG&) = delete;
+    GMSG& operator=(const GMSG&) = delete;
+
+    /// The service; null before it is constructed and after it is destroyed.
+    static GMSG* theMSG;
+    /// French from the start. The application changes it at will.
+    static Language language;
+
+    /// Creates the application title and the destination name, both empty.
+    static void initStaticVars();
+    static void destroyStaticVars();
+
+    /// The module searched first for texts. Range checks are made only while there is one.
+    static void setInstance(void* module);
+    [[nodiscard]] static void* getInstance();
+
+    /// The owner of message boxes. One that is no live window (any more) is forgotten by the next
+    /// report.
+    static void setParent(HWND parent);
+    [[nodiscard]] static HWND getParent();
+    /// 1 when a parent is set and is a live window.
+    [[nodiscard]] static int isValidParent();
+
+    /// Caption of error boxes.
+    static void setAppTitle(const RWCString& title);
+    [[nodiscard]] static RWCString getAppTitle();
+    /// Where settings are stored.
+    static void setDestName(const RWCString& name);
+    [[nodiscard]] static RWCString getDestName();
+
+    /// Whether settings go to the registry (non-zero, the initial state) or to profile files.
+    static void setUseRegistry(int use);
+    [[nodiscard]] static int useRegistry();
+#if defined(_WIN32)
+    /// Root key of settings; HKEY_CURRENT_USER from the start.
+    static void setKey(HKEY key);
+    [[nodiscard]] static HKEY getKey();
+#endif
+
+    // Texts. Identifiers have 16 bits: of a larger number the low ones count.
+
+    /// Copies text `id` into `buf`, cut at size - 1 characters and terminated. Returns the
+    /// characters copied, 0 when the text is in neither module (`buf` is then empty).
+    static int loadString(unsigned short id, char* buf, int size);
+
+    /// Prints text `id` with the arguments into `buf`, cut at size - 1 characters and terminated.
+    /// Returns the length of the template, 0 when there is none: getString then leaves `buf` empty,
+    /// getStringVaList leaves it as it was.
+    template <class... Args>
+    static int getString(unsigned short id, char* buf, int size, const Args&... args) {
+        if (buf && size > 0) buf[0] = '\0';
+        return withArguments(
+            [&](toolbox::MessageArguments list) { return printInto(id, buf, size, list); },
+            args...);
+    }
+    static int getStringVaList(unsigned short id, char* buf, int size, std::va_list args);
+
+    /// The same into a string, which a missing template makes empty.
+    template <class... Args>
+    static int getString(unsigned short id, RWCString& out, const Args&... args) {
+        return withArguments(
+            [&](toolbox::MessageArguments list) { return printInto(id, out, list); }, args...);
+    }
+    static int getStringVaList(unsigned short id, RWCString& out, std::va_list args);
+
+    // Load and print into `out`, then bring it to `width` with copies of `pad`: before it, after
+    // it, or half of them (rounded down) before and the rest after. A text at least that wide stays
+    // as it is; a missing template is padded as the empty text that it leaves. At most 1 MiB of
+    // padding is added. All return the length of the template.
+    template <class... Args>
+    static int getStringPadLeft(unsigned short id, RWCString& out, char pad, int width,
+                                const Args&... args) {
+        const int length = getString(id, out, args...);
+        padLeft(out, pad, width);
+        return length;
+    }
+    template <class... Args>
+    static int getStringPadRight(unsigned short id, RWCString& out, char pad, int width,
+                                 const Args&... args) {
+        const int length = getString(id, out, args...);
+        padRight(out, pad, width);
+        return length;
+    }
+    template <class... Args>
+    static int getStringPadMid(unsigned short id, RWCString& out, char pad, int width,
+                               const Args&... args) {
+        const int length = getString(id, out, args...);
+        padMid(out, pad, width);
+        return length;
+    }
+    /// `out` becomes `count` copies of its first character; nothing when it is empty or `count` is
+    /// below 1. At most 1 MiB of them.
+    template <class... Args>
+    static int getStringReplicate(unsigned short id, RWCString& out, int count,
+                                  const Args&... args) {
+        const int length = getString(id, out, args...);
+        replicate(out, count);
+        return length;
+    }
+
+    /// The system's text for an error code: copies it into `buf` when there is one and returns its
+    /// length. `buf` has room for 1024 characters; a longer text is cut.
+    static int getLastErrorMsg(unsigned long code, char* buf);
+
+    // Errors. By the error reporting option a report shows a box with the application's title and
+    // returns the button chosen, or keeps the text, or drops it; the two latter return 0, and so
+    // does a text `id` that is in neither module. `flags` are the box's icon and buttons; boxes are
+    // always task-modal and come to the front.
+
+    template <toolbox::ResourceId Id, class... Args>
+    static int errorMsg(Id id, unsigned short flags, const Args&... args) {
+        return withArguments(
+            [&](toolbox::MessageArguments list) {
+                return reportText(static_cast<unsigned short>(id), flags, list);
+            },
+            args...);
+    }
+    /// Reports a template given as text. A text that is not meant as a template is an argument:
+    /// errorMsg("%s", flags, text).
+    template <class... Args>
+    static int errorMsg(const char* format, unsigned short flags, const Args&... args) {
+        return withArguments(
+            [&](toolbox::MessageArguments list) { return reportFormat(format, flags, list); },
+            args...);
+    }
+    static int errorMsgVaList(unsigned short id, unsigned short flags, std::va_list args);
+    static int errorMsgVaList(const char* format, unsigned short flags, std::va_list args);
+
+    /// On purpose, choosing the list empties it, also when it was chosen already; the other options
+    /// leave it as it is.
+    static void setErrorReportingOption(ErrorReporting option);
+
+    /// A copy of the errors collected so far, oldest first.
+    [[nodiscard]] static RWTValSlist<RWCString> getLstErrors();
+    /// Each of them followed by a line end.
+    [[nodiscard]] static RWCString getLstErrorsInString();
+    /// The newest; empty when there is none.
+    [[nodiscard]] static RWCString getLastErrorMsg();
+
+    /// Where errors that are kept in the list are written too, one a line; null for none. Borrowed.
+    static void setLogStream(std::ostream* log);
+
+    // Conversions into the caller's buffer, which is returned.
+
+    /// `buf` has room for decimals + 16 characters (decimals above 1100 count as 1100). Zero is
+    /// empty when `blankIfZero` is set. From 0.00001 to 99999 a number has `decimals` decimals, on
+    /// purpose without a zero before the point (".25"); one that rounds to zero at 0 decimals has
+    /// no digit at all. Other numbers, and zero ("0."), have decimals + 6 significant digits.
+    static char* ftoa(double x, int decimals, char* buf, int blankIfZero);
+    /// `buf` has room for 22 characters.
+    static char* ntoa(long n, char* buf, int blankIfZero);
+    // "O" or "N", "ON" or "OFF", "EC" or "HC", the same in every language; empty when `blank` is
+    // set. `buf` has room for 4 characters.
+    static char* btoa(int b, char* buf, int blank);
+    static char* b2OnOff(int b, char* buf, int blank);
+    static char* b2ECHC(int b, char* buf, int blank);
+    /// Removes leading and trailing blanks in place.
+    static char* strip(char* s);
+
+    /// Checks a number against text `formatId`: a message template, the minimum and the maximum,
+    /// with commas between them (several in a row count as one). Returns 1 when the number lies
+    /// between the limits, they included, and when there is nothing to check (`formatId` is 0, no
+    /// module is set, a limit is missing). Otherwise it shows the message, printed with the two
+    /// limits, and returns 0. Returns 0 and shows nothing when the text cannot be loaded.
+    static int checkDouble(double& x, unsigned short formatId);
+
+  private:
+    template <class Call, class... Args>
+    static int withArguments(const Call& call, const Args&... args) {
+        if constexpr (sizeof...(Args) == 0) {
+            return call(toolbox::MessageArguments{});
+        } else {
+            const toolbox::MessageArgument list[] = {toolbox::messageArgument(args)...};
+            return call(toolbox::MessageArguments(list));
+        }
+    }
+    static int printInto(unsigned short id, char* buf, int size, toolbox::MessageArguments args);
+    static int printInto(unsigned short id, RWCString& out, toolbox::MessageArguments args);
+    static int reportText(unsigned short id, unsigned short flags, toolbox::MessageArguments args);
+    static int reportFormat(const char* format, unsigned short flags,
+                            toolbox::MessageArguments args);
+    static void padLeft(RWCString& out, char pad, int width);
+    static void padRight(RWCString& out, char pad, int width);
+    static void padMid(RWCString& out, char pad, int width);
+    static void replicate(RWCString& out, int count);
+
+    static int report(const char* text, unsigned short flags);
+    static bool drops();
+    static HWND liveParent();
+
+    ErrorReporting option_ = ReportInBox;
+    RWTValSlist<RWCString> errors_;
+    std::ostream* log_ = nullptr;  // borrowed
+};

@@ -1,0 +1,192 @@
+// Validated texts and character sets, and the small text utilities around them.
+//
+// A TvString is a text field that checks itself by rules loaded from one string resource; TvCharSet
+// is the set of characters that such rules name. The free functions load, show and trim plain
+// character buffers. Texts are bytes in Windows-1252; all calls come from the user-interface
+// thread.
+#pragma once
+
+#include "toolbox/containers.h"
+#include "toolbox/export.h"
+#include "toolbox/messages.h"
+#include "toolbox/output_values.h"
+#include "toolbox/strings.h"
+#include "toolbox/win_types.h"
+
+/// A set of characters, defined by a text: "[[09]]" is every character from 0 to 9, any other
+/// character is itself, and so is a '[' that no second one follows. The ends of an interval are in
+/// order as signed bytes. A definition that breaks off in a bad interval is not valid; the set then
+/// holds what stands before it.
+class TB_API TvCharSet {
+  public:
+    TvCharSet() = default;  ///< the empty set
+    TvCharSet(const CString& definition) : definition_(definition) {}
+
+    /// Returns the new definition.
+    CString operator=(const CString& definition);
+
+    [[nodiscard]] const CString& definition() const { return definition_; }
+
+    /// True when the whole definition can be read.
+    [[nodiscard]] bool isValid() const;
+
+    /// Every character, in the order of the definition, repeated where it repeats.
+    [[nodiscard]] CString getDetailedCharsSet() const;
+
+    /// The set in words, for a user: 'a', '0' to '9' and 'z'. The words are resource texts 1097
+    /// between the ends of an interval and 1095 ("and"), or 1096 ("or") with `useAlternative`,
+    /// before the last item. On purpose that word replaces the last comma whatever it is, also a
+    /// ',' that is itself the last item.
+    [[nodiscard]] CString getFriendlyCharsSet(bool useAlternative) const;
+
+    [[nodiscard]] bool charIsInSet(char c) const;
+    [[nodiscard]] bool allStringCharsAreInSet(const CString& text) const;       ///< true for ""
+    [[nodiscard]] bool atLeastOneStringCharIsInSet(const CString& text) const;  ///< false for ""
+
+    /// The character itself, or the name of a control character and of character 255: "{NUL}". On
+    /// purpose 14 to 17 and 26 have names of their own, "{ST}" for 15.
+    [[nodiscard]] static CString getVisibleChar(const char& c);
+
+  private:
+    bool getNextCharOrInterval(int& index, CString& piece) const;
+
+    CString definition_;
+};
+
+#pragma GCC diagnostic push
+// The order of the virtual operations is fixed and a destructor is not among them: a TvString is
+// destroyed as what it is.
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+
+/// A text with its rules. The resource text is "TVSTRING|message|minimum length|maximum length|
+/// default|valid characters|invalid characters|forbidden value|..."; fields may be empty or
+/// missing. The message is a template for TvFormatMessage: %1 is the first rule that is in force of
+/// minimum, maximum, valid and invalid characters and each forbidden value, %2 the next.
+class TB_API TvString {
+  public:
+    /// Bits of the rules, as they are supplied by the resource, in force, or broken.
+    enum Rule : unsigned char {
+        HasMessage = 1,  ///< supplied only
+        HasDefault = 2,  ///< supplied only
+        MinLength = 4,
+        MaxLength = 8,
+        ValidChars = 16,
+        InvalidChars = 32,
+        ForbiddenValues = 64
+    };
+
+    /// An empty text with the rules of a resource text; without rules when it cannot be read.
+    explicit TvString(unsigned int resourceId);
+    TvString(const TvString& other);
+    TvString& operator=(const TvString& other);
+#pragma GCC diagnostic push
+    // The order of the virtual operations is fixed and a destructor is not among them: a TvString
+    // is destroyed as what it is.
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+    ~TvString() = default;
+
+    /// Replaces the text, not checked, and returns a copy of it.
+    CString operator=(const char* text);
+
+    /// Checks `text`, or the own one when it is null. True when it breaks no rule. A broken rule
+    /// puts the message into `errorMessage`; `failedRules` receives the bits of all that are
+    /// broken, 0 for none. Either may be null. On purpose the two sets of characters cancel each
+    /// other out: each is checked only while the other is empty.
+    virtual bool isValid(RWCollectableString* errorMessage, const RWCollectableString* text,
+                         char* failedRules) const;
+    virtual bool isValid(RWCString* errorMessage, const RWCString* text, char* failedRules) const;
+    virtual bool isValid(CString* errorMessage, const CString* text, char* failedRules) const;
+
+    /// Takes the rules of a resource text. False, and nothing changes, when the identifier is 0 or
+    /// there is no such text with the tag TVSTRING.
+    virtual bool setToResStr(unsigned int resourceId);
+    /// Drops all rules, the message and the default. The text stays.
+    virtual void setToDefaults();
+    /// Deletes from the text what the two sets forbid, here each on its own.
+    virtual void removeInvalidChars();
+
+    [[nodiscard]] const CString& value() const {
+        return value_;
+    }
+    [[nodiscard]] const CString& defaultValue() const {
+        return defaultValue_;
+    }
+    [[nodiscard]] int minLength() const {
+        return minLength_;
+    }  ///< -1: none
+    [[nodiscard]] int maxLength() const {
+        return maxLength_;
+    }  ///< -1: none
+    [[nodiscard]] unsigned char rules() const {
+        return rules_;
+    }
+
+  private:
+    [[nodiscard]] unsigned char brokenRules(const CString& text) const;
+    void bindArguments();
+
+    CString value_;
+    CString message_;
+    CArray<TvOutVal, TvOutVal&> arguments_;  // of the message; they refer to the fields below
+    int minLength_ = -1;
+    int maxLength_ = -1;
+    CString defaultValue_;
+    TvCharSet validChars_;
+    TvCharSet invalidChars_;
+    CArray<CString> forbiddenValues_;
+    unsigned char rules_ = 0;
+};
+#pragma GCC diagnostic pop
+
+/// Reads the rules of resource text `resourceId` (see TvString). Returns the TvString::Rule bits of
+/// the fields that it supplies, 0 when there is no such text or it lacks the tag; the outputs are
+/// then unchanged, but the list of forbidden values is empty when the text exists. A field that is
+/// missing, empty or unreadable gives its default: -1, an empty text, and resource text 1094 for
+/// the message. Any output may be null.
+TB_API char TvStringParseResStr(unsigned int resourceId, CString* message, CString* defaultValue,
+                                int* minLength, int* maxLength, CString* validChars,
+                                CString* invalidChars, CArray<CString>* forbiddenValues);
+TB_API char TvStringParseResStr(unsigned int resourceId, RWCString* message,
+                                RWCString* defaultValue, int* minLength, int* maxLength,
+                                RWCString* validChars, RWCString* invalidChars,
+                                CArray<RWCString>* forbiddenValues);
+
+// Reading one value from a text. The strings take it as it is. The numbers read a decimal number
+// with nothing but blanks around it, a '+' or '-' in front allowed, '.' as decimal point; anything
+// else, or a number outside the type's range, gives false and leaves `out` alone.
+TB_API bool TvScanfSingle(const CString& text, CString* out);
+TB_API bool TvScanfSingle(const CString& text, RWCString* out);
+TB_API bool TvScanfSingle(const CString& text, RWCollectableString* out);
+TB_API bool TvScanfSingle(const CString& text, unsigned char* out);
+TB_API bool TvScanfSingle(const CString& text, short* out);
+TB_API bool TvScanfSingle(const CString& text, int* out);
+TB_API bool TvScanfSingle(const CString& text, unsigned int* out);
+TB_API bool TvScanfSingle(const CString& text, long* out);
+TB_API bool TvScanfSingle(const CString& text, unsigned long* out);
+TB_API bool TvScanfSingle(const CString& text, float* out);
+TB_API bool TvScanfSingle(const CString& text, double* out);
+
+/// Replaces in `templ` the first "%1" by the first argument's text, the first "%2" by the second's
+/// and so on, until a number does not occur; those without an argument stay. On purpose each search
+/// sees the texts already put in, and "%1" matches the start of "%10".
+TB_API void TvFormatMessage(CString& result, const CString& templ,
+                            const CArray<TvOutVal, TvOutVal&>& args);
+
+/// Text `id` of a module, cut at 254 characters, in one of 16 buffers that are used in turn: it
+/// stays until the 16th call after. A text that does not exist is told to the user in a box, and
+/// the result is the identifier in decimal. Never null.
+TB_API char* GetString(HINSTANCE hInstance, unsigned int id);
+
+/// Shows a task-modal box without owner and returns the button chosen. `flags` are its icon and
+/// buttons.
+TB_API int ShowMsgBox(const char* title, const char* text, unsigned int flags);
+
+/// Removes the blanks at the start of `s`, of which the first `n` characters are looked at, by
+/// moving those n characters and the next to the left; what stands behind them stays where it is,
+/// so `n` is usually the length. Returns the new length. On purpose n blanks are left alone and
+/// give 0.
+TB_API int Lead(char* s, int n);
+
+/// Cuts blanks and line ends at the end of the first `n` characters of `s`, and whatever follows
+/// them. Returns the new length. On purpose a text of blanks only is left alone.
+TB_API int Trail(char* s, int n);

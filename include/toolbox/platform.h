@@ -115,6 +115,10 @@ class TB_API FileSystem {
     /// Renames, replacing `to` in one step: at every moment `to` is the old file or the new one.
     virtual ErrorCode replace(const char* from, const char* to) = 0;
     virtual ErrorCode remove(const char* name) = 0;
+    /// Creates an empty file with a new name, which begins with up to three characters of `prefix`
+    /// and ends with ".TMP" in some case, in the system's folder for temporary files. `name` is its
+    /// whole name, empty on failure. Nobody removes the file.
+    virtual ErrorCode createTemporary(const char* prefix, std::string& name) = 0;
 
     virtual ErrorCode attributes(const char* name, std::uint32_t& out) = 0;
     virtual ErrorCode setAttributes(const char* name, std::uint32_t attributes) = 0;
@@ -130,6 +134,87 @@ class TB_API FileSystem {
     /// Copies `from` to a new `to`, expanding it when it is compressed with the system's LZ
     /// compression. Returns the bytes written, or a negative LZERROR_ code.
     virtual std::int32_t expandCopy(const char* from, const char* to) = 0;
+};
+
+/// What is stored under one name of a profile section; a null value removes the entry.
+struct ProfileEntry {
+    const char* entry;
+    const char* value;
+};
+
+/// Texts by section and entry, in profile (initialisation) files:
+///     [section]
+///     entry=value
+///
+/// A name without a folder stands for a file in one fixed place: the Windows folder; on other
+/// systems the folder `toolbox` in $XDG_CONFIG_HOME, or in ~/.config when that is not set. A file
+/// can be any bytes; the first section, and in it the first entry, of a name counts.
+///
+/// Section and entry names have at least one character, are compared without regard to the case of
+/// A to Z and to blanks around them. Names that could not be found again are refused: a line break
+/// in a name, an entry with '=' or with '[' as its first character.
+///
+/// A save leaves comments, unknown lines and their order. On Windows the system decides the rest
+/// (it may drop blank lines); elsewhere every other byte stays, the file is replaced in one step
+/// (a process that is killed leaves the old file or the new one) and saves of several processes
+/// take turns, so none loses another's entry. New lines end as the file's first line does, with CR
+/// LF in a new file.
+class TB_API ProfileStore {
+  public:
+    virtual ~ProfileStore() = default;
+
+    /// Copies the text of an entry into `out`, without the blanks around it and then without one
+    /// pair of quotes (" or ') around it, cut at size - 1 bytes and terminated when size > 0. True
+    /// when the file has the entry, be it empty; otherwise `out` gets `fallback` (null: the empty
+    /// string) without blanks at its end and without such quotes. The cost does not grow with the
+    /// file where the system does not read it anew for each call, as Windows may.
+    virtual bool read(const char* file, const char* section, const char* entry,
+                      const char* fallback, char* out, int size) = 0;
+
+    /// Stores one text; null removes the entry. Success means that it is in the file. A value ends
+    /// at its first line break; blanks and quotes around it are lost when it is read.
+    virtual ErrorCode write(const char* file, const char* section, const char* entry,
+                            const char* value) = 0;
+
+    /// Stores several entries of a section as write() does, each. The file is rewritten once (all
+    /// entries or none), except on Windows: the system rewrites it for each, and the first failure
+    /// ends the operation with the entries before it stored.
+    virtual ErrorCode writeMany(const char* file, const char* section,
+                                std::span<const ProfileEntry> entries) = 0;
+};
+
+/// Typed values by root, key path and name, all compared without regard to case. Paths separate
+/// their parts with '\'. On systems without a registry it is a text file in `.reg` notation (the
+/// 8-bit form, REGEDIT4), `toolbox/registry.reg` in $XDG_CONFIG_HOME or ~/.config, replaced in one
+/// step and shared by processes as profile files are; there the only roots are HKEY_CURRENT_USER
+/// and HKEY_LOCAL_MACHINE, both of this user, and names hold no line breaks.
+class TB_API RegistryStore {
+  public:
+    virtual ~RegistryStore() = default;
+
+    /// Stores a value of a REG_ type, with the keys on the way to it. A REG_SZ counts its
+    /// terminator.
+    virtual ErrorCode write(HKEY root, const char* key, const char* name, std::uint32_t type,
+                            const void* data, std::uint32_t size) = 0;
+
+    /// Copies a value into `data`, which has room for `size` bytes. `type` and `size` become those
+    /// of the value; a null `data` asks only for them. ERROR_MORE_DATA: the room is too small,
+    /// `data` is untouched. ERROR_FILE_NOT_FOUND: there is no such key or value; then `type` and
+    /// `size` are 0.
+    virtual ErrorCode read(HKEY root, const char* key, const char* name, std::uint32_t& type,
+                           void* data, std::uint32_t& size) = 0;
+};
+
+/// The paste buffer: the system's clipboard on Windows; elsewhere a text of this process, which the
+/// application reads with text().
+class TB_API Clipboard {
+  public:
+    virtual ~Clipboard() = default;
+
+    /// Replaces the content by a text.
+    virtual ErrorCode setText(const char* text) = 0;
+    /// The text held; empty when there is none.
+    virtual std::string text() = 0;
 };
 
 /// A calendar date of the local clock.
@@ -159,6 +244,9 @@ struct Services {
     UserPrompt* prompt;
     FileSystem* files;
     SystemInfo* system;
+    ProfileStore* profiles;
+    RegistryStore* registry;
+    Clipboard* clipboard;
 };
 
 /// The one bundle of the process.

@@ -1,7 +1,8 @@
 // The Windows types and constants that appear in the library's signatures.
 //
-// On Windows this is <windows.h>. Elsewhere it declares the few names that the library's native part
-// uses, with the values that Windows gives them, so that one application source compiles on both.
+// On Windows this is <windows.h>. Elsewhere it declares the few names that the library's native
+// part uses, with the values that Windows gives them, so that one application source compiles on
+// both.
 #pragma once
 
 #if defined(_WIN32)
@@ -18,6 +19,16 @@ struct HINSTANCE__;
 using HWND = HWND__*;            ///< a window; never a live one outside Windows
 using HINSTANCE = HINSTANCE__*;  ///< a module that holds string resources
 using UINT = unsigned int;
+
+// Roots of the registry and types of its values.
+struct HKEY__;
+using HKEY = HKEY__*;
+inline const HKEY HKEY_CURRENT_USER = reinterpret_cast<HKEY>(0x80000001UL);
+inline const HKEY HKEY_LOCAL_MACHINE = reinterpret_cast<HKEY>(0x80000002UL);
+inline constexpr unsigned long REG_SZ = 1;
+inline constexpr unsigned long REG_EXPAND_SZ = 2;
+inline constexpr unsigned long REG_BINARY = 3;
+inline constexpr unsigned long REG_DWORD = 4;
 
 // Access rights, sharing and disposition of APIFile.
 inline constexpr unsigned long GENERIC_READ = 0x80000000UL;
@@ -56,6 +67,7 @@ inline constexpr unsigned long ERROR_TOO_MANY_OPEN_FILES = 4;
 inline constexpr unsigned long ERROR_ACCESS_DENIED = 5;
 inline constexpr unsigned long ERROR_INVALID_HANDLE = 6;
 inline constexpr unsigned long ERROR_NOT_ENOUGH_MEMORY = 8;
+inline constexpr unsigned long ERROR_INVALID_DATA = 13;
 inline constexpr unsigned long ERROR_WRITE_FAULT = 29;
 inline constexpr unsigned long ERROR_READ_FAULT = 30;
 inline constexpr unsigned long ERROR_SHARING_VIOLATION = 32;
@@ -64,9 +76,11 @@ inline constexpr unsigned long ERROR_FILE_EXISTS = 80;
 inline constexpr unsigned long ERROR_INVALID_PARAMETER = 87;
 inline constexpr unsigned long ERROR_DISK_FULL = 112;
 inline constexpr unsigned long ERROR_NEGATIVE_SEEK = 131;
+inline constexpr unsigned long ERROR_BAD_PATHNAME = 161;
 inline constexpr unsigned long ERROR_ALREADY_EXISTS = 183;
 inline constexpr unsigned long ERROR_FILENAME_EXCED_RANGE = 206;
 inline constexpr unsigned long ERROR_FILE_TOO_LARGE = 223;
+inline constexpr unsigned long ERROR_MORE_DATA = 234;
 
 // File attributes.
 inline constexpr unsigned long FILE_ATTRIBUTE_READONLY = 0x1;

@@ -9,9 +9,13 @@ namespace toolbox::platform {
 [[nodiscard]] UserPrompt& hostPrompt();
 [[nodiscard]] FileSystem& hostFiles();
 [[nodiscard]] SystemInfo& hostSystem();
+[[nodiscard]] ProfileStore& hostProfiles();
+[[nodiscard]] RegistryStore& hostRegistry();
+[[nodiscard]] Clipboard& hostClipboard();
 
 [[nodiscard]] inline Services hostServices() {
-    return {&hostStrings(), &hostPrompt(), &hostFiles(), &hostSystem()};
+    return {&hostStrings(),  &hostPrompt(),   &hostFiles(),    &hostSystem(),
+            &hostProfiles(), &hostRegistry(), &hostClipboard()};
 }
 
 }  // namespace toolbox::platform

@@ -95,6 +95,9 @@ class FaultyFiles final : public toolbox::platform::FileSystem {
         if (const Plan* fault = due(FileCall::remove)) return fault->error;
         return real_.remove(name);
     }
+    ErrorCode createTemporary(const char* prefix, std::string& name) override {
+        return real_.createTemporary(prefix, name);
+    }
     ErrorCode attributes(const char* name, std::uint32_t& out) override {
         return real_.attributes(name, out);
     }

@@ -15,6 +15,7 @@
 #include "platform/posix/expand.h"
 #include "platform/posix/file_facts.h"
 #include "platform/posix/file_names.h"
+#include "platform/posix/temporary.h"
 
 namespace toolbox::platform {
 namespace {
@@ -213,6 +214,10 @@ class PosixFiles final : public FileSystem {
         if (::lstat(path.c_str(), &facts) == 0 && S_ISREG(facts.st_mode) && isReadOnly(facts))
             return ERROR_ACCESS_DENIED;
         return ::unlink(path.c_str()) == 0 ? ERROR_SUCCESS : codeOfName(errno, path);
+    }
+
+    ErrorCode createTemporary(const char* prefix, std::string& name) override {
+        return createTemporaryFile(prefix, name);
     }
 
     ErrorCode attributes(const char* name, std::uint32_t& out) override {

@@ -149,6 +149,17 @@ class WindowsFiles final : public FileSystem {
 
     ErrorCode remove(const char* name) override { return resultOf(::DeleteFileA(nameOf(name))); }
 
+    ErrorCode createTemporary(const char* prefix, std::string& name) override {
+        char folder[MAX_PATH + 1];
+        char created[MAX_PATH + 1];
+        name.clear();
+        const DWORD length = ::GetTempPathA(sizeof folder, folder);
+        if (length == 0 || length >= sizeof folder) return lastError(ERROR_PATH_NOT_FOUND);
+        if (::GetTempFileNameA(folder, nameOf(prefix), 0, created) == 0) return lastError();
+        name = created;
+        return ERROR_SUCCESS;
+    }
+
     ErrorCode attributes(const char* name, std::uint32_t& out) override {
         const DWORD found = ::GetFileAttributesA(nameOf(name));
         if (found == INVALID_FILE_ATTRIBUTES) return lastError();

@@ -1,0 +1,50 @@
+// What both profile stores do before they reach a file.
+#pragma once
+
+#include <algorithm>
+#include <cstring>
+#include <string_view>
+
+#include "toolbox/platform.h"
+
+namespace toolbox::platform {
+
+inline constexpr std::string_view kLineBreaks = "\r\n";
+
+[[nodiscard]] inline bool isProfileSection(const char* name) {
+    return name && *name &&
+           std::string_view(name).find_first_of(kLineBreaks) == std::string_view::npos;
+}
+
+/// False for names that a profile cannot hold: the line would be read as something else.
+[[nodiscard]] inline bool isProfileEntry(const char* name) {
+    if (!name || !*name) return false;
+    const std::string_view text = name;
+    const std::size_t first = text.find_first_not_of(" \t");
+    return first != std::string_view::npos && text[first] != '[' &&
+           text.find_first_of("=\r\n") == std::string_view::npos;
+}
+
+/// A default as the system hands it out: without quotes around it and without spaces at its end, of
+/// which one alone stays.
+[[nodiscard]] inline std::string_view shownDefault(const char* fallback) {
+    std::string_view text = fallback ? fallback : "";
+    while (text.size() > 1 && text.ends_with(' ')) text.remove_suffix(1);
+    const bool quoted = text.size() >= 2 && text.front() == text.back() &&
+                        (text.front() == '"' || text.front() == '\'');
+    return quoted ? text.substr(1, text.size() - 2) : text;
+}
+
+inline void copyCut(std::string_view text, char* out, int size) {
+    if (size <= 0) return;
+    const std::size_t kept = std::min(text.size(), static_cast<std::size_t>(size) - 1);
+    std::memcpy(out, text.data(), kept);
+    out[kept] = '\0';
+}
+
+/// A value's line; what follows a line break would become entries of its own.
+[[nodiscard]] inline std::string_view profileLine(std::string_view value) {
+    return value.substr(0, value.find_first_of(kLineBreaks));
+}
+
+}  // namespace toolbox::platform

@@ -16,7 +16,7 @@
 /// A plain value: copied freely, never allocates, never fails. Years count from 1.
 class TarvDate {
   public:
-    enum DayOfWeek { Sunday, Monday, Tuesday, Wednesday, Thursday, Friday, Saturday };
+    enum DayOfWeek : int { Sunday, Monday, Tuesday, Wednesday, Thursday, Friday, Saturday };
 
     /// Today, from the local clock.
     TarvDate() noexcept { initToday(); }
@@ -135,7 +135,7 @@ class TarvDate {
 /// objects of the process. Names are in Windows-1252 and live as long as the process.
 class TarvDateString : public TarvDate {
   public:
-    enum Language { English = 0, French = 1 };
+    enum Language : int { English = 0, French = 1 };
 
     // As TarvDate's.
     TarvDateString() noexcept = default;

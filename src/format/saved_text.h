@@ -1,0 +1,34 @@
+// The saved form of formats: numbers in 4 columns, each followed by "-", and a letter.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "toolbox/formats.h"
+
+namespace toolbox::format {
+
+/// Appends a number, right-aligned in 4 columns, and "-". A longer number is appended whole.
+void saveNumber(std::string& out, int number);
+/// Appends "L" or "R".
+void saveJustify(std::string& out, Justification justify);
+
+/// Takes apart a saved form. Each step gives nothing once a part is missing.
+class SavedTextReader {
+  public:
+    explicit SavedTextReader(const RWCString& text) : rest_(text.c_str()) {}
+
+    /// A number and "-": blanks are skipped, then at most 4 characters count, the sign included.
+    std::optional<int> number();
+    /// The letter, whatever it is.
+    std::optional<char> letter();
+
+  private:
+    std::string_view rest_;
+};
+
+/// Hands a letter that was read to `format`: 1 when it is a justification and was accepted.
+int restoreJustify(FormatType& format, char letter);
+
+}  // namespace toolbox::format

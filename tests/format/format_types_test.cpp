@@ -1,0 +1,194 @@
+#include <gtest/gtest.h>
+
+#include <array>
+#include <climits>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "toolbox/formats.h"
+#include "toolbox/platform.h"
+
+namespace {
+
+NumberFormat numberFormat(int width, Justification justify) {
+    NumberFormat format;
+    format.setFormat(width, justify);
+    return format;
+}
+
+RealFormat realFormat(int width, int precision, Justification justify) {
+    RealFormat format;
+    format.setFormat(width, precision, justify);
+    return format;
+}
+
+StringFormat stringFormat(int width, Justification justify) {
+    StringFormat format;
+    format.setFormat(width, justify);
+    return format;
+}
+
+TEST(RealFormat, RefusesWhatDoesNotFitItsWidth) {
+    RealFormat format;
+    EXPECT_EQ(format.setWidth(1), 0);
+    EXPECT_EQ(format.getWidth(), 0);
+    EXPECT_EQ(format.setWidth(6), 1);
+    EXPECT_EQ(format.setPrecision(5), 0);
+    EXPECT_EQ(format.setPrecision(4), 1);
+    EXPECT_EQ(format.setFormat(10, 9, Left), 0);
+    EXPECT_EQ(format, realFormat(10, 4, Right));  // stopped at the precision
+    EXPECT_EQ(format.setFormat(1, 0, Left), 0);
+    EXPECT_EQ(format, realFormat(10, 4, Right));
+}
+
+TEST(Formats, AcceptSettingsAsTheirKindDoes) {
+    NumberFormat number;
+    EXPECT_EQ(number.setWidth(-3), 1);
+    EXPECT_EQ(number.setPrecision(7), 1);
+    EXPECT_EQ(number.getPrecision(), 0);
+    StringFormat string;
+    EXPECT_EQ(string.setPrecision(0), 0);
+    NoFormatType none;
+    EXPECT_EQ(none.setWidth(9) + none.setJustify(Right) + none.setPrecision(3), 3);
+    EXPECT_EQ(none.getWidth() + none.getJustify() + none.getPrecision(), 0);
+    EXPECT_EQ(number.getJustify(), Right);
+    EXPECT_EQ(string.getJustify(), Left);
+}
+
+TEST(Formats, AreTakenOverFromTheirOwnKindOnly) {
+    NumberFormat number = numberFormat(7, Left);
+    RealFormat real = realFormat(9, 3, Left);
+    StringFormat string = stringFormat(5, Right);
+    const NoFormatType none;
+    const std::array<FormatType*, 3> all = {&number, &real, &string};
+    for (FormatType* to : all) {
+        const std::string before = to->saveStringFormat().str();
+        for (const FormatType* from : all) EXPECT_EQ(to->setFormat(*from), to == from);
+        EXPECT_EQ(to->setFormat(none), 0);
+        EXPECT_EQ(to->saveStringFormat().str(), before);
+        EXPECT_EQ(to->isA(*to) && to->isString() + to->isReal() + to->isNumber() == 1, 1);
+        EXPECT_EQ(none.isA(*to), 0);
+    }
+    const FormatType& asReal = real;
+    EXPECT_EQ(NumberFormat(asReal), NumberFormat());
+    EXPECT_EQ(RealFormat(asReal), real);
+    number = asReal;
+    EXPECT_EQ(number, numberFormat(7, Left));
+}
+
+TEST(RealFormat, IsCopiedThroughItsChecks) {
+    RealFormat narrowed = realFormat(12, 8, Left);
+    narrowed.setWidth(5);
+    const RealFormat copy(narrowed);
+    EXPECT_EQ(copy, realFormat(5, 0, Left));
+    RealFormat target = realFormat(9, 2, Right);
+    EXPECT_EQ(target.setFormat(static_cast<const FormatType&>(narrowed)), 0);
+    EXPECT_EQ(target, realFormat(5, 2, Right));
+    target = static_cast<const FormatType&>(narrowed);
+    EXPECT_EQ(target, realFormat(5, 2, Left));
+}
+
+TEST(Formats, CompareByKindAndFields) {
+    const NumberFormat number = numberFormat(5, Right);
+    const StringFormat string = stringFormat(5, Right);
+    const RealFormat real = realFormat(5, 0, Right);
+    const NoFormatType none;
+    NumberFormatedValue value;
+    value.setFormat(5, Right);
+    const FormatType& base = number;
+    EXPECT_TRUE(base == number && number == base && base == value && number == value &&
+                value == number);
+    EXPECT_TRUE(number != string && string != real && base != string && real != base);
+    EXPECT_TRUE(number != numberFormat(6, Right) && number != numberFormat(5, Left));
+    EXPECT_TRUE(real != realFormat(5, 1, Right));
+    EXPECT_TRUE(none == number && none == base && none == none);
+    EXPECT_TRUE(number != none && base != none);
+}
+
+TEST(Formats, SaveAndRestore) {
+    std::vector<std::unique_ptr<FormatType>> formats;
+    formats.push_back(std::make_unique<NumberFormat>(numberFormat(12, Right)));
+    formats.push_back(std::make_unique<StringFormat>(stringFormat(12, Left)));
+    formats.push_back(std::make_unique<RealFormat>(realFormat(10, 2, Left)));
+    formats.push_back(std::make_unique<NumberFormat>(numberFormat(-12, Left)));
+    formats.push_back(std::make_unique<RealFormat>(realFormat(9999, 9997, Right)));
+    const char* const texts[] = {"  12-R", "  12-L", "  10-   2-L", " -12-L", "9999-9997-R"};
+    for (std::size_t i = 0; i < formats.size(); ++i) {
+        EXPECT_EQ(formats[i]->saveStringFormat().str(), texts[i]);
+        const RWCString kept = formats[i]->saveStringFormat();
+        formats[i]->setWidth(2);
+        formats[i]->setJustify(static_cast<Justification>(i % 2));
+        EXPECT_EQ(formats[i]->restoreStringFormat(texts[i]), 1) << texts[i];
+        EXPECT_EQ(formats[i]->saveStringFormat(), kept);
+    }
+    EXPECT_EQ(numberFormat(INT_MIN, Right).saveStringFormat().str(), "-2147483648-R");
+    EXPECT_TRUE(NoFormatType().saveStringFormat().empty());
+}
+
+TEST(NumberFormat, RestoresWhatCanBeRead) {
+    const struct {
+        const char* text;
+        int result;
+        int width;
+        Justification justify;
+    } cases[] = {
+        {"7-L", 1, 7, Left},       {" \t  \n 12-Rest", 1, 12, Right},
+        {"+7-L", 1, 7, Left},      {"-7-L", 1, -7, Left},
+        {"1234-L", 1, 1234, Left}, {"  12-X", 0, 12, Right},
+        {"12345-L", 0, 99, Right}, {"  12-", 0, 99, Right},
+        {"  12 -L", 0, 99, Right}, {"", 0, 99, Right},
+        {"-", 0, 99, Right},       {"+-1-L", 0, 99, Right},
+        {"-123-L", 1, -123, Left}, {"-1234-L", 0, 99, Right},
+        {"abc", 0, 99, Right},     {"12- L", 0, 12, Right},
+        {"  12-l", 0, 12, Right},
+    };
+    for (const auto& c : cases) {
+        NumberFormat format = numberFormat(99, Right);
+        EXPECT_EQ(format.restoreStringFormat(c.text), c.result) << c.text;
+        EXPECT_EQ(format, numberFormat(c.width, c.justify)) << c.text;
+    }
+}
+
+TEST(RealFormat, AppliesEveryPartThatItAccepts) {
+    const struct {
+        const char* text;
+        int result;
+        RealFormat after;
+    } cases[] = {
+        {"  12-   3-L", 1, realFormat(12, 3, Left)},  {"  10-   2-X", 0, realFormat(10, 2, Right)},
+        {"   1-   4-L", 0, realFormat(20, 4, Left)},  {"   6-   5-L", 0, realFormat(6, 1, Left)},
+        {"  12-R", 0, realFormat(20, 1, Right)},      {"  12-   3-", 0, realFormat(20, 1, Right)},
+        {"  12--12-L", 1, realFormat(12, -12, Left)},
+    };
+    for (const auto& c : cases) {
+        RealFormat format = realFormat(20, 1, Right);
+        EXPECT_EQ(format.restoreStringFormat(c.text), c.result) << c.text;
+        EXPECT_EQ(format, c.after) << c.text;
+    }
+    EXPECT_EQ(NoFormatType().restoreStringFormat("  12-R"), 0);
+}
+
+class KindNames final : public toolbox::platform::StringResources {
+  public:
+    int load(HINSTANCE, unsigned int id, toolbox::platform::Language, char* out,
+             int size) override {
+        const std::string text = std::to_string(id) + std::string(200, '.');
+        const auto copied = text.copy(out, static_cast<std::size_t>(size) - 1);
+        out[copied] = '\0';
+        return static_cast<int>(copied);
+    }
+};
+
+TEST(Formats, AreNamedByTheApplicationsTexts) {
+    KindNames names;
+    toolbox::platform::StringResources& replacement = names;
+    toolbox::platform::Replaced guard(toolbox::platform::current().strings, replacement);
+    const std::string rest(94, '.');
+    EXPECT_EQ(NumberFormat().getTypeName(nullptr).str(), "1200" + rest);
+    EXPECT_EQ(RealFormat().getTypeName(nullptr).str(), "1201" + rest);
+    EXPECT_EQ(StringFormatedValue().getTypeName(nullptr).str(), "1202" + rest);
+    EXPECT_TRUE(NoFormatType().getTypeName(nullptr).empty());
+}
+
+}  // namespace

@@ -55,6 +55,18 @@ function(toolbox_program name)
     endif()
 endfunction()
 
+# toolbox_add_test(<name> COMMAND <command>...)
+#   add_test under a name that starts with the build, and the build as its label, so that one ctest
+#   run over several builds tells them apart.
+function(toolbox_add_test name)
+    set(full ${TOOLBOX_TEST_PREFIX}${name})
+    add_test(NAME ${full} ${ARGN})
+    if(TOOLBOX_TEST_PREFIX)
+        string(REGEX REPLACE "[.]$" "" label ${TOOLBOX_TEST_PREFIX})
+        set_tests_properties(${full} PROPERTIES LABELS ${label})
+    endif()
+endfunction()
+
 # toolbox_test(<name> [INTERNAL] [DISPLAY] [TIMEOUT <s>] SOURCES <file>...)
 #   A GoogleTest program and its one ctest entry. DISPLAY marks tests that open windows: they run
 #   one at a time.
@@ -69,11 +81,31 @@ function(toolbox_test name)
     endif()
     toolbox_program(${name} ${internal} SOURCES ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE toolbox_test_support)
-    add_test(NAME ${name} COMMAND ${name})
-    set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT})
+    toolbox_add_test(${name} COMMAND ${name})
+    set_tests_properties(${TOOLBOX_TEST_PREFIX}${name} PROPERTIES TIMEOUT ${arg_TIMEOUT})
     if(arg_DISPLAY)
-        set_tests_properties(${name} PROPERTIES RESOURCE_LOCK display)
+        set_tests_properties(${TOOLBOX_TEST_PREFIX}${name} PROPERTIES RESOURCE_LOCK display)
     endif()
+endfunction()
+
+# toolbox_fuzz(<name> [RUNS <n>] SOURCES <file>...)
+#   A libFuzzer program. As a test it makes a fixed number of runs from a fixed seed, starting from
+#   the files in the folder <name>_seeds beside its sources, when there is one.
+function(toolbox_fuzz name)
+    cmake_parse_arguments(arg "" "RUNS" "SOURCES" ${ARGN})
+    if(NOT arg_RUNS)
+        set(arg_RUNS 20000)
+    endif()
+    toolbox_program(${name} INTERNAL SOURCES ${arg_SOURCES})
+    target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+    set(seeds ${CMAKE_CURRENT_SOURCE_DIR}/${name}_seeds)
+    if(NOT IS_DIRECTORY ${seeds})
+        set(seeds)
+    endif()
+    # What it finds goes to the first folder named, so that the seeds stay as they are.
+    file(MAKE_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/${name}_found)
+    toolbox_add_test(${name} COMMAND ${name} -runs=${arg_RUNS} -seed=1 -timeout=20
+                     ${CMAKE_CURRENT_BINARY_DIR}/${name}_found ${seeds})
 endfunction()
 
 # Every subfolder that has a CMakeLists.txt.

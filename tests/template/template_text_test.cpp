@@ -155,7 +155,9 @@ void expectAsTheRuntime(const std::string& format, T value) {
 
 TEST(TemplateText, AgreesWithTheRuntimeWhereTheTwoMeanTheSame) {
     std::mt19937_64 random(20);
-    const auto pick = [&](std::string_view from) { return from[random() % from.size()]; };
+    const auto pick = [&](std::string_view from) {
+        return from[static_cast<std::size_t>(random() % from.size())];
+    };
     for (int i = 0; i < 200000; ++i) {
         std::string format = "%";
         for (std::uint64_t flags = random() % 4; flags > 0; --flags) format += pick("-+ #0");

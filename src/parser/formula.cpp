@@ -1,0 +1,213 @@
+#include "parser/formula.h"
+
+#include <cmath>
+
+#include "parser/grammar.h"
+#include "parser/lexer.h"
+
+namespace toolbox::parser {
+namespace {
+
+/// What an error in this state, at this token, means to who wrote the formula.
+FormulaFault faultIn(std::uint8_t state, Token token, const Lexer& lexer) {
+    const bool insideParentheses = state == 19 || state == 28;
+    if (token == Token::bad) return lexer.fault();
+    if (state == 11) return FormulaFault::parenthesisExpected;
+    if (state == 18) return FormulaFault::cellExpected;
+    if (state == 1 && token == Token::cparen) return FormulaFault::unopened;
+    if (insideParentheses && token == Token::eol) return FormulaFault::unclosed;
+    if (state == 1 || insideParentheses) return FormulaFault::operatorExpected;
+    return FormulaFault::operandExpected;
+}
+
+class FormulaParser {
+  public:
+    FormulaParser(const char* text, const CellTable& cells, Emitter& out)
+        : lexer_(text), cells_(cells), out_(out) {}
+
+    Parsed parse();
+
+  private:
+    /// A value with the state that it led to. A function's name waits in the entry of its token, a
+    /// cell in its own.
+    struct Entry {
+        double value;
+        CellRef cell;
+        Function function;
+        std::uint8_t state;
+    };
+
+    [[nodiscard]] Entry& top(int below = 0) { return stack_[top_ - below]; }
+
+    /// Puts the current token on the stack and reads the next one.
+    bool shift(Action state) {
+        if (top_ == kStackDepth - 1) {
+            fail(FormulaFault::tooDeep);
+            return false;
+        }
+        Entry& entry = stack_[++top_];
+        entry.state = state;
+        token_ = lexer_.next();
+        return true;
+    }
+
+    /// Replaces the entries of a rule's right side by its value.
+    void reduce(int length, Symbol symbol, double value) {
+        top_ -= length - 1;
+        top().value = value;
+        top().state = kSettled[top(1).state][static_cast<std::size_t>(symbol)]
+                              [static_cast<std::size_t>(token_)];
+    }
+    void reduceBinary(Operation operation, Symbol symbol, double value) {
+        out_.binary(operation, value);
+        reduce(3, symbol, value);
+    }
+
+    bool shiftNumber();
+    bool shiftCell();
+    bool shiftFunction();
+    bool reduceRange();
+
+    void fail(FormulaFault fault) { fail(fault, lexer_.position()); }
+    void fail(FormulaFault fault, std::size_t position) {
+        result_.fault = fault;
+        result_.position = position;
+    }
+
+    Lexer lexer_;
+    const CellTable& cells_;
+    Emitter& out_;
+    Token token_ = Token::eol;
+    bool namesCell_ = false;
+    int top_ = 0;
+    std::size_t lastCell_ = 0;  ///< position of the cell read last
+    Parsed result_;
+    Entry stack_[kStackDepth];
+};
+
+bool FormulaParser::shiftNumber() {
+    const double value = lexer_.number();
+    if (!shift(10)) return false;
+    out_.number(value);
+    reduce(1, Symbol::primary, value);
+    return true;
+}
+
+bool FormulaParser::shiftCell() {
+    namesCell_ = true;
+    const CellRef cell = lexer_.cell();
+    lastCell_ = lexer_.position();
+    if (!shift(top().state == 18 ? 26 : 7)) return false;
+    top().cell = cell;
+    return true;
+}
+
+bool FormulaParser::shiftFunction() {
+    const Function function = lexer_.function();
+    if (!shift(11)) return false;
+    top().function = function;
+    return true;
+}
+
+bool FormulaParser::reduceRange() {
+    const CellRef first = top(2).cell;
+    const CellRef last = top().cell;
+    const bool sameColumn = first.col == last.col && first.row <= last.row;
+    const bool sameRow = first.row == last.row && first.col <= last.col;
+    if (!sameColumn && !sameRow) {
+        fail(FormulaFault::badRange, lastCell_);
+        return false;
+    }
+    out_.range(first, last);
+    reduce(3, Symbol::operand, sumRange(cells_, first, last));
+    return true;
+}
+
+Parsed FormulaParser::parse() {
+    stack_[0].state = 0;
+    token_ = lexer_.next();
+    bool going = true;
+    while (going) {
+        const Action action = kActions[top().state][static_cast<std::size_t>(token_)];
+        switch (action) {
+            case kError:
+                fail(top_ == 0 && token_ == Token::eol ? FormulaFault::empty
+                                                       : faultIn(top().state, token_, lexer_));
+                going = false;
+                break;
+            case kAccept:
+                result_.kind = namesCell_ ? CellKind::formula : CellKind::value;
+                result_.value = top().value;
+                going = false;
+                break;
+            case 10:
+                going = shiftNumber();
+                break;
+            case 7:
+            case 26:
+                going = shiftCell();
+                break;
+            case 11:
+                going = shiftFunction();
+                break;
+            case reduceBy(1):
+                reduceBinary(Operation::add, Symbol::expression, top(2).value + top().value);
+                break;
+            case reduceBy(2):
+                reduceBinary(Operation::subtract, Symbol::expression, top(2).value - top().value);
+                break;
+            case reduceBy(4):
+                reduceBinary(Operation::multiply, Symbol::term, top(2).value * top().value);
+                break;
+            case reduceBy(5):
+                reduceBinary(Operation::divide, Symbol::term, quotient(top(2).value, top().value));
+                break;
+            case reduceBy(7):
+                reduceBinary(Operation::power, Symbol::factor, std::pow(top(2).value, top().value));
+                break;
+            case reduceBy(9):
+                out_.negate(-top().value);
+                reduce(2, Symbol::signedOperand, -top().value);
+                break;
+            case reduceBy(11):
+                going = reduceRange();
+                break;
+            case reduceBy(13):
+                out_.cell(top().cell);
+                reduce(1, Symbol::primary, cellValue(cells_, top().cell));
+                break;
+            case reduceBy(14):
+                reduce(3, Symbol::primary, top(1).value);
+                break;
+            case reduceBy(16): {
+                const Function function = top(3).function;
+                const double value = apply(function, top(1).value);
+                out_.apply(function, value);
+                reduce(4, Symbol::primary, value);
+                break;
+            }
+            default:
+                going = shift(action);
+                break;
+        }
+    }
+    result_.tokens = lexer_.tokensRead();
+    return result_;
+}
+
+}  // namespace
+
+Parsed parseFormula(const char* text, const CellTable& cells, Emitter& out) {
+    return FormulaParser(text, cells, out).parse();
+}
+
+std::vector<Step> compileFormula(const char* text, std::size_t tokens) {
+    std::vector<Step> steps(tokens);
+    Emitter out(steps);
+    const Parsed parsed = parseFormula(text, kNoCells, out);
+    steps.resize(parsed.kind == CellKind::text ? 0 : out.steps().size());
+    steps.shrink_to_fit();
+    return steps;
+}
+
+}  // namespace toolbox::parser

@@ -1,0 +1,260 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <memory>
+#include <string>
+
+#include "toolbox/parser.h"
+#include "toolbox/platform.h"
+
+namespace {
+
+using toolbox::CellKind;
+
+TEST(Grid, PutsFormulasInCapitalsWhereTheCallerHasThem) {
+    Parser grid;
+    char formula[] = " a1 + sin(b2)*1e3";
+    char number[] = "1e3";
+    char text[] = "a1 + sin(b2";
+    grid.setCell("C3", formula);
+    grid.setCell("C4", number);
+    grid.setCell("C5", text);
+    EXPECT_STREQ(formula, " A1 + SIN(B2)*1E3");
+    EXPECT_STREQ(number, "1E3");
+    EXPECT_STREQ(text, "a1 + sin(b2");
+    EXPECT_EQ(grid.cellText(2, 2), " A1 + SIN(B2)*1E3");
+    EXPECT_EQ(grid.cellText(3, 2), "");
+    EXPECT_EQ(grid.cellText(4, 2), "a1 + sin(b2");
+}
+
+TEST(Grid, StoresNumbersWithEightDigits) {
+    const struct {
+        double given;
+        double stored;
+    } cases[] = {{1.0 / 3, 0.33333333},
+                 {-0.5, -0.5},
+                 {0, 0},
+                 {1e10, 1e10},
+                 {1234567890, 1234567900},
+                 {-2.0 / 3e-9, -6.6666667e8},
+                 {1.23456789e-300, 1.2345679e-300}};
+    Parser grid;
+    for (const auto& c : cases) {
+        grid.setCell(0, 0, c.given);
+        EXPECT_EQ(grid.cellKind(0, 0), CellKind::value) << c.given;
+        EXPECT_EQ(grid.getCell(0, 0), c.stored) << c.given;
+    }
+    grid.setCell("A1", HUGE_VAL);
+    EXPECT_EQ(grid.cellKind(0, 0), CellKind::text);
+    grid.setCell("A1", std::nan(""));
+    EXPECT_EQ(grid.cellKind(0, 0), CellKind::text);
+}
+
+TEST(Grid, ComputesAFormulaFromStoredValuesOnly) {
+    Parser grid;
+    grid.setCell("A1", 3);
+    grid.setCell("A2", "A1*2");
+    grid.setCell("A3", "A2+1");
+    EXPECT_EQ(grid.getCell("A2"), 6);
+    EXPECT_EQ(grid.getCell("A3"), 7);
+
+    grid.setCell("A1", 5);
+    EXPECT_EQ(grid.getCell("A3"), 7) << "A2 has not been read since";
+    EXPECT_EQ(grid.getCell("A2"), 10);
+    EXPECT_EQ(grid.getCell("A3"), 11);
+    EXPECT_EQ(grid.getCell("A3"), 11);
+
+    grid.setCell("A1", "no number");
+    EXPECT_EQ(grid.getCell("A2"), HUGE_VAL);
+    grid.setCell("A1", "A1+1");  // the old cell counts no longer: 0 + 1
+    for (const double value : {2, 3, 4}) EXPECT_EQ(grid.getCell("A1"), value);
+    EXPECT_EQ(grid.getCell("A2"), 8);
+}
+
+TEST(Grid, RaisesTheErrorFlagForHugeValues) {
+    Parser grid;
+    const auto errorAfterReading = [&](const char* text) {
+        grid.setCell("B1", text);
+        EXPECT_EQ(Parser::isError(), 0) << text;
+        grid.getCell("B1");
+        return Parser::isError() != 0;
+    };
+    grid.setCell("A1", "a text");
+    for (const char* text : {"1/0", "A1", "1+A1:A2", "EXP(1000)", "10^308*10", "A text."})
+        EXPECT_TRUE(errorAfterReading(text)) << text;
+    for (const char* text : {"1", "-A1", "SQRT(-1)", "A2", "1/A1"})
+        EXPECT_FALSE(errorAfterReading(text)) << text;
+
+    grid.getCell("A1");
+    EXPECT_NE(Parser::isError(), 0);
+    grid.getCell("A2");
+    EXPECT_NE(Parser::isError(), 0) << "a good read clears nothing";
+    char* none = nullptr;
+    grid.setCell("A1", none);
+    EXPECT_EQ(Parser::isError(), 0);
+    EXPECT_EQ(grid.cellKind(0, 0), CellKind::text);
+    Parser::setError(7);
+    EXPECT_EQ(Parser::isError(), 7);
+    const Parser another;
+    EXPECT_EQ(Parser::isError(), 0);
+}
+
+/// A machine with this much address space left.
+class Machine final : public toolbox::platform::SystemInfo {
+  public:
+    explicit Machine(std::uint64_t memory)
+        : memory_(memory), guard_(toolbox::platform::current().system, *this) {}
+    std::string errorText(toolbox::platform::ErrorCode) override { return {}; }
+    toolbox::platform::LocalDate today() override { return {2000, 1, 1}; }
+    std::uint64_t availableVirtualMemory() override { return memory_; }
+
+  private:
+    std::uint64_t memory_;
+    toolbox::platform::Replaced<toolbox::platform::SystemInfo> guard_;
+};
+
+TEST(GridBudget, StartsFromTheMemoryLeft) {
+    const struct {
+        std::uint64_t memory;
+        long budget;
+    } cases[] = {{0, 0},
+                 {999, 0},
+                 {1001, 1},
+                 {0x7FFFFFFF, 0x7FFFFFFF - 1000},
+                 {0xFFFFFFFF, 0x7FFFFFFF},
+                 {std::numeric_limits<std::uint64_t>::max(), 0x7FFFFFFF}};
+    for (const auto& c : cases) {
+        Machine machine(c.memory);
+        EXPECT_EQ(Parser().getMemoryLeft(), c.budget) << c.memory;
+    }
+    EXPECT_GT(Parser().getMemoryLeft(), 1 << 20) << "on this machine";
+}
+
+TEST(GridBudget, IsChargedForEachCellAndPaidBack) {
+    Machine machine(2000);
+    Parser grid;
+    const struct {
+        const char* text;
+        long cost;
+    } cases[] = {{"12345", 16}, {"", 10},   {"x", 10},   {"xy", 12},
+                 {"xyz", 12},   {"A2", 20}, {" a2", 20}, {"A2+A3", 22}};
+    for (const auto& c : cases) {
+        grid.setCell("A1", c.text);
+        EXPECT_EQ(1000 - grid.getMemoryLeft(), c.cost) << c.text;
+    }
+    grid.setCell("J10", 1.5);
+    EXPECT_EQ(grid.getMemoryLeft(), 1000 - 22 - 16);
+}
+
+TEST(GridBudget, LeavesACellEmptyWhenItIsSpent) {
+    Machine machine(1000 + 40);
+    Parser grid;
+    grid.setCell("A1", "12 bytes long");
+    ASSERT_EQ(grid.getMemoryLeft(), 18);
+    testing::internal::CaptureStdout();
+    grid.setCell("B1", "123456789.");  // a number takes 16 whatever its length
+    grid.setCell("B1", "ten bytes!");  // 20 with 18 left
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "\aNot enough memory to allocate cell.");
+    EXPECT_EQ(grid.cellKind(0, 1), CellKind::empty);
+    EXPECT_EQ(grid.getMemoryLeft(), 18);
+    EXPECT_EQ(grid.lastColumn(), 0);
+    EXPECT_EQ(Parser::isError(), 0);
+}
+
+TEST(Grid, KnowsItsLastColumnAndRow) {
+    Machine machine(1000 + 60);
+    Parser grid;
+    grid.setCell("B2", 1);
+    EXPECT_FALSE(grid.isChanged());
+    grid.setCell("D3", 1);
+    grid.setCell("C7", 1);
+    EXPECT_EQ(grid.lastColumn(), 3);
+    EXPECT_EQ(grid.lastRow(), 6);
+    // What does not fit deletes the cell all the same.
+    testing::internal::CaptureStdout();
+    const std::string large(100, 'x');
+    grid.setCell("D3", large.c_str());
+    EXPECT_EQ(grid.lastColumn(), 2);
+    EXPECT_EQ(grid.lastRow(), 6);
+    EXPECT_TRUE(grid.isChanged());
+    grid.setCell("C7", large.c_str());
+    EXPECT_EQ(grid.lastColumn(), 1);
+    EXPECT_EQ(grid.lastRow(), 1);
+    grid.setCell("B2", large.c_str());
+    testing::internal::GetCapturedStdout();
+    EXPECT_EQ(grid.lastColumn(), 0);
+    EXPECT_EQ(grid.lastRow(), 0);
+    EXPECT_EQ(grid.getMemoryLeft(), 60);
+}
+
+TEST(Grid, FollowsANameAsFarAsItReads) {
+    const struct {
+        const char* name;
+        int row;  ///< -1: nothing is stored
+        int col;
+    } cases[] = {{"B7", 6, 1},   {"J10", 9, 9}, {"B", 2, 1},     {"b7", 2, 3},
+                 {"", 2, 3},     {"7", 2, 3},   {"C123", -1, 0}, {"K1", -1, 0},
+                 {"AA1", -1, 0}, {"B0", -1, 0}, {"B11", -1, 0},  {"E5xyz", 4, 4}};
+    for (const auto& c : cases) {
+        Parser grid;
+        grid.setCell("D3", "set last");
+        grid.setCell(c.name, 42);
+        for (int row = 0; row < 10; ++row)
+            for (int col = 0; col < 10; ++col)
+                EXPECT_EQ(grid.cellKind(row, col) == CellKind::value, row == c.row && col == c.col)
+                    << c.name;
+    }
+    Parser grid;
+    const char* none = nullptr;
+    grid.setCell(none, 1);
+    EXPECT_EQ(grid.getCell("A1"), 1) << "a grid starts at A1";
+    for (const char* name : {"a1", "K1", "A0", "A11", "", "A"}) EXPECT_EQ(grid.getCell(name), 0);
+    EXPECT_EQ(grid.getCell(none), 0);
+}
+
+TEST(Grid, StoresNothingOutside) {
+    Parser grid;
+    const long before = grid.getMemoryLeft();
+    for (const int outside : {-1, 10, 1 << 30, std::numeric_limits<int>::min()}) {
+        grid.setCell(outside, 0, "1");
+        grid.setCell(0, outside, 1.5);
+        EXPECT_EQ(grid.getCell(outside, 0), 0);
+        EXPECT_EQ(grid.getCell(0, outside), 0);
+        EXPECT_EQ(grid.cellKind(outside, 0), CellKind::empty);
+        EXPECT_TRUE(grid.cellsNamedBy(0, outside).empty());
+    }
+    EXPECT_EQ(grid.getMemoryLeft(), before);
+    EXPECT_EQ(Parser::isError(), 0);
+}
+
+TEST(Grid, SharesItsCellsWithACopy) {
+    auto original = std::make_unique<Parser>();
+    original->setCell("A1", 3);
+    original->setCell("A2", "A1*2");
+    Parser copy;
+    copy.setCell("J10", "lost");
+    copy = *original;
+    EXPECT_EQ(copy.cellKind(9, 9), CellKind::empty);
+    EXPECT_EQ(copy.getMemoryLeft(), original->getMemoryLeft());
+
+    copy.setCell("A1", 50);
+    EXPECT_EQ(original->getCell("A1"), 3) << "set in the copy only";
+    copy.setCell("A3", "A2");
+    original->setCell("A3", "A2");
+    EXPECT_EQ(copy.getCell("A2"), 100);
+    EXPECT_EQ(original->getCell("A3"), 100) << "the value lies in the shared cell";
+    EXPECT_EQ(original->getCell("A2"), 6);
+    EXPECT_EQ(copy.getCell("A3"), 6);
+    EXPECT_EQ(copy.getCell("A2"), 100);
+
+    original.reset();
+    EXPECT_EQ(copy.cellText(1, 0), "A1*2");
+    EXPECT_EQ(copy.getCell("A2"), 100);
+    const Parser& self = copy;
+    copy = self;
+    EXPECT_EQ(copy.getCell("A2"), 100);
+}
+
+}  // namespace

@@ -75,7 +75,9 @@ class TB_API FileSystem {
     virtual ~FileSystem() = default;
 
     /// Opens as CreateFile does. `access` is GENERIC_READ and/or GENERIC_WRITE, `share` FILE_SHARE_
-    /// flags, `disposition` CREATE_NEW to TRUNCATE_EXISTING. `out` is kNoFile on failure.
+    /// flags, `disposition` CREATE_NEW to TRUNCATE_EXISTING. `out` is kNoFile on failure. Linux
+    /// refuses a second user by advisory locks (flock) where the share modes of both deny
+    /// something; one that opens for everything to be shared is not refused there.
     virtual ErrorCode open(const char* name, std::uint32_t access, std::uint32_t share,
                            std::uint32_t disposition, FileHandle& out) = 0;
     virtual ErrorCode close(FileHandle file) = 0;
@@ -106,7 +108,9 @@ class TB_API FileSystem {
     virtual bool exists(const char* name) = 0;
     /// True when the file or folder exists and may be both read and written.
     virtual bool isReadableAndWritable(const char* name) = 0;
-    /// Everything that matches `pattern` (`*` and `?` in its last component), folders included.
+    /// Everything that matches `pattern` (`*` and `?` in its last component), folders included but
+    /// for "." and "..". "*.*" is everything. Case counts on Linux; on Windows it does not, and
+    /// short names match too ("*.dat" also finds "plan.data").
     virtual std::vector<FoundFile> find(const char* pattern) = 0;
 
     /// Copies bytes and attributes. An existing `to` is replaced unless `failIfExists`

@@ -16,6 +16,7 @@
 #include "platform/posix/file_facts.h"
 #include "platform/posix/file_names.h"
 #include "platform/posix/temporary.h"
+#include "platform/scoped_file.h"
 
 namespace toolbox::platform {
 namespace {
@@ -96,6 +97,11 @@ ErrorCode truncateOpened(int file, const std::string& path, bool writes) {
     const int result =
         retried([&] { return writes ? ::ftruncate(file, 0) : ::truncate(path.c_str(), 0); });
     return result == 0 ? ERROR_SUCCESS : codeOf(errno, ERROR_WRITE_FAULT);
+}
+
+bool startsWithDrive(const std::string& path) {
+    const int letter = path.empty() ? 0 : path[0] | 0x20;
+    return letter >= 'a' && letter <= 'z' && path[1] == ':';
 }
 
 class PosixFiles final : public FileSystem {
@@ -257,7 +263,7 @@ class PosixFiles final : public FileSystem {
                        std::uint32_t& bytesPerSector, std::uint32_t& freeClusters) override {
         std::string path = hostPath(root);
         // There are no drives here: each letter is the volume of the current folder.
-        if (path.size() >= 2 && path[1] == ':') path = ".";
+        if (startsWithDrive(path)) path = ".";
         struct statvfs volume {};
         if (retried([&] { return ::statvfs(path.c_str(), &volume); }) != 0)
             return codeOfName(errno, path);
@@ -279,44 +285,33 @@ class PosixFiles final : public FileSystem {
         if (error == EBADF && ::fcntl(descriptorOf(file), F_GETFL) >= 0) return ERROR_ACCESS_DENIED;
         return codeOf(error, otherwise);
     }
-
-    ErrorCode copyBytes(FileHandle from, FileHandle to);
 };
 
-ErrorCode PosixFiles::copyBytes(FileHandle from, FileHandle to) {
+ErrorCode copyBytes(ScopedFile& from, ScopedFile& to) {
     std::vector<char> buffer(256 * 1024);
     for (;;) {
         std::uint32_t got = 0;
-        std::uint32_t written = 0;
-        const auto room = static_cast<std::uint32_t>(buffer.size());
-        if (const ErrorCode error = read(from, buffer.data(), room, got)) return error;
+        if (const ErrorCode error = from.read(buffer.data(), buffer.size(), got)) return error;
         if (got == 0) return ERROR_SUCCESS;
-        if (const ErrorCode error = write(to, buffer.data(), got, written)) return error;
-        if (written != got) return ERROR_DISK_FULL;
+        if (const ErrorCode error = to.write(buffer.data(), got)) return error;
     }
 }
 
 ErrorCode PosixFiles::copy(const char* from, const char* to, bool failIfExists) {
-    FileHandle handle = kNoFile;
-    if (const ErrorCode error = open(from, GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING, handle))
-        return error;
-    const Descriptor source(descriptorOf(handle));
+    ScopedFile source(*this, from, GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING);
+    if (!source.valid()) return source.error();
     // The source is locked by now, so that a copy onto itself is refused here.
-    if (const ErrorCode error =
-            open(to, GENERIC_WRITE, 0, failIfExists ? CREATE_NEW : CREATE_ALWAYS, handle))
-        return error;
-    Descriptor target(descriptorOf(handle));
-    if (const ErrorCode error =
-            copyBytes(static_cast<FileHandle>(source.get()), static_cast<FileHandle>(target.get())))
-        return error;
+    ScopedFile target(*this, to, GENERIC_WRITE, 0, failIfExists ? CREATE_NEW : CREATE_ALWAYS);
+    if (!target.valid()) return target.error();
+    if (const ErrorCode error = copyBytes(source, target)) return error;
 
     struct stat facts {};
-    if (::fstat(source.get(), &facts) != 0) return codeOf(errno);
+    if (::fstat(descriptorOf(source.handle()), &facts) != 0) return codeOf(errno);
     const timespec times[] = {facts.st_atim, facts.st_mtim};
     // A file system that keeps neither does not make the copy fail.
-    if (::fchmod(target.get(), facts.st_mode & 0777) != 0) errno = 0;
-    if (::futimens(target.get(), times) != 0) errno = 0;
-    return close(target.take());
+    if (::fchmod(descriptorOf(target.handle()), facts.st_mode & 0777) != 0) errno = 0;
+    if (::futimens(descriptorOf(target.handle()), times) != 0) errno = 0;
+    return target.close();
 }
 
 }  // namespace

@@ -1,9 +1,13 @@
 #include <io.h>
 
+#include <array>
+#include <limits>
+#include <optional>
 #include <string>
 
 #include "base/lz_expand.h"
 #include "platform/host.h"
+#include "platform/scoped_file.h"
 #include "toolbox/win_types.h"
 // clang-format off
 #include <lzexpand.h>  // stands on the types above
@@ -56,7 +60,10 @@ class WindowsFiles final : public FileSystem {
         return ERROR_SUCCESS;
     }
 
-    ErrorCode close(FileHandle file) override { return resultOf(::CloseHandle(handleOf(file))); }
+    ErrorCode close(FileHandle file) override {
+        if (file == kNoFile) return ERROR_INVALID_HANDLE;  // the system takes it for the process
+        return resultOf(::CloseHandle(handleOf(file)));
+    }
 
     ErrorCode read(FileHandle file, void* buffer, std::uint32_t n, std::uint32_t& got) override {
         DWORD count = 0;
@@ -197,6 +204,9 @@ class WindowsFiles final : public FileSystem {
     }
 
     std::int32_t expandCopy(const char* from, const char* to) override;
+
+  private:
+    std::optional<base::LzHeader> compressedHeader(const char* name);
 };
 
 /// A file opened for the expansion calls; negative when it could not be.
@@ -222,11 +232,28 @@ class ExpandedFile {
 };
 
 std::int32_t WindowsFiles::expandCopy(const char* from, const char* to) {
+    const auto header = compressedHeader(from);
+    if (header && header->algorithm != 'A') return base::kLzUnknownAlgorithm;
     const ExpandedFile source(from, OF_READ);
     if (source.number() < 0) return source.number();
     const ExpandedFile target(to, OF_CREATE);
     if (target.number() < 0) return base::kLzBadOutput;
-    return ::LZCopy(source.number(), target.number());
+    const LONG copied = ::LZCopy(source.number(), target.number());
+    // Below the error codes lies a length that does not fit.
+    if (copied < base::kLzUnknownAlgorithm) return std::numeric_limits<std::int32_t>::max();
+    // Not every system tells that the data ended before what the header announces.
+    if (header && copied >= 0 && static_cast<DWORD>(copied) < header->expandedSize)
+        return base::kLzRead;
+    return copied;
+}
+
+std::optional<base::LzHeader> WindowsFiles::compressedHeader(const char* name) {
+    std::array<std::byte, base::kLzHeaderSize> start{};
+    std::uint32_t got = 0;
+    ScopedFile file(*this, name, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING);
+    if (!file.valid() || file.read(start.data(), start.size(), got) != ERROR_SUCCESS)
+        return std::nullopt;
+    return base::lzHeader(std::span(start).first(got));
 }
 
 }  // namespace

@@ -214,17 +214,20 @@ class TB_API Iofile {
 
     /// Line `n`, from 0; the empty string past the end.
     RWCString getLine(unsigned int n) const;
+    /// The same, so that getLine(0) names the first line and is no null pointer.
+    RWCString getLine(int n) const { return getLine(static_cast<unsigned int>(n)); }
     /// Copies line `n` to `out`, which has room for it, and returns `out`; null, `out` emptied,
     /// past the end. Lines from a file need 512 bytes at most.
     char* getLine(unsigned int n, char* out) const;
     /// The next line, from the first on; null, `out` emptied, past the end.
-    char* getLine(char* out);
+    char* getLine(char* out) const;
 
     unsigned int getNumLine() const;
     /// Length of the widest line since clear().
     int getMaxWidth() const;
     const std::list<RWCString>& getListOfString() const;
-    /// Replaces the lines and sets the modified flag.
+    /// Replaces the lines and sets the modified flag; the widest length and the cursor of
+    /// getLine(out) stay, on purpose.
     void setListOfString(const std::list<RWCString>& lines);
     void clear();
 
@@ -245,7 +248,8 @@ class TB_API Iofile {
     unsigned char modified_ = 0;
     char fileName_[kNameRoom];
     int maxWidth_ = 0;
-    std::uint32_t nextLine_ = 0;  ///< number of the line that getLine(out) gives next
+    mutable std::uint32_t nextLine_ =
+        0;  ///< the line that getLine(out) gives next; no part of the text
 
   private:
     const RWCString* lineAt(unsigned int n) const;

@@ -1,11 +1,10 @@
 #include <string>
 
 #include "file/file_names.h"
+#include "platform/scoped_file.h"
 #include "toolbox/files.h"
-#include "toolbox/platform.h"
 
 using toolbox::platform::ErrorCode;
-using toolbox::platform::FileHandle;
 using toolbox::platform::FileSystem;
 
 namespace {
@@ -17,11 +16,10 @@ FileSystem& files() {
 /// True when a new file can be made in a folder, given with its separator.
 bool canCreateIn(const std::string& folder) {
     const std::string probe = folder + "tmp123yz.$$$";
-    FileHandle handle = toolbox::platform::kNoFile;
-    if (files().open(probe.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                     CREATE_ALWAYS, handle) != ERROR_SUCCESS)
-        return false;
-    files().close(handle);
+    toolbox::platform::ScopedFile file(files(), probe.c_str(), GENERIC_WRITE,
+                                       FILE_SHARE_READ | FILE_SHARE_WRITE, CREATE_ALWAYS);
+    if (!file.valid()) return false;
+    file.close();
     files().remove(probe.c_str());
     return true;
 }

@@ -4,25 +4,11 @@
 #include <limits>
 
 #include "support/faulty_files.h"
+#include "support/prompt_log.h"
 #include "support/temp_folder.h"
 #include "toolbox/files.h"
-#include "toolbox/platform.h"
 
 namespace {
-
-/// Keeps the texts of message boxes instead of showing them.
-class PromptLog final : public toolbox::platform::UserPrompt {
-  public:
-    int messageBox(HWND, const char* text, const char*, unsigned int) override {
-        shown.emplace_back(text);
-        return IDOK;
-    }
-    bool isWindow(HWND) override { return false; }
-    void showWaitCursor(bool wait) override { waits += wait ? "(" : ")"; }
-
-    std::vector<std::string> shown;
-    std::string waits;
-};
 
 class ApiFile : public testing::Test {
   protected:
@@ -39,8 +25,6 @@ class ApiFile : public testing::Test {
 
     TempFolder folder;
     PromptLog prompt;
-    toolbox::platform::Replaced<toolbox::platform::UserPrompt> guard{
-        toolbox::platform::current().prompt, prompt};
 };
 
 std::string bytes(std::initializer_list<int> values) {

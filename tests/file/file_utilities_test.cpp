@@ -1,0 +1,115 @@
+#include <gtest/gtest.h>
+
+#include "support/faulty_files.h"
+#include "support/prompt_log.h"
+#include "support/temp_folder.h"
+#include "toolbox/files.h"
+
+namespace {
+
+TEST(SepDirFile, SplitsAtTheLastSeparator) {
+    const struct {
+        const char* path;
+        const char* dir;
+        const char* file;
+    } cases[] = {
+        {"c:\\data\\plan.dat", "c:\\data", "plan.dat"},
+        {"data/sub\\plan.dat", "data/sub", "plan.dat"},
+        {"data\\sub/plan.dat", "data\\sub", "plan.dat"},
+        {"\\plan.dat", "", "plan.dat"},
+        {"data\\", "data", ""},
+        {"plan.dat", "", "plan.dat"},
+        {"", "", ""},
+    };
+    for (const auto& c : cases) {
+        char dir[32];
+        char file[32];
+        SepDirFile(c.path, dir, file);
+        EXPECT_STREQ(dir, c.dir);
+        EXPECT_STREQ(file, c.file);
+    }
+    char path[] = "data\\plan.dat";
+    char file[32];
+    SepDirFile(path, path, file);
+    EXPECT_STREQ(path, "data");
+    EXPECT_STREQ(file, "plan.dat");
+}
+
+TEST(GetFileSize, AddsTheWordsOfAllThatMatch) {
+    TempFolder folder;
+    folder.write("a.dat", "12345");
+    folder.write("b.dat", "123");
+    folder.write("other", "1");
+    const std::string all = folder.path() + "\\*.dat";
+    EXPECT_EQ(GetFileSize(all.c_str()), 8ul);
+    // The high word counts as a number of its own.
+    std::filesystem::resize_file(folder / "a.dat", 0x200000007ull);
+    EXPECT_EQ(GetFileSize(all.c_str()), 2ul + 7 + 3);
+    EXPECT_EQ(GetFileSize((folder / "z*").c_str()), 0ul);
+}
+
+TEST(KillFile, DeletesByBareNameInTheCurrentFolder) {
+    TempFolder folder;
+    std::filesystem::create_directory(folder / "sub");
+    folder.write("sub/a.tmp", "");
+    folder.write("sub/only.tmp", "");
+    folder.write("a.tmp", "");
+    folder.write("b.tmp", "");
+    char before[260];
+    ASSERT_EQ(GetCurDir(before), 1);
+    ASSERT_EQ(SelectDir(folder.path().c_str(), nullptr), 1);
+    PromptLog prompt;
+    KillFile("sub\\*.tmp");
+    EXPECT_EQ(folder.names(), (std::vector<std::string>{"b.tmp", "sub"}));
+    KillFile("*.tmp");
+    EXPECT_EQ(folder.names(), (std::vector<std::string>{"sub"}));
+    EXPECT_TRUE(ExistsFile("sub\\a.tmp") && ExistsFile("sub/only.tmp"));
+    EXPECT_EQ(prompt.cursor, "wait arrow wait arrow ");
+    ASSERT_EQ(SelectDir(before, nullptr), 1);
+}
+
+class Copying : public testing::Test {
+  protected:
+    long copy(const char* from) {
+        return FileCopy((folder / from).c_str(), (folder / "to").c_str());
+    }
+    TempFolder folder;
+};
+
+TEST_F(Copying, NeverTouchesAnExistingFile) {
+    folder.write("from", "new");
+    folder.write("to", "old");
+    EXPECT_EQ(copy("from"), 0);
+    EXPECT_EQ(folder.read("to"), "old");
+}
+
+TEST_F(Copying, ExpandsAndCarriesTheAttributes) {
+    const std::string from =
+        folder.write("from", std::string("SZDD\x88\xF0'3A\0\x05\0\0\0\x03xy\xF0\xF0", 19));
+    auto& files = *toolbox::platform::current().files;
+    files.setAttributes(from.c_str(), FILE_ATTRIBUTE_READONLY);
+    EXPECT_EQ(copy("from"), 5);
+    EXPECT_EQ(folder.read("to"), "xyxyx");
+    std::uint32_t attributes = 0;
+    EXPECT_EQ(files.attributes((folder / "to").c_str(), attributes), 0u);
+    EXPECT_TRUE(attributes & FILE_ATTRIBUTE_READONLY);
+}
+
+TEST_F(Copying, AFailureLeavesNothingBehind) {
+    folder.write("cut", std::string("SZDD\x88\xF0'3A\0\x05\0\0\0\x03xy\xF0", 18));
+    EXPECT_EQ(copy("cut"), -3);
+    EXPECT_EQ(copy("none"), -1);
+    EXPECT_EQ(folder.read("to"), "<none>");
+}
+
+TEST(GetDiskFree, WrapsAt4GiB) {
+    FaultyFiles files;
+    files.disk = {8, 512, 0xFFFFF};
+    EXPECT_EQ(GetDiskFree('C'), 0xFFFFF000ul);
+    files.disk = {8, 512, 0x100001};
+    EXPECT_EQ(GetDiskFree('C'), 0x1000ul);
+    files.disk = {};
+    EXPECT_EQ(GetDiskFree('1'), 0ul);
+}
+
+}  // namespace

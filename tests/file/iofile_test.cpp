@@ -1,0 +1,169 @@
+#include <gtest/gtest.h>
+
+#include "support/faulty_files.h"
+#include "support/temp_folder.h"
+#include "toolbox/files.h"
+
+namespace {
+
+/// Shows the modified flag, which is for derived classes.
+class Text : public Iofile {
+  public:
+    using Iofile::Iofile;
+    [[nodiscard]] bool modified() const { return modified_ != 0; }
+};
+
+class TextFile : public testing::Test {
+  protected:
+    /// The lines that reading these bytes gives, each followed by '|'.
+    std::string linesOf(std::string_view bytes) {
+        Text text(folder.write("text", bytes).c_str());
+        EXPECT_EQ(text.readFile(), 1);
+        std::string shown;
+        for (const RWCString& line : text.getListOfString()) shown += line.str() + '|';
+        return shown;
+    }
+
+    TempFolder folder;
+};
+
+TEST_F(TextFile, SplitsAtLineFeeds) {
+    EXPECT_EQ(linesOf(""), "");
+    EXPECT_EQ(linesOf("\n"), "|");
+    EXPECT_EQ(linesOf("one\n\ntwo"), "one||two|");
+    EXPECT_EQ(linesOf("one\r\ntwo\r\n"), "one\r|two\r|");
+    EXPECT_EQ(linesOf(std::string("a\0b\nc\n", 6)), std::string("a\0b|c|", 6));
+}
+
+TEST_F(TextFile, CutsLongLinesWithoutLosingAny) {
+    const std::string most(511, 'm');
+    EXPECT_EQ(linesOf(most + "\nx\n"), most + "|x|");
+    EXPECT_EQ(linesOf(most + "m\n"), most + "|m|");
+    EXPECT_EQ(linesOf(most + most), most + '|' + most + '|');
+    // Longer than what is read at once.
+    std::string bytes;
+    std::string lines;
+    for (int i = 0; i < 20'000; ++i) {
+        bytes += std::to_string(i) + '\n';
+        lines += std::to_string(i) + '|';
+    }
+    EXPECT_EQ(linesOf(bytes), lines);
+}
+
+TEST_F(TextFile, ReadingAppendsAndAFailureChangesNothing) {
+    Text text(folder.write("text", "one\nlonger\n").c_str());
+    text.addLine("first");
+    EXPECT_EQ(text.readFile() & text.readFile(), 1);
+    EXPECT_EQ(text.getNumLine(), 5u);
+    EXPECT_EQ(text.getMaxWidth(), 6);
+    text.setFileName((folder / "none").c_str());
+    EXPECT_EQ(text.readFile(), 0);
+    FaultyFiles faults;
+    faults.fail(FileCall::read, 2, ERROR_READ_FAULT);
+    text.setFileName((folder / "text").c_str());
+    EXPECT_EQ(text.readFile(), 0);
+    EXPECT_EQ(text.getNumLine(), 5u);
+}
+
+TEST_F(TextFile, WritesEveryLineWithALineFeed) {
+    folder.write("text", std::string(1000, 'o'));
+    Text text((folder / "text").c_str());
+    text.addLine("one");
+    text.addBlankLine();
+    text.addLine(RWCString("two\r"));
+    EXPECT_EQ(text.writeFile(), 1);
+    EXPECT_EQ(folder.read("text"), "one\n\ntwo\r\n");
+    EXPECT_EQ(text.saveFile(), 1);
+    EXPECT_EQ(folder.read("text"), "one\n\ntwo\r\n");
+    text.setFileName((folder.path() + "\\none\\text").c_str());
+    EXPECT_EQ(text.writeFile() | text.saveFile(), 0);
+}
+
+TEST_F(TextFile, WritingFailsWhereverItFails) {
+    Text text((folder / "text").c_str());
+    for (int i = 0; i < 1000; ++i) text.addLine(std::string(200, 'x'));
+    FaultyFiles faults;
+    ASSERT_EQ(text.writeFile(), 1);
+    const int writes = faults.made(FileCall::write);
+    ASSERT_GT(writes, 1);
+    for (int nth = 1; nth <= writes; ++nth) {
+        faults.fail(FileCall::write, nth, ERROR_DISK_FULL);
+        EXPECT_EQ(text.writeFile(), 0);
+        faults.shorten(FileCall::write, nth, 10);
+        EXPECT_EQ(text.saveFile(), 0);
+    }
+}
+
+TEST_F(TextFile, GivesLinesByNumberAndInOrder) {
+    Text text("");
+    EXPECT_FALSE(text.modified());
+    text.clear();
+    EXPECT_FALSE(text.modified());
+    for (const char* line : {"a", "bb", "c"}) text.addLine(line);
+    EXPECT_TRUE(text.modified());
+
+    char out[8] = "junk";
+    EXPECT_EQ(text.getLine(2), "c");
+    EXPECT_EQ(text.getLine(0), "a");
+    EXPECT_EQ(text.getLine(3), "");
+    EXPECT_EQ(text.getLine(3, out), nullptr);
+    EXPECT_STREQ(out, "");
+    EXPECT_EQ(text.getLine(1, out), out);
+    EXPECT_STREQ(out, "bb");
+
+    std::string inOrder;
+    const Text copy = text;
+    while (text.getLine(out)) inOrder += out;
+    EXPECT_EQ(inOrder, "abbc");
+    text.clear();
+    EXPECT_EQ(text.getLine(0), "");
+    EXPECT_EQ(text.getMaxWidth(), 0);
+    EXPECT_EQ(copy.getLine(1), "bb");
+
+    text.setListOfString({"x", "y"});
+    EXPECT_EQ(text.getLine(out), out);
+    EXPECT_STREQ(out, "x");
+}
+
+TEST_F(TextFile, EveryTabBecomesOneBlankMoreThanItsSize) {
+    Text text("");
+    const struct {
+        std::string line;
+        int tabSize;
+        int length;
+        std::string expanded;
+    } cases[] = {
+        {"\tx", 4, 6, "     x"},
+        {"abc\tx", 4, 9, "abc     x"},
+        {"\t\t", 2, 6, "      "},
+        {"plain", 8, 5, "plain"},
+        {std::string(510, 'x') + '\t', 1, 512, std::string(510, 'x') + "  "},
+        {std::string(512, 'x'), 4, 0, std::string(512, 'x')},
+        {"\t", 0, 0, "\t"},
+        {"\t", -3, 0, "\t"},
+        {"\t", 0x7FFFFFFF, 0, "\t"},
+    };
+    for (const auto& c : cases) {
+        RWCString line(c.line);
+        EXPECT_EQ(text.getLengthLine(line, c.tabSize), c.length);
+        EXPECT_EQ(line, c.expanded);
+        char buffer[600];
+        buffer[c.line.copy(buffer, c.line.size())] = '\0';
+        EXPECT_EQ(text.getLengthLine(buffer, c.tabSize), c.length);
+        EXPECT_EQ(buffer, c.expanded);
+        EXPECT_EQ(text.addLine(c.line.c_str(), c.tabSize), c.length > 0);
+    }
+    EXPECT_EQ(text.getNumLine(), 5u);
+    EXPECT_EQ(text.getLine(0), "     x");
+}
+
+TEST_F(TextFile, ALongNameIsCut) {
+    Text text(std::string(259, 'n').c_str());
+    EXPECT_EQ(text.getFileName(), std::string(259, 'n'));
+    text.setFileName(std::string(300, 'm').c_str());
+    EXPECT_EQ(text.getFileName(), std::string(259, 'm'));
+    text.setFileName(text.getFileName() + 250);
+    EXPECT_STREQ(text.getFileName(), "mmmmmmmmm");
+}
+
+}  // namespace

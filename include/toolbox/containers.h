@@ -1,10 +1,12 @@
-// The thin containers of the library's signatures: CArray, an array that grows, and RWTValSlist, a
-// list of values in the order in which they were appended. Both own copies of their elements and
-// are plain values themselves. No index is out of bounds: reading where there is no element gives a
-// default one.
+// The thin containers of the library's signatures: CArray, an array that grows, RWTValSlist and
+// RWTValOrderedVector, a list and a vector of values in the order in which they were appended. They
+// own copies of their elements and are plain values themselves. No index is out of bounds: reading
+// where there is no element gives a default one.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
+#include <initializer_list>
 #include <list>
 #include <utility>
 #include <vector>
@@ -78,4 +80,45 @@ class RWTValSlist {
 
   private:
     std::list<T> values_;
+};
+
+template <class T>
+class RWTValOrderedVector {
+  public:
+    RWTValOrderedVector() = default;
+    /// Empty, with room for this many elements.
+    explicit RWTValOrderedVector(std::size_t room) { elements_.reserve(room); }
+    RWTValOrderedVector(std::initializer_list<T> elements) : elements_(elements) {}
+    explicit RWTValOrderedVector(std::vector<T> elements) : elements_(std::move(elements)) {}
+
+    [[nodiscard]] std::size_t entries() const { return elements_.size(); }
+    [[nodiscard]] bool isEmpty() const { return elements_.empty(); }
+    [[nodiscard]] const T& operator[](std::size_t index) const {
+        static const T none{};
+        return index < elements_.size() ? elements_[index] : none;
+    }
+    [[nodiscard]] T first() const { return (*this)[0]; }
+    [[nodiscard]] T last() const { return elements_.empty() ? T{} : elements_.back(); }
+
+    void append(const T& element) { elements_.push_back(element); }
+    /// Both take time that grows with the number of elements.
+    [[nodiscard]] bool contains(const T& element) const { return find(element) != end(); }
+    /// Removes the first element that equals this one; false when there is none.
+    bool remove(const T& element) {
+        const auto at = find(element);
+        if (at == end()) return false;
+        elements_.erase(at);
+        return true;
+    }
+    void clear() { elements_.clear(); }
+
+    [[nodiscard]] auto begin() const { return elements_.begin(); }
+    [[nodiscard]] auto end() const { return elements_.end(); }
+
+    friend bool operator==(const RWTValOrderedVector&, const RWTValOrderedVector&) = default;
+
+  private:
+    [[nodiscard]] auto find(const T& element) const { return std::find(begin(), end(), element); }
+
+    std::vector<T> elements_;
 };

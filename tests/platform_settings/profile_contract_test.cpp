@@ -1,0 +1,245 @@
+// What a profile file means and how it changes: the system's calls and the library's own code give
+// the same answers.
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "platform_settings/settings_fixture.h"
+
+namespace {
+
+using namespace std::string_literals;
+using toolbox::platform::ProfileEntry;
+
+class ProfileStoreContract : public SettingsFixture {};
+
+TEST_F(ProfileStoreContract, FindsTheTextOfAnEntry) {
+    struct Case {
+        std::string file;
+        const char* section;
+        const char* entry;
+        const char* expected;
+    };
+    const Case cases[] = {
+        // Blanks and quotes around a value.
+        {"[s]\r\n  k =  v x  \r\n", "s", "k", "v x"},
+        {"[s]\r\n\tk\t=\tv\t\r\n", "s", "k", "v"},
+        {"[s]\r\nk=\v v\f\x1A\r\n", "s", "k", "v"},
+        {"[s]\r\nk=\xA0v\xA0\r\n", "s", "k", "\xA0v\xA0"},
+        {"[s]\r\nk=  \" a \"  \r\n", "s", "k", " a "},
+        {"[s]\r\nk='a b'\r\n", "s", "k", "a b"},
+        {"[s]\r\nk=\"\"a\"\"\r\n", "s", "k", "\"a\""},
+        {"[s]\r\nk=\"'a'\"\r\n", "s", "k", "'a'"},
+        {"[s]\r\nk=\"a'\r\n", "s", "k", "\"a'"},
+        {"[s]\r\nk=\"a\r\n", "s", "k", "\"a"},
+        {"[s]\r\nk=\"a\"b\r\n", "s", "k", "\"a\"b"},
+        {"[s]\r\nk=\"\r\n", "s", "k", "\""},
+        {"[s]\r\nk=''\r\n", "s", "k", ""},
+        {"[s]\r\nk=a=b ; c\r\n", "s", "k", "a=b ; c"},
+        {"[s]\r\nk=\x80\x81\xE9\xFF\r\n", "s", "k", "\x80\x81\xE9\xFF"},
+        // An empty entry is there, a line without '=' is not but hides what follows.
+        {"[s]\r\nk=   \r\n", "s", "k", ""},
+        {"[s]\r\nk\r\nk=v\r\n", "s", "k", "<none>"},
+        {"[s]\r\n;k=v\r\n", "s", "k", "<none>"},
+        // Names.
+        {"[SecTion]\r\nK k=v\r\n", " sECtION ", " k K ", "v"},
+        {"[ s ]\r\nk=v\r\n", "s", "k", "v"},
+        {"  [s] ; remark\r\nk=v\r\n", "s", "k", "v"},
+        {"[s]k=w\r\nk=v\r\n", "s", "k", "v"},
+        {"[s]t]\r\nk=v\r\n", "s]t", "k", "v"},
+        {"[s\r\nk=v\r\n", "s", "k", "<none>"},
+        {"[[s]\r\nk=v\r\n", "s", "k", "<none>"},
+        {"k=v\r\n[s]\r\n", "s", "k", "<none>"},
+        // The first of equal names.
+        {"[s]\r\nk=1\r\nk=2\r\n", "s", "k", "1"},
+        {"[s]\r\nk=1\r\n[t]\r\n[s]\r\nk=2\r\n", "s", "k", "1"},
+        {"[s]\r\na=1\r\n[t]\r\n[s]\r\nk=2\r\n", "s", "k", "<none>"},
+        // Line ends, NULs, encodings.
+        {"[s]\nk=v", "s", "k", "v"},
+        {"[s]\rk=v\r", "s", "k", "v"},
+        {"[s]\r\r\nk=v\r\r\n", "s", "k", "v"},
+        {"[s]\r\nk=a\0b\r\n"s, "s", "k", "a"},
+        {"[s]\r\nj=a\0b\r\nk=v\r\n"s, "s", "k", "v"},
+        {"[s]\r\n\0k=a\r\n"s, "s", "k", "<none>"},
+        {"[s]\r\nj=" + std::string(1 << 20, 'x') + "\r\nk=v\r\n", "s", "k", "v"},
+        {"\xEF\xBB\xBF[s]\r\nk=v\xC3\xA9\r\n", "s", "k", "v\xE9"},
+        {"\xFF\xFE[\0s\0]\0\n\0k\0=\0\xAC\x20\xE9\0\n\0"s, "s", "k", "\x80\xE9"},
+        {"\xFE\xFF\0[\0s\0]\0\n\0k\0=\0v\0\n"s, "s", "k", "v"},
+        {"", "s", "k", "<none>"},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(read(profileHolding(c.file), c.section, c.entry), c.expected)
+            << c.file.substr(0, 60);
+    EXPECT_EQ(read(folder_ / "no such file", "s", "k"), "<none>");
+    EXPECT_EQ(read(folder_ / "no such folder/x.ini", "s", "k"), "<none>");
+}
+
+TEST_F(ProfileStoreContract, GivesTheDefaultAndCutsAtTheBuffer) {
+    struct Case {
+        const char* entry;
+        const char* fallback;
+        int size;
+        bool found;
+        const char* expected;
+    };
+    const Case cases[] = {
+        {"absent", "  d   ", 20, false, "  d"},
+        {"absent", "d\t", 20, false, "d\t"},
+        {"absent", "\"d\"", 20, false, "d"},
+        {"absent", nullptr, 20, false, ""},
+        {"absent", "   ", 20, false, " "},
+        {"absent", "default", 4, false, "def"},
+        {"k", "d", 5, true, "abcd"},
+        {"k", "d", 1, true, ""},
+        {"quoted", "d", 5, true, "abcd"},
+        {"empty", "d", 20, true, ""},
+        {"a=b", " d ", 20, false, " d"},
+        {"", "d", 20, false, "d"},
+        {"k\r\n", "d", 20, false, "d"},
+        {nullptr, "d", 20, false, "d"},
+    };
+    const std::string file = profileHolding("[s]\r\nk=abcdef\r\nquoted=\"abcdef\"\r\nempty=\r\n");
+    for (const Case& c : cases) {
+        std::string text(static_cast<std::size_t>(c.size) + 1, '#');
+        EXPECT_EQ(profiles().read(file.c_str(), "s", c.entry, c.fallback, text.data(), c.size),
+                  c.found)
+            << (c.entry ? c.entry : "null");
+        EXPECT_STREQ(text.c_str(), c.expected) << (c.fallback ? c.fallback : "null");
+        EXPECT_EQ(text.back(), '#');
+    }
+    char untouched = '#';
+    EXPECT_TRUE(profiles().read(file.c_str(), "s", "k", "d", &untouched, 0));
+    EXPECT_EQ(untouched, '#');
+}
+
+/// The lines of a profile as both systems agree on them: no blank lines, no blanks around names.
+std::string essence(const std::string& bytes) {
+    std::string result;
+    std::string line;
+    for (const char c : bytes + "\n") {
+        if (c != '\r' && c != '\n') {
+            if (c != ' ') line += c;
+            continue;
+        }
+        if (!line.empty()) result += line + "|";
+        line.clear();
+    }
+    return result;
+}
+
+TEST_F(ProfileStoreContract, ChangesOneEntryAndKeepsAllOtherLines) {
+    struct Case {
+        const char* before;
+        const char* section;
+        const char* entry;
+        const char* value;
+        const char* after;
+    };
+    const Case cases[] = {
+        {"", "s", "k", "v", "[s]|k=v|"},
+        {"; top\r\n\r\n[s]\r\n; c\r\na=1\r\njunk\r\n[bad\r\n=x\r\n", "s", "k", "v",
+         ";top|[s]|;c|a=1|junk|[bad|=x|k=v|"},
+        {"[s]\r\n  K  =  1  \r\nm=2\r\n", "s", "k", "v", "[s]|K=v|m=2|"},
+        {"[s]\r\nk=1\r\nk=2\r\n", "s", "k", "v", "[s]|k=v|k=2|"},
+        {"[s]\r\nk\r\n", "S", "k", "v", "[s]|k=v|"},
+        {"[s]\r\na=1\r\n; end\r\n\r\n[t]\r\nb=2\r\n", "s", "k", "v", "[s]|a=1|;end|k=v|[t]|b=2|"},
+        {"[t]\r\nb=2", "s", "k", "v", "[t]|b=2|[s]|k=v|"},
+        {"[s]\r\nb=2", "s", "k", "v", "[s]|b=2|k=v|"},
+        {"[s]\na=1\n[t]\nb=2\n", "s", "a", "v", "[s]|a=v|[t]|b=2|"},
+        {"k=1\r\n[s]\r\n", "s", "k", "v", "k=1|[s]|k=v|"},
+        {"[s]\r\na=1\r\n[t]\r\n[s]\r\nk=2\r\n", "s", "k", "v", "[s]|a=1|k=v|[t]|[s]|k=2|"},
+        {"\xEF\xBB\xBF[s]\r\nb=2\r\n", "s", "k", "\xE9", "\xEF\xBB\xBF[s]|b=2|k=\xC3\xA9|"},
+        {"[s]\r\n", "s", "k", "\"v\"", "[s]|k=\"v\"|"},
+        {"[s]\r\nk=1\r\n", "s", "k", "", "[s]|k=|"},
+        {"[s]\r\n", "s", ";k", "v", "[s]|;k=v|"},
+        {"[s]\r\nm=1\r\n", "s", "k", "v\r\nm=2", "[s]|m=1|k=v|"},
+        // Removing.
+        {"[s]\r\nk=1\r\nm=2\r\n", "s", "K", nullptr, "[s]|m=2|"},
+        {"[s]\r\nk=1\r\nk=2\r\n", "s", "k", nullptr, "[s]|k=2|"},
+        {"[s]\r\nk=1\r\n", "s", "k", nullptr, "[s]|"},
+        {"[s]\r\nk=1\r\n", "s", "absent", nullptr, "[s]|k=1|"},
+        {"[s]\r\nk=1\r\n", "absent", "k", nullptr, "[s]|k=1|"},
+    };
+    for (const Case& c : cases) {
+        const std::string file = profileHolding(c.before);
+        EXPECT_EQ(profiles().write(file.c_str(), c.section, c.entry, c.value), 0u) << c.before;
+        EXPECT_EQ(essence(folder_.read(file)), c.after) << c.before;
+    }
+}
+
+TEST_F(ProfileStoreContract, StoresSeveralEntriesInOneCall) {
+    const std::string file = folder_ / "new.ini";
+    const ProfileEntry entries[] = {{"a", "1"}, {"b", "2"}, {"a", "3"}, {"absent", nullptr}};
+    EXPECT_EQ(profiles().writeMany(file.c_str(), "s", entries), 0u);
+    EXPECT_EQ(essence(folder_.read(file)), "[s]|a=3|b=2|");
+
+    const ProfileEntry bad[] = {{"c", "1"}, {"d=e", "2"}};
+    EXPECT_NE(profiles().writeMany(file.c_str(), "s", bad), 0u);
+    EXPECT_EQ(essence(folder_.read(file)), "[s]|a=3|b=2|");
+    EXPECT_EQ(profiles().writeMany(file.c_str(), "s", {}), 0u);
+}
+
+TEST_F(ProfileStoreContract, RefusesWhatCouldNotBeReadBack) {
+    struct Case {
+        const char* section;
+        const char* entry;
+    };
+    const Case cases[] = {{"s", "a=b"}, {"s", "[t]"},  {"s", " [t"},   {"s", "a\nb"},
+                          {"s", ""},    {"s", "  "},   {"s", nullptr}, {"s\r", "k"},
+                          {"", "k"},    {nullptr, "k"}};
+    const std::string file = profileHolding("[s]\r\nk=1\r\n");
+    for (const Case& c : cases)
+        EXPECT_NE(profiles().write(file.c_str(), c.section, c.entry, "v"), 0u)
+            << (c.entry ? c.entry : "null");
+    EXPECT_EQ(folder_.read(file), "[s]\r\nk=1\r\n");
+
+    EXPECT_NE(profiles().write(nullptr, "s", "k", "v"), 0u);
+    EXPECT_NE(profiles().write("", "s", "k", "v"), 0u);
+    EXPECT_NE(profiles().write((folder_ / "").c_str(), "s", "k", "v"), 0u);
+    EXPECT_NE(profiles().write((folder_ / "no such folder/x.ini").c_str(), "s", "k", "v"), 0u);
+}
+
+TEST_F(ProfileStoreContract, WhatIsWrittenReadsBackWhateverTheFileHeld) {
+    const std::string files[] = {"[s",
+                                 "]",
+                                 "[",
+                                 "[s]",
+                                 "[s]\r\n[",
+                                 "\0\0\0"s,
+                                 "[s]\0k=v"s,
+                                 "\xEF\xBB",
+                                 "\xEF\xBB\xBF",
+                                 "\xFF\xFE",
+                                 "\xFF\xFE[",
+                                 "\xFE\xFF\0"s,
+                                 "\r\n\r\n[s]\r\r\n\n\n",
+                                 "=\r\n==\r\n[s]\r\n=",
+                                 "[s]\r\nk=\0"s,
+                                 "[[[[]]]]",
+                                 std::string(1 << 20, '['),
+                                 std::string(3000, '\n'),
+                                 "[s]\r\nk=" + std::string(1 << 20, 'x')};
+    for (const std::string& bytes : files) {
+        const std::string file = profileHolding(bytes);
+        EXPECT_EQ(profiles().write(file.c_str(), "s", "k", "value"), 0u) << bytes.substr(0, 30);
+        EXPECT_EQ(read(file, "s", "k"), "value") << bytes.substr(0, 30);
+        EXPECT_EQ(profiles().write(file.c_str(), "s", "k", nullptr), 0u);
+        EXPECT_EQ(read(file, "s", "k"), "<none>") << bytes.substr(0, 30);
+    }
+}
+
+TEST_F(ProfileStoreContract, ABareNameLiesInOneFixedPlace) {
+#if defined(_WIN32)
+    char windows[300];
+    GetWindowsDirectoryA(windows, sizeof windows);
+    const std::string place = windows + "\\toolbox_contract.ini"s;
+#else
+    const std::string place = folder_ / "toolbox/toolbox_contract.ini";
+#endif
+    EXPECT_EQ(profiles().write("toolbox_contract.ini", "s", "k", "v"), 0u);
+    EXPECT_EQ(read(place, "s", "k"), "v");
+    EXPECT_EQ(read("toolbox_contract.ini", "s", "k"), "v");
+    std::remove(place.c_str());
+}
+
+}  // namespace

@@ -1,0 +1,151 @@
+// The registry: the system's and the library's own file give the same answers.
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "platform_settings/settings_fixture.h"
+
+namespace {
+
+using namespace std::string_literals;
+
+class RegistryStoreContract : public SettingsFixture {
+  protected:
+    ~RegistryStoreContract() override {
+#if defined(_WIN32)
+        RegDeleteTreeA(HKEY_CURRENT_USER, kRoot);
+#endif
+    }
+
+    static constexpr const char* kRoot = "Software\\ToolboxContract";
+
+    static std::string under(const char* path) {
+        return kRoot + std::string(path);
+    }
+
+    static toolbox::platform::ErrorCode write(const std::string& key, const char* name,
+                                              unsigned long type, const std::string& data) {
+        return registry().write(HKEY_CURRENT_USER, key.c_str(), name,
+                                static_cast<std::uint32_t>(type), data.data(),
+                                static_cast<std::uint32_t>(data.size()));
+    }
+
+    struct Value {
+        toolbox::platform::ErrorCode error;
+        unsigned long type;
+        std::string data;
+        bool operator==(const Value&) const = default;
+    };
+    static Value read(const std::string& key, const char* name) {
+        std::string data(1000, '#');
+        auto size = static_cast<std::uint32_t>(data.size());
+        std::uint32_t type = 0;
+        const auto error =
+            registry().read(HKEY_CURRENT_USER, key.c_str(), name, type, data.data(), size);
+        return {error, type, data.substr(0, size)};
+    }
+};
+
+TEST_F(RegistryStoreContract, GivesBackTypeAndBytes) {
+    struct Case {
+        const char* name;
+        unsigned long type;
+        std::string data;
+    };
+    const Case cases[] = {
+        {"text", REG_SZ, "plain\0"s},
+        {"accents", REG_SZ, "\xE9\x80\xFF\0"s},
+        {"marks", REG_SZ, "a\"b\\c\\\\\"\0"s},
+        {"lines", REG_SZ, "one\r\n[HKEY_CURRENT_USER\\x]\r\n\"y\"=\"z\"\t\0"s},
+        {"empty", REG_SZ, "\0"s},
+        {"no bytes", REG_SZ, ""},
+        {"two ends", REG_SZ, "ab\0\0"s},
+        {"number", REG_DWORD, "\x80\x02\0\0"s},
+        {"short number", REG_DWORD, "ab"},
+        {"bytes", REG_BINARY, "\0\x01\xFF\\\"\n"s},
+        {"no data", REG_BINARY, ""},
+        {"expand", REG_EXPAND_SZ, "%PATH%\0"s},
+        {"odd type", 77, "xy"},
+        {"", REG_SZ, "the default value\0"s},
+        {"\"q\\u\"=;[x]@", REG_SZ, "hostile name\0"s},
+        {" blanks ", REG_SZ, " x \0"s},
+    };
+    for (const Case& c : cases) EXPECT_EQ(write(under("\\A"), c.name, c.type, c.data), 0u);
+    for (const Case& c : cases)
+        EXPECT_EQ(read(under("\\A"), c.name), (Value{0, c.type, c.data})) << c.name;
+}
+
+TEST_F(RegistryStoreContract, ComparesNamesWithoutCaseAndPathsWithoutDoubledSeparators) {
+    ASSERT_EQ(write(under("\\Deep\\\xC9t\xE9\\"), "Nom\xE9", REG_SZ, "v\0"s), 0u);
+    const Value expected{0, REG_SZ, "v\0"s};
+    EXPECT_EQ(read(under("\\dEEP\\\xE9T\xC9"), "nOM\xC9"), expected);
+    EXPECT_EQ(read(under("\\\\Deep\\\\\xC9t\xE9"), "Nom\xE9"), expected);
+
+    ASSERT_EQ(write(under("\\deep\\\xE9t\xE9"), "NOM\xE9", REG_DWORD, "1234"), 0u);
+    EXPECT_EQ(read(under("\\Deep\\\xC9t\xE9"), "Nom\xE9"), (Value{0, REG_DWORD, "1234"}));
+
+    ASSERT_EQ(write(under("\\]["), "n", REG_SZ, "v\0"s), 0u);
+    EXPECT_EQ(read(under("\\]["), "n"), expected);
+}
+
+TEST_F(RegistryStoreContract, TellsWhatIsMissingOrTooLarge) {
+    ASSERT_EQ(write(under("\\A"), "n", REG_DWORD, "1234"), 0u);
+    EXPECT_EQ(read(under("\\A"), "absent"), (Value{ERROR_FILE_NOT_FOUND, 0, ""}));
+    EXPECT_EQ(read(under("\\absent"), "n"), (Value{ERROR_FILE_NOT_FOUND, 0, ""}));
+    EXPECT_EQ(read("\\" + under("\\A"), "n").error, ERROR_BAD_PATHNAME);
+    EXPECT_EQ(write("\\" + under("\\A"), "n", REG_SZ, "x\0"s), ERROR_BAD_PATHNAME);
+    EXPECT_NE(write(under("\\A\\") + std::string(300, 'k'), "n", REG_SZ, "x\0"s), 0u);
+    EXPECT_NE(write(under("\\A"), std::string(20000, 'n').c_str(), REG_SZ, "x\0"s), 0u);
+
+    char data[4] = {'#', '#', '#', '#'};
+    std::uint32_t type = 0;
+    std::uint32_t size = 3;
+    EXPECT_EQ(registry().read(HKEY_CURRENT_USER, under("\\A").c_str(), "n", type, data, size),
+              ERROR_MORE_DATA);
+    EXPECT_EQ(size, 4u);
+    EXPECT_EQ(data[0], '#');
+    size = 0;
+    EXPECT_EQ(registry().read(HKEY_CURRENT_USER, under("\\A").c_str(), "n", type, nullptr, size),
+              0u);
+    EXPECT_EQ(size, 4u);
+    EXPECT_EQ(type, REG_DWORD);
+
+    const auto write0 = [](HKEY root) {
+        return registry().write(root, "x", "n", static_cast<std::uint32_t>(REG_SZ), "", 1);
+    };
+    EXPECT_EQ(write0(nullptr), ERROR_INVALID_HANDLE);
+}
+
+#if !defined(_WIN32)
+TEST_F(RegistryStoreContract, IsAFileInRegNotation) {
+    ASSERT_EQ(write("Software\\App\\View", "Width", REG_DWORD, "\x80\x02\0\0"s), 0u);
+    ASSERT_EQ(write("Software\\App\\View", "", REG_SZ, "a\"\\\xE9\0"s), 0u);
+    ASSERT_EQ(write("Software\\App\\View", "Text", REG_SZ, "a\nb\0"s), 0u);
+    ASSERT_EQ(write("Software\\App", "Ratio", REG_BINARY, "\0\x8F"s), 0u);
+    EXPECT_EQ(folder_.read(folder_ / "toolbox/registry.reg"),
+              "REGEDIT4\r\n\r\n"
+              "[HKEY_CURRENT_USER\\Software\\App\\View]\r\n"
+              "\"Width\"=dword:00000280\r\n@=\"a\\\"\\\\\xE9\"\r\n\"Text\"=hex(1):61,0a,62,00\r\n"
+              "[HKEY_CURRENT_USER\\Software\\App]\r\n\"Ratio\"=hex:00,8f\r\n");
+}
+
+TEST_F(RegistryStoreContract, ReadsAFileThatAPersonWrote) {
+    ASSERT_EQ(write("Software\\App", "n", REG_DWORD, "1234"), 0u);  // makes the folder
+    const std::string file = folder_ / "toolbox/registry.reg";
+    const std::string text =
+        "REGEDIT4\n; a remark\n[hkey_current_user\\SOFTWARE\\app]\n"
+        "\"n\" = \"x\\\\y\"  \n\"wrapped\"=hex:01,\\\n  02,\\\r\n  03\n"
+        "\"bad hex\"=hex:1,zz\n\"bad type\"=hex(:00\n\"no end\"=\"abc\n\"bad number\"=dword:1g\n"
+        "\"other\"=qword:1\n\"gone\"=-\nnonsense\n[broken\n\"n\"=\"y\"\n";
+    folder_.write(file, text);
+    EXPECT_EQ(read("Software\\App", "n"), (Value{0, REG_SZ, "x\\y\0"s}));
+    EXPECT_EQ(read("Software\\App", "wrapped"), (Value{0, REG_BINARY, "\x01\x02\x03"}));
+    for (const char* name : {"bad hex", "bad type", "no end", "bad number", "other", "gone"})
+        EXPECT_EQ(read("Software\\App", name).error, ERROR_FILE_NOT_FOUND) << name;
+
+    ASSERT_EQ(write("Software\\App", "new", REG_SZ, "v\0"s), 0u);
+    EXPECT_EQ(folder_.read(file), text + "\"new\"=\"v\"\n");
+}
+#endif
+
+}  // namespace

@@ -1,17 +1,14 @@
 #include <string>
 
+#include "file/current_files.h"
 #include "file/file_names.h"
 #include "platform/scoped_file.h"
 #include "toolbox/files.h"
 
+using toolbox::files;
 using toolbox::platform::ErrorCode;
-using toolbox::platform::FileSystem;
 
 namespace {
-
-FileSystem& files() {
-    return *toolbox::platform::current().files;
-}
 
 /// True when a new file can be made in a folder, given with its separator.
 bool canCreateIn(const std::string& folder) {

@@ -2,17 +2,14 @@
 #include <string>
 
 #include "base/lz_expand.h"
+#include "file/current_files.h"
 #include "file/file_names.h"
 #include "toolbox/files.h"
-#include "toolbox/platform.h"
 
 namespace base = toolbox::base;
+using toolbox::files;
 
 namespace {
-
-toolbox::platform::FileSystem& files() {
-    return *toolbox::platform::current().files;
-}
 
 void copyText(char* out, std::string_view text) {
     text.copy(out, text.size());

@@ -2,9 +2,11 @@
 #include <cstring>
 #include <string>
 
+#include "file/current_files.h"
 #include "platform/scoped_file.h"
 #include "toolbox/files.h"
 
+using toolbox::files;
 using toolbox::platform::ScopedFile;
 
 namespace {
@@ -40,10 +42,6 @@ class LineSplitter {
     std::string line_;
     std::list<RWCString> lines_;
 };
-
-toolbox::platform::FileSystem& files() {
-    return *toolbox::platform::current().files;
-}
 
 int widthOf(const std::list<RWCString>& lines) {
     std::size_t width = 0;

@@ -1,18 +1,11 @@
 #include "file/shared_file.h"
 
+#include "file/current_files.h"
+
 namespace toolbox {
 
 using platform::ErrorCode;
 using platform::SeekFrom;
-
-namespace {
-
-// Asked for at each call, so that a replaced file system also serves files that are open already.
-platform::FileSystem& files() {
-    return *platform::current().files;
-}
-
-}  // namespace
 
 SharedFile::~SharedFile() {
     files().close(handle_);

@@ -1,0 +1,54 @@
+// Where blocks leave for a file.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+#include "toolbox/block_files.h"
+
+namespace toolbox {
+
+/// Writes blocks at a file's position, each in one piece; when it gathers, small ones leave
+/// together. Nothing is written that would end past blocks::kMostBytes. After a failed write
+/// nothing is written any more. Failures are shown to the user.
+class BlockOutput {
+  public:
+    /// `keptAlive` is what keeps `file` alive.
+    BlockOutput(APIFile& file, std::shared_ptr<OwnedFile> keptAlive, bool gathers);
+    ~BlockOutput();
+    BlockOutput(const BlockOutput&) = delete;
+    BlockOutput& operator=(const BlockOutput&) = delete;
+
+    [[nodiscard]] bool write(const TarvBlocFile& block);
+    [[nodiscard]] bool write(const char* bytes, std::uint32_t n);
+    /// Writes what was gathered.
+    [[nodiscard]] bool flush();
+
+    /// Where the next byte goes.
+    [[nodiscard]] std::optional<std::uint32_t> position();
+    [[nodiscard]] bool seekToBegin();
+    [[nodiscard]] bool seekToEnd();
+
+    /// Whether `bytes` more may be written at `position`; otherwise the user is told.
+    [[nodiscard]] static bool mayGrow(std::uint32_t position, std::uint64_t bytes);
+
+    /// Somebody else may use the file from now on: gathers no more.
+    void share();
+    [[nodiscard]] bool failed() const { return failed_; }
+
+  private:
+    [[nodiscard]] char* reserve(std::uint32_t n);
+    [[nodiscard]] bool send(const char* bytes, std::uint32_t n);
+    [[nodiscard]] bool sought(int result);
+
+    APIFile& file_;
+    std::shared_ptr<OwnedFile> keptAlive_;
+    std::unique_ptr<char[]> gathered_;
+    std::uint32_t used_ = 0;
+    std::uint32_t position_ = 0;  ///< kept while gathering
+    bool gathers_;
+    bool failed_ = false;
+};
+
+}  // namespace toolbox

@@ -1,0 +1,102 @@
+#include <gtest/gtest.h>
+
+#include <random>
+#include <unordered_map>
+
+#include "support/temp_folder.h"
+#include "toolbox/block_files.h"
+
+namespace {
+
+TEST(BlockIndex, FirstEntryOfAnIdentifierWins) {
+    TarvFileIndex index;
+    EXPECT_EQ(index.addBloc(7, 500), 1);
+    EXPECT_EQ(index.addBloc(7, 900), 0);
+    EXPECT_EQ(index.getOffset(7), 500u);
+    EXPECT_EQ(index.getOffset(8), 0u);
+    EXPECT_EQ(index.addBloc(9, 0), 1);
+    EXPECT_EQ(index.addBloc(9, 100), 0);
+    EXPECT_EQ(index.getNbrItem(), 0u);
+}
+
+TEST(BlockIndex, CursorWalksBothWaysAndStopsAtTheEnds) {
+    TarvFileIndex index;
+    unsigned long id = 99;
+    EXPECT_EQ(
+        index.getFirstID(id) + index.getNextID(id) + index.getPrevID(id) + index.getLastID(id), 0);
+    EXPECT_EQ(id, 99u);
+    for (unsigned long each : {5ul, 3ul, 4ul}) index.addBloc(each, each * 1000);
+    const auto step = [&](int (TarvFileIndex::*move)(unsigned long&)) {
+        id = 99;
+        return (index.*move)(id) ? id : 99;
+    };
+    EXPECT_EQ(step(&TarvFileIndex::getFirstID), 5u);
+    EXPECT_EQ(step(&TarvFileIndex::getPrevID), 99u);
+    EXPECT_EQ(step(&TarvFileIndex::getNextID), 3u);
+    EXPECT_EQ(step(&TarvFileIndex::getNextID), 4u);
+    EXPECT_EQ(step(&TarvFileIndex::getNextID), 99u);
+    EXPECT_EQ(step(&TarvFileIndex::getPrevID), 3u);
+    EXPECT_EQ(step(&TarvFileIndex::getLastID), 4u);
+    index.flushIndex();
+    index.addBloc(1, 1);
+    EXPECT_EQ(step(&TarvFileIndex::getPrevID), 1u);
+}
+
+TEST(BlockIndex, FindsEveryIdentifierAmongManyAsAPlainMapDoes) {
+    std::mt19937 random(1);
+    // Ascending, high bits only, dense with repeats, spread.
+    const std::uint32_t ranges[] = {1, 1u << 20, 0, 0};
+    for (int kind = 0; kind < 4; ++kind) {
+        TarvFileIndex index;
+        std::unordered_map<std::uint32_t, unsigned long> model;
+        for (std::uint32_t i = 0; i < 3000; ++i) {
+            const std::uint32_t id =
+                kind < 2 ? i * ranges[kind]
+                         : static_cast<std::uint32_t>(kind == 2 ? random() % 2000 : random());
+            const bool isNew = model.emplace(id, i + 1).second;
+            ASSERT_EQ(index.addBloc(id, i + 1), isNew) << id;
+        }
+        const TarvFileIndex copy = index;
+        for (std::uint32_t i = 0; i < 3000; ++i) {
+            const auto id = static_cast<std::uint32_t>(i % 2 ? random() : i);
+            const auto found = model.find(id);
+            ASSERT_EQ(copy.getOffset(id), found == model.end() ? 0 : found->second);
+        }
+        for (const auto& [id, offset] : model) ASSERT_EQ(index.getOffset(id), offset);
+    }
+}
+
+TEST(BlockIndex, PacksOnlyWhenThereAreEntriesAndIgnoresARemainder) {
+    TarvFileIndex index;
+    index.setData(3, "old");
+    EXPECT_EQ(index.setData(), 1);
+    EXPECT_EQ(index.getLen(), 3u);
+    index.addBloc(1, 0x0203);
+    EXPECT_EQ(index.setData(), 1);
+    EXPECT_EQ(std::string(index.getPData(), index.getLen()), std::string("\1\0\0\0\3\2\0\0", 8));
+    index.setNbrItem(5);
+    EXPECT_EQ(index.getBlocLen(), 148u + 40);
+
+    TempFolder folder;
+    struct : TarvFile {
+        using TarvFile::open;
+        int open(const RWCString&) override { return 0; }
+        int open(const char*) override { return 0; }
+    } file;
+    file.setFile(
+        new APIFile((folder / "index").c_str(), GENERIC_READ | GENERIC_WRITE, 0, CREATE_ALWAYS));
+    TarvBlocFile block;
+    block.setID(0xFFFFFFEF);
+    block << 1 << 10 << 2 << 20 << 3;
+    ASSERT_EQ(block.write(file), 1);
+    TarvFileIndex read;
+    read.addBloc(77, 1);
+    EXPECT_EQ(read.read(5, file, 0, 0), 0);
+    EXPECT_EQ(read.getOffset(77), 1u);
+    ASSERT_EQ(read.read(0xFFFFFFEF, file, 0, 0), 1);
+    EXPECT_EQ(read.getNbrItem(), 2u);
+    EXPECT_EQ(read.getOffset(2), 20u);
+    EXPECT_EQ(read.getOffset(3) + read.getOffset(77), 0u);
+}
+
+}  // namespace

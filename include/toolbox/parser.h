@@ -11,15 +11,15 @@
 // ROUNDUP SIN SINH SQR SQRT TAN TANH TRUNC. Small letters count as capitals, blanks as nothing.
 // On purpose: a minus sign binds tighter than ^ (-2^2 is 4) and does not follow another sign (--3
 // is no formula), ^ groups to the right, ROUND(x) is ceil(x + 0.5) (2.0 gives 3), TRUNC(x) is
-// floor(x), a number ends after three digits of exponent, and a formula holds at most 20 open
-// parts: some 18 nested parentheses.
+// floor(x), a number ends after three digits of exponent, and at most 19 parts of a formula wait
+// for their end at a time: 17 nested parentheses around a number, say.
 //
 // A division by zero gives HUGE_VAL. So does a text cell that is read; an empty cell gives 0.
 // A number too large for a double, or too small for one but not zero, is not a number; the range
 // between, denormals included, is the same on every system and under every locale.
 //
-// The grid lives as long as its Parser. All calls come from the user-interface thread; no operation
-// throws.
+// The grid lives as long as its Parser. All calls come from the user-interface thread. Setting and
+// reading cells never throws.
 #pragma once
 
 #include <array>

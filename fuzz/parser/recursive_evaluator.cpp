@@ -1,0 +1,176 @@
+#include "recursive_evaluator.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <functional>
+#include <map>
+#include <string>
+
+namespace recursive {
+namespace {
+
+using Value = std::optional<double>;
+
+/// The longest name comes first.
+const std::map<std::string_view, double (*)(double), std::greater<>> kFunctions = {
+    {"ABS", [](double x) { return std::fabs(x); }},
+    {"ACOS", [](double x) { return std::acos(x); }},
+    {"ASIN", [](double x) { return std::asin(x); }},
+    {"ATAN", [](double x) { return std::atan(x); }},
+    {"COS", [](double x) { return std::cos(x); }},
+    {"COSH", [](double x) { return std::cosh(x); }},
+    {"EXP", [](double x) { return std::exp(x); }},
+    {"LOG", [](double x) { return std::log(x); }},
+    {"LOG10", [](double x) { return std::log10(x); }},
+    {"POW10", [](double x) { return std::pow(10.0, x); }},
+    {"ROUND", [](double x) { return std::ceil(x + 0.5); }},
+    {"ROUNDDOWN", [](double x) { return std::floor(x); }},
+    {"ROUNDUP", [](double x) { return std::ceil(x); }},
+    {"SIN", [](double x) { return std::sin(x); }},
+    {"SINH", [](double x) { return std::sinh(x); }},
+    {"SQR", [](double x) { return x * x; }},
+    {"SQRT", [](double x) { return std::sqrt(x); }},
+    {"TAN", [](double x) { return std::tan(x); }},
+    {"TANH", [](double x) { return std::tanh(x); }},
+    {"TRUNC", [](double x) { return std::floor(x); }}};
+
+class Descent {
+  public:
+    Descent(std::string_view text, const Cells& cells) : rest_(text), cells_(cells) {}
+
+    std::optional<Answer> all() {
+        const Value value = sum();
+        if (!value || peek() != '\0') return {};
+        return Answer{*value, namesCell_};
+    }
+
+  private:
+    struct Place {
+        std::size_t col;
+        std::size_t row;
+    };
+
+    char peek(std::size_t ahead = 0) {
+        if (ahead == 0) rest_.remove_prefix(std::min(rest_.find_first_not_of(' '), rest_.size()));
+        return ahead < rest_.size() ? rest_[ahead] : '\0';
+    }
+    bool take(char c) {
+        if (peek() != c) return false;
+        rest_.remove_prefix(1);
+        return true;
+    }
+
+    Value sum() {
+        Value left = product();
+        while (left && (peek() == '+' || peek() == '-')) {
+            const bool plus = take('+') || !take('-');
+            const Value right = product();
+            if (!right) return {};
+            left = plus ? *left + *right : *left - *right;
+        }
+        return left;
+    }
+
+    Value product() {
+        Value left = power();
+        while (left && (peek() == '*' || peek() == '/')) {
+            const bool times = take('*') || !take('/');
+            const Value right = power();
+            if (!right) return {};
+            left = times ? *left * *right : *right == 0 ? HUGE_VAL : *left / *right;
+        }
+        return left;
+    }
+
+    Value power() {
+        const bool negative = take('-');
+        Value base = operand();
+        if (base && negative) base = -*base;
+        if (!base || !take('^')) return base;
+        const Value exponent = power();
+        return exponent ? Value(std::pow(*base, *exponent)) : Value();
+    }
+
+    Value operand() {
+        const char c = peek();
+        if (c == '(') return parentheses();
+        if (isDigit(c) || c == '.') return number();
+        for (const auto& [name, function] : kFunctions)
+            if (rest_.starts_with(name)) {
+                rest_.remove_prefix(name.size());
+                const Value inner = parentheses();
+                return inner ? Value(function(*inner)) : Value();
+            }
+        return cells();
+    }
+
+    Value parentheses() {
+        if (!take('(')) return {};
+        const Value inner = sum();
+        return inner && take(')') ? inner : Value();
+    }
+
+    Value cells() {
+        const auto first = cell();
+        if (!first) return {};
+        if (!take(':')) return cells_[first->col][first->row];
+        const auto last = cell();
+        if (!last || (first->col != last->col && first->row != last->row)) return {};
+        if (last->col < first->col || last->row < first->row) return {};
+        Value total;
+        for (std::size_t col = first->col; col <= last->col; ++col)
+            for (std::size_t row = first->row; row <= last->row; ++row)
+                total = total ? *total + cells_[col][row] : cells_[col][row];
+        return total;
+    }
+
+    std::optional<Place> cell() {
+        const char letter = peek();
+        std::size_t digits = 0;
+        while (digits < 2 && isDigit(peek(1 + digits))) ++digits;
+        if (letter < 'A' || letter > 'J' || digits == 0) return {};
+        const int row = std::atoi(std::string(rest_.substr(1, digits)).c_str());
+        if (row < 1 || row > 10) return {};
+        rest_.remove_prefix(1 + digits);
+        namesCell_ = true;
+        return Place{static_cast<std::size_t>(letter - 'A'), static_cast<std::size_t>(row - 1)};
+    }
+
+    Value number() {
+        std::string text;
+        const auto moveDigits = [&](std::size_t most) {
+            for (; most > 0 && !rest_.empty() && isDigit(rest_[0]); --most) moveCharacter(text);
+        };
+        moveDigits(rest_.size());
+        if (!rest_.empty() && rest_[0] == '.') moveCharacter(text);
+        moveDigits(rest_.size());
+        if (text == ".") return {};
+        const bool nothing = text.find_first_of("123456789") == text.npos;
+        if (!rest_.empty() && rest_[0] == 'E') {
+            moveCharacter(text);
+            if (!rest_.empty() && (rest_[0] == '+' || rest_[0] == '-')) moveCharacter(text);
+            moveDigits(3);
+        }
+        const double value = std::strtod(text.c_str(), nullptr);
+        if (std::isinf(value) || (value == 0 && !nothing)) return {};
+        return value;
+    }
+    void moveCharacter(std::string& to) {
+        to += rest_[0];
+        rest_.remove_prefix(1);
+    }
+    static bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+    std::string_view rest_;
+    const Cells& cells_;
+    bool namesCell_ = false;
+};
+
+}  // namespace
+
+std::optional<Answer> evaluate(std::string_view text, const Cells& cells) {
+    return Descent(text, cells).all();
+}
+
+}  // namespace recursive

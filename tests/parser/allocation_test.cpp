@@ -10,15 +10,16 @@ namespace {
 int allocations = 0;
 }
 
-void* operator new(std::size_t size) {
+// Not inline: where only one of a pair is, the compiler takes them for a mismatch.
+[[gnu::noinline]] void* operator new(std::size_t size) {
     ++allocations;
     if (void* block = std::malloc(size)) return block;
     throw std::bad_alloc();
 }
-void operator delete(void* block) noexcept {
+[[gnu::noinline]] void operator delete(void* block) noexcept {
     std::free(block);
 }
-void operator delete(void* block, std::size_t) noexcept {
+[[gnu::noinline]] void operator delete(void* block, std::size_t) noexcept {
     std::free(block);
 }
 

@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstdlib>
-#include <cstring>
+#include <cstdint>
+
+#include "base/scaled_decimal.h"
+#include "base/short_number.h"
 
 namespace toolbox::base {
 namespace {
@@ -21,16 +23,6 @@ char* printSpecial(char* out, double value) {
     return copy(out, value < 0 ? "-inf" : "inf");
 }
 
-char* printExponentPart(char* out, int exponent) {
-    *out++ = 'e';
-    *out++ = exponent < 0 ? '-' : '+';
-    const int size = std::abs(exponent);
-    *out++ = static_cast<char>(kZero + size / 100);
-    *out++ = static_cast<char>(kZero + size / 10 % 10);
-    *out++ = static_cast<char>(kZero + size % 10);
-    return out;
-}
-
 /// A value rounded to a number of significant digits: d.ddd times ten to the exponent.
 struct Significant {
     char digits[kMaxPrecision + 1];
@@ -40,6 +32,12 @@ struct Significant {
 
 /// `magnitude` is finite and not negative.
 void roundSignificant(double magnitude, int count, Significant& out) {
+    out.count = count;
+    if (ShortNumber number; roundExponent(magnitude, count - 1, number)) {
+        writeDigits(out.digits + count, number.digits, count);
+        out.exponent = number.exponent;
+        return;
+    }
     char text[kMaxPrecision + 16];
     const auto end =
         std::to_chars(text, text + sizeof text, magnitude, std::chars_format::scientific, count - 1)
@@ -47,7 +45,6 @@ void roundSignificant(double magnitude, int count, Significant& out) {
     const char* const mark = std::find(text, end, 'e');
     out.digits[0] = text[0];
     std::copy(std::min<const char*>(text + 2, mark), mark, out.digits + 1);
-    out.count = count;
     const bool negative = mark[1] == '-';
     std::from_chars(mark + 2, end, out.exponent);
     if (negative) out.exponent = -out.exponent;
@@ -77,7 +74,7 @@ char* layOutExponent(char* out, const Significant& number, bool keepPoint) {
     *out++ = number.digits[0];
     if (number.count > 1 || keepPoint) *out++ = '.';
     out = std::copy(number.digits + 1, number.digits + number.count, out);
-    return printExponentPart(out, number.exponent);
+    return writeExponent(out, number.exponent);
 }
 
 char* printSign(char* out, double value) {
@@ -93,15 +90,17 @@ int clampPrecision(int precision) {
 
 char* printFixed(char* out, double value, int precision) {
     if (!std::isfinite(value)) return printSpecial(out, value);
-    return std::to_chars(out, out + kNumberTextMax, value, std::chars_format::fixed,
-                         clampPrecision(precision))
-        .ptr;
+    precision = clampPrecision(precision);
+    if (ShortNumber number; roundFixed(value, precision, number)) return number.write(out);
+    return std::to_chars(out, out + kNumberTextMax, value, std::chars_format::fixed, precision).ptr;
 }
 
 char* printExponent(char* out, double value, int precision) {
     if (!std::isfinite(value)) return printSpecial(out, value);
+    const int count = clampPrecision(precision) + 1;
+    if (ShortNumber number; roundExponent(value, count - 1, number)) return number.write(out);
     Significant number;
-    roundSignificant(std::fabs(value), clampPrecision(precision) + 1, number);
+    roundSignificant(std::fabs(value), count, number);
     return layOutExponent(printSign(out, value), number, false);
 }
 
@@ -125,6 +124,13 @@ char* printGcvt(char* out, double value, int significant) {
     out = printSign(out, value);
     const bool positional = number.exponent >= -1 && number.exponent < count;
     return positional ? layOutFixed(out, number, true) : layOutExponent(out, number, true);
+}
+
+int integerDigits(double magnitude) {
+    constexpr double kEnd = 1e19;
+    if (magnitude < kEnd) return digitCount(static_cast<std::uint64_t>(magnitude));
+    char text[kNumberTextMax];  // a value of this size has no fraction to round
+    return static_cast<int>(printFixed(text, magnitude, 0) - text);
 }
 
 void decimalDigits(double value, int decimals, DecimalDigits& out) {

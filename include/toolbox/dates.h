@@ -120,7 +120,7 @@ class TarvDate {
     /// For day numbers outside the range of the inline conversion.
     TB_API void setFarDayNumber(long long dayNumber) noexcept;
     [[nodiscard]] constexpr int dayNumber() const noexcept;
-    /// For valid dates of years after the last full one.
+    /// For valid dates that the inline conversion leaves out.
     [[nodiscard]] TB_API int farDayNumber() const noexcept;
     [[nodiscard]] static constexpr long asDayNumber(long long number) noexcept;
     [[nodiscard]] constexpr TarvDate later(long long days) const noexcept;
@@ -203,9 +203,9 @@ constexpr void TarvDate::setDayNumber(long long dayNumber) noexcept {
 }
 
 constexpr int TarvDate::dayNumber() const noexcept {
+    if (const int number = toolbox::calendar::ordinaryDayNumber(year_, month_, day_)) return number;
     if (!isValid()) return -1;
-    if (year_ > toolbox::calendar::kLastFullYear) return farDayNumber();
-    return toolbox::calendar::dayNumber(year_, month_, day_);
+    return farDayNumber();
 }
 
 constexpr long TarvDate::asDayNumber(long long number) noexcept {

@@ -1,0 +1,13 @@
+// Speed of the formats and dates. Results are compared with the plain way's before anything is
+// timed.
+#include <benchmark/benchmark.h>
+
+#include "literal.h"
+
+int main(int argc, char** argv) {
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+    checkFormats();
+    checkDates();
+    benchmark::RunSpecifiedBenchmarks();
+}

@@ -1,0 +1,77 @@
+#include "udkey/expansion.h"
+
+namespace toolbox::udkey {
+
+void LeftDollars::note(std::string_view out, std::size_t from) {
+    for (std::size_t at = out.find('$', from); at != out.npos; at = out.find('$', at + 1)) {
+        if (last_ != out.npos) closed_.emplace(out.substr(last_ + 1, at - last_ - 1));
+        last_ = at;
+    }
+}
+
+bool LeftDollars::precede(std::string_view word, std::string_view out) const {
+    if (last_ == out.npos) return false;
+    if (out.substr(last_ + 1).starts_with(word)) return true;
+    // Texts that begin with the word are not before it in their order, and nothing is between.
+    const auto next = closed_.lower_bound(word);
+    return next != closed_.end() && next->starts_with(word);
+}
+
+TokenPlace findToken(std::string_view text, std::string_view word) {
+    for (std::size_t at = text.find('$'); at != text.npos; at = text.find('$', at + 1)) {
+        if (text.substr(at + 1).starts_with(word)) return {at, text.find('$', at + 1)};
+    }
+    return {};
+}
+
+std::string Expansion::run() {
+    out_.reserve(text_.size());
+    for (std::size_t i = 0; i < words_.count(); ++i) {
+        const std::string_view word = words_[i];
+        const KeyEntry* key = word.empty() ? nullptr : source_.token(word);
+        if (!key) continue;
+        if (!replaceInPlace(i, *key)) {
+            search(i);
+            return std::move(out_);
+        }
+    }
+    out_ += text_.substr(copied_);
+    return std::move(out_);
+}
+
+/// False, with the result as it was, when the search might find another place.
+bool Expansion::replaceInPlace(std::size_t word, const KeyEntry& key) {
+    // The "$" before the word may have gone with the token before.
+    if (!words_.isEnclosed(word) || words_.start(word) - 1 < copied_) return false;
+    copyTo(words_.start(word) - 1);
+    if (dollars_.precede(words_[word], out_)) return false;
+    const std::size_t from = out_.size();
+    source_.appendValue(key, out_);
+    dollars_.note(out_, from);
+    copied_ = words_.end(word) + 1;
+    return true;
+}
+
+void Expansion::copyTo(std::size_t end) {
+    const std::size_t from = out_.size();
+    out_ += text_.substr(copied_, end - copied_);
+    dollars_.note(out_, from);
+    copied_ = end;
+}
+
+void Expansion::search(std::size_t firstWord) {
+    out_ += text_.substr(copied_);
+    std::string value;
+    for (std::size_t i = firstWord; i < words_.count(); ++i) {
+        const std::string_view word = words_[i];
+        const KeyEntry* key = word.empty() ? nullptr : source_.token(word);
+        if (!key) continue;
+        const TokenPlace place = findToken(out_, word);
+        if (!place.found()) return;
+        value.clear();
+        source_.appendValue(*key, value);
+        out_.replace(place.start, place.end + 1 - place.start, value);
+    }
+}
+
+}  // namespace toolbox::udkey

@@ -1,0 +1,75 @@
+#include "udkey/keys_fixture.h"
+
+namespace {
+
+std::string blanks(std::size_t n) {
+    return std::string(n, ' ');
+}
+
+TEST(KeyData, SavesDescriptionFormatAndWithAHeaderTheUnitsToo) {
+    UDKeyData data = makeKey("VOLT", number(8), "Voltage");
+    data.setUnitsStr("kV");
+    EXPECT_EQ(data.saveStringData(), "|" + blanks(57) + "Voltage|   8-R");
+    data.setHeaderStr("V");
+    EXPECT_EQ(data.saveStringData(), "|" + blanks(57) + "Voltage|   8-R,V,kV");
+    data.setUnitsStr("");
+    EXPECT_EQ(data.saveStringData(), "|" + blanks(57) + "Voltage|   8-R,V,");
+}
+
+TEST(KeyData, RestoresWhatARecordHolds) {
+    const std::string longText = std::string(64, 'x') + "yyyyyy";
+    struct Case {
+        std::string record;
+        int result;
+        std::string description;
+        std::string format;  // "  20-   1-R" at first
+    };
+    const Case cases[] = {
+        {"|Depth|  12-   3-R", 1, "Depth", "  12-   3-R"},
+        {"|   Depth of it  |  12-   3-L  ,D,m", 1, "Depth of it", "  12-   3-L"},
+        {"|" + longText + "|  12-   3-R", 1, longText.substr(0, 64), "  12-   3-R"},
+        {"Depth|  12-   3-R|  99-   9-L", 1, "Depth", "  12-   3-R"},
+        {"|" + blanks(64) + "|  12-   3-R", 1, "", "  12-   3-R"},
+        {"|Depth|  12-R", 0, "Depth", "  20-   1-R"},        // an integer format's
+        {"|Depth|   1-   3-L", 0, "Depth", "  20-   3-L"},   // the width is refused, the rest taken
+        {"|Depth|,  12-   3-R", 0, "Depth", "  20-   1-R"},  // a header where the format should be
+        {"|Depth", 0, "Depth", "  20-   1-R"},
+        {"||  12-   3-R", 0, "12-   3-R", "  20-   1-R"},  // no empty parts
+        {"", 0, "", "  20-   1-R"},
+        {"|||", 0, "", "  20-   1-R"},
+    };
+    for (const Case& c : cases) {
+        UDKeyData data = makeKey("K", real(20, 1), "Old");
+        data.setHeaderStr("H");
+        EXPECT_EQ(data.restoreStringData(c.record), c.result) << c.record;
+        EXPECT_EQ(data.getDescStr(), c.description) << c.record;
+        EXPECT_EQ(data.getFormat()->saveStringFormat(), c.format) << c.record;
+        EXPECT_EQ(data.getHeaderStr(), "H");
+    }
+}
+
+TEST(KeyData, CopiesItsFormatByKind) {
+    RealFormat leftOfNoWidth;
+    leftOfNoWidth.setJustify(Left);
+    StringFormatedValue value;
+    value.setWidth(7);
+    const FormatType* formats[] = {&leftOfNoWidth, &value};
+    for (const FormatType* format : formats) {
+        UDKeyData data;
+        data.setFormat(*format);
+        EXPECT_NE(data.getFormat(), format);
+        EXPECT_EQ(data.getFormat()->getWidth(), format->getWidth());
+        EXPECT_EQ(data.getFormat()->getJustify(), Left);
+        UDKeyData copy(data);
+        EXPECT_TRUE(copy == data);
+        copy.getFormat()->setJustify(Right);
+        EXPECT_EQ(data.getFormat()->getJustify(), Left);
+        EXPECT_TRUE(copy != data);
+    }
+    UDKeyData data;
+    data.setFormat(value);
+    EXPECT_STREQ(data.getFormat()->getClassName(), "StringFormat");
+    EXPECT_TRUE(data != UDKeyData()) << "'no format' equals every format, records do not";
+}
+
+}  // namespace

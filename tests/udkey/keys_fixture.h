@@ -1,0 +1,101 @@
+// An application's manager with a few keys, and a profile file of its own for each test.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "support/temp_folder.h"
+#include "toolbox/keys.h"
+
+using Ids = RWTValOrderedVector<UINT>;
+inline constexpr UINT kNone = 0xFFFFFFFF;
+
+/// A manager that knows its values by id. A key without one cannot be fetched.
+class TestManager : public TokenizerUDManager {
+  public:
+    RWCString getProfilePath() override { return path; }
+    int getKeyValue(UINT id, FormatedValue* value) override {
+        fetched.push_back(id);
+        if (value->isReal() && reals.contains(id)) {
+            dynamic_cast<RealFormatedValue&>(*value) = reals[id];
+        } else if (value->isNumber() && numbers.contains(id)) {
+            dynamic_cast<NumberFormatedValue&>(*value) = numbers[id];
+        } else if (value->isString() && texts.contains(id)) {
+            dynamic_cast<StringFormatedValue&>(*value) = RWCString(texts[id]);
+        } else {
+            return 0;
+        }
+        return 1;
+    }
+    RWCString getKeyUnits(UINT id) override { return id == 4 ? "mm" : ""; }
+
+    std::string path;
+    std::map<UINT, double> reals;
+    std::map<UINT, int> numbers;
+    std::map<UINT, std::string> texts;
+    std::vector<UINT> fetched;
+};
+
+inline UDKeyData makeKey(const char* key, const FormatType& format, const char* description = "") {
+    UDKeyData data((RWCString(key)));
+    data.setFormat(format);
+    data.setDescStr(description);
+    return data;
+}
+
+inline NumberFormat number(int width, Justification justify = Right) {
+    NumberFormat format;
+    format.setFormat(width, justify);
+    return format;
+}
+
+inline RealFormat real(int width, int precision) {
+    RealFormat format;
+    format.setFormat(width, precision, Right);
+    return format;
+}
+
+inline StringFormat string(int width) {
+    StringFormat format;
+    format.setFormat(width, Left);
+    return format;
+}
+
+class KeysFixture : public ::testing::Test {
+  protected:
+    KeysFixture() {
+        UDManager::initStaticVars();
+        manager_.path = folder_ / "keys.ini";
+    }
+    ~KeysFixture() override { UDManager::destroyStaticVars(); }
+
+    int declare(UINT id, UDKeyData data) { return manager_.addKey(id, data); }
+
+    /// Keys 1 VOLT (integer, width 5), 2 A (real 8.2), 3 NAME (string 6), 4 LEN (real 8.2).
+    void declareUsualKeys() {
+        declare(1, makeKey("VOLT", number(5), "Voltage"));
+        declare(2, makeKey("A", real(8, 2), "Area"));
+        declare(3, makeKey("NAME", string(6), "Name"));
+        UDKeyData length = makeKey("LEN", real(8, 2), "Length");
+        length.setUnitsStr("TVUNITS");
+        length.setHeaderStr("L");
+        declare(4, length);
+    }
+    void startWithUsualKeys() {
+        declareUsualKeys();
+        manager_.initUDApp();
+    }
+
+    /// Ends the registry and begins anew with the same profile, as the next run would.
+    void restart() {
+        UDManager::destroyStaticVars();
+        UDManager::initStaticVars();
+        declareUsualKeys();
+    }
+
+    TempFolder folder_;
+    TestManager manager_;
+};

@@ -1,0 +1,134 @@
+#include "udkey/keys_fixture.h"
+
+namespace {
+
+using Registry = KeysFixture;
+
+TEST_F(Registry, RefusesKeysThatItCannotHold) {
+    EXPECT_EQ(declare(1, makeKey("VOLT", number(5))), 1);
+    EXPECT_EQ(declare(1, makeKey("OTHER", number(5))), 0) << "same id";
+    EXPECT_EQ(declare(2, makeKey("VOLT", number(5))), 0) << "same key string";
+    EXPECT_EQ(declare(2, UDKeyData(RWCString("NOFORMAT"))), 0);
+    EXPECT_EQ(declare(2, makeKey("volt", number(5))), 1) << "case counts";
+    EXPECT_EQ(manager_.contains(2), 1);
+    EXPECT_EQ(manager_.getId("VOLT"), kNone) << "not before the start";
+    manager_.initUDApp();
+    EXPECT_EQ(declare(3, makeKey("LATE", number(5))), 0);
+    EXPECT_EQ(manager_.getId("VOLT"), 1u);
+    EXPECT_EQ(manager_.getId("LATE"), kNone);
+}
+
+TEST_F(Registry, StartsOnceAndOnlyWithAProfile) {
+    declareUsualKeys();
+    const std::string path = manager_.path;
+    manager_.path = "";
+    EXPECT_EQ(manager_.initUDApp(), 0u);
+    EXPECT_EQ(manager_.isInitialized(), 0);
+    EXPECT_EQ(manager_.freeUDApp(), 0);
+    manager_.path = path;
+    manager_.initUDApp();
+    EXPECT_EQ(manager_.isInitialized(), 1);
+    EXPECT_EQ(manager_.initUDApp(), 0u);
+    EXPECT_EQ(manager_.createGroup(50), 1);
+    EXPECT_EQ(manager_.freeUDApp(), 1);
+    EXPECT_EQ(manager_.contains(1), 0);
+    EXPECT_EQ(declare(1, makeKey("VOLT", number(5))), 1) << "declared anew";
+    manager_.initUDApp();
+    EXPECT_EQ(manager_.createGroup(50), 1) << "groups are gone too";
+}
+
+TEST(RegistryWithoutStaticVars, RefusesEverything) {
+    UDManager::destroyStaticVars();
+    TestManager manager;
+    manager.path = "x.ini";
+    UDKeyData data = makeKey("VOLT", number(5));
+    EXPECT_EQ(manager.addKey(1, data), 0);
+    EXPECT_EQ(manager.initUDApp(), 0u);
+    EXPECT_EQ(manager.saveAllKeys() + manager.saveKey(1) + manager.createGroup(1), 0);
+    EXPECT_EQ(manager.getParseString("$VOLT$", 0), "$VOLT$");
+    EXPECT_EQ(UDManager::getKeywordIterator()(), 0);
+    UDManager::initStaticVars();
+    EXPECT_EQ(manager.addKey(1, data), 1);
+    UDManager::initStaticVars();
+    EXPECT_EQ(manager.contains(1), 1) << "the second call changes nothing";
+    UDManager::destroyStaticVars();
+    UDManager::destroyStaticVars();
+}
+
+TEST_F(Registry, AnswersByIdAndByKeyString) {
+    startWithUsualKeys();
+    EXPECT_EQ(manager_.getKey(3), "NAME");
+    EXPECT_EQ(manager_.getKeyDesc(3), "Name");
+    EXPECT_EQ(manager_.getKeyDesc("NAME"), "Name");
+    EXPECT_EQ(manager_.getHeaderStr("LEN"), "L");
+    EXPECT_TRUE(manager_.getKeyData("LEN") == manager_.getKeyData(4));
+    EXPECT_EQ(manager_.getUnitsStr(4), "mm") << "asked of the application";
+    EXPECT_EQ(manager_.getKeyDesc("NONE"), "");
+    EXPECT_TRUE(manager_.getKeyData(99) == UDKeyData());
+    EXPECT_EQ(manager_.getUnitsStr(99), "");
+
+    RealFormat wanted;
+    NumberFormat other;
+    EXPECT_EQ(manager_.getKeyFormat(2, wanted), 1);
+    EXPECT_EQ(wanted.getWidth(), 8);
+    EXPECT_EQ(manager_.getKeyFormat(2, other), 1) << "also when the kind is another";
+    EXPECT_EQ(other.getWidth(), 0);
+    EXPECT_EQ(manager_.getKeyFormat(99, wanted), 0);
+}
+
+TEST_F(Registry, ChangesAndResetsTheRecordInForce) {
+    declareUsualKeys();
+    EXPECT_EQ(manager_.setKeyDesc(1, "Tension") + manager_.setKeyFormat(1, number(9)), 0);
+    EXPECT_EQ(manager_.resetKey(1), 0);
+    manager_.initUDApp();
+    EXPECT_EQ(manager_.setKeyDesc(1, "Tension"), 1);
+    EXPECT_EQ(manager_.setKeyFormat(1, number(9)), 1);
+    EXPECT_EQ(manager_.setKeyFormat(1, real(9, 1)), 0) << "another kind";
+    NumberFormatedValue value;
+    EXPECT_EQ(manager_.setKeyFormat(1, value), 0) << "another class";
+    EXPECT_EQ(manager_.setKeyFormat(1, *manager_.getKeyData(1).getFormat()), 1);
+    EXPECT_TRUE(manager_.getKeyData(1) == makeKey("VOLT", number(9), "Tension"));
+    EXPECT_EQ(manager_.resetKey(1), 1);
+    EXPECT_TRUE(manager_.getKeyData(1) == makeKey("VOLT", number(5), "Voltage"));
+    EXPECT_EQ(manager_.resetKey(99) + manager_.setKeyDesc(99, "") + manager_.saveKey(99), 0);
+}
+
+TEST_F(Registry, PrintsValuesUnderTheKeysFormats) {
+    startWithUsualKeys();
+    manager_.numbers[1] = 230;
+    manager_.reals[2] = 1.5;
+    manager_.texts[3] = "ab";
+    EXPECT_EQ(manager_.getFormatedString(1, 0), "  230");
+    EXPECT_EQ(manager_.getFormatedString(1, 1), "230");
+    EXPECT_EQ(manager_.getFormatedString(2, 0), "    1.50");
+    EXPECT_EQ(manager_.getFormatedString(3, 0), "ab    ");
+    EXPECT_EQ(manager_.getFormatedString(4, 0), "") << "the application has none";
+    EXPECT_EQ(manager_.getFormatedString(99, 0), "");
+
+    NumberFormatedValue own;
+    own = 7;
+    EXPECT_EQ(manager_.getFormatedString(1, own, 0), "    7");
+    EXPECT_EQ(own.getWidth(), 5) << "it keeps the key's format";
+    EXPECT_EQ(manager_.getFormatedString(2, own, 0), "") << "another kind";
+    EXPECT_EQ(own.getWidth(), 5);
+    manager_.freeUDApp();
+    EXPECT_EQ(manager_.getFormatedString(1, 0), "");
+}
+
+TEST_F(Registry, IteratesInTheOrderOfDeclaration) {
+    for (const UINT id : {7u, 3u, 900u})
+        declare(id, makeKey(std::to_string(id).c_str(), number(1)));
+    std::string seen;
+    auto it = UDManager::getKeywordIterator();
+    EXPECT_EQ(it.key(), kNone);
+    while (it()) seen += std::to_string(it.key()) + "=" + it.value().getKeyStr().str() + " ";
+    EXPECT_EQ(seen, "7=7 3=3 900=900 ");
+    it.reset();
+    EXPECT_EQ(it(), 1);
+    manager_.initUDApp();
+    manager_.freeUDApp();
+    EXPECT_EQ(it(), 0);
+    EXPECT_TRUE(it.value() == UDKeyData());
+}
+
+}  // namespace

@@ -64,12 +64,13 @@ int ShortNumber::length() const noexcept {
 }
 
 char* ShortNumber::write(char* out) const noexcept {
+    const int whole = wholeDigits(*this);
     *out = '-';
-    char* const point = out + (negative ? 1 : 0) + wholeDigits(*this);
+    char* const point = out + (negative ? 1 : 0) + whole;
     char* const end = decimals ? point + 1 + decimals : point;
-    const std::uint64_t whole = writeDigits(end, digits, decimals);
+    const std::uint64_t wholePart = writeDigits(end, digits, decimals);
     if (decimals) *point = '.';
-    writeDigits(point, whole, wholeDigits(*this));
+    writeDigits(point, wholePart, whole);
     return exponent == kNoExponent ? end : writeExponent(end, exponent);
 }
 

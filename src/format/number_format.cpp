@@ -1,4 +1,3 @@
-#include "format/field.h"
 #include "format/number_layout.h"
 #include "format/saved_text.h"
 #include "format/type_name.h"
@@ -48,19 +47,11 @@ int NumberFormat::setFormat(int width, Justification justify) {
 }
 
 RWCString NumberFormat::saveStringFormat() {
-    std::string text;
-    saveNumber(text, getWidth());
-    saveJustify(text, getJustify());
-    return text;
+    return saveColumn(*this);
 }
 
 int NumberFormat::restoreStringFormat(const RWCString& text) {
-    SavedTextReader reader(text);
-    const auto width = reader.number();
-    const auto letter = width ? reader.letter() : std::nullopt;
-    if (!letter) return 0;
-    const int widthDone = setWidth(*width);
-    return restoreJustify(*this, *letter) && widthDone;
+    return restoreColumn(*this, text);
 }
 
 const char* NumberFormat::getClassName() const {

@@ -42,6 +42,22 @@ std::optional<char> SavedTextReader::letter() {
     return rest_.front();
 }
 
+RWCString saveColumn(const FormatType& format) {
+    std::string text;
+    saveNumber(text, format.getWidth());
+    saveJustify(text, format.getJustify());
+    return text;
+}
+
+int restoreColumn(FormatType& format, const RWCString& text) {
+    SavedTextReader reader(text);
+    const auto width = reader.number();
+    const auto letter = width ? reader.letter() : std::nullopt;
+    if (!letter) return 0;
+    const int widthDone = format.setWidth(*width);
+    return restoreJustify(format, *letter) && widthDone;
+}
+
 int restoreJustify(FormatType& format, char letter) {
     if (letter == 'L') return format.setJustify(Left);
     if (letter == 'R') return format.setJustify(Right);

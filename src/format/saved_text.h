@@ -28,6 +28,11 @@ class SavedTextReader {
     std::string_view rest_;
 };
 
+/// The saved form of a format that has a width and a justification only.
+[[nodiscard]] RWCString saveColumn(const FormatType& format);
+/// Reads one back through the setters of `format`, all of them once the text is complete.
+[[nodiscard]] int restoreColumn(FormatType& format, const RWCString& text);
+
 /// Hands a letter that was read to `format`: 1 when it is a justification and was accepted.
 int restoreJustify(FormatType& format, char letter);
 

@@ -47,19 +47,11 @@ int StringFormat::setFormat(int width, Justification justify) {
 }
 
 RWCString StringFormat::saveStringFormat() {
-    std::string text;
-    saveNumber(text, getWidth());
-    saveJustify(text, getJustify());
-    return text;
+    return saveColumn(*this);
 }
 
 int StringFormat::restoreStringFormat(const RWCString& text) {
-    SavedTextReader reader(text);
-    const auto width = reader.number();
-    const auto letter = width ? reader.letter() : std::nullopt;
-    if (!letter) return 0;
-    const int widthDone = setWidth(*width);
-    return restoreJustify(*this, *letter) && widthDone;
+    return restoreColumn(*this, text);
 }
 
 const char* StringFormat::getClassName() const {

@@ -9,7 +9,6 @@
 #include <unistd.h>
 
 #include <array>
-#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
@@ -19,7 +18,7 @@
 #include <string_view>
 #include <vector>
 
-#include "generated_formulas.h"
+#include "agreement.h"
 #include "literal_grid.h"
 #include "parser/formula.h"
 #include "toolbox/parser.h"
@@ -41,49 +40,13 @@ void fillCells(Parser& grid, literal::Grid& steps) {
     }
 }
 
-/// Bit for bit, but that any not-a-number equals any other.
-bool same(double a, double b) {
-    return (std::isnan(a) && std::isnan(b)) ||
-           std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
-}
-
-bool sameRead(Parser& grid, literal::Grid& steps, int row, int col) {
-    if (!steps.record(row, col)) return grid.getCell(row, col) == 0;
-    Parser::setError(0);
-    literal::Grid::error = false;
-    return same(grid.getCell(row, col), steps.getCell(row, col)) &&
-           (Parser::isError() != 0) == literal::Grid::error;
-}
-
 bool agree(long texts) {
-    Parser grid;
-    literal::Grid steps;
-    FormulaGenerator generate(20);
-    long formulas = 0;
-    for (long i = 0; i < texts; ++i) {
-        const int row = static_cast<int>(generate.below(10));
-        const int col = static_cast<int>(generate.below(10));
-        std::string text = generate.next();
-        steps.setCell(row, col, text.c_str());
-        const std::string given = text;
-        grid.setCell(row, col, text.data());
-        const literal::Record& expected = *steps.record(row, col);
-        const bool tooDeep = steps.stackOverflowed();
-        formulas += expected.kind == 2;
-        const bool ok =
-            static_cast<int>(grid.cellKind(row, col)) == expected.kind && text == expected.text &&
-            (toolbox::diagnoseFormula(given.c_str()).fault == toolbox::FormulaFault::tooDeep) ==
-                tooDeep &&
-            sameRead(grid, steps, row, col) &&
-            sameRead(grid, steps, static_cast<int>(generate.below(10)),
-                     static_cast<int>(generate.below(10)));
-        if (!ok) {
-            std::fprintf(stderr, "They differ on: %s\n", given.c_str());
-            return false;
-        }
-    }
-    std::fprintf(stderr, "%ld texts agree, %ld of them formulas.\n", texts, formulas);
-    return true;
+    const Agreement result = compareGrids(texts, 20);
+    if (result.agrees)
+        std::fprintf(stderr, "%ld texts agree, %ld of them formulas.\n", texts, result.formulas);
+    else
+        std::fprintf(stderr, "They differ on: %s\n", result.differsOn.c_str());
+    return result.agrees;
 }
 
 class MuParser {
@@ -165,14 +128,19 @@ void parseMuParser(benchmark::State& state) {
 }
 BENCHMARK(parseMuParser);
 
-void setCellLibrary(benchmark::State& state) {
-    Parser grid;
-    literal::Grid steps;
-    fillCells(grid, steps);
+template <class Grid>
+void setFormulas(benchmark::State& state, Grid& grid) {
     overFormulas(state, [&](const char* text) {
         grid.setCell(1, 0, text);
         return 0;
     });
+}
+
+void setCellLibrary(benchmark::State& state) {
+    Parser grid;
+    literal::Grid steps;
+    fillCells(grid, steps);
+    setFormulas(state, grid);
 }
 BENCHMARK(setCellLibrary);
 
@@ -180,10 +148,7 @@ void setCellStepByStep(benchmark::State& state) {
     Parser grid;
     literal::Grid steps;
     fillCells(grid, steps);
-    overFormulas(state, [&](const char* text) {
-        steps.setCell(1, 0, text);
-        return 0;
-    });
+    setFormulas(state, steps);
 }
 BENCHMARK(setCellStepByStep);
 

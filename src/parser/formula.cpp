@@ -10,13 +10,13 @@ namespace {
 
 /// What an error in this state, at this token, means to who wrote the formula.
 FormulaFault faultIn(std::uint8_t state, Token token, const Lexer& lexer) {
-    const bool insideParentheses = state == 19 || state == 28;
+    const bool insideParentheses = state == kInParentheses || state == kInArgument;
     if (token == Token::bad) return lexer.fault();
-    if (state == 11) return FormulaFault::parenthesisExpected;
-    if (state == 18) return FormulaFault::cellExpected;
-    if (state == 1 && token == Token::cparen) return FormulaFault::unopened;
+    if (state == kFunction) return FormulaFault::parenthesisExpected;
+    if (state == kColon) return FormulaFault::cellExpected;
+    if (state == kWhole && token == Token::cparen) return FormulaFault::unopened;
     if (insideParentheses && token == Token::eol) return FormulaFault::unclosed;
-    if (state == 1 || insideParentheses) return FormulaFault::operatorExpected;
+    if (state == kWhole || insideParentheses) return FormulaFault::operatorExpected;
     return FormulaFault::operandExpected;
 }
 
@@ -63,6 +63,9 @@ class FormulaParser {
         reduce(3, symbol, value);
     }
 
+    // Each false when the text turns out to be no formula.
+    bool shiftBy(Action state);
+    bool reduceRule(Action rule);
     bool shiftNumber();
     bool shiftCell();
     bool shiftFunction();
@@ -87,7 +90,7 @@ class FormulaParser {
 
 bool FormulaParser::shiftNumber() {
     const double value = lexer_.number();
-    if (!shift(10)) return false;
+    if (!shift(kNumber)) return false;
     out_.number(value);
     reduce(1, Symbol::primary, value);
     return true;
@@ -97,14 +100,14 @@ bool FormulaParser::shiftCell() {
     namesCell_ = true;
     const CellRef cell = lexer_.cell();
     lastCell_ = lexer_.position();
-    if (!shift(top().state == 18 ? 26 : 7)) return false;
+    if (!shift(top().state == kColon ? kLastCell : kCell)) return false;
     top().cell = cell;
     return true;
 }
 
 bool FormulaParser::shiftFunction() {
     const Function function = lexer_.function();
-    if (!shift(11)) return false;
+    if (!shift(kFunction)) return false;
     top().function = function;
     return true;
 }
@@ -123,72 +126,79 @@ bool FormulaParser::reduceRange() {
     return true;
 }
 
+bool FormulaParser::shiftBy(Action state) {
+    switch (state) {
+        case kNumber:
+            return shiftNumber();
+        case kCell:
+        case kLastCell:
+            return shiftCell();
+        case kFunction:
+            return shiftFunction();
+        default:
+            return shift(state);
+    }
+}
+
+bool FormulaParser::reduceRule(Action rule) {
+    using enum Operation;
+    switch (rule) {
+        case reduceBy(1):
+            reduceBinary(add, Symbol::expression, top(2).value + top().value);
+            break;
+        case reduceBy(2):
+            reduceBinary(subtract, Symbol::expression, top(2).value - top().value);
+            break;
+        case reduceBy(4):
+            reduceBinary(multiply, Symbol::term, top(2).value * top().value);
+            break;
+        case reduceBy(5):
+            reduceBinary(divide, Symbol::term, quotient(top(2).value, top().value));
+            break;
+        case reduceBy(7):
+            reduceBinary(power, Symbol::factor, std::pow(top(2).value, top().value));
+            break;
+        case reduceBy(9):
+            out_.negate(-top().value);
+            reduce(2, Symbol::signedOperand, -top().value);
+            break;
+        case reduceBy(11):
+            return reduceRange();
+        case reduceBy(13):
+            out_.cell(top().cell);
+            reduce(1, Symbol::primary, cellValue(cells_, top().cell));
+            break;
+        case reduceBy(14):
+            reduce(3, Symbol::primary, top(1).value);
+            break;
+        case reduceBy(16): {
+            const Function function = top(3).function;
+            const double value = apply(function, top(1).value);
+            out_.apply(function, value);
+            reduce(4, Symbol::primary, value);
+            break;
+        }
+        default:  // the rules that only rename do not get here
+            return false;
+    }
+    return true;
+}
+
 Parsed FormulaParser::parse() {
-    stack_[0].state = 0;
+    stack_[0].state = kStart;
     token_ = lexer_.next();
-    bool going = true;
-    while (going) {
+    for (bool going = true; going;) {
         const Action action = kActions[top().state][static_cast<std::size_t>(token_)];
-        switch (action) {
-            case kError:
-                fail(top_ == 0 && token_ == Token::eol ? FormulaFault::empty
-                                                       : faultIn(top().state, token_, lexer_));
-                going = false;
-                break;
-            case kAccept:
-                result_.kind = namesCell_ ? CellKind::formula : CellKind::value;
-                result_.value = top().value;
-                going = false;
-                break;
-            case 10:
-                going = shiftNumber();
-                break;
-            case 7:
-            case 26:
-                going = shiftCell();
-                break;
-            case 11:
-                going = shiftFunction();
-                break;
-            case reduceBy(1):
-                reduceBinary(Operation::add, Symbol::expression, top(2).value + top().value);
-                break;
-            case reduceBy(2):
-                reduceBinary(Operation::subtract, Symbol::expression, top(2).value - top().value);
-                break;
-            case reduceBy(4):
-                reduceBinary(Operation::multiply, Symbol::term, top(2).value * top().value);
-                break;
-            case reduceBy(5):
-                reduceBinary(Operation::divide, Symbol::term, quotient(top(2).value, top().value));
-                break;
-            case reduceBy(7):
-                reduceBinary(Operation::power, Symbol::factor, std::pow(top(2).value, top().value));
-                break;
-            case reduceBy(9):
-                out_.negate(-top().value);
-                reduce(2, Symbol::signedOperand, -top().value);
-                break;
-            case reduceBy(11):
-                going = reduceRange();
-                break;
-            case reduceBy(13):
-                out_.cell(top().cell);
-                reduce(1, Symbol::primary, cellValue(cells_, top().cell));
-                break;
-            case reduceBy(14):
-                reduce(3, Symbol::primary, top(1).value);
-                break;
-            case reduceBy(16): {
-                const Function function = top(3).function;
-                const double value = apply(function, top(1).value);
-                out_.apply(function, value);
-                reduce(4, Symbol::primary, value);
-                break;
-            }
-            default:
-                going = shift(action);
-                break;
+        if (action == kError) {
+            fail(top_ == 0 && token_ == Token::eol ? FormulaFault::empty
+                                                   : faultIn(top().state, token_, lexer_));
+            going = false;
+        } else if (action == kAccept) {
+            result_.kind = namesCell_ ? CellKind::formula : CellKind::value;
+            result_.value = top().value;
+            going = false;
+        } else {
+            going = isReduction(action) ? reduceRule(action) : shiftBy(action);
         }
     }
     result_.tokens = lexer_.tokensRead();

@@ -43,7 +43,19 @@ inline constexpr std::size_t kSymbols = 6;
 
 inline constexpr std::size_t kRules = 16;
 inline constexpr std::size_t kStates = 31;
-inline constexpr std::uint8_t kErrorState = 30;
+
+/// The states that more than the tables must know.
+enum State : std::uint8_t {
+    kStart = 0,
+    kWhole = 1,  ///< after the whole expression
+    kCell = 7,
+    kNumber = 10,
+    kFunction = 11,
+    kColon = 18,          ///< after the colon of a range
+    kInParentheses = 19,  ///< after an expression between parentheses
+    kLastCell = 26,       ///< after the second cell of a range
+    kInArgument = 28,     ///< after the argument of a function
+};
 
 /// Entries of the parse stack; the state at its bottom takes one.
 inline constexpr int kStackDepth = 20;

@@ -97,7 +97,9 @@ template <AnyString A, AnyString B>
 
 // A sum has the type of its first string.
 template <AnyString A, class B>
-    requires requires(A& a, const B& b) { a += b; }
+requires requires(A& a, const B& b) {
+    a += b;
+}
 [[nodiscard]] A operator+(A a, const B& b) {
     a += b;
     return a;

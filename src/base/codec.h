@@ -11,7 +11,7 @@
 namespace toolbox::base {
 
 template <class T>
-concept Fixed = (std::integral<T> || std::floating_point<T>) && sizeof(T) <= 8;
+concept Fixed = (std::integral<T> || std::floating_point<T>)&&sizeof(T) <= 8;
 
 static_assert(std::endian::native == std::endian::little,
               "the codec copies bytes; a big-endian host needs byte swaps in load and store");

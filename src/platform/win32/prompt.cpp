@@ -5,8 +5,7 @@ namespace {
 
 class BoxPrompt final : public UserPrompt {
   public:
-    int messageBox(HWND owner, const char* text, const char* caption,
-                   unsigned int flags) override {
+    int messageBox(HWND owner, const char* text, const char* caption, unsigned int flags) override {
         return MessageBoxA(owner, text, caption, flags);
     }
     bool isWindow(HWND window) override { return IsWindow(window) != 0; }

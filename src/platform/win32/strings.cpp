@@ -16,16 +16,17 @@ WORD systemLanguage(Language language) {
 
 /// LoadString always answers in the thread's language; this walks the string block itself.
 int loadInLanguage(HINSTANCE module, unsigned int id, Language language, char* out, int size) {
-    const HRSRC block = FindResourceExW(module, MAKEINTRESOURCEW(6),  // RT_STRING
-                                        MAKEINTRESOURCEW(id / kStringsPerBlock + 1),
-                                        systemLanguage(language));
+    const HRSRC block =
+        FindResourceExW(module, MAKEINTRESOURCEW(6),  // RT_STRING
+                        MAKEINTRESOURCEW(id / kStringsPerBlock + 1), systemLanguage(language));
     if (!block) return 0;
     const auto* text = static_cast<const WCHAR*>(LockResource(LoadResource(module, block)));
     if (!text) return 0;
     const WCHAR* end = text + SizeofResource(module, block) / sizeof(WCHAR);
     for (unsigned int i = id % kStringsPerBlock; i > 0 && text < end; --i) text += 1 + *text;
     if (text >= end || *text == 0 || text + 1 + *text > end) return 0;
-    // One UTF-16 unit gives one byte of a single-byte code page, so cutting before converting works.
+    // One UTF-16 unit gives one byte of a single-byte code page, so cutting before converting
+    // works.
     const int kept = std::min<int>(*text, size - 1);
     const int written =
         WideCharToMultiByte(kCodePage, 0, text + 1, kept, out, size - 1, nullptr, nullptr);

@@ -67,6 +67,7 @@ class StringOf : public ByteString {
     Self& operator+=(const ByteString& tail) { return append(tail.view()); }
     Self& operator+=(const char* tail) { return append(tail ? tail : ""); }
     Self& operator+=(std::string_view tail) { return append(tail); }
+    Self& operator+=(const std::string& tail) { return append(tail); }
     Self& operator+=(char tail) { return append({&tail, 1}); }
 
   private:

@@ -2,7 +2,8 @@
 #
 # step NAME COMMAND...   runs quietly and prints one line with the time it took. When it fails, the
 #                        end of what it printed and the command follow, and the script ends.
-# build_preset PRESET [TARGET]...   configures when needed and builds, each as a step.
+# configure_preset PRESET           configures a build folder when it needs to be.
+# build_preset PRESET [TARGET]...   the same, then builds.
 
 logs=$PWD/build/logs
 
@@ -32,12 +33,17 @@ step() {
     awk -v a="${start/,/.}" -v b="${EPOCHREALTIME/,/.}" 'BEGIN { printf "%.1f s\n", b - a }'
 }
 
-build_preset() {
-    local preset=$1 folder=build/$1
-    shift
+configure_preset() {
+    local ninja=build/$1/build.ninja
     # Ninja configures again by itself when a CMake file changed, but does not know the presets.
-    if [ ! -f "$folder/build.ninja" ] || [ CMakePresets.json -nt "$folder/build.ninja" ]; then
-        step "configure $preset" cmake --preset "$preset"
+    if [ ! -f "$ninja" ] || [ CMakePresets.json -nt "$ninja" ]; then
+        step "configure $1" cmake --preset "$1"
     fi
+}
+
+build_preset() {
+    local preset=$1
+    shift
+    configure_preset "$preset"
     step "build $preset" cmake --build --preset "$preset" ${1:+--target "$@"}
 }

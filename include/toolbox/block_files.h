@@ -270,6 +270,9 @@ class TB_API TarvFileRead : public virtual TarvFile {
     /// mask has bit 0 a block that is not at its place is searched for. On purpose an identifier
     /// that the index does not have is tried at offset 0, where the header's version stands.
     int getBloc(unsigned long id, TarvBlocFile& out);
+
+  private:
+    std::uint64_t size_ = 0;  ///< of the file, at opening
 };
 
 /// Writes block files in format version 210, in one pass: open, blocks, commit, close.

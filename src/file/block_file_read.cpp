@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <typeinfo>
 
 #include "file/block_fetch.h"
@@ -16,10 +17,9 @@ bool readHeader(TarvFile& f, APIFile& file) {
 }
 
 /// The index at its place, or else the first that a search finds.
-bool readIndex(TarvFile& f, APIFile& file) {
+bool readIndex(TarvFile& f, APIFile& file, std::uint64_t size) {
     TarvFileIndex& index = *f.getIndex();
     const blocks::Layout layout = blocks::layoutOf(f);
-    const std::uint64_t size = blocks::sizeOf(file);
     const auto fetchAt = [&](std::uint64_t offset) {
         const std::uint64_t extent = offset < size ? size - offset : 0;
         return blocks::fetch(file, {offset, blocks::kIndexId, extent}, layout, index) > 0;
@@ -34,7 +34,7 @@ bool readIndex(TarvFile& f, APIFile& file) {
 }
 
 /// Where the index says that a block is, with the distance to the next one as its probable length.
-blocks::Place placeOf(const TarvFile& f, std::uint32_t id) {
+blocks::Place placeOf(const TarvFile& f, std::uint32_t id, std::uint64_t size) {
     const TarvFileIndex* index = f.getIndex();
     const auto found = index ? BlockFileParts::find(*index, id) : std::nullopt;
     if (!found) return {0, id, 0};
@@ -42,6 +42,7 @@ blocks::Place placeOf(const TarvFile& f, std::uint32_t id) {
     const std::uint64_t offset = entries[*found].offset;
     std::uint64_t next = f.getHeader() ? f.getHeader()->getOffsetMasterNdx() : 0;
     if (*found + 1u < entries.size()) next = entries[*found + 1u].offset;
+    next = std::min(next, size);
     return {offset, id, next > offset ? next - offset : 0};
 }
 
@@ -70,7 +71,8 @@ int TarvFileRead::open(const char* name) {
     }
     if (opened) {
         if (!getIndex()) setIndex(TarvFileIndex());
-        opened = readIndex(*this, file);
+        size_ = blocks::sizeOf(file);
+        opened = readIndex(*this, file, size_);
     }
     if (!opened) close();
     return opened;
@@ -90,7 +92,7 @@ int TarvFileRead::getBloc(unsigned long id, TarvBlocFile& out) {
     std::optional<TarvBlocFile> temporary;
     TarvBlocFile& block = plain ? out : temporary.emplace();
 
-    std::uint32_t bytes = blocks::fetch(*file, placeOf(*this, key), layout, block);
+    std::uint32_t bytes = blocks::fetch(*file, placeOf(*this, key, size_), layout, block);
     if (bytes == 0 && getHeader() && (getHeader()->getMask() & blocks::kWholeWords)) {
         const std::uint64_t behindId = blocks::scan(*file, 0, key);
         if (behindId != 0) bytes = blocks::fetch(*file, {behindId - 4, key, 0}, layout, block);

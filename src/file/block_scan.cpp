@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <memory>
 #include <new>
 
@@ -32,14 +33,18 @@ std::optional<std::size_t> findPair(const char* bytes, std::size_t count, std::u
 }
 
 std::uint64_t scanChunks(APIFile& file, std::uint64_t start, std::uint32_t id) {
-    const auto chunk = std::make_unique_for_overwrite<char[]>(kWord + kChunk);
+    const std::uint64_t size = sizeOf(file);
+    if (start >= size) return 0;
+    const auto piece = static_cast<std::uint32_t>(
+        std::min<std::uint64_t>(kChunk, (size - start + kWord) / kWord * kWord));
+    const auto chunk = std::make_unique_for_overwrite<char[]>(kWord + piece);
     std::uint32_t carried = 0;  // the last word of a chunk begins the next one
     for (std::uint64_t at = start;;) {
-        const std::uint32_t got = readAt(file, at, chunk.get() + carried, kChunk);
+        const std::uint32_t got = readAt(file, at, chunk.get() + carried, piece);
         const std::size_t words = (carried + got) / kWord;
         if (const auto pair = findPair(chunk.get(), words, id))
             return at - carried + (*pair + 2) * kWord;
-        if (got < kChunk) return 0;
+        if (got < piece) return 0;
         at += got;
         base::store(chunk.get(), wordAt(chunk.get(), words - 1));
         carried = kWord;

@@ -224,6 +224,7 @@ class TB_API GMSG {
     [[nodiscard]] static RWCString getLastErrorMsg();
 
     /// Where errors that are kept in the list are written too, one a line; null for none. Borrowed.
+    /// Without a service object this and the option above do nothing.
     static void setLogStream(std::ostream* log);
 
     // Conversions into the caller's buffer, which is returned.
@@ -272,7 +273,6 @@ class TB_API GMSG {
 
     static int report(const char* text, unsigned short flags);
     static bool drops();
-    static HWND liveParent();
 
     ErrorReporting option_ = ReportInBox;
     RWTValSlist<RWCString> errors_;

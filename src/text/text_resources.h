@@ -1,0 +1,25 @@
+// Looking up the texts of string tables, in the language of the message service.
+#pragma once
+
+#include <string>
+
+#include "toolbox/messages.h"
+#include "toolbox/platform.h"
+
+namespace toolbox::text {
+
+[[nodiscard]] inline platform::Language textLanguage() {
+    return GMSG::language == GMSG::French ? platform::Language::french
+                                          : platform::Language::english;
+}
+
+/// Loads from one module (null: the application), as StringResources::load does.
+int loadFrom(HINSTANCE module, unsigned int id, char* out, int size);
+
+/// Loads from the message service's module and, when that has no such text, from the application.
+int loadText(unsigned int id, char* out, int size);
+
+/// The whole text, however long; empty when there is none.
+[[nodiscard]] std::string loadText(unsigned int id);
+
+}  // namespace toolbox::text

@@ -1,0 +1,82 @@
+// Reading the rules of a validated text from its resource text.
+#include <string>
+#include <string_view>
+
+#include "text/text_resources.h"
+#include "toolbox/text.h"
+
+namespace {
+
+using namespace toolbox;
+
+constexpr std::string_view kTag = "TVSTRING";
+constexpr unsigned int kDefaultMessage = 1094;
+
+/// Cuts the field before the first bar off the rest.
+CString takeField(std::string_view& rest) {
+    const std::size_t bar = rest.find('|');
+    const std::string_view field = rest.substr(0, bar);
+    rest.remove_prefix(bar == std::string_view::npos ? rest.size() : bar + 1);
+    return field;
+}
+
+/// Stores a field, or its default when it is empty or unreadable. Returns `rule` when it was read.
+template <class T>
+int takeRule(std::string_view& rest, int rule, T* out, const T& otherwise) {
+    const CString field = takeField(rest);
+    T value = otherwise;
+    const bool read = !field.IsEmpty() && TvScanfSingle(field, &value);
+    if (out) *out = value;
+    return read ? rule : 0;
+}
+
+template <class To, class From>
+void passOn(To* to, const From& from) {
+    if (to) *to = To(from);
+}
+
+}  // namespace
+
+char TvStringParseResStr(unsigned int resourceId, CString* message, CString* defaultValue,
+                         int* minLength, int* maxLength, CString* validChars, CString* invalidChars,
+                         CArray<CString>* forbiddenValues) {
+    const std::string text = text::loadText(resourceId);
+    if (text.empty()) return 0;
+    if (forbiddenValues) forbiddenValues->RemoveAll();
+    std::string_view rest = text;
+    if (takeField(rest).view() != kTag) return 0;
+
+    int supplied = takeRule(rest, TvString::HasMessage, message, CString());
+    if (!supplied && message) *message = CString(text::loadText(kDefaultMessage));
+    supplied |= takeRule(rest, TvString::MinLength, minLength, -1);
+    supplied |= takeRule(rest, TvString::MaxLength, maxLength, -1);
+    supplied |= takeRule(rest, TvString::HasDefault, defaultValue, CString());
+    supplied |= takeRule(rest, TvString::ValidChars, validChars, CString());
+    supplied |= takeRule(rest, TvString::InvalidChars, invalidChars, CString());
+    while (!rest.empty()) {
+        CString value = takeField(rest);
+        if (value.IsEmpty()) continue;
+        supplied |= TvString::ForbiddenValues;
+        if (forbiddenValues) forbiddenValues->Add(std::move(value));
+    }
+    return static_cast<char>(supplied);
+}
+
+char TvStringParseResStr(unsigned int resourceId, RWCString* message, RWCString* defaultValue,
+                         int* minLength, int* maxLength, RWCString* validChars,
+                         RWCString* invalidChars, CArray<RWCString>* forbiddenValues) {
+    CString texts[4];
+    CArray<CString> forbidden;
+    const char supplied = TvStringParseResStr(resourceId, &texts[0], &texts[1], minLength,
+                                              maxLength, &texts[2], &texts[3], &forbidden);
+    if (supplied == 0) return 0;
+    passOn(message, texts[0]);
+    passOn(defaultValue, texts[1]);
+    passOn(validChars, texts[2]);
+    passOn(invalidChars, texts[3]);
+    if (forbiddenValues) {
+        forbiddenValues->RemoveAll();
+        for (const CString& value : forbidden) forbiddenValues->Add(RWCString(value));
+    }
+    return supplied;
+}

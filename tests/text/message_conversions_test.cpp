@@ -1,0 +1,97 @@
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cmath>
+#include <cstring>
+#include <limits>
+
+#include "toolbox/messages.h"
+
+namespace {
+
+TEST(MessageConversions, PrintRealsWithTheirDecimals) {
+    struct Case {
+        double value;
+        int decimals;
+        const char* text;
+    };
+    const Case cases[] = {
+        {0.25, 2, ".25"},
+        {0.05, 3, ".050"},
+        {12.5, 2, "12.50"},
+        {12.6, 0, "13"},
+        {-0.5, 1, "-.5"},
+        {99999.0, 2, "99999.00"},
+        {0.00001, 5, ".00001"},
+        {0.001, 2, ".00"},
+        {0.999, 2, "1.00"},
+        {0.3, 0, ""},
+        {-0.3, 0, "-"},
+        {5, -3, "5"},
+        {0.0, 3, "0."},
+        {0.0, 9, "0."},
+        {100000.0, 2, "100000."},
+        {99999.5, 2, "99999.5"},
+        {1234567.891, 2, "1234567.9"},
+        {1e10, 2, "1.e+010"},
+        {0.000001, 2, "1.e-006"},
+        {-2.5e-200, 1, "-2.5e-200"},
+        {123456.0, -100, "1.e+005"},
+        {std::numeric_limits<double>::infinity(), 2, "inf"},
+        {-std::numeric_limits<double>::infinity(), 2, "-inf"},
+        {std::nan(""), 2, "nan"},
+    };
+    for (const Case& c : cases) {
+        char text[64];
+        EXPECT_EQ(GMSG::ftoa(c.value, c.decimals, text, 0), text);
+        EXPECT_STREQ(text, c.text) << c.value << " with " << c.decimals;
+    }
+    char text[64];
+    EXPECT_STREQ(GMSG::ftoa(0.0, 3, text, 1), "");
+    EXPECT_STREQ(GMSG::ftoa(-0.0, 3, text, 1), "");
+}
+
+TEST(MessageConversions, StayWithinTheRoomAskedFor) {
+    const double values[] = {-99999.0 + 1.0 / 3, -1.0 / 3, -1e5 - 1.0 / 3,
+                             -1.0 / 3e300,       -0.00001, -1.5e308};
+    for (const double value : values) {
+        for (const int decimals : {0, 1, 5, 300, 1100}) {
+            std::string text(static_cast<std::size_t>(decimals) + 17, 'G');
+            GMSG::ftoa(value, decimals, text.data(), 0);
+            EXPECT_EQ(text.back(), 'G') << value << " with " << decimals;
+            EXPECT_LT(std::strlen(text.c_str()), text.size() - 1);
+        }
+    }
+    std::string text(1117, 'G');
+    GMSG::ftoa(1.0 / 3, INT_MAX, text.data(), 0);
+    EXPECT_EQ(text.back(), 'G');
+}
+
+TEST(MessageConversions, PrintIntegersAndBooleans) {
+    char text[22];
+    EXPECT_STREQ(GMSG::ntoa(0, text, 0), "0");
+    EXPECT_STREQ(GMSG::ntoa(0, text, 1), "");
+    EXPECT_EQ(GMSG::ntoa(LONG_MIN, text, 1), std::to_string(LONG_MIN));
+    EXPECT_STREQ(GMSG::btoa(2, text, 0), "O");
+    EXPECT_STREQ(GMSG::btoa(0, text, 0), "N");
+    EXPECT_STREQ(GMSG::b2OnOff(1, text, 0), "ON");
+    EXPECT_STREQ(GMSG::b2OnOff(0, text, 0), "OFF");
+    EXPECT_STREQ(GMSG::b2ECHC(1, text, 0), "EC");
+    EXPECT_STREQ(GMSG::b2ECHC(0, text, 0), "HC");
+    EXPECT_STREQ(GMSG::b2ECHC(1, text, 1), "");
+}
+
+TEST(MessageConversions, StripBlanksAtBothEnds) {
+    struct Case {
+        const char* text;
+        const char* stripped;
+    };
+    const Case cases[] = {{"  a b ", "a b"}, {"ab", "ab"}, {"   ", ""}, {"", ""}, {"\ta ", "\ta"}};
+    for (const Case& c : cases) {
+        std::string text = c.text;
+        EXPECT_STREQ(GMSG::strip(text.data()), c.stripped);
+    }
+    EXPECT_EQ(GMSG::strip(nullptr), nullptr);
+}
+
+}  // namespace

@@ -1,0 +1,278 @@
+#include "toolbox/messages.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <sstream>
+
+#include "support/text_fakes.h"
+
+namespace {
+
+using toolbox::testing::FakedTexts;
+
+HINSTANCE const kModule = reinterpret_cast<HINSTANCE>(0x1000);
+HWND const kWindow = reinterpret_cast<HWND>(0x2000);
+
+struct MessageServiceTest : ::testing::Test {
+    MessageServiceTest() {
+        GMSG::initStaticVars();
+        service.emplace();
+    }
+    ~MessageServiceTest() override {
+        GMSG::setInstance(nullptr);
+        GMSG::setParent(nullptr);
+        GMSG::language = GMSG::French;
+        GMSG::destroyStaticVars();
+    }
+    auto& boxes() { return texts.prompt.boxes; }
+    RWCString listed(GMSG::ErrorReporting option = GMSG::ReportInList) {
+        GMSG::setErrorReportingOption(option);
+        return GMSG::getLstErrorsInString();
+    }
+
+    FakedTexts texts;
+    std::optional<GMSG> service;
+};
+
+int viaVaList(unsigned short id, char* buf, int size, ...) {
+    std::va_list args;
+    va_start(args, size);
+    const int length = GMSG::getStringVaList(id, buf, size, args);
+    va_end(args);
+    return length;
+}
+
+int reportViaVaList(const char* format, int flags, ...) {
+    std::va_list args;
+    va_start(args, flags);
+    const int result = GMSG::errorMsgVaList(format, static_cast<unsigned short>(flags), args);
+    va_end(args);
+    return result;
+}
+
+TEST_F(MessageServiceTest, LooksInTheModuleBeforeTheApplication) {
+    texts.strings.put(1, "application");
+    texts.strings.put(2, "only here");
+    texts.strings.put(1, "module", kModule);
+    GMSG::setInstance(kModule);
+    char text[20];
+    EXPECT_EQ(GMSG::loadString(1, text, sizeof text), 6);
+    EXPECT_STREQ(text, "module");
+    EXPECT_EQ(GMSG::loadString(2, text, 5), 4);
+    EXPECT_STREQ(text, "only");
+    EXPECT_EQ(GMSG::loadString(3, text, sizeof text), 0);
+    EXPECT_STREQ(text, "");
+}
+
+TEST_F(MessageServiceTest, SpeaksTheLanguageInForce) {
+    texts.strings.put(1, "fran\347ais");
+    texts.strings.putEnglish(1, "english");
+    RWCString text;
+    GMSG::getString(1, text);
+    EXPECT_EQ(text, "fran\347ais");
+    for (const int other : {0, 7}) {
+        GMSG::language = static_cast<GMSG::Language>(other);
+        GMSG::getString(1, text);
+        EXPECT_EQ(text, "english") << other;
+    }
+}
+
+TEST_F(MessageServiceTest, PrintsArgumentsOfEveryType) {
+    texts.strings.put(1, "%s %s %s|%d %u %ld|%c %.2f %g|%-4hd|%*d");
+    const RWCString library("lib");
+    RWCString text;
+    enum { kThree = 3 };
+    const int length = GMSG::getString(1, text, "char", CString("cstring"), library, -1, 7u, 8L,
+                                       'x', 0.5f, 1e10, short{2}, kThree, true);
+    EXPECT_EQ(length, 39);
+    EXPECT_EQ(text, "char cstring lib|-1 7 8|x 0.50 1e+010|2   |  1");
+    char buffer[8];
+    GMSG::getString(1, buffer, sizeof buffer, "character", "", "");
+    EXPECT_STREQ(buffer, "charact");
+    viaVaList(1, buffer, sizeof buffer, "va", "list", "x", 1, 1u, 1L, 'x', 1., 1., 1, 1, 1);
+    EXPECT_STREQ(buffer, "va list");
+}
+
+TEST_F(MessageServiceTest, SurvivesHostileTemplates) {
+    int untouched = 1;
+    for (const char* format : {"%n%s%s%d", "%s", "%d%d%d%d%d%d%d", "%2000000000d", "%", "%-*.*s",
+                               "%ls%S%a%p", "%99999999999999999999f", "%.2000000000e"}) {
+        texts.strings.put(1, format);
+        RWCString text;
+        GMSG::getString(1, text, &untouched, 5);
+        EXPECT_LE(text.length(), 511u) << format;
+    }
+    EXPECT_EQ(untouched, 1);
+    texts.strings.put(1, std::string(3000, '%') + "n");
+    RWCString text;
+    EXPECT_EQ(GMSG::getString(1, text, 5), 511);
+    EXPECT_EQ(text.length(), 256u);
+}
+
+TEST_F(MessageServiceTest, LeavesOutputsAsDocumentedWhenTheTextIsMissing) {
+    char text[] = "before";
+    EXPECT_EQ(viaVaList(9, text, sizeof text), 0);
+    EXPECT_STREQ(text, "before");
+    EXPECT_EQ(GMSG::getString(9, text, static_cast<int>(sizeof text), 5), 0);
+    EXPECT_STREQ(text, "");
+    RWCString string("before");
+    EXPECT_EQ(GMSG::getString(9, string), 0);
+    EXPECT_EQ(string, "");
+}
+
+TEST_F(MessageServiceTest, PadsAndReplicates) {
+    texts.strings.put(1, "%s");
+    struct Case {
+        int width;
+        const char *left, *right, *mid;
+    };
+    const Case cases[] = {{7, "*****ab", "ab*****", "**ab***"},
+                          {4, "**ab", "ab**", "*ab*"},
+                          {2, "ab", "ab", "ab"},
+                          {-5, "ab", "ab", "ab"}};
+    for (const Case& c : cases) {
+        RWCString out;
+        EXPECT_EQ(GMSG::getStringPadLeft(1, out, '*', c.width, "ab"), 2);
+        EXPECT_EQ(out, c.left);
+        GMSG::getStringPadRight(1, out, '*', c.width, "ab");
+        EXPECT_EQ(out, c.right);
+        GMSG::getStringPadMid(1, out, '*', c.width, "ab");
+        EXPECT_EQ(out, c.mid);
+    }
+    RWCString out;
+    GMSG::getStringReplicate(1, out, 3, "xyz");
+    EXPECT_EQ(out, "xxx");
+    GMSG::getStringReplicate(1, out, -3, "xyz");
+    EXPECT_EQ(out, "");
+    GMSG::getStringReplicate(1, out, 3, "");
+    EXPECT_EQ(out, "");
+    GMSG::getStringPadLeft(1, out, '*', 2147483647, "ab");
+    EXPECT_EQ(out.length(), (1u << 20) + 2);
+}
+
+TEST_F(MessageServiceTest, ShowsAReportInABox) {
+    GMSG::setAppTitle("Bridge");
+    GMSG::setParent(kWindow);
+    texts.prompt.liveWindow = kWindow;
+    texts.prompt.answer = IDNO;
+    texts.strings.put(1019, "Text %d of %s");
+    EXPECT_EQ(GMSG::errorMsg(1019, MB_YESNO | MB_ICONQUESTION, 5, "file"), IDNO);
+    EXPECT_EQ(GMSG::errorMsg("100% %s", 0x8134, "sure"), IDNO);
+    EXPECT_EQ(reportViaVaList("%s-%d", MB_OK, "va", 1), IDNO);
+    EXPECT_EQ(GMSG::errorMsg(0, MB_OK), 0);
+    ASSERT_EQ(boxes().size(), 3u);
+    EXPECT_EQ(boxes()[0].text, "Text 5 of file");
+    EXPECT_EQ(boxes()[0].caption, "Bridge");
+    EXPECT_EQ(boxes()[0].owner, kWindow);
+    EXPECT_EQ(boxes()[0].flags, 0x12024u);
+    EXPECT_EQ(boxes()[1].flags, 0x1A134u);
+    EXPECT_EQ(boxes()[2].text, "va-1");
+
+    texts.prompt.liveWindow = nullptr;
+    GMSG::errorMsg("orphan", MB_OK);
+    EXPECT_EQ(boxes()[3].owner, nullptr);
+    EXPECT_EQ(GMSG::getParent(), nullptr);
+}
+
+TEST_F(MessageServiceTest, CutsALongReport) {
+    GMSG::errorMsg("%s", MB_OK, std::string(5000, '%'));
+    EXPECT_EQ(boxes().at(0).text, std::string(511, '%'));
+}
+
+TEST_F(MessageServiceTest, CollectsReportsAndWritesTheLog) {
+    std::ostringstream log;
+    GMSG::setErrorReportingOption(GMSG::ReportInList);
+    GMSG::errorMsg("before the log", MB_OK);
+    GMSG::setLogStream(&log);
+    EXPECT_EQ(GMSG::errorMsg("%d", MB_OK, 1), 0);
+    EXPECT_EQ(GMSG::errorMsg(404, MB_OK), 0);
+    GMSG::errorMsg("two", MB_OK);
+    EXPECT_EQ(log.str(), "1\ntwo\n");
+    EXPECT_EQ(GMSG::getLstErrorsInString(), "before the log\n1\ntwo\n");
+    EXPECT_EQ(GMSG::getLstErrors().entries(), 3u);
+    EXPECT_EQ(GMSG::getLstErrors().first(), "before the log");
+    EXPECT_EQ(GMSG::getLastErrorMsg(), "two");
+    EXPECT_TRUE(boxes().empty());
+
+    EXPECT_EQ(listed(GMSG::ReportInBox), "before the log\n1\ntwo\n");
+    EXPECT_EQ(listed(GMSG::ReportNothing), "before the log\n1\ntwo\n");
+    EXPECT_EQ(GMSG::errorMsg("dropped", MB_OK), 0);
+    EXPECT_TRUE(boxes().empty());
+    EXPECT_EQ(listed(), "");
+    EXPECT_EQ(GMSG::getLastErrorMsg(), "");
+}
+
+TEST_F(MessageServiceTest, ReportsSafelyWithoutItsObjectAndTexts) {
+    service.reset();
+    GMSG::destroyStaticVars();
+    EXPECT_EQ(GMSG::theMSG, nullptr);
+    EXPECT_EQ(GMSG::errorMsg("early %d", MB_OK, 1), IDOK);
+    ASSERT_EQ(boxes().size(), 1u);
+    EXPECT_EQ(boxes()[0].text, "early 1");
+    EXPECT_EQ(boxes()[0].caption, "");
+    EXPECT_EQ(listed(), "");
+    EXPECT_EQ(GMSG::getLastErrorMsg(), "");
+}
+
+TEST_F(MessageServiceTest, ChecksRanges) {
+    struct Case {
+        const char* rule;
+        double value;
+        const char* message;  // null: accepted
+    };
+    const Case cases[] = {
+        {"From %g to %g,1,2.5", 1, nullptr},
+        {"From %g to %g,1,2.5", 2.5, nullptr},
+        {"From %g to %g,1,2.5", 0.5, "From 1 to 2.5"},
+        {"From %.1f to %.1f,,, 1,+3,%8.2f", 3.5, "From 1.0 to 3.0"},
+        {"%s %d %s %n,1,2", 9, "1 2  "},
+        {"No limits", 1e300, nullptr},
+        {"No maximum,5", 1, nullptr},
+        {"m,x,y", 0, nullptr},
+        {"m,x,y", 1, "m"},
+    };
+    GMSG::setInstance(kModule);
+    GMSG::setAppTitle("Bridge");
+    for (const Case& c : cases) {
+        texts.strings.put(1, c.rule);
+        boxes().clear();
+        double x = c.value;
+        EXPECT_EQ(GMSG::checkDouble(x, 1), c.message ? 0 : 1) << c.rule;
+        EXPECT_EQ(x, c.value);
+        ASSERT_EQ(boxes().size(), c.message ? 1u : 0u) << c.rule;
+        if (!c.message) continue;
+        EXPECT_EQ(boxes()[0].text, c.message);
+        EXPECT_EQ(boxes()[0].caption, "Erreur");
+        EXPECT_EQ(boxes()[0].flags, 0x2020u);
+    }
+    boxes().clear();
+    double x = 9;
+    EXPECT_EQ(GMSG::checkDouble(x, 404), 0);
+    EXPECT_EQ(GMSG::checkDouble(x, 0), 1);
+    GMSG::setInstance(nullptr);
+    EXPECT_EQ(GMSG::checkDouble(x, 404), 1);
+    EXPECT_TRUE(boxes().empty());
+}
+
+struct LongSystemText : toolbox::platform::SystemInfo {
+    std::string errorText(toolbox::platform::ErrorCode code) override {
+        return code == 1 ? std::string(3000, '%') : "";
+    }
+    toolbox::platform::LocalDate today() override { return {2000, 1, 1}; }
+    std::uint64_t availableVirtualMemory() override { return 0; }
+};
+
+TEST_F(MessageServiceTest, CopiesTheSystemsTextForAnError) {
+    LongSystemText system;
+    toolbox::platform::Replaced guard(toolbox::platform::current().system,
+                                      static_cast<toolbox::platform::SystemInfo&>(system));
+    std::string text(1025, 'G');
+    EXPECT_EQ(GMSG::getLastErrorMsg(2, text.data()), 0);
+    EXPECT_EQ(text[0], 'G');
+    EXPECT_EQ(GMSG::getLastErrorMsg(1, text.data()), 1023);
+    EXPECT_EQ(text[1023], '\0');
+    EXPECT_EQ(text[1024], 'G');
+}
+
+}  // namespace

@@ -63,7 +63,7 @@ inline constexpr auto kMonths = [] {
                                                        signed char day) noexcept {
     const MonthFacts facts = kMonths[static_cast<unsigned char>(month)];
     if (static_cast<unsigned>(day - 1) >= facts.length) return 0;
-    if (static_cast<unsigned>(year - 1) >= static_cast<unsigned>(kLastFullYear)) return 0;
+    if (static_cast<unsigned>(year) - 1 >= static_cast<unsigned>(kLastFullYear)) return 0;
     const std::uint32_t y = static_cast<std::uint32_t>(year) - facts.yearBefore;
     const std::uint32_t century = y / 100;
     const auto daysOfYears = static_cast<std::uint32_t>(std::uint64_t{y} * 1461 / 4);

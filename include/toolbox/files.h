@@ -35,11 +35,11 @@ class TB_API TVFile {
     virtual ~TVFile();
 
     /// The GENERIC_ rights asked for at opening.
-    virtual unsigned long Access() const;
+    [[nodiscard]] virtual unsigned long Access() const;
     /// The position in bytes from the start; 0xFFFFFFFF on failure.
     virtual unsigned long CurOffset() = 0;
     /// 1 when the stored error is the end-of-file code, 38.
-    virtual int Eof() const = 0;
+    [[nodiscard]] virtual int Eof() const = 0;
     /// 1 when the file holds no bytes.
     virtual int IsEmpty() = 0;
     /// Moves the position to `offset` bytes from the start.
@@ -78,13 +78,13 @@ class TB_API TVFile {
     }
 
     /// 1 when a file is open.
-    int isValid() const;
+    [[nodiscard]] int isValid() const;
     /// The last error code of the system, 0 when none. It stays until ClearErr().
-    unsigned long Error() const;
+    [[nodiscard]] unsigned long Error() const;
     void ClearErr();
     /// 1 when a file is open, without error, not at its end.
-    int good() const;
-    RWCString GetName() const;
+    [[nodiscard]] int good() const;
+    [[nodiscard]] RWCString GetName() const;
 
   protected:
     TVFile() = default;
@@ -132,7 +132,7 @@ class TB_API APIFile : public TVFile {
 
     /// Positions of 0xFFFFFFFF and more do not fit: failure.
     unsigned long CurOffset() override;
-    int Eof() const override;
+    [[nodiscard]] int Eof() const override;
     int IsEmpty() override;
     /// An offset that 32 bits do not hold is refused.
     int SeekTo(long offset) override;

@@ -62,6 +62,7 @@ Iofile::Iofile(const Iofile& other) {
 }
 
 Iofile& Iofile::operator=(const Iofile& other) {
+    if (this == &other) return *this;
     lines_ = other.lines_;
     modified_ = other.modified_;
     std::memcpy(fileName_, other.fileName_, sizeof fileName_);

@@ -3,7 +3,7 @@
 #include "file/block_parts.h"
 #include "file/safe_save.h"
 #include "toolbox/block_files.h"
-#include "toolbox/platform.h"
+#include "toolbox/messages.h"
 
 using toolbox::BlockFileParts;
 using toolbox::BlockOutput;
@@ -15,9 +15,8 @@ namespace {
 constexpr unsigned short kIndexDescription = 1019;
 
 RWCString indexDescription() {
-    char text[512];
-    toolbox::platform::current().strings->load(nullptr, kIndexDescription,
-                                               toolbox::platform::Language::system, text, 512);
+    RWCString text;
+    GMSG::getString(kIndexDescription, text);
     return text;
 }
 

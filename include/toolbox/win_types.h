@@ -23,8 +23,8 @@ using UINT = unsigned int;
 // Roots of the registry and types of its values.
 struct HKEY__;
 using HKEY = HKEY__*;
-inline const HKEY HKEY_CURRENT_USER = reinterpret_cast<HKEY>(0x80000001UL);
-inline const HKEY HKEY_LOCAL_MACHINE = reinterpret_cast<HKEY>(0x80000002UL);
+inline HKEY__* const HKEY_CURRENT_USER = reinterpret_cast<HKEY>(0x80000001UL);
+inline HKEY__* const HKEY_LOCAL_MACHINE = reinterpret_cast<HKEY>(0x80000002UL);
 inline constexpr unsigned long REG_SZ = 1;
 inline constexpr unsigned long REG_EXPAND_SZ = 2;
 inline constexpr unsigned long REG_BINARY = 3;

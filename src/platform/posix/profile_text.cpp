@@ -128,7 +128,7 @@ std::string ProfileText::decoded(std::string_view bytes, Encoding encoding) {
 }
 
 std::string ProfileText::bytes() const {
-    const std::string text = text_.text();
+    std::string text = text_.text();
     switch (encoding_) {
         case Encoding::windows1252:
             return text;

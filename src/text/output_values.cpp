@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "base/template_text.h"
-#include "toolbox/text.h"
+#include "toolbox/char_sets.h"
 #include "toolbox/win_types.h"
 
 namespace {

@@ -1,0 +1,15 @@
+// The program's texts: their numbers, and how the message service finds them.
+#pragma once
+
+enum SectionText : unsigned short {
+    kTitle = 2000,
+    kCannotBeRead,
+    kBadHeading,
+    kFieldCount,
+    kBadDesignation,
+    kBadValue,
+    kTwice,
+};
+
+/// Makes the texts known where they are no resources of the program; on Windows they are.
+void registerSectionTexts();

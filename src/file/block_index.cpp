@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <cstddef>
-#include <cstring>
 #include <limits>
 
 #include "file/block_layout.h"
@@ -48,8 +47,8 @@ int TarvFileIndex::read(unsigned long id, TarvFile& file, unsigned long offset, 
 
 void TarvFileIndex::unpack(std::uint64_t fileSize) {
     const std::size_t count = getLen() / blocks::kEntryBytes;
-    items_.resize(count);
-    if (count > 0) std::memcpy(items_.data(), getPData(), count * blocks::kEntryBytes);
+    const auto* entries = reinterpret_cast<const BlocItem*>(getPData());
+    items_.assign(entries, entries + count);
     nbrItem_ = static_cast<std::uint32_t>(count);
     // More entries than the file has room for blocks do not deserve the memory of a table.
     lookup_->clear(count > fileSize / blocks::kSmallestBlock);

@@ -13,6 +13,11 @@ namespace {
 std::size_t largestAllocation = 0;
 }
 
+// The compiler sees malloc and free through the two of them and takes them for a mismatch.
+#if defined(__GNUC__) && !defined(__clang__)
+#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
+#endif
+
 // All of this program's memory comes from here.
 void* operator new(std::size_t size) {
     largestAllocation = std::max(largestAllocation, size);

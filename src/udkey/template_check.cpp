@@ -23,8 +23,13 @@ class Checker {
   private:
     using Kind = TemplateProblem::Kind;
 
+    /// Expansion skips empty words, though an empty key string may be declared.
     [[nodiscard]] bool isToken(std::size_t i) const {
-        return manager_.isValidToken(RWCString(words_[i]));
+        return !words_[i].empty() && manager_.isValidToken(RWCString(words_[i]));
+    }
+
+    [[nodiscard]] bool isKey(std::size_t i) const {
+        return !words_[i].empty() && manager_.getId(RWCString(words_[i])) != toolbox::udkey::kNoId;
     }
 
     void report(Kind kind, std::size_t i, std::size_t position) {
@@ -43,8 +48,7 @@ class Checker {
             return 1;
         }
         if (!isToken(i)) {
-            const bool isKey = manager_.getId(RWCString(words_[i])) != toolbox::udkey::kNoId;
-            report(isKey ? Kind::notMatching : Kind::unknown, i, dollar);
+            report(isKey(i) ? Kind::notMatching : Kind::unknown, i, dollar);
             // A "$" that stands alone in the text, as in "5$ or $VOLT$": the next one opens a
             // token.
             if (words_.isEnclosed(i + 1) && isToken(i + 1)) return 1;

@@ -81,13 +81,13 @@ TEST(TemplateExpansion, EqualsTheLiteralAlgorithm) {
     UDManager::initStaticVars();
     TestManager manager;
     manager.path = "none.ini";
-    const char* keys[] = {"A", "B", "AB", "ABC", "BA", " ", "C"};
+    const char* keys[] = {"A", "B", "AB", "ABC", "BA", " ", "", "C"};
     for (UINT id = 0; id < std::size(keys); ++id) {
         UDKeyData data = makeKey(keys[id], string(3));
         manager.addKey(id, data);
     }
     manager.initUDApp();
-    manager.removeMatchingId(6);
+    manager.removeMatchingId(7);
     const char* values[] = {"", "A", "$", "$A", "A$", "$A$", "$B", "BC", "xyz", "$$"};
     unsigned chance = 7;
     const auto pick = [&](std::size_t n) {

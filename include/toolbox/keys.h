@@ -139,9 +139,9 @@ class TB_API UDManager {
     /// Path of the profile file that keeps the users' changes. Empty: the manager is not ready, and
     /// nothing is restored or saved.
     virtual RWCString getProfilePath() = 0;
-    /// Sets the current value of a key. `value` is of the kind of the key's format and carries that
-    /// format: cast it by isReal(), isNumber() or isString(). 1 when the value was set; otherwise
-    /// the key prints as the empty text.
+    /// Sets the current value of a key. `value` is a RealFormatedValue, NumberFormatedValue or
+    /// StringFormatedValue by the kind of the key's format, which it carries already; a static_cast
+    /// is enough. 1 when the value was set; otherwise the key prints as the empty text.
     virtual int getKeyValue(UINT id, FormatedValue* value) = 0;
     /// Units of a key that is marked "TVUNITS". Empty unless the application's manager says more.
     virtual RWCString getKeyUnits(UINT id);

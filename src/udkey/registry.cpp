@@ -4,6 +4,11 @@ namespace toolbox::udkey {
 
 namespace {
 
+/// An empty text counts as beginning with its terminator.
+std::size_t firstByte(std::string_view text) {
+    return text.empty() ? 0 : static_cast<unsigned char>(text.front());
+}
+
 FormatKind kindOf(const FormatType& format) {
     if (format.isReal()) return FormatKind::real;
     if (format.isNumber()) return FormatKind::number;
@@ -26,10 +31,12 @@ bool KeyRegistry::add(UINT id, const UDKeyData& data) {
     KeyEntry& entry = entries_.emplace_back(id, data);
     byId_.emplace(id, &entry);
     byKey_.emplace(key.str(), &entry);
+    firstBytes_.set(firstByte(key.view()));
     return true;
 }
 
 void KeyRegistry::clear() {
+    firstBytes_.reset();
     byKey_.clear();
     byId_.clear();
     entries_.clear();
@@ -46,6 +53,7 @@ KeyEntry* KeyRegistry::find(UINT id) {
 }
 
 const KeyEntry* KeyRegistry::find(std::string_view key) const {
+    if (!firstBytes_.test(firstByte(key))) return nullptr;
     const auto found = byKey_.find(key);
     return found == byKey_.end() ? nullptr : found->second;
 }

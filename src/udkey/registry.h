@@ -1,8 +1,8 @@
 // The declared keys by id and by key string, and what is in force of each.
 #pragma once
 
+#include <bitset>
 #include <deque>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -66,6 +66,9 @@ class KeyRegistry {
     std::deque<KeyEntry> entries_;
     std::unordered_map<UINT, KeyEntry*, IdHash> byId_;
     std::unordered_map<std::string, KeyEntry*, TextHash, std::equal_to<>> byKey_;
+    /// First bytes of the key strings: most of what a template holds between its tokens is no key,
+    /// and need not be hashed to know it.
+    std::bitset<256> firstBytes_;
 };
 
 }  // namespace toolbox::udkey

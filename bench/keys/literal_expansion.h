@@ -24,7 +24,7 @@ std::string expand(const std::string& text, IsToken isToken, ValueOf valueOf) {
         if (first == std::string::npos) break;
         const std::size_t second = result.find('$', first + 1);
         if (second == std::string::npos) break;
-        result = result.substr(0, first) + valueOf(word) + result.substr(second + 1);
+        result.replace(first, second + 1 - first, valueOf(word));
     }
     return result;
 }

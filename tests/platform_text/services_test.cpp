@@ -1,0 +1,132 @@
+// What every implementation of the text, prompt and system services keeps to. Runs against the
+// host's own.
+#include <gtest/gtest.h>
+
+#include <array>
+#include <chrono>
+#include <ctime>
+
+#include "toolbox/messages.h"
+#include "toolbox/platform.h"
+#include "toolbox/text.h"
+
+namespace toolbox::platform {
+namespace {
+
+std::string loaded(unsigned int id, Language language, HINSTANCE module = nullptr) {
+    char text[200];
+    const int length = current().strings->load(module, id, language, text, sizeof text);
+    EXPECT_EQ(text[length], '\0');
+    return {text, static_cast<std::size_t>(length)};
+}
+
+TEST(StringResources, GivesTheLanguageAskedFor) {
+    struct Case {
+        unsigned int id;
+        const char *french, *english;
+    };
+    const Case cases[] = {{1019, "Index principal", "Master index"},
+                          {1063, "Ligne : ", "Line: "},
+                          {1097, "\340", "to"},
+                          {1201, "Nombre r\351el", "Real"}};
+    for (const Case& c : cases) {
+        EXPECT_EQ(loaded(c.id, Language::french), c.french);
+        EXPECT_EQ(loaded(c.id, Language::english), c.english);
+        const std::string any = loaded(c.id, Language::system);
+        EXPECT_TRUE(any == c.french || any == c.english) << any;
+    }
+    RWCString text;
+    GMSG::getString(1097, text);
+    EXPECT_EQ(text, "\340");
+}
+
+TEST(StringResources, HasEveryTextThatTheLibraryLooksUp) {
+    for (const unsigned int id : {1019, 1060, 1061, 1062, 1063, 1064, 1065, 1066, 1094, 1095, 1096,
+                                  1097, 1200, 1201, 1202}) {
+        EXPECT_NE(loaded(id, Language::french), "") << id;
+        EXPECT_NE(loaded(id, Language::english), "") << id;
+    }
+}
+
+TEST(StringResources, CutsAndTerminates) {
+    for (const Language language : {Language::french, Language::english, Language::system}) {
+        char text[] = "GGGGGG";
+        EXPECT_EQ(current().strings->load(nullptr, 1019, language, text, 0), 0);
+        EXPECT_EQ(text[0], 'G');
+        EXPECT_EQ(current().strings->load(nullptr, 1019, language, text, 1), 0);
+        EXPECT_STREQ(text, "");
+        EXPECT_EQ(current().strings->load(nullptr, 1019, language, text, 5), 4);
+        EXPECT_EQ(text[4], '\0');
+        EXPECT_EQ(text[5], 'G');
+    }
+}
+
+TEST(StringResources, GivesTheEmptyTextForWhatIsMissing) {
+    for (const unsigned int id : {0u, 1018u, 1067u, 65535u, 4000000000u}) {
+        EXPECT_EQ(loaded(id, Language::french), "") << id;
+        EXPECT_EQ(loaded(id, Language::system), "") << id;
+    }
+}
+
+#if !defined(_WIN32)
+TEST(StringResources, RegisteredTablesStandBeforeTheSuppliedOne) {
+    static constexpr auto kOwn =
+        std::to_array<StringEntry>({{1019, "table", nullptr}, {7, nullptr, "seven"}});
+    const HINSTANCE module = registerStrings(kOwn);
+    EXPECT_EQ(loaded(1019, Language::english, module), "table");
+    EXPECT_EQ(loaded(7, Language::french, module), "seven");
+    EXPECT_EQ(loaded(1060, Language::french, module), "");
+    EXPECT_EQ(loaded(1019, Language::english), "Master index");
+
+    setApplicationStrings(kOwn);
+    EXPECT_EQ(loaded(1019, Language::english), "table");
+    EXPECT_EQ(loaded(1095, Language::english), "and");
+    setApplicationStrings({});
+    EXPECT_EQ(loaded(1019, Language::english), "Master index");
+    EXPECT_EQ(loaded(1019, Language::english, reinterpret_cast<HINSTANCE>(0x10)), "");
+}
+
+TEST(UserPrompt, GivesTheAnswerThatChangesNothing) {
+    for (const auto& [flags, answer] : {std::pair{MB_OK, IDOK},
+                                        {MB_OKCANCEL, IDCANCEL},
+                                        {MB_YESNO | MB_ICONQUESTION, IDNO},
+                                        {MB_YESNOCANCEL | MB_TASKMODAL, IDCANCEL}}) {
+        ::testing::internal::CaptureStderr();
+        EXPECT_EQ(current().prompt->messageBox(nullptr, "100%s%n", "Caption", flags), answer);
+        EXPECT_EQ(::testing::internal::GetCapturedStderr(), "Caption: 100%s%n\n");
+    }
+}
+#endif
+
+TEST(UserPrompt, KnowsThatNoWindowIsNone) {
+    EXPECT_FALSE(current().prompt->isWindow(nullptr));
+    EXPECT_FALSE(current().prompt->isWindow(reinterpret_cast<HWND>(0x12345678)));
+}
+
+TEST(SystemInfo, ExplainsTheErrorsThatTheLibraryReports) {
+    for (const ErrorCode code : {ErrorCode{ERROR_FILE_NOT_FOUND}, ErrorCode{ERROR_ACCESS_DENIED},
+                                 ErrorCode{ERROR_SHARING_VIOLATION}, ErrorCode{ERROR_HANDLE_EOF},
+                                 ErrorCode{ERROR_DISK_FULL}}) {
+        const std::string text = current().system->errorText(code);
+        EXPECT_FALSE(text.empty()) << code;
+        char copy[1024];
+        EXPECT_EQ(GMSG::getLastErrorMsg(code, copy), static_cast<int>(text.size()));
+        EXPECT_EQ(copy, text);
+    }
+}
+
+TEST(SystemInfo, KnowsTheLocalDate) {
+    const auto dateNow = [] {
+        const std::time_t now = std::time(nullptr);
+        const std::tm* local = std::localtime(&now);
+        return std::array{local->tm_year + 1900, local->tm_mon + 1, local->tm_mday};
+    };
+    const auto before = dateNow();
+    const LocalDate today = current().system->today();
+    const auto after = dateNow();
+    const std::array got{today.year, today.month, today.day};
+    EXPECT_TRUE(got == before || got == after);
+}
+
+}  // namespace
+}  // namespace toolbox::platform

@@ -1,0 +1,102 @@
+#include "support/box_answerer.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace toolbox::testing {
+namespace {
+
+BoxAnswerer* active = nullptr;
+
+std::string textOf(HWND window) {
+    std::string text(static_cast<std::size_t>(GetWindowTextLengthA(window)) + 1, '\0');
+    text.resize(static_cast<std::size_t>(
+        GetWindowTextA(window, text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
+bool isOfClass(HWND window, const char* name) {
+    char found[32] = "";
+    GetClassNameA(window, found, sizeof found);
+    return lstrcmpiA(found, name) == 0;
+}
+
+void readControl(HWND control, SeenBox& box) {
+    const bool visible = (GetWindowLongA(control, GWL_STYLE) & WS_VISIBLE) != 0;
+    if (!visible) return;
+    if (isOfClass(control, "Button")) {
+        box.buttons.push_back(GetDlgCtrlID(control));
+        box.hasDefaultFocus |= GetFocus() == control;
+    } else if (isOfClass(control, "Static")) {
+        const LONG kind = GetWindowLongA(control, GWL_STYLE) & SS_TYPEMASK;
+        if (kind == SS_ICON)
+            box.icon = reinterpret_cast<HICON>(SendMessageA(control, STM_GETICON, 0, 0));
+        else
+            box.text += textOf(control);
+    }
+}
+
+SeenBox read(HWND window) {
+    SeenBox box;
+    box.owner = GetWindow(window, GW_OWNER);
+    box.caption = textOf(window);
+    for (HWND control = GetWindow(window, GW_CHILD); control;
+         control = GetWindow(control, GW_HWNDNEXT))
+        readControl(control, box);
+    return box;
+}
+
+BOOL CALLBACK collectBoxes(HWND window, LPARAM boxes) {
+    if (isOfClass(window, "#32770") && IsWindowVisible(window) && IsWindowEnabled(window))
+        reinterpret_cast<std::vector<HWND>*>(boxes)->push_back(window);
+    return TRUE;
+}
+
+}  // namespace
+
+BoxAnswerer::BoxAnswerer(std::vector<int> answers)
+    : answers_(std::move(answers)), timer_(SetTimer(nullptr, 0, 10, tick)) {
+    EXPECT_EQ(active, nullptr) << "one answerer at a time";
+    active = this;
+}
+
+BoxAnswerer::~BoxAnswerer() {
+    KillTimer(nullptr, timer_);
+    active = nullptr;
+    EXPECT_GE(seen_.size(), answers_.size()) << "fewer boxes than answers";
+}
+
+void CALLBACK BoxAnswerer::tick(HWND, UINT, UINT_PTR, DWORD) {
+    if (active) active->look();
+}
+
+void BoxAnswerer::look() {
+    // Handles of closed boxes are given to new ones.
+    std::erase_if(handled_, [](HWND box) { return !IsWindow(box); });
+    std::vector<HWND> boxes;
+    EnumThreadWindows(GetCurrentThreadId(), collectBoxes, reinterpret_cast<LPARAM>(&boxes));
+    for (const HWND box : boxes) {
+        if (std::find(handled_.begin(), handled_.end(), box) != handled_.end()) continue;
+        handled_.push_back(box);
+        answer(box);
+    }
+}
+
+void BoxAnswerer::answer(HWND box) {
+    seen_.push_back(read(box));
+    const SeenBox& shown = seen_.back();
+    int button = shown.buttons.empty() ? IDCANCEL : shown.buttons.front();
+    if (seen_.size() <= answers_.size()) {
+        const int wanted = answers_[seen_.size() - 1];
+        if (std::find(shown.buttons.begin(), shown.buttons.end(), wanted) != shown.buttons.end())
+            button = wanted;
+        else
+            ADD_FAILURE() << "\"" << shown.text << "\" has no button " << wanted;
+    } else {
+        ADD_FAILURE() << "unexpected box: " << shown.caption << ": " << shown.text;
+    }
+    PostMessageA(box, WM_COMMAND, static_cast<WPARAM>(button), 0);
+}
+
+}  // namespace toolbox::testing

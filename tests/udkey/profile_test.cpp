@@ -41,7 +41,7 @@ TEST_F(Profile, LeavesKeysAsDeclaredUnlessTheirLineIsValid) {
         "",
         "[UDManager]\nVOLT=\nA=rubbish\nNAME=|x|  12-Q\nLEN=|Longer|  12-R",
         "[Other]\nVOLT=|x|   9-L",
-        std::string("[UDManager\0]\nVOLT=|x|   9-L\0", 29),
+        std::string("[UDManager]\nVOLT=|x\0|   9-L\n\0", 28),
         "[UDManager]\nVOLT=" + longLine + "\nNAME=||||",
         "[UDManager]\nA=|" + longLine + "|   1-   9-L,,,",
         "[[[]]UDManager]\nVOLT=|x|   9-L\n[UDManager",

@@ -60,7 +60,8 @@ class DependencyWalk {
     /// False when the cell could not be computed. The path is at most as long as the grid is large.
     bool visit(CellPosition at) {
         if (grid_.cellKind(at.row, at.col) != CellKind::formula) return true;
-        State& state = states_[static_cast<std::size_t>(at.col * kRows + at.row)];
+        State& state =
+            states_[static_cast<std::size_t>(at.col) * kRows + static_cast<std::size_t>(at.row)];
         if (state == State::onPath) {
             nameCycle(at);
             return false;

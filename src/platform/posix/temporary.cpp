@@ -32,7 +32,7 @@ ErrorCode createTemporaryFile(const char* prefix, std::string& name) {
     name.clear();
     const auto first = static_cast<unsigned>(std::time(nullptr)) ^ static_cast<unsigned>(getpid());
     for (unsigned i = 0; i < kNumbers; ++i) {
-        char digits[8];
+        char digits[8] = {};
         const unsigned number = (first + i) % kNumbers;
         const char* end = std::to_chars(digits, digits + sizeof digits, number, 16).ptr;
         std::string candidate = start;

@@ -4,8 +4,12 @@
 
 namespace toolbox {
 
-std::string toUtf8(std::string_view windows1252) { return base::utf8From1252(windows1252); }
+std::string toUtf8(std::string_view windows1252) {
+    return base::utf8From1252(windows1252);
+}
 
-std::string fromUtf8(std::string_view utf8) { return base::utf8To1252(utf8); }
+std::string fromUtf8(std::string_view utf8) {
+    return base::utf8To1252(utf8);
+}
 
 }  // namespace toolbox

@@ -3,14 +3,15 @@
 namespace toolbox::udkey {
 
 void LeftDollars::note(std::string_view out, std::size_t from) {
-    for (std::size_t at = out.find('$', from); at != out.npos; at = out.find('$', at + 1)) {
-        if (last_ != out.npos) closed_.emplace(out.substr(last_ + 1, at - last_ - 1));
+    for (std::size_t at = out.find('$', from); at != std::string_view::npos;
+         at = out.find('$', at + 1)) {
+        if (last_ != std::string_view::npos) closed_.emplace(out.substr(last_ + 1, at - last_ - 1));
         last_ = at;
     }
 }
 
 bool LeftDollars::precede(std::string_view word, std::string_view out) const {
-    if (last_ == out.npos) return false;
+    if (last_ == std::string_view::npos) return false;
     if (out.substr(last_ + 1).starts_with(word)) return true;
     // Texts that begin with the word are not before it in their order, and nothing is between.
     const auto next = closed_.lower_bound(word);
@@ -18,7 +19,8 @@ bool LeftDollars::precede(std::string_view word, std::string_view out) const {
 }
 
 TokenPlace findToken(std::string_view text, std::string_view word) {
-    for (std::size_t at = text.find('$'); at != text.npos; at = text.find('$', at + 1)) {
+    for (std::size_t at = text.find('$'); at != std::string_view::npos;
+         at = text.find('$', at + 1)) {
         if (text.substr(at + 1).starts_with(word)) return {at, text.find('$', at + 1)};
     }
     return {};

@@ -72,10 +72,10 @@ concept ResourceId = std::integral<T> || std::is_enum_v<T>;
 class TB_API GMSG {
   public:
     /// Language of texts. Any value but French counts as English.
-    enum Language { English = 0, French = 1 };
+    enum Language : int { English = 0, French = 1 };
 
     /// What happens to a reported error.
-    enum ErrorReporting {
+    enum ErrorReporting : int {
         ReportNothing = 0,  ///< it is dropped
         ReportInBox = 1,    ///< it is shown in a message box
         ReportInList = 2    ///< it is appended to the error list and to the log

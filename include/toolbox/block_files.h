@@ -191,8 +191,10 @@ class TB_API TarvFileIndex : public TarvBlocFile {
   private:
     friend class toolbox::BlockFileParts;
 
-    void unpack(std::uint64_t fileSize);
+    void takePacked(std::uint64_t fileSize);
+    void unpack();
 
+    bool packed_ = false;  ///< the entries are still those in the record, items_ is not made yet
     std::int32_t current_ = 0;
     std::vector<BlocItem> items_;
     std::uint32_t nbrItem_ = 0;

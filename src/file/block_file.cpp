@@ -50,6 +50,7 @@ TarvFileHeader* TarvFile::getHeader() const {
 }
 
 TarvFileIndex* TarvFile::getIndex() const {
+    if (index_) BlockFileParts::unpack(*index_);
     return index_.get();
 }
 

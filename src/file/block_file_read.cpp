@@ -18,7 +18,7 @@ bool readHeader(TarvFile& f, APIFile& file) {
 
 /// The index at its place, or else the first that a search finds.
 bool readIndex(TarvFile& f, APIFile& file, std::uint64_t size) {
-    TarvFileIndex& index = *f.getIndex();
+    TarvFileIndex& index = *BlockFileParts::index(f);
     const blocks::Layout layout = blocks::layoutOf(f);
     const auto fetchAt = [&](std::uint64_t offset) {
         const std::uint64_t extent = offset < size ? size - offset : 0;
@@ -29,13 +29,13 @@ bool readIndex(TarvFile& f, APIFile& file, std::uint64_t size) {
         if (behindId == 0 || !fetchAt(behindId - 4)) return false;
     }
     index.setID(blocks::kIndexId);
-    BlockFileParts::unpack(index, size);
+    BlockFileParts::takePacked(index, size);
     return true;
 }
 
 /// Where the index says that a block is, with the distance to the next one as its probable length.
 blocks::Place placeOf(const TarvFile& f, std::uint32_t id, std::uint64_t size) {
-    const TarvFileIndex* index = f.getIndex();
+    const TarvFileIndex* index = BlockFileParts::index(f);
     const auto found = index ? BlockFileParts::find(*index, id) : std::nullopt;
     if (!found) return {0, id, 0};
     const auto entries = BlockFileParts::entries(*index);

@@ -4,8 +4,10 @@
 
 #include "file/block_layout.h"
 #include "file/block_lookup.h"
+#include "file/block_parts.h"
 #include "toolbox/block_files.h"
 
+using toolbox::BlockFileParts;
 using toolbox::BlockLookup;
 namespace blocks = toolbox::blocks;
 
@@ -23,7 +25,7 @@ TarvFileIndex::TarvFileIndex() : lookup_(std::make_unique<BlockLookup>()) {
 TarvFileIndex::TarvFileIndex(const TarvFileIndex& other)
     : TarvBlocFile(other),
       current_(other.current_),
-      items_(other.items_),
+      items_(BlockFileParts::entries(other).begin(), BlockFileParts::entries(other).end()),
       nbrItem_(other.nbrItem_),
       lookup_(std::make_unique<BlockLookup>(*other.lookup_)) {}
 
@@ -31,7 +33,9 @@ TarvFileIndex& TarvFileIndex::operator=(const TarvFileIndex& other) {
     if (this == &other) return *this;
     TarvBlocFile::operator=(other);
     current_ = other.current_;
-    items_ = other.items_;
+    const auto entries = BlockFileParts::entries(other);
+    items_.assign(entries.begin(), entries.end());
+    packed_ = false;
     nbrItem_ = other.nbrItem_;
     *lookup_ = *other.lookup_;
     return *this;
@@ -41,17 +45,35 @@ TarvFileIndex::~TarvFileIndex() = default;
 
 int TarvFileIndex::read(unsigned long id, TarvFile& file, unsigned long offset, int search) {
     const int result = TarvBlocFile::read(id, file, offset, search);
-    if (result == 1) unpack(std::numeric_limits<std::uint64_t>::max());
+    if (result == 1) {
+        takePacked(std::numeric_limits<std::uint64_t>::max());
+        unpack();
+    }
     return result;
 }
 
-void TarvFileIndex::unpack(std::uint64_t fileSize) {
+/// Makes the data the entries. They stay where they are until somebody could change the data.
+void TarvFileIndex::takePacked(std::uint64_t fileSize) {
     const std::size_t count = getLen() / blocks::kEntryBytes;
-    const auto* entries = reinterpret_cast<const BlocItem*>(getPData());
-    items_.assign(entries, entries + count);
+    packed_ = true;
+    items_.clear();
     nbrItem_ = static_cast<std::uint32_t>(count);
     // More entries than the file has room for blocks do not deserve the memory of a table.
     lookup_->clear(count > fileSize / blocks::kSmallestBlock);
+}
+
+void TarvFileIndex::unpack() {
+    if (!packed_) return;
+    const auto entries = BlockFileParts::entries(*this);
+    items_.assign(entries.begin(), entries.end());
+    packed_ = false;
+}
+
+std::span<const BlocItem> BlockFileParts::entries(const TarvFileIndex& index) {
+    if (!index.packed_) return index.items_;
+    // Buffers of records are aligned for words.
+    const auto* first = reinterpret_cast<const BlocItem*>(index.getPData());
+    return {first, index.getLen() / blocks::kEntryBytes};
 }
 
 int TarvFileIndex::write(TarvFile& file) {

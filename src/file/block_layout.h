@@ -53,8 +53,9 @@ struct Layout {
 /// Copies text into a field that is filled up with zeros; what does not fit is cut.
 inline void putText(char* field, std::string_view text) {
     const std::size_t kept = std::min<std::size_t>(text.size(), kDescriptionBytes);
+    // A whole field of known size takes a few stores, its rest of unknown size a slow loop.
+    std::memset(field, 0, kDescriptionBytes);
     if (kept > 0) std::memcpy(field, text.data(), kept);
-    std::memset(field + kept, 0, kDescriptionBytes - kept);
 }
 
 /// The text of a field: up to its first zero byte.

@@ -73,8 +73,28 @@ std::optional<std::uint32_t> BlockLookup::find(Entries entries, std::uint32_t id
     return slot.next - 1;
 }
 
+/// Whether the identifier is new; nothing when bits do not pay for these identifiers.
+std::optional<bool> BlockLookup::addToBits(Entries entries, std::uint32_t id) {
+    const auto add = [&](std::uint32_t each) {
+        const auto answer = bits_.add(each);
+        if (answer == IdBits::Answer::tooSparse) sparse_ = true;
+        return answer == IdBits::Answer::isNew;
+    };
+    for (; !sparse_ && inBits_ < entries.size(); ++inBits_) add(entries[inBits_].id);
+    const bool isNew = !sparse_ && add(id);
+    if (sparse_) {
+        bits_ = {};
+        return std::nullopt;
+    }
+    if (isNew) ++inBits_;
+    return isNew;
+}
+
 bool BlockLookup::add(Entries entries, std::uint32_t id) {
     if (entries.size() < kFew) return !walk(entries, id);
+    if (slots_.empty()) {
+        if (const auto isNew = addToBits(entries, id)) return *isNew;
+    }
     if (slots_.empty() || (used_ + 1) * 3 > slots_.size() * 2)
         insertAll(entries, std::max(entries.size() * 4, kFew * 4));
     Slot& slot = slotOf(id);
@@ -84,6 +104,9 @@ bool BlockLookup::add(Entries entries, std::uint32_t id) {
 }
 
 void BlockLookup::clear(bool walksOnly) {
+    bits_ = {};
+    inBits_ = 0;
+    sparse_ = false;
     slots_ = {};
     used_ = walked_ = 0;
     walksOnly_ = walksOnly;

@@ -7,6 +7,7 @@
 #include <span>
 #include <vector>
 
+#include "file/id_bits.h"
 #include "toolbox/block_files.h"
 
 namespace toolbox {
@@ -15,7 +16,7 @@ namespace toolbox {
 /// counts. Open addressing, a power of two of slots, at most two thirds used. The hash is seeded
 /// with chance, so that no file can be made whose identifiers all collide. A list of up to kFew
 /// entries is walked instead, and so is a longer one until walking it has cost as much as the table
-/// would.
+/// would. While a list only grows and nothing is looked up, bits tell which identifiers it has.
 class BlockLookup {
   public:
     using Entries = std::span<const BlocItem>;
@@ -39,9 +40,13 @@ class BlockLookup {
         std::uint32_t next;  ///< one more than the position; 0 in a free slot
     };
 
+    [[nodiscard]] std::optional<bool> addToBits(Entries entries, std::uint32_t id);
     [[nodiscard]] Slot& slotOf(std::uint32_t id);
     void insertAll(Entries entries, std::size_t slots);
 
+    IdBits bits_;
+    std::size_t inBits_ = 0;  ///< entries that the bits know
+    bool sparse_ = false;     ///< bits do not pay for this list
     std::vector<Slot> slots_;
     std::size_t used_ = 0;  ///< entries that the table knows
     std::size_t walked_ = 0;

@@ -44,8 +44,12 @@ class BlockOutput {
 
     APIFile& file_;
     std::shared_ptr<OwnedFile> keptAlive_;
-    std::unique_ptr<char[]> gathered_;
-    std::uint32_t used_ = 0;
+    struct FreesAligned {
+        void operator()(char* bytes) const;
+    };
+    std::unique_ptr<char[], FreesAligned> gathered_;
+    std::uint32_t begin_ = 0;     ///< what was gathered lies from here
+    std::uint32_t used_ = 0;      ///< to here
     std::uint32_t position_ = 0;  ///< kept while gathering
     bool gathers_;
     bool failed_ = false;

@@ -73,14 +73,19 @@ class BlockFileParts {
         return block.description_.view();
     }
 
-    [[nodiscard]] static std::span<const BlocItem> entries(const TarvFileIndex& index) {
-        return index.items_;
-    }
+    /// The index without the consequences that TarvFile::getIndex has; null when there is none.
+    [[nodiscard]] static TarvFileIndex* index(const TarvFile& f) { return f.index_.get(); }
+    /// The entries, in the data of the record where they are not unpacked yet.
+    [[nodiscard]] static std::span<const BlocItem> entries(const TarvFileIndex& index);
     [[nodiscard]] static std::optional<std::uint32_t> find(const TarvFileIndex& index,
                                                            std::uint32_t id) {
-        return index.lookup_->find(index.items_, id);
+        return index.lookup_->find(entries(index), id);
     }
-    static void unpack(TarvFileIndex& index, std::uint64_t fileSize) { index.unpack(fileSize); }
+    /// Takes the entries from the data just read, which nobody else sees before unpack().
+    static void takePacked(TarvFileIndex& index, std::uint64_t fileSize) {
+        index.takePacked(fileSize);
+    }
+    static void unpack(TarvFileIndex& index) { index.unpack(); }
 };
 
 }  // namespace toolbox

@@ -49,7 +49,7 @@ bool readsBack(const char* name) {
     TarvFileRead file;
     if (!file.open(name)) return false;
     Window window(*BlockFileParts::file(file));
-    for (const BlocItem& entry : BlockFileParts::entries(*file.getIndex()))
+    for (const BlocItem& entry : BlockFileParts::entries(*BlockFileParts::index(file)))
         if (!isWhole(window, entry)) return false;
     return true;
 }

@@ -67,7 +67,8 @@ TEST(BlockLayout, HeaderReadsBackAndIsAlwaysWrittenAsTheLatestFormat) {
     TempFolder folder;
     const std::string name = folder / "header";
     TarvFileWrite file;
-    file.setFile(new APIFile(name.c_str(), GENERIC_READ | GENERIC_WRITE, 0, CREATE_ALWAYS));
+    file.setFile(
+        new APIFile(name.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, CREATE_ALWAYS));
     TarvFileHeader written;
     EXPECT_EQ(written.getVersionFile(), 100u);
     EXPECT_EQ(written.getdateCreation() - TarvDate(), 0);

@@ -152,6 +152,9 @@ TEST_F(BlockSave, NeverGrowsPastWhatSeekToTakes) {
         unsigned long at;
         int result;
     } cases[] = {{most - 152 - index, 1}, {most - 152 - index + 1, 0}, {most, 0}};
+    // A system without a text for this error, Wine for one, leaves nothing to tell.
+    auto* const system = toolbox::platform::current().system;
+    const int tells = system->errorText(ERROR_FILE_TOO_LARGE).empty() ? 0 : 1;
     for (const auto& each : cases) {
         std::filesystem::remove(name);  // or its backup would have 2 GiB, no longer sparse
         TarvFileWrite file;
@@ -162,7 +165,7 @@ TEST_F(BlockSave, NeverGrowsPastWhatSeekToTakes) {
         EXPECT_EQ(file.writeBloc(made({9, "four"})), each.result);
         EXPECT_EQ(file.getIndex()->getOffset(9), each.result ? each.at : 0);
         EXPECT_EQ(calls.made(FileCall::write), each.result);
-        EXPECT_EQ(told.times, 1 - each.result);
+        EXPECT_EQ(told.times, each.result ? 0 : tells);
         calls.fail(FileCall::write, 1, ERROR_DISK_FULL);  // nothing is to be 2 GiB long here
         if (each.at == most) {
             EXPECT_EQ(file.commit(), 0);

@@ -11,16 +11,20 @@ namespace toolbox::platform {
 
 inline constexpr std::string_view kLineBreaks = "\r\n";
 
+/// What does not count at the ends of names and values. Old editors end a file with 0x1A, which
+/// Windows drops like a blank.
+inline constexpr std::string_view kProfileBlanks = " \t\v\f\r\n\x1A";
+
 [[nodiscard]] inline bool isProfileSection(const char* name) {
-    return name && *name &&
-           std::string_view(name).find_first_of(kLineBreaks) == std::string_view::npos;
+    const std::string_view text = name ? name : "";
+    return text.find_first_of(kLineBreaks) == std::string_view::npos &&
+           text.find_first_not_of(kProfileBlanks) != std::string_view::npos;
 }
 
 /// False for names that a profile cannot hold: the line would be read as something else.
 [[nodiscard]] inline bool isProfileEntry(const char* name) {
-    if (!name || !*name) return false;
-    const std::string_view text = name;
-    const std::size_t first = text.find_first_not_of(" \t");
+    const std::string_view text = name ? name : "";
+    const std::size_t first = text.find_first_not_of(kProfileBlanks);
     return first != std::string_view::npos && text[first] != '[' &&
            text.find_first_of("=\r\n") == std::string_view::npos;
 }

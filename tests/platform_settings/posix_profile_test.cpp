@@ -12,7 +12,7 @@
 #include <random>
 #include <vector>
 
-#include "platform_settings/settings_fixture.h"
+#include "support/settings_fixture.h"
 
 namespace {
 

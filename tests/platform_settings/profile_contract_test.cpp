@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "platform_settings/settings_fixture.h"
+#include "support/settings_fixture.h"
 
 namespace {
 
@@ -184,9 +184,9 @@ TEST_F(ProfileStoreContract, RefusesWhatCouldNotBeReadBack) {
         const char* section;
         const char* entry;
     };
-    const Case cases[] = {{"s", "a=b"}, {"s", "[t]"},  {"s", " [t"},   {"s", "a\nb"},
-                          {"s", ""},    {"s", "  "},   {"s", nullptr}, {"s\r", "k"},
-                          {"", "k"},    {nullptr, "k"}};
+    const Case cases[] = {{"s", "a=b"}, {"s", "[t]"}, {"s", " \v[t"}, {"s", "a\nb"},
+                          {"s", ""},    {"s", "  "},  {"s", nullptr}, {"s\r", "k"},
+                          {"", "k"},    {" ", "k"},   {nullptr, "k"}};
     const std::string file = profileHolding("[s]\r\nk=1\r\n");
     for (const Case& c : cases)
         EXPECT_NE(profiles().write(file.c_str(), c.section, c.entry, "v"), 0u)

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "platform_settings/settings_fixture.h"
+#include "support/settings_fixture.h"
 
 namespace {
 
@@ -145,6 +145,12 @@ TEST_F(RegistryStoreContract, ReadsAFileThatAPersonWrote) {
 
     ASSERT_EQ(write("Software\\App", "new", REG_SZ, "v\0"s), 0u);
     EXPECT_EQ(folder_.read(file), text + "\"new\"=\"v\"\n");
+
+    for (const char* unfinished : {"\"x\"=hex:01,\\", "\"x\"=hex:01,\\\n", "x\r", "[b]"}) {
+        folder_.write(file, "REGEDIT4\n" + std::string(unfinished));
+        ASSERT_EQ(write("Software\\App", "new", REG_SZ, "v\0"s), 0u);
+        EXPECT_EQ(read("Software\\App", "new").data, "v\0"s) << unfinished;
+    }
 }
 #endif
 

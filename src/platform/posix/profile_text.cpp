@@ -3,22 +3,21 @@
 #include <algorithm>
 
 #include "base/windows1252.h"
+#include "platform/profile_names.h"
 
 namespace toolbox::platform::posix {
 namespace {
 
 using Kind = LineMeaning::Kind;
 
-/// Old editors end a file with 0x1A, which Windows drops like a blank.
-constexpr std::string_view kBlanks = " \t\v\f\r\n\x1A";
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view kUtf16leMark = "\xFF\xFE";
 constexpr std::string_view kUtf16beMark = "\xFE\xFF";
 
 std::string_view trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(kBlanks);
+    const std::size_t first = text.find_first_not_of(kProfileBlanks);
     if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+    return text.substr(first, text.find_last_not_of(kProfileBlanks) - first + 1);
 }
 
 /// The part of a line that Windows sees.
@@ -50,7 +49,7 @@ LineMeaning meaning(std::string_view line) {
     return {Kind::entry, folded(seen.substr(0, seen.find('=')))};
 }
 
-constexpr LineSyntax kSyntax{lineLength, meaning};
+constexpr LineSyntax kSyntax{lineLength, meaning, true};
 
 std::string fromUtf16(std::string_view bytes, bool bigEndian) {
     const auto unit = [&](std::size_t i) {

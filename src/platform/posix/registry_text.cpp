@@ -87,7 +87,7 @@ LineMeaning meaning(std::string_view line) {
     return {Kind::entry, std::string(seen)};  // comments and the like: never asked for
 }
 
-constexpr LineSyntax kSyntax{lineLength, meaning};
+constexpr LineSyntax kSyntax{lineLength, meaning, false};
 
 std::optional<std::uint32_t> hexNumber(std::string_view text) {
     std::uint32_t number = 0;

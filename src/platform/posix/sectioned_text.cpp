@@ -1,21 +1,6 @@
 #include "platform/posix/sectioned_text.h"
 
 namespace toolbox::platform::posix {
-namespace {
-
-using Kind = LineMeaning::Kind;
-
-std::string_view lineBreakOf(std::string_view line) {
-    const std::size_t last = line.find_last_not_of("\r\n");
-    const std::string_view end = line.substr(last == std::string_view::npos ? 0 : last + 1);
-    return end.ends_with("\r\n") ? end.substr(end.size() - 2) : end.substr(0, 1);
-}
-
-std::string_view withoutBreak(std::string_view line) {
-    return line.substr(0, line.size() - lineBreakOf(line).size());
-}
-
-}  // namespace
 
 SectionedText::SectionedText(const LineSyntax& syntax, std::string_view text) : syntax_(syntax) {
     sections_.emplace_back();
@@ -27,7 +12,7 @@ SectionedText::SectionedText(const LineSyntax& syntax, std::string_view text) : 
         if (first && !lineBreakOf(line).empty()) lineBreak_ = lineBreakOf(line);
         first = false;
         LineMeaning meaning = syntax_.meaning(line);
-        if (meaning.kind == Kind::header) {
+        if (meaning.kind == LineMeaning::Kind::header) {
             byName_.emplace(std::move(meaning.name), sections_.size());
             sections_.emplace_back().header = line;
         } else {
@@ -37,7 +22,7 @@ SectionedText::SectionedText(const LineSyntax& syntax, std::string_view text) : 
 }
 
 void SectionedText::addLine(Section& section, std::string_view line, LineMeaning meaning) {
-    if (meaning.kind == Kind::blank) {
+    if (meaning.kind == LineMeaning::Kind::blank) {
         section.blankEnd += line;
         return;
     }
@@ -48,6 +33,12 @@ void SectionedText::addLine(Section& section, std::string_view line, LineMeaning
     section.lines.emplace_back(line);
     const auto place = section.lines.size() - 1;
     if (!section.entries.emplace(std::move(meaning.name), place).second) section.hasTwins = true;
+}
+
+std::string_view SectionedText::lineBreakOf(std::string_view line) const {
+    std::size_t length = line.ends_with("\r\n") ? 2 : line.ends_with('\n') ? 1 : 0;
+    if (length == 0 && syntax_.endsAtReturn && line.ends_with('\r')) length = 1;
+    return line.substr(line.size() - length);
 }
 
 const std::string* SectionedText::find(const std::string& section, const std::string& entry) const {
@@ -67,8 +58,9 @@ bool SectionedText::put(const std::string& section, std::string_view header,
         return true;
     }
     std::string& old = inside.lines[place->second];
-    if (withoutBreak(old) == line) return false;
-    old = std::string(line).append(lineBreakOf(old));
+    const std::string_view lineBreak = lineBreakOf(old);
+    if (std::string_view(old).substr(0, old.size() - lineBreak.size()) == line) return false;
+    old = std::string(line).append(lineBreak);
     return true;
 }
 
@@ -92,9 +84,13 @@ void SectionedText::appendEntry(Section& section, const std::string& entry, std:
     section.lines.push_back(std::string(line).append(lineBreak_));
 }
 
-/// Only the last line of the text can be without a line break; what is empty is no line.
-void SectionedText::endWithBreak(std::string& line) const {
-    if (!line.empty() && lineBreakOf(line).empty()) line += lineBreak_;
+/// Only the last line of the text can be without its end. A line that goes on in the next one takes
+/// a second line break. `lines` is one line or several blank ones, which do not go on.
+void SectionedText::endWithBreak(std::string& lines) const {
+    constexpr char kNext = 'x';
+    if (lines.empty()) return;
+    if (lineBreakOf(lines).empty()) lines += lineBreak_;
+    if (syntax_.lineLength(lines + kNext) > lines.size()) lines += lineBreak_;
 }
 
 bool SectionedText::erase(const std::string& section, const std::string& entry) {
@@ -109,7 +105,7 @@ bool SectionedText::erase(const std::string& section, const std::string& entry) 
     if (!owner.hasTwins) return true;
     for (std::size_t i = 0; i < owner.lines.size(); ++i) {
         const LineMeaning meaning = syntax_.meaning(owner.lines[i]);
-        if (meaning.kind == Kind::entry && meaning.name == entry) {
+        if (meaning.kind == LineMeaning::Kind::entry && meaning.name == entry) {
             owner.entries.emplace(entry, i);
             break;
         }

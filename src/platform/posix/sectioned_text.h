@@ -23,6 +23,8 @@ struct LineSyntax {
     std::size_t (*lineLength)(std::string_view text);
     /// `line` comes with its line break.
     LineMeaning (*meaning)(std::string_view line);
+    /// A carriage return alone ends a line.
+    bool endsAtReturn;
 };
 
 /// Finding and changing one entry costs the same whatever the number of entries. Of equal section
@@ -56,10 +58,11 @@ class SectionedText {
         bool hasTwins = false;                                 ///< equal entry names
     };
 
+    [[nodiscard]] std::string_view lineBreakOf(std::string_view line) const;
     static void addLine(Section& section, std::string_view line, LineMeaning meaning);
     Section& openSection(const std::string& name, std::string_view header);
     void appendEntry(Section& section, const std::string& entry, std::string_view line);
-    void endWithBreak(std::string& line) const;
+    void endWithBreak(std::string& lines) const;
 
     LineSyntax syntax_;
     std::string lineBreak_ = "\r\n";

@@ -23,6 +23,7 @@
 
 #include "toolbox/containers.h"
 #include "toolbox/export.h"
+#include "toolbox/settings.h"
 #include "toolbox/strings.h"
 #include "toolbox/win_types.h"
 
@@ -110,18 +111,16 @@ class TB_API GMSG {
     /// Caption of error boxes.
     static void setAppTitle(const RWCString& title);
     [[nodiscard]] static RWCString getAppTitle();
-    /// Where settings are stored.
+    /// Where settings are stored: a registry key, or a profile file.
     static void setDestName(const RWCString& name);
     [[nodiscard]] static RWCString getDestName();
 
     /// Whether settings go to the registry (non-zero, the initial state) or to profile files.
     static void setUseRegistry(int use);
     [[nodiscard]] static int useRegistry();
-#if defined(_WIN32)
     /// Root key of settings; HKEY_CURRENT_USER from the start.
     static void setKey(HKEY key);
     [[nodiscard]] static HKEY getKey();
-#endif
 
     // Texts. Identifiers have 16 bits: of a larger number the low ones count.
 
@@ -226,6 +225,70 @@ class TB_API GMSG {
     /// Where errors that are kept in the list are written too, one a line; null for none. Borrowed.
     /// Without a service object this and the option above do nothing.
     static void setLogStream(std::ostream* log);
+
+    /// Creates or empties the log file and makes it the log stream, until CloseLogFile or the
+    /// service's end; the log file open before is closed. An empty path stands for a new file
+    /// "ERR....TMP" in the system's folder for temporary files. Each error is in the file as soon
+    /// as it is reported. 0: the file cannot be opened, or there is no service; there is no log
+    /// then.
+    static int OpenLogFile(const RWCString& path);
+    static void CloseLogFile();
+
+    // Settings. A setting has a section, an entry and a destination: `dest`, or getDestName() when
+    // `dest` is null or empty. While useRegistry() is set it is the value `entry` of the key
+    // dest\section under getKey(); otherwise the line `entry` of [section] in the profile file
+    // `dest` (a name without a folder: see platform::ProfileStore). In the registry texts are
+    // REG_SZ, both kinds of integers REG_DWORD, reals and bytes REG_BINARY; in a profile all is
+    // text.
+    //
+    // writeProfile returns 1 when the setting is stored, 0 when it is not or a name is empty.
+    // getProfile returns 1 and the setting; otherwise 0 and the default, also when the registry
+    // holds a value of another type or size.
+
+    /// A text up to its first NUL. A profile keeps it up to its first line break, drops blanks and
+    /// one pair of quotes around it, and gives back at most 1023 characters.
+    static int writeProfile(const toolbox::SettingName& section, const toolbox::SettingName& entry,
+                            const RWCString& value, const char* dest = nullptr);
+    static int writeProfile(const toolbox::SettingName& section, const toolbox::SettingName& entry,
+                            const char* value, const char* dest = nullptr);
+    static int getProfile(const toolbox::SettingName& section, const toolbox::SettingName& entry,
+                          RWCString& value, const RWCString& byDefault, const char* dest = nullptr);
+
+    /// In a profile a real is printed with `precision` decimals (6 when negative). Text that begins
+    /// with no number reads as 0.
+    static int writeProfile(const toolbox::SettingName& section, const toolbox::SettingName& entry,
+                            double value, int precision, const char* dest = nullptr);
+    static int getProfile(const toolbox::SettingName& section, const toolbox::SettingName& entry,
+                          double& value, double byDefault, const char* dest = nullptr);
+    static int writeProfile(const toolbox::SettingName& section, const toolbox::SettingName& entry,
+                            float value, int precision, const char* dest = nullptr);
+    static int getProfile(const toolbox::SettingName& section, const toolbox::SettingName& entry,
+                          float& value, float byDefault, const char* dest = nullptr);
+
+    /// In a profile a number beyond the range reads as the nearer end of it, text that begins with
+    /// no number as 0.
+    static int writeProfile(const toolbox::SettingName& section, const toolbox::SettingName& entry,
+                            int value, const char* dest = nullptr);
+    static int getProfile(const toolbox::SettingName& section, const toolbox::SettingName& entry,
+                          int& value, int byDefault, const char* dest = nullptr);
+
+    /// Stored in 32 bits; a larger number is refused. On purpose a profile shows numbers from
+    /// 0x80000000 as negative ones, which read back as what was stored.
+    static int writeProfile(const toolbox::SettingName& section, const toolbox::SettingName& entry,
+                            unsigned long value, const char* dest = nullptr);
+    static int getProfile(const toolbox::SettingName& section, const toolbox::SettingName& entry,
+                          unsigned long& value, unsigned long byDefault,
+                          const char* dest = nullptr);
+
+    /// Bytes, which live in the registry only: with a profile the result is 0 and nothing is
+    /// written. Only a value of exactly `length` bytes is found; `byDefault` has as many (null:
+    /// zeros).
+    static int writeProfile(const toolbox::SettingName& section, const toolbox::SettingName& entry,
+                            const unsigned char* value, unsigned long length,
+                            const char* dest = nullptr);
+    static int getProfile(const toolbox::SettingName& section, const toolbox::SettingName& entry,
+                          unsigned char* value, unsigned long length,
+                          const unsigned char* byDefault, const char* dest = nullptr);
 
     // Conversions into the caller's buffer, which is returned.
 

@@ -24,9 +24,7 @@ struct ServiceState {
     std::unique_ptr<RWCString> destination;
     std::unique_ptr<RWCString> title;
     int useRegistry = 1;
-#if defined(_WIN32)
     HKEY key = HKEY_CURRENT_USER;
-#endif
 };
 
 ServiceState& state() {
@@ -76,7 +74,9 @@ GMSG::GMSG() {
 }
 
 GMSG::~GMSG() {
-    if (theMSG == this) theMSG = nullptr;
+    if (theMSG != this) return;
+    CloseLogFile();
+    theMSG = nullptr;
 }
 
 void GMSG::initStaticVars() {
@@ -128,14 +128,12 @@ void GMSG::setUseRegistry(int use) {
 int GMSG::useRegistry() {
     return state().useRegistry;
 }
-#if defined(_WIN32)
 void GMSG::setKey(HKEY key) {
     state().key = key;
 }
 HKEY GMSG::getKey() {
     return state().key;
 }
-#endif
 
 int GMSG::loadString(unsigned short id, char* buf, int size) {
     return text::loadText(id, buf, size);

@@ -14,11 +14,15 @@
 
 #else
 
+#include <cstdint>
+
 struct HWND__;
 struct HINSTANCE__;
 using HWND = HWND__*;            ///< a window; never a live one outside Windows
 using HINSTANCE = HINSTANCE__*;  ///< a module that holds string resources
 using UINT = unsigned int;
+using WPARAM = std::uintptr_t;  ///< first parameter of a window message
+using LPARAM = std::intptr_t;   ///< second parameter of a window message
 
 // Roots of the registry and types of its values.
 struct HKEY__;

@@ -1,0 +1,21 @@
+// The record of one window message, as handlers get it.
+//
+// A window procedure packs its arguments into one and passes it by reference from handler to
+// handler (DispatchServer::dispatch, MouseDragger::drag, MDI::frameWndProc); one that took care of
+// the message sets `handled`, so that those after it leave it alone.
+#pragma once
+
+#include "toolbox/win_types.h"
+
+/// A plain value. The parameters are as wide as the system's: pointers on 64-bit systems fit.
+struct TarvMess {
+    TarvMess() = default;
+    TarvMess(HWND window, UINT number, WPARAM word, LPARAM longParameter, int isHandled)
+        : hwnd(window), message(number), wParam(word), lParam(longParameter), handled(isHandled) {}
+
+    HWND hwnd = nullptr;
+    UINT message = 0;
+    WPARAM wParam = 0;
+    LPARAM lParam = 0;
+    int handled = 0;  ///< non-zero: nobody else need handle it
+};

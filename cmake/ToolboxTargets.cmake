@@ -77,8 +77,8 @@ function(toolbox_add_test name)
 endfunction()
 
 # toolbox_test(<name> [INTERNAL] [DISPLAY] [TIMEOUT <s>] SOURCES <file>...)
-#   A GoogleTest program and its one ctest entry. DISPLAY marks tests that open windows: they run
-#   one at a time.
+#   A GoogleTest program and its one ctest entry. DISPLAY marks tests that open windows
+#   (on Windows only): they run one at a time and have the window kit of tests/support.
 function(toolbox_test name)
     cmake_parse_arguments(arg "INTERNAL;DISPLAY" "TIMEOUT" "SOURCES" ${ARGN})
     set(internal)
@@ -93,6 +93,7 @@ function(toolbox_test name)
     toolbox_add_test(${name} COMMAND ${name})
     set_tests_properties(${TOOLBOX_TEST_PREFIX}${name} PROPERTIES TIMEOUT ${arg_TIMEOUT})
     if(arg_DISPLAY)
+        target_link_libraries(${name} PRIVATE toolbox_window_kit)
         set_tests_properties(${TOOLBOX_TEST_PREFIX}${name} PROPERTIES RESOURCE_LOCK display)
     endif()
 endfunction()

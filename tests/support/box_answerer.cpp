@@ -4,23 +4,12 @@
 
 #include <algorithm>
 
+#include "support/window_kit.h"
+
 namespace toolbox::testing {
 namespace {
 
 BoxAnswerer* active = nullptr;
-
-std::string textOf(HWND window) {
-    std::string text(static_cast<std::size_t>(GetWindowTextLengthA(window)) + 1, '\0');
-    text.resize(static_cast<std::size_t>(
-        GetWindowTextA(window, text.data(), static_cast<int>(text.size()))));
-    return text;
-}
-
-bool isOfClass(HWND window, const char* name) {
-    char found[32] = "";
-    GetClassNameA(window, found, sizeof found);
-    return lstrcmpiA(found, name) == 0;
-}
 
 void readControl(HWND control, SeenBox& box) {
     const bool visible = (GetWindowLongA(control, GWL_STYLE) & WS_VISIBLE) != 0;
@@ -47,12 +36,6 @@ SeenBox read(HWND window) {
     return box;
 }
 
-BOOL CALLBACK collectBoxes(HWND window, LPARAM boxes) {
-    if (isOfClass(window, "#32770") && IsWindowVisible(window) && IsWindowEnabled(window))
-        reinterpret_cast<std::vector<HWND>*>(boxes)->push_back(window);
-    return TRUE;
-}
-
 }  // namespace
 
 BoxAnswerer::BoxAnswerer(std::vector<int> answers)
@@ -74,9 +57,7 @@ void CALLBACK BoxAnswerer::tick(HWND, UINT, UINT_PTR, DWORD) {
 void BoxAnswerer::look() {
     // Handles of closed boxes are given to new ones.
     std::erase_if(handled_, [](HWND box) { return !IsWindow(box); });
-    std::vector<HWND> boxes;
-    EnumThreadWindows(GetCurrentThreadId(), collectBoxes, reinterpret_cast<LPARAM>(&boxes));
-    for (const HWND box : boxes) {
+    for (const HWND box : openDialogs()) {
         if (std::find(handled_.begin(), handled_.end(), box) != handled_.end()) continue;
         handled_.push_back(box);
         answer(box);

@@ -1,0 +1,158 @@
+#include "support/window_kit.h"
+
+#include <gtest/gtest.h>
+
+#include <utility>
+
+namespace toolbox::testing {
+namespace {
+
+constexpr ULONGLONG kPatience = 5000;  // ms; a step takes some 20
+constexpr UINT kTick = 10;             // ms
+
+DialogScript* active = nullptr;
+
+BOOL CALLBACK collectDialog(HWND window, LPARAM dialogs) {
+    if (isOfClass(window, "#32770") && IsWindowVisible(window) && IsWindowEnabled(window))
+        reinterpret_cast<std::vector<HWND>*>(dialogs)->push_back(window);
+    return TRUE;
+}
+
+INPUT keyEvent(WORD key, DWORD flags) {
+    INPUT event{};
+    event.type = INPUT_KEYBOARD;
+    event.ki.wVk = key;
+    event.ki.wScan = static_cast<WORD>(MapVirtualKeyA(key, MAPVK_VK_TO_VSC));
+    event.ki.dwFlags = flags;
+    return event;
+}
+
+}  // namespace
+
+std::string textOf(HWND window) {
+    std::string text(static_cast<std::size_t>(GetWindowTextLengthA(window)) + 1, '\0');
+    text.resize(static_cast<std::size_t>(
+        GetWindowTextA(window, text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
+bool isOfClass(HWND window, const char* name) {
+    char found[64] = "";
+    GetClassNameA(window, found, sizeof found);
+    return lstrcmpiA(found, name) == 0;
+}
+
+std::string textOf(HWND dialog, int control) {
+    return textOf(GetDlgItem(dialog, control));
+}
+
+void setText(HWND dialog, int control, const char* text) {
+    EXPECT_TRUE(SetDlgItemTextA(dialog, control, text)) << "no control " << control;
+}
+
+int focusedControl() {
+    const HWND focus = GetFocus();
+    return focus ? GetDlgCtrlID(focus) : 0;
+}
+
+void pumpMessages() {
+    for (MSG message; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);) {
+        TranslateMessage(&message);
+        DispatchMessageA(&message);
+    }
+}
+
+bool pumpUntil(const std::function<bool()>& condition) {
+    const ULONGLONG end = GetTickCount64() + kPatience;
+    for (;;) {
+        pumpMessages();
+        if (condition()) return true;
+        if (GetTickCount64() > end) return false;
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, kTick, QS_ALLINPUT);
+    }
+}
+
+void pressKey(WORD key, const std::vector<WORD>& modifiers) {
+    std::vector<INPUT> events;
+    for (const WORD modifier : modifiers) events.push_back(keyEvent(modifier, 0));
+    events.push_back(keyEvent(key, 0));
+    events.push_back(keyEvent(key, KEYEVENTF_KEYUP));
+    for (auto modifier = modifiers.rbegin(); modifier != modifiers.rend(); ++modifier)
+        events.push_back(keyEvent(*modifier, KEYEVENTF_KEYUP));
+    EXPECT_EQ(SendInput(static_cast<UINT>(events.size()), events.data(), sizeof(INPUT)),
+              events.size());
+}
+
+void typeText(const std::string& text) {
+    for (const char c : text) {
+        const auto key = static_cast<WORD>(VkKeyScanA(c));
+        constexpr WORD kShift = 0x100;
+        if (key & kShift)
+            pressKey(key & 0xFF, {VK_SHIFT});
+        else
+            pressKey(key & 0xFF);
+    }
+}
+
+std::vector<HWND> openDialogs() {
+    std::vector<HWND> dialogs;
+    EnumThreadWindows(GetCurrentThreadId(), collectDialog, reinterpret_cast<LPARAM>(&dialogs));
+    return dialogs;
+}
+
+DialogScript::DialogScript() : timer_(SetTimer(nullptr, 0, kTick, tick)) {
+    EXPECT_EQ(active, nullptr) << "one script at a time";
+    active = this;
+}
+
+DialogScript::~DialogScript() {
+    KillTimer(nullptr, timer_);
+    active = nullptr;
+    for (const Entry& step : steps_) ADD_FAILURE() << "not run: " << step.what;
+}
+
+DialogScript& DialogScript::run(Step step) {
+    return waitUntil("step", [step = std::move(step)](HWND dialog) {
+        step(dialog);
+        return true;
+    });
+}
+
+DialogScript& DialogScript::waitUntil(const char* what, Condition condition) {
+    steps_.push_back({what, std::move(condition)});
+    return *this;
+}
+
+void CALLBACK DialogScript::tick(HWND, UINT, UINT_PTR, DWORD) {
+    if (active) active->advance();
+}
+
+void DialogScript::advance() {
+    const std::vector<HWND> dialogs = openDialogs();
+    if (dialogs.empty()) {
+        patience_ = 0;
+        return;
+    }
+    if (patience_ == 0) patience_ = GetTickCount64() + kPatience;
+    if (!steps_.empty()) {
+        // Out of the list while it runs: a step that opens a box is not run again inside it.
+        Entry step = std::move(steps_.front());
+        steps_.pop_front();
+        if (step.done(dialogs.front())) {
+            patience_ = 0;
+            return;
+        }
+        if (GetTickCount64() <= patience_) {
+            steps_.push_front(std::move(step));
+            return;
+        }
+        ADD_FAILURE() << "waited in vain: " << step.what;
+        steps_.clear();
+    } else if (GetTickCount64() <= patience_) {
+        return;  // what the last step did is still under way
+    }
+    ADD_FAILURE() << "dialog left open: " << textOf(dialogs.front());
+    PostMessageA(dialogs.front(), WM_COMMAND, IDCANCEL, 0);
+}
+
+}  // namespace toolbox::testing

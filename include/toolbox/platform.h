@@ -49,6 +49,10 @@ class TB_API UserPrompt {
     virtual int messageBox(HWND owner, const char* text, const char* caption,
                            unsigned int flags) = 0;
 
+    /// Shows `text` and ends the process with exit code 1, without running destructors. Only a
+    /// replacement may return; callers then go on as if the call that failed had done nothing.
+    virtual void fatalExit(const char* text) = 0;
+
     /// True when `window` is a live window.
     virtual bool isWindow(HWND window) = 0;
 

@@ -23,6 +23,11 @@ using HINSTANCE = HINSTANCE__*;  ///< a module that holds string resources
 using UINT = unsigned int;
 using WPARAM = std::uintptr_t;  ///< first parameter of a window message
 using LPARAM = std::intptr_t;   ///< second parameter of a window message
+using LRESULT = std::intptr_t;  ///< result of a window message
+
+// Messages that the library tells apart.
+inline constexpr UINT WM_COMMAND = 0x0111;
+inline constexpr UINT WM_MOUSEMOVE = 0x0200;
 
 // Roots of the registry and types of its values.
 struct HKEY__;

@@ -18,6 +18,7 @@ class Told final : public toolbox::platform::UserPrompt {
         ++times;
         return IDOK;
     }
+    void fatalExit(const char*) override { ++times; }
     bool isWindow(HWND) override { return false; }
     void showWaitCursor(bool) override {}
 };

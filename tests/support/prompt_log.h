@@ -15,6 +15,7 @@ class PromptLog final : public toolbox::platform::UserPrompt {
         lastFlags = flags;
         return answer;
     }
+    void fatalExit(const char* text) override { shown.emplace_back(text); }
     bool isWindow(HWND) override { return false; }
     void showWaitCursor(bool wait) override { cursor += wait ? "wait " : "arrow "; }
 

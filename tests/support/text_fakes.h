@@ -54,12 +54,14 @@ class RecordingPrompt : public platform::UserPrompt {
 
     std::vector<Box> boxes;
     int answer = IDOK;
-    HWND liveWindow = nullptr;  ///< the one window that exists
+    HWND liveWindow = nullptr;       ///< the one window that exists
+    std::vector<std::string> fatal;  ///< texts that would have ended the process
 
     int messageBox(HWND owner, const char* text, const char* caption, unsigned int flags) override {
         boxes.push_back({owner, text, caption, flags});
         return answer;
     }
+    void fatalExit(const char* text) override { fatal.emplace_back(text); }
     bool isWindow(HWND window) override { return window && window == liveWindow; }
     void showWaitCursor(bool) override {}
 };

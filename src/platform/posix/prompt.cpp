@@ -1,6 +1,7 @@
 // Boxes where there is no window system: the text goes to standard error and the answer is the
 // button that changes nothing.
 #include <cstdio>
+#include <cstdlib>
 
 #include "platform/host.h"
 
@@ -25,6 +26,11 @@ class ConsolePrompt final : public UserPrompt {
         if (caption && *caption) std::fprintf(stderr, "%s: ", caption);
         std::fprintf(stderr, "%s\n", text ? text : "");
         return cautiousAnswer(flags);
+    }
+    void fatalExit(const char* text) override {
+        std::fprintf(stderr, "%s\n", text ? text : "");
+        std::fflush(nullptr);
+        std::_Exit(1);
     }
     bool isWindow(HWND) override { return false; }
     void showWaitCursor(bool) override {}

@@ -8,6 +8,7 @@ class BoxPrompt final : public UserPrompt {
     int messageBox(HWND owner, const char* text, const char* caption, unsigned int flags) override {
         return MessageBoxA(owner, text, caption, flags);
     }
+    void fatalExit(const char* text) override { FatalAppExitA(0, text); }
     bool isWindow(HWND window) override { return IsWindow(window) != 0; }
     void showWaitCursor(bool wait) override {
         SetCursor(LoadCursor(nullptr, wait ? IDC_WAIT : IDC_ARROW));

@@ -1,9 +1,9 @@
 // Range checks of numbers by a text that holds the message and the limits.
 #include <array>
-#include <charconv>
 #include <optional>
 #include <string_view>
 
+#include "base/number_scan.h"
 #include "base/template_text.h"
 #include "text/message_buffers.h"
 #include "text/text_resources.h"
@@ -22,15 +22,6 @@ std::optional<std::string_view> nextField(std::string_view& rest) {
     return field;
 }
 
-/// The number at the start of a text, 0 when there is none, whatever the locale.
-double leadingNumber(std::string_view text) {
-    text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
-    if (text.starts_with('+')) text.remove_prefix(1);
-    double number = 0;
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return number;
-}
-
 struct Range {
     std::string message;
     double minimum;
@@ -42,7 +33,7 @@ std::optional<Range> parseRange(std::string_view text) {
     const auto minimum = nextField(text);
     const auto maximum = nextField(text);
     if (!maximum) return {};
-    return Range{std::string(*message), leadingNumber(*minimum), leadingNumber(*maximum)};
+    return Range{std::string(*message), base::leadingReal(*minimum), base::leadingReal(*maximum)};
 }
 
 }  // namespace

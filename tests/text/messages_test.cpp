@@ -230,6 +230,7 @@ TEST_F(MessageServiceTest, ChecksRanges) {
         {"No limits", 1e300, nullptr},
         {"No maximum,5", 1, nullptr},
         {"m,x,y", 0, nullptr},
+        {"m,-1e999,1e999", 1e300, nullptr},
         {"m,x,y", 1, "m"},
     };
     GMSG::setInstance(kModule);

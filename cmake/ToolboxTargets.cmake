@@ -107,6 +107,8 @@ function(toolbox_fuzz name)
         set(arg_RUNS 20000)
     endif()
     toolbox_program(${name} INTERNAL SOURCES ${arg_SOURCES})
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/fuzz
+                                               ${PROJECT_SOURCE_DIR}/tests)
     target_link_options(${name} PRIVATE -fsanitize=fuzzer)
     set(seeds ${CMAKE_CURRENT_SOURCE_DIR}/${name}_seeds)
     if(NOT IS_DIRECTORY ${seeds})

@@ -1,15 +1,11 @@
 // A record that was restored from any bytes is the same again after it is saved and restored.
 #include <cstdint>
-#include <cstdlib>
 
+#include "require.h"
 #include "toolbox/keys.h"
 #include "udkey/text_parts.h"
 
 namespace {
-
-void require(bool holds) {
-    if (!holds) std::abort();
-}
 
 UDKeyData declared(const FormatType& format) {
     UDKeyData data(RWCString("KEY"));

@@ -3,18 +3,14 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <vector>
 
 #include "literal_expansion.h"
+#include "require.h"
 #include "toolbox/keys.h"
 
 namespace {
-
-void require(bool holds) {
-    if (!holds) std::abort();
-}
 
 class FuzzManager : public TokenizerUDManager {
   public:

@@ -1,10 +1,10 @@
 // Any bytes expand to what their header announces or fail; nothing writes more, however the source
 // is cut into reads.
 #include <algorithm>
-#include <cstdlib>
 #include <vector>
 
 #include "base/lz_expand.h"
+#include "require.h"
 
 namespace {
 
@@ -38,10 +38,6 @@ Expanded expand(std::span<const std::byte> file, std::size_t perRead) {
     };
     expanded.result = toolbox::base::expandLz(source, sink);
     return expanded;
-}
-
-void require(bool holds) {
-    if (!holds) std::abort();
 }
 
 }  // namespace

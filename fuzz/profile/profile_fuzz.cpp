@@ -1,21 +1,17 @@
 // What is written into a profile of any bytes reads back, and nothing else of it changes.
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <utility>
 
 #include "platform/posix/profile_text.h"
 #include "platform/profile_names.h"
+#include "require.h"
 
 namespace {
 
 using namespace toolbox::platform;
 using posix::ProfileText;
-
-void require(bool holds) {
-    if (!holds) std::abort();
-}
 
 /// A text up to the next 0xFF of the input.
 std::string takeText(std::string_view& input) {

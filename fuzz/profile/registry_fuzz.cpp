@@ -2,19 +2,15 @@
 // disk.
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <utility>
 
 #include "platform/posix/registry_text.h"
+#include "require.h"
 
 namespace {
 
 using namespace toolbox::platform::posix;
-
-void require(bool holds) {
-    if (!holds) std::abort();
-}
 
 /// A name up to the next 0xFF of the input, without line breaks, which the store refuses.
 std::string takeName(std::string_view& input) {

@@ -1,0 +1,97 @@
+// A format restores what it saved. Any text restores as scanning it with the C library's patterns
+// says, and what a text was restored to is the same again after it is saved and restored.
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <string>
+
+#include "require.h"
+#include "toolbox/formats.h"
+
+namespace {
+
+struct Scanned {
+    int fields;
+    int width = 0;
+    int precision = 0;
+    char letter = 0;
+};
+
+Scanned scanned(const std::string& text, bool real) {
+    Scanned s{};
+    s.fields = real ? std::sscanf(text.c_str(), "%4d-%4d-%c", &s.width, &s.precision, &s.letter)
+                    : std::sscanf(text.c_str(), "%4d-%c", &s.width, &s.letter);
+    return s;
+}
+
+/// The setters in their order, all of them once every field is there.
+template <class Format>
+int applied(Format& format, const Scanned& s, bool real) {
+    if (s.fields != (real ? 3 : 2)) return 0;
+    int done = format.setWidth(s.width);
+    if (real) done &= format.setPrecision(s.precision);
+    if (s.letter != 'L' && s.letter != 'R') return 0;
+    return format.setJustify(s.letter == 'L' ? Left : Right) & done;
+}
+
+template <class Format>
+void checkText(const RWCString& text, Format format) {
+    const bool real = format.isReal() == 1;
+    Format expected = format;
+    const int done = applied(expected, scanned(text.str(), real), real);
+    require(format.restoreStringFormat(text) == done);
+    require(format.getWidth() == expected.getWidth() &&
+            format.getPrecision() == expected.getPrecision() &&
+            format.getJustify() == expected.getJustify());
+    if (!done) return;
+
+    Format again;
+    const RWCString saved = format.saveStringFormat();
+    require(again.restoreStringFormat(saved) == 1);
+    require(again == format);
+    require(again.saveStringFormat() == saved);
+}
+
+/// Numbers of more than four columns are saved whole and do not read back.
+bool reads(int number) {
+    return number >= -999 && number <= 9999;
+}
+
+template <class Format>
+void checkSave(Format format) {
+    Format again;
+    const int restored = again.restoreStringFormat(format.saveStringFormat());
+    require(restored == (reads(format.getWidth()) && reads(format.getPrecision())));
+    if (restored) require(again == format);
+}
+
+int intAt(const std::uint8_t* data, std::size_t size, std::size_t at) {
+    int value = 0;
+    if (at + sizeof value <= size) std::memcpy(&value, data + at, sizeof value);
+    // Half of them near what four columns hold.
+    return value % 2 ? value / 2 : value / 2 % 20000;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const RWCString text(reinterpret_cast<const char*>(data), size);
+    NumberFormat number;
+    StringFormat string;
+    RealFormat real;
+    real.setFormat(8, 3, Left);
+    checkText(text, number);
+    checkText(text, string);
+    checkText(text, real);
+    require(NoFormatType().restoreStringFormat(text) == 0);
+
+    const Justification justify = size % 2 ? Left : Right;
+    const int width = intAt(data, size, 0);
+    const int precision = intAt(data, size, 4);
+    number.setFormat(width, justify);
+    string.setFormat(width, justify);
+    checkSave(number);
+    checkSave(string);
+    if (RealFormat fresh; fresh.setFormat(width, precision, justify)) checkSave(fresh);
+    return 0;
+}

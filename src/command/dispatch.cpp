@@ -1,0 +1,95 @@
+#include "toolbox/dispatch.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+constexpr UINT kFirstMouse = WM_MOUSEMOVE;
+constexpr UINT kLastMouse = WM_MOUSEMOVE + 9;
+
+/// The clients that still have to get the message of one dispatch. Deliveries nest when a client
+/// dispatches in its turn; all that are under way are linked, so that what is destroyed meanwhile
+/// can be taken out of each.
+class Delivery {
+  public:
+    Delivery(const DispatchServer* server, const Many<DispatchServer, DispatchClient>& clients)
+        : server_(server), outer_(innermost) {
+        const int count = clients.getCount();
+        clients_.reserve(static_cast<std::size_t>(count));
+        for (int i = 0; i < count; ++i) clients_.push_back(clients[i]);
+        innermost = this;
+    }
+    ~Delivery() { innermost = outer_; }
+    Delivery(const Delivery&) = delete;
+    Delivery& operator=(const Delivery&) = delete;
+
+    [[nodiscard]] const std::vector<DispatchClient*>& clients() const { return clients_; }
+    [[nodiscard]] bool serverLives() const { return server_; }
+
+    static void forget(const DispatchServer* server) {
+        for (Delivery* each = innermost; each; each = each->outer_)
+            if (each->server_ == server) each->server_ = nullptr;
+    }
+    static void forget(const DispatchClient* client) {
+        for (Delivery* each = innermost; each; each = each->outer_)
+            std::ranges::replace(each->clients_, client, nullptr);
+    }
+
+  private:
+    static inline Delivery* innermost = nullptr;
+
+    std::vector<DispatchClient*> clients_;  // null: destroyed
+    const DispatchServer* server_;          // null: destroyed
+    Delivery* outer_;
+};
+
+}  // namespace
+
+DispatchServer::DispatchServer(DispatchMask mask)
+    : mask_(mask), clients_(this, &DispatchClient::server_, 5) {}
+
+DispatchServer::DispatchServer(const DispatchServer& source) : DispatchServer(source.mask_) {
+    clients_ = source.clients_;
+}
+
+DispatchServer& DispatchServer::operator=(const DispatchServer& source) {
+    mask_ = source.mask_;
+    clients_ = source.clients_;
+    return *this;
+}
+
+DispatchServer::~DispatchServer() {
+    Delivery::forget(this);
+}
+
+bool DispatchServer::passes(const TarvMess& message) const {
+    const UINT number = message.message;
+    if ((mask_ & OnlyMouse) && (number < kFirstMouse || number > kLastMouse)) return false;
+    return !(mask_ & OnlyCommands) || number == WM_COMMAND;
+}
+
+LRESULT DispatchServer::dispatch(TarvMess& message, int broadcast) {
+    if (message.handled || !passes(message)) return 0;
+    Delivery delivery(this, clients_);
+    LRESULT result = 0;
+    for (DispatchClient* const& client : delivery.clients()) {
+        DispatchClient* const called = client;
+        if (!called) continue;
+        result = called->handleMessage(message);
+        if (broadcast) {
+            message.handled = 0;
+        } else if (message.handled) {
+            if (delivery.serverLives()) clients_.swap(clients_.getIndex(called), 0);
+            break;
+        }
+    }
+    return result;
+}
+
+DispatchClient::DispatchClient(DispatchServer* server)
+    : server_(this, &DispatchServer::clients_, nullptr, server) {}
+
+DispatchClient::~DispatchClient() {
+    Delivery::forget(this);
+}

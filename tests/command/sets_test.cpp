@@ -1,0 +1,180 @@
+// Pointer sets: what they hold after each operation, and how their block grows and shrinks.
+#include "toolbox/sets.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <random>
+#include <vector>
+
+namespace {
+
+int cells[40];
+
+/// Shows what no user of a set sees. Elements are named by small numbers.
+struct Probe : SetPointerVoid {
+    using SetPointerVoid::capacity;
+    using SetPointerVoid::reallocMem;
+    using SetPointerVoid::SetPointerVoid;
+};
+
+void* at(int number) {
+    return &cells[number];
+}
+
+std::vector<int> numbers(const ContigSet<void*>& set) {
+    std::vector<int> found;
+    for (int i = 0; i < set.nItem(); ++i)
+        found.push_back(set[i] ? static_cast<int>(static_cast<int*>(set[i]) - cells) : -1);
+    return found;
+}
+
+SetPointerVoid setOf(const std::vector<int>& elements, int allowNull = 0, int increment = 10) {
+    SetPointerVoid set(allowNull, increment);
+    for (const int number : elements) set.addNoCheck(number < 0 ? nullptr : at(number));
+    return set;
+}
+
+using Numbers = std::vector<int>;
+
+TEST(Sets, KeepOrderAndRefuseWhatTheyHold) {
+    SetPointerVoid set;
+    EXPECT_EQ(set.add(at(1)), 1);
+    EXPECT_EQ(set.add(at(2)), 1);
+    EXPECT_EQ(set.add(at(1)), 0);
+    EXPECT_EQ(set.insert(at(2)), 0);
+    EXPECT_EQ(set.insert(at(3)), 1);
+    EXPECT_EQ(set.addNoCheck(at(1)), 1);
+    EXPECT_EQ(set.insertNoCheck(at(1)), 1);
+    EXPECT_EQ(numbers(set), (Numbers{1, 3, 1, 2, 1}));
+
+    EXPECT_EQ(set.remove(at(1)), 1) << "the first of them";
+    EXPECT_EQ(set.removeByIndex(2), 1);
+    EXPECT_EQ(set.remove(at(9)), 0);
+    EXPECT_EQ(numbers(set), (Numbers{3, 1, 1}));
+    EXPECT_EQ(set.findItem(at(1)), 1);
+    EXPECT_EQ(set.findItem(at(2)), -1);
+
+    EXPECT_EQ(set.replaceItem(0, at(1)), 0) << "held elsewhere";
+    EXPECT_EQ(set.replaceItem(1, at(1)), 1) << "the same again";
+    EXPECT_EQ(set.replaceItem(2, at(5)), 1);
+    EXPECT_EQ(set.exchangeItem(0, 2), 1);
+    EXPECT_EQ(set.exchangeItem(2, 2), 0);
+    EXPECT_EQ(numbers(set), (Numbers{5, 1, 3}));
+    for (const int index : {-1, 3, std::numeric_limits<int>::max()}) {
+        EXPECT_EQ(set[index], at(5)) << index;
+        EXPECT_EQ(set.removeByIndex(index), 0);
+        EXPECT_EQ(set.replaceItem(index, at(7)), 0);
+        EXPECT_EQ(set.exchangeItem(0, index), 0);
+        EXPECT_EQ(set.exchangeItem(index, 0), 0);
+    }
+    set.init();
+    EXPECT_EQ(set[0], nullptr);
+}
+
+TEST(Sets, CombineInOrderWithAndWithoutNull) {
+    const SetPointerVoid left = setOf({4, 2, 2, -1}, 1, 3);
+    const SetPointerVoid right = setOf({9, 2, 5}, 0, 7);
+    EXPECT_EQ(numbers(left + right), (Numbers{4, 2, 2, -1, 9, 5}));
+    EXPECT_EQ(numbers(right + left), (Numbers{9, 2, 5, 4, -1})) << "null allowed by one of them";
+    EXPECT_EQ(numbers(left - right), (Numbers{4, -1}));
+    EXPECT_EQ(numbers(left * right), (Numbers{2, 2}));
+
+    SetPointerVoid set = right;
+    EXPECT_EQ(numbers(set += left), (Numbers{9, 2, 5, 4})) << "null refused by the set itself";
+    EXPECT_EQ(numbers(set *= left), (Numbers{2, 4}));
+    EXPECT_EQ(numbers(set -= right), (Numbers{4}));
+    EXPECT_EQ(numbers(set -= set), (Numbers{}));
+    set = left;
+    EXPECT_EQ(numbers(set), (Numbers{4, 2, 2}));
+    SetPointerVoid& same = set;
+    set = same;
+    EXPECT_EQ(set.nItem(), 3);
+    EXPECT_FALSE(set == setOf({4, 2, 2})) << "identity, not content";
+    EXPECT_EQ(setOf({1}) == setOf({1}), false);
+}
+
+TEST(Sets, RefuseNullWhereTheyAreTold) {
+    for (const int allowed : {0, 1}) {
+        SetPointerVoid set = setOf({1}, allowed);
+        EXPECT_EQ(set.add(nullptr), allowed);
+        EXPECT_EQ(set.addNoCheck(nullptr), allowed);
+        EXPECT_EQ(set.insert(nullptr), 0) << "refused, or held already";
+        EXPECT_EQ(set.insertNoCheck(nullptr), allowed);
+        EXPECT_EQ(set.replaceItem(allowed, nullptr), 0);
+        EXPECT_EQ(set.nItem(), allowed ? 4 : 1);
+    }
+}
+
+TEST(Sets, GrowByTheIncrementAndShrinkWhenMoreIsSpare) {
+    struct Case {
+        const char* what;
+        int increment, added, inserted, removed, capacity;
+    };
+    for (const Case& c :
+         {Case{"full", 10, 10, 0, 0, 10}, Case{"one more", 10, 11, 0, 0, 20},
+          Case{"one increment spare", 10, 11, 0, 1, 20}, Case{"more is spare", 10, 11, 0, 2, 9},
+          Case{"emptied", 2, 3, 0, 3, 1}, Case{"emptied, no slack", 0, 1, 0, 1, 0},
+          Case{"inserted first", 5, 0, 1, 0, 6}, Case{"inserted when full", 5, 5, 1, 0, 11},
+          Case{"no increment", 0, 3, 1, 2, 2}, Case{"a senseless increment", -4, 3, 1, 0, 4}}) {
+        SCOPED_TRACE(c.what);
+        Probe set(0, c.increment);
+        for (int i = 0; i < c.added; ++i) ASSERT_EQ(set.add(at(i)), 1);
+        for (int i = 0; i < c.inserted; ++i) ASSERT_EQ(set.insert(at(30 + i)), 1);
+        for (int i = 0; i < c.removed; ++i) ASSERT_EQ(set.removeByIndex(0), 1);
+        EXPECT_EQ(set.capacity(), c.capacity);
+        EXPECT_EQ(set.nItem(), c.added + c.inserted - c.removed);
+    }
+}
+
+TEST(Sets, StayAsTheyAreWhenTheyCannotGrow) {
+    Probe huge(0, std::numeric_limits<int>::max());
+    EXPECT_EQ(huge.insert(at(1)), 0) << "one slot more than an int counts";
+    EXPECT_EQ(huge.nItem(), 0);
+
+    Probe set(0, 1);
+    ASSERT_EQ(set.reallocMem(3), 1);
+    for (int i = 0; i < 3; ++i) set.add(at(i));
+    EXPECT_EQ(set.reallocMem(2), 0) << "less than it holds";
+    EXPECT_EQ(set.reallocMem(-1), 0);
+    EXPECT_EQ(numbers(set), (Numbers{0, 1, 2}));
+#if !defined(__SANITIZE_ADDRESS__)  // which ends the process instead
+    struct Page {
+        unsigned char bytes[1 << 20];
+    };
+    static Page page{};
+    ContigSet<Page> pages(std::numeric_limits<int>::max());
+    EXPECT_EQ(pages.add(page), 0) << "more memory than there can be";
+    EXPECT_EQ(pages.nItem(), 0);
+#endif
+}
+
+/// Random operations against a vector, where order and duplicates go wrong if they do.
+TEST(Sets, AgreeWithAVectorOverRandomOperations) {
+    std::mt19937 random(7);
+    SetPointer<int> set(0, 3);
+    std::vector<int*> expected;
+    const auto find = [&](int* item) { return std::find(expected.begin(), expected.end(), item); };
+    for (int step = 0; step < 20000; ++step) {
+        int* item = &cells[random() % 40];
+        const bool held = find(item) != expected.end();
+        switch (random() % 4) {
+            case 0:
+                ASSERT_EQ(set.add(item), !held);
+                if (!held) expected.push_back(item);
+                break;
+            case 1:
+                ASSERT_EQ(set.insert(item), !held);
+                if (!held) expected.insert(expected.begin(), item);
+                break;
+            default:
+                ASSERT_EQ(set.remove(item), held);
+                if (held) expected.erase(find(item));
+        }
+        ASSERT_EQ(set.nItem(), static_cast<int>(expected.size()));
+        for (int i = 0; i < set.nItem(); ++i)
+            ASSERT_EQ(set[i], expected[static_cast<std::size_t>(i)]);
+    }
+}
+
+}  // namespace

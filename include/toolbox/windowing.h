@@ -1,0 +1,315 @@
+// The frame of a multiple-document application and objects bound to windows (Windows only).
+//
+// MDI is the application's one frame: its window, the client window that holds the documents, the
+// message loop, accelerators, menus and the standard window commands. The application plugs in
+// through an MDIApplication, or replaces MDI's virtual operations in a frame class of its own.
+// WindowObject binds an object to a window; MDIWindowObject does so for a document.
+//
+//     Application application;                       // derives from MDIApplication
+//     MDI frame(instance, nullptr, {.title = "Bridges", .menuId = 10}, &application);
+//     if (!frame.initMainWindow(SW_SHOW)) return 1;
+//     return frame.run(SW_SHOW);
+//
+// Everything belongs to the user-interface thread. Int results are 1 for done or yes, 0 for refused
+// or no. Handles are borrowed unless said otherwise.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "toolbox/export.h"
+#include "toolbox/win_types.h"
+#include "toolbox/window_message.h"
+
+#if !defined(_WIN32)
+#error "toolbox/windowing.h needs windows: it exists on Windows only"
+#endif
+
+class MDI;
+class UDManager;
+
+/// What the frame asks and tells the application. It must outlive the frame's window. No operation
+/// may delete the frame object.
+class TB_API MDIApplication {
+  public:
+    virtual ~MDIApplication();
+
+    /// Asked when the user closes the frame, before the documents are. The frame closes on exactly
+    /// 1; the default is 1.
+    virtual int canClose();
+    /// The frame's window is being destroyed, or the session ends. Called once; the frame knows no
+    /// application afterwards.
+    virtual void frameDestroyed() = 0;
+    /// Asked by initMainWindow() when the frame stands and is shown; 0 refuses it.
+    virtual int frameCreated(HWND frame, HINSTANCE instance) = 0;
+    /// The frame's class was registered: the moment to register those of documents.
+    virtual void classRegistered(HINSTANCE instance) = 0;
+    /// A command that is not the frame's own; non-zero when it was handled. `child` is the active
+    /// document, or null. A command that was not handled goes to that document.
+    virtual int command(HWND child, WPARAM wParam, LPARAM lParam) = 0;
+    /// One of the messages 0x3E0 to 0x3E8; non-zero when it was handled. One that was not goes to
+    /// the active document.
+    virtual int privateMessage(HWND child, UINT message, WPARAM wParam, LPARAM lParam) = 0;
+    /// A system command of the frame: before it takes effect for SC_MINIMIZE, after it for others.
+    virtual void systemCommand(HWND frame, WPARAM wParam, LPARAM lParam) = 0;
+    /// For the application's documents, which say here that one of them became the active one. The
+    /// frame does not call it.
+    virtual void childActivated(HWND child) = 0;
+    /// The frame moved. The argument is always 0.
+    virtual void frameMoved(int reserved) = 0;
+    /// For the application's documents, which say here that one of them is being closed. The frame
+    /// does not call it.
+    virtual void childClosed(HWND child) = 0;
+
+    /// The process's one frame; each MDI sets itself here and its destructor takes it out.
+    static void setPMDI(MDI* frame);
+    [[nodiscard]] static MDI* getPMDI();
+};
+
+/// The frame.
+class TB_API MDI {
+  public:
+    /// How a frame is made: ten words, copied by the constructor together with the title's text.
+    struct ConstructInfo {
+        const char* title = "";               ///< of the frame's window; null counts as empty
+        std::uint32_t registerClass = 1;      ///< non-zero: initMainWindow() registers the class
+        std::uint32_t menuId = 0;             ///< resource of the frame's menu; 0: none
+        std::uint32_t acceleratorId = 0;      ///< resource of its accelerators; 0: none
+        std::uint32_t iconId = 0;             ///< resource of its icon; 0: none
+        std::uint32_t windowMenuItemId = 0;   ///< a command in the menu that lists the documents
+        std::uint32_t firstChildId = 0xD000;  ///< commands from here on are entries of that list
+        std::uint32_t own[3] = {};            ///< the application's own; kept, never looked at
+    };
+
+    /// Loads menu, accelerators and icon from module `instance` and becomes the process's frame;
+    /// there is no window yet. `other` is the handle of an earlier instance of the program. A null
+    /// application agrees to everything.
+    MDI(void* instance, void* other, const ConstructInfo& info, MDIApplication* application);
+    /// The frame's window should be gone: what it receives later gets the system's default
+    /// processing. Frees the frame's menu unless that is in force, for then the window owns it.
+    virtual ~MDI();
+    MDI(const MDI&) = delete;
+    MDI& operator=(const MDI&) = delete;
+
+    /// Creates and shows the frame's window, which creates the client window. 0 when there is none
+    /// afterwards: it could not be created, or the application's frameCreated() refused it, which
+    /// the user is told with string 2 of the frame's module (at most 80 characters).
+    int initMainWindow(int showCommand);
+
+    /// The message loop, until the quit message; returns that one's word parameter. It asks in this
+    /// order: the documents' system accelerators, the accelerators in force, the registered
+    /// modeless dialogs. On purpose, the argument is not used: the frame is shown already.
+    int run(int showCommand);
+
+    // Accelerators. Freezing does not nest: one thaw ends it.
+
+    void freezeAccelerator();
+    void thawAccelerator();
+    [[nodiscard]] int isAcceleratorFrozen() const;
+    /// 1 when the message was an accelerator's and has become its command; 0 while frozen.
+    int translateAccelerator(HWND window, HACCEL table, MSG* message);
+    /// Puts a table in force, null for none. Always 1.
+    int setMDIAccel(HACCEL table);
+
+    // Modeless dialogs that get their keyboard messages from run().
+
+    /// 0 for null or a window that is registered already.
+    int registerModeless(HWND dialog);
+    /// 0 for null or a window that is not registered.
+    int unregisterModeless(HWND dialog);
+    /// 0 switches the registered dialogs off, which disables them; as many calls with 1 as with 0
+    /// switch them on again. Those that were disabled before stay so.
+    void setModelessDispatch(int on);
+    [[nodiscard]] int getModelessDispatch() const;
+
+    // Documents: children of the client window.
+
+    /// What createMDIChild() takes for the system's default position or size.
+    static constexpr short kDefaultPlace = -32768;
+    /// Returns the child, null when it was not created. The class belongs to the frame's module.
+    HWND createMDIChild(const char* className, const char* title, unsigned long style, short x,
+                        short y, short cx, short cy, LPARAM param);
+    /// Destroys a child without asking it.
+    void destroyMDIChild(HWND child);
+    /// Null when there is none.
+    [[nodiscard]] HWND getActiveMDIChild() const;
+    /// A child's object is gone: its window is no registered dialog any more.
+    void notifyMDIChildDestruction(HWND child);
+    /// Arranges the children of a client window that are not minimized in rows of equal height, at
+    /// least five captions high; later rows hold one more where they do not come out even. A
+    /// maximized active child is restored first. Room for the icons stays at the bottom.
+    static void tileVertically(HWND client);
+
+    // Menus.
+
+    /// Puts a menu in force, with the list of documents in its last submenu that holds the command.
+    /// Null: the frame's own menu, with its own accelerators and window menu. The menu replaced
+    /// stays the caller's. Always 1.
+    int setMDIMenu(HMENU menu, unsigned short windowMenuItemId);
+    [[nodiscard]] HMENU getCurrentMenu() const;
+    [[nodiscard]] HMENU getFrameMenu() const;
+
+    /// Null before the window is created and after it is destroyed, as the client is.
+    [[nodiscard]] HWND getFrame() const;
+    [[nodiscard]] HWND getClient() const;
+    [[nodiscard]] HINSTANCE getInstance() const;
+    /// The copy; its title lives as long as the frame.
+    [[nodiscard]] const ConstructInfo& getConstructInfo() const;
+    /// 1 when the program was started without an earlier instance.
+    [[nodiscard]] int isFirstInstance() const;
+
+    /// The key manager that the application works with now. Borrowed, one for the process.
+    static void setActiveUDM(UDManager* manager);
+    [[nodiscard]] static UDManager* getActiveUDM();
+
+    /// The window procedure of frame windows: hands every message to frameWndProc() of the
+    /// process's frame.
+    static LRESULT CALLBACK WinFrameWndProc(HWND window, UINT message, WPARAM wParam,
+                                            LPARAM lParam);
+
+  protected:
+    /// Registers the class that getClassFrame() names. Returns its atom, 0 on failure.
+    virtual unsigned short registerFrameClass();
+    /// The commands of the window menu, and of the keys that stand for them, on a document; 0 when
+    /// the command is another. A document is asked with WM_QUERYENDSESSION before it is closed, on
+    /// purpose not with WM_CLOSE: it refuses by answering 0.
+    virtual int doFrameCommand(HWND child, UINT id, LPARAM lParam);
+    /// Creates the pane above the client window, which the frame keeps room for while it is
+    /// visible. Called when the client stands; the default has none and returns null.
+    virtual HWND createFramePane();
+    /// Every message of the frame's window. Frame classes that replace it pass on what they leave.
+    virtual LRESULT frameWndProc(TarvMess& message);
+    /// "MDIFrame".
+    virtual const char* getClassFrame() const;
+
+    [[nodiscard]] MDIApplication* getApplication() const;
+
+  private:
+    struct State;
+
+    int dispatchModeless(MSG& message);
+    void closeChild(HWND child, UINT id);
+    int queryChildren(WPARAM wParam);
+    LRESULT defaultProcessing(const TarvMess& message);
+    LRESULT created(const TarvMess& message);
+    LRESULT resized(const TarvMess& message);
+    LRESULT closing(const TarvMess& message);
+    LRESULT commanded(const TarvMess& message, HWND child);
+    LRESULT systemCommanded(const TarvMess& message);
+    LRESULT privateMessage(const TarvMess& message, HWND child);
+    void applicationActivated(const TarvMess& message);
+    void leaveApplication();
+    void refuseFrame();
+
+    std::unique_ptr<State> state_;
+};
+
+/// An object bound to a window of its own. It is made with new, create() gives it its window, and
+/// it is deleted with that window: it lives as long as the window does. Deleting it earlier leaves
+/// the window to the system's default processing. The window's class has StdWinProc for procedure.
+class TB_API WindowObject {
+  public:
+    WindowObject() = default;
+    virtual ~WindowObject();
+    WindowObject(const WindowObject&) = delete;
+    WindowObject& operator=(const WindowObject&) = delete;
+
+    /// Creates the window; its class belongs to getLibraryInstance(). 0 when there is none, or no
+    /// WindowDict. On purpose, an object whose window refused itself (answering WM_NCCREATE or
+    /// WM_CREATE so) is deleted by then, as at any end of its window; one that never had a window
+    /// is still the caller's.
+    int create(const char* className, const char* title, unsigned long style, int x, int y, int cx,
+               int cy, HWND parent, HMENU menu, void* param);
+    /// Null before the window receives its first message.
+    [[nodiscard]] HWND getHWND() const { return window_; }
+
+    /// The module of this library.
+    [[nodiscard]] static HINSTANCE getLibraryInstance();
+    /// The window procedure of window objects.
+    static LRESULT CALLBACK StdWinProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+  protected:
+    /// Every message of the window; what is returned is its result. It may destroy the window, and
+    /// with it the object, as its last act. The default leaves messages to the system.
+    virtual LRESULT handleMessage(UINT message, WPARAM wParam, LPARAM lParam);
+
+    int createWindow(unsigned long extendedStyle, const char* className, const char* title,
+                     unsigned long style, int x, int y, int cx, int cy, HWND parent, HMENU menu,
+                     void* param);
+
+  private:
+    HWND window_ = nullptr;
+};
+
+/// A window object with an extended style.
+class TB_API WindowObjectEx : public WindowObject {
+  public:
+    /// As WindowObject::create().
+    int create(unsigned long extendedStyle, const char* className, const char* title,
+               unsigned long style, int x, int y, int cx, int cy, HWND parent, HMENU menu,
+               void* param);
+};
+
+/// A document: a window object in the client window of the process's frame.
+class TB_API MDIWindowObject : public WindowObject {
+  public:
+    ~MDIWindowObject() override;
+
+    /// As WindowObject::create(), by MDI::createMDIChild(): the class belongs to the frame's
+    /// module. 0 also without frame.
+    int create(const char* className, const char* title, unsigned long style, short x, short y,
+               short cx, short cy, LPARAM param);
+    /// Destroys the window without asking, and with it this object.
+    void destroy();
+
+  protected:
+    LRESULT handleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+};
+
+/// Which object belongs to which window, for the whole process. The application creates the
+/// dictionary before the first window object and destroys it after the last; objects of windows
+/// that still live then are not deleted any more.
+class TB_API WindowDict {
+  public:
+    static void initStaticVars();
+    static void destroyStaticVars();
+
+    /// The object of a window; null when it has none.
+    [[nodiscard]] static WindowObject* find(HWND window);
+    /// The handle's own value.
+    [[nodiscard]] static unsigned int hashHWND(HWND window);
+};
+
+namespace toolbox {
+
+/// Freezes the accelerators of a frame for as long as it lives. Inside another freeze it changes
+/// nothing, at its end neither.
+class [[nodiscard]] AcceleratorFreeze {
+  public:
+    explicit AcceleratorFreeze(MDI& frame) : frame_(frame), was_(frame.isAcceleratorFrozen()) {
+        frame_.freezeAccelerator();
+    }
+    ~AcceleratorFreeze() {
+        if (!was_) frame_.thawAccelerator();
+    }
+    AcceleratorFreeze(const AcceleratorFreeze&) = delete;
+    AcceleratorFreeze& operator=(const AcceleratorFreeze&) = delete;
+
+  private:
+    MDI& frame_;
+    int was_;
+};
+
+/// Switches the registered modeless dialogs of a frame off for as long as it lives.
+class [[nodiscard]] ModelessOff {
+  public:
+    explicit ModelessOff(MDI& frame) : frame_(frame) { frame_.setModelessDispatch(0); }
+    ~ModelessOff() { frame_.setModelessDispatch(1); }
+    ModelessOff(const ModelessOff&) = delete;
+    ModelessOff& operator=(const ModelessOff&) = delete;
+
+  private:
+    MDI& frame_;
+};
+
+}  // namespace toolbox

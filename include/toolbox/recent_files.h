@@ -3,6 +3,11 @@
 // HistoricMenuFile keeps at most five names, the newest first. The application records each file
 // that it opens, maps the commands of the menu's items to names, and saves and restores the list in
 // a profile file, section "Files_opened", entries "File_1" (the newest) to "File_5".
+//
+// On Windows the names stand at the end of a menu of the window's menu bar, behind a separator, as
+// "&1 plan.dat". Items are changed but on purpose never removed: those beyond the list's length,
+// once init() or lire() has emptied it, keep their texts. On purpose an '&' in a name is not
+// doubled: it underlines the character after it.
 #pragma once
 
 #include <list>
@@ -18,12 +23,15 @@ class TB_API HistoricMenuFile {
     HistoricMenuFile(const HistoricMenuFile&);
     HistoricMenuFile& operator=(const HistoricMenuFile&);
 
-    /// Names the window, the command of an item of the menu that holds the history, and the command
-    /// of the history's first item (0: anchorID + 1); the others follow it. Empties the list.
+    /// Names the window, the command of an item of the menu that holds the history (of several such
+    /// menus the last in the bar), and the command of the history's first item (0: anchorID + 1);
+    /// the others follow it. Empties the list. The menu bar is the one that the window has when a
+    /// file is recorded; without one, or without that item, only the list is kept.
     void init(HWND window, unsigned int anchorID, unsigned int firstID);
 
     /// Puts a file at the front of the list; it moves there when the list has it already, case
-    /// counting. The oldest beyond five goes. An empty name is ignored.
+    /// counting. The oldest beyond five goes, and the menu shows the list. An empty name is
+    /// ignored.
     void setLogFile(const RWCString& name);
 
     /// The name of the item with this command; empty when there is none.

@@ -41,6 +41,9 @@ void HistoricMenuFile::setLogFile(const RWCString& name) {
     files_.remove(newest);
     files_.push_front(newest);
     if (files_.size() > file::kMostRecentFiles) files_.resize(file::kMostRecentFiles);
+#if defined(_WIN32)
+    file::showRecentItems(window_, anchorID_, firstID_, files_);
+#endif
 }
 
 void HistoricMenuFile::getLogFile(unsigned int commandID, RWCString& out) const {

@@ -1,0 +1,139 @@
+// The recent files in the menu of a real window, read back and chosen as a user does.
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "support/temp_folder.h"
+#include "support/window_kit.h"
+#include "toolbox/recent_files.h"
+
+namespace {
+
+using namespace toolbox::testing;
+using Items = std::vector<std::string>;
+
+constexpr UINT kQuit = 200;
+constexpr UINT kFirst = 300;
+
+std::optional<UINT> chosen;
+
+LRESULT CALLBACK noteCommand(HWND window, UINT message, WPARAM word, LPARAM data) {
+    if (message == WM_COMMAND) chosen = LOWORD(word);
+    return DefWindowProcA(window, message, word, data);
+}
+
+class RecentMenu : public ::testing::Test {
+  protected:
+    RecentMenu() {
+        WNDCLASSA description{};
+        description.lpfnWndProc = noteCommand;
+        description.hInstance = GetModuleHandleA(nullptr);
+        description.lpszClassName = "recent files";
+        RegisterClassA(&description);
+        window_ = CreateWindowA("recent files", "", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 400,
+                                200, nullptr, barWith(kQuit), description.hInstance, nullptr);
+        history_.init(window_, kQuit, kFirst);
+        chosen.reset();
+    }
+    ~RecentMenu() override { DestroyWindow(window_); }
+
+    /// "File" with an item of that command, "Edit", and "Help", which opens no menu.
+    static HMENU barWith(UINT command) {
+        const HMENU file = CreatePopupMenu();
+        AppendMenuA(file, MF_STRING, command, "&Quit");
+        const HMENU edit = CreatePopupMenu();
+        AppendMenuA(edit, MF_STRING, 400, "Copy");
+        const HMENU bar = CreateMenu();
+        AppendMenuA(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(file), "&File");
+        AppendMenuA(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(edit), "&Edit");
+        AppendMenuA(bar, MF_STRING, 500, "&Help");
+        return bar;
+    }
+    [[nodiscard]] HMENU menu(int place) const { return GetSubMenu(GetMenu(window_), place); }
+    /// The texts of a menu; "-" is a separator.
+    [[nodiscard]] Items itemsOf(int place) const {
+        Items items;
+        for (int i = 0; i < GetMenuItemCount(menu(place)); ++i) {
+            char text[100] = "";
+            GetMenuStringA(menu(place), static_cast<UINT>(i), text, sizeof text, MF_BYPOSITION);
+            const UINT state = GetMenuState(menu(place), static_cast<UINT>(i), MF_BYPOSITION);
+            items.emplace_back(state & MF_SEPARATOR ? "-" : text);
+        }
+        return items;
+    }
+    void record(const Items& names) {
+        for (const std::string& name : names) history_.setLogFile(RWCString(name));
+    }
+
+    HWND window_ = nullptr;
+    HistoricMenuFile history_;
+    TempFolder folder_;
+};
+
+TEST_F(RecentMenu, ShowsTheNewestFilesBehindOneSeparator) {
+    record({});
+    EXPECT_EQ(itemsOf(0), (Items{"&Quit"}));
+    record({"A", "B", "A"});
+    EXPECT_EQ(itemsOf(0), (Items{"&Quit", "-", "&1 A", "&2 B"}));
+    record({"C:\\essais n\260 7\\pont.dat", "D", "E", "F & G"});
+    EXPECT_EQ(itemsOf(0), (Items{"&Quit", "-", "&1 F & G", "&2 E", "&3 D",
+                                 "&4 C:\\essais n\260 7\\pont.dat", "&5 A"}));
+    EXPECT_EQ(GetMenuItemID(menu(0), 6), kFirst + 4);
+    EXPECT_EQ(itemsOf(1), (Items{"Copy"}));
+}
+
+TEST_F(RecentMenu, LeavesWhatAUserAppendedAndWhatTheListNoLongerHas) {
+    record({"A", "B"});
+    AppendMenuA(menu(0), MF_STRING, 210, "More");
+    history_.init(window_, kQuit, kFirst);
+    EXPECT_EQ(itemsOf(0), (Items{"&Quit", "-", "&1 B", "&2 A", "More"}));
+    const std::string profile =
+        folder_.write("app.ini", "[Files_opened]\r\nFile_2=P\r\nFile_4=Q\r\n");
+    history_.lire(profile.c_str());
+    EXPECT_EQ(itemsOf(0), (Items{"&Quit", "-", "&1 P", "&2 Q", "More"}));
+    record({"C"});
+    EXPECT_EQ(itemsOf(0), (Items{"&Quit", "-", "&1 C", "&2 P", "More", "&3 Q"}));
+}
+
+TEST_F(RecentMenu, StandsInTheLastMenuThatHasTheAnchor) {
+    AppendMenuA(menu(1), MF_STRING, kQuit, "Quit too");
+    record({"A"});
+    EXPECT_EQ(itemsOf(0), (Items{"&Quit"}));
+    EXPECT_EQ(itemsOf(1), (Items{"Copy", "Quit too", "-", "&1 A"}));
+}
+
+TEST_F(RecentMenu, FollowsTheWindowToAnotherMenuBar) {
+    record({"A"});
+    const HMENU before = GetMenu(window_);
+    SetMenu(window_, barWith(kQuit));
+    DestroyMenu(before);
+    record({"B"});
+    EXPECT_EQ(itemsOf(0), (Items{"&Quit", "-", "&1 B", "&2 A"}));
+}
+
+TEST_F(RecentMenu, KeepsTheListWhereThereIsNoPlaceForIt) {
+    SetMenu(window_, barWith(kQuit + 1));
+    record({"A"});
+    EXPECT_EQ(itemsOf(0), (Items{"&Quit"}));
+    SetMenu(window_, nullptr);
+    record({"B"});
+    RWCString name;
+    history_.getLogFile(kFirst + 1, name);
+    EXPECT_EQ(name, "A");
+}
+
+TEST_F(RecentMenu, OpensAFileByItsDigit) {
+    record({"A", "B"});
+    SetForegroundWindow(window_);
+    ASSERT_TRUE(pumpUntil([&] { return GetFocus() == window_; }));
+    pressKey('F', {VK_MENU});
+    pressKey('2');
+    ASSERT_TRUE(pumpUntil([] { return chosen.has_value(); }));
+    RWCString name;
+    history_.getLogFile(*chosen, name);
+    EXPECT_EQ(name, "A");
+}
+
+}  // namespace

@@ -78,7 +78,7 @@ endfunction()
 
 # toolbox_test(<name> [INTERNAL] [DISPLAY] [TIMEOUT <s>] SOURCES <file>...)
 #   A GoogleTest program and its one ctest entry. DISPLAY marks tests that open windows
-#   (on Windows only): they run one at a time and have the window kit of tests/support.
+#   or use the clipboard: on Windows they run one at a time and have the window kit of tests/support.
 function(toolbox_test name)
     cmake_parse_arguments(arg "INTERNAL;DISPLAY" "TIMEOUT" "SOURCES" ${ARGN})
     set(internal)
@@ -92,7 +92,7 @@ function(toolbox_test name)
     target_link_libraries(${name} PRIVATE toolbox_test_support)
     toolbox_add_test(${name} COMMAND ${name})
     set_tests_properties(${TOOLBOX_TEST_PREFIX}${name} PROPERTIES TIMEOUT ${arg_TIMEOUT})
-    if(arg_DISPLAY)
+    if(arg_DISPLAY AND WIN32)
         target_link_libraries(${name} PRIVATE toolbox_window_kit)
         set_tests_properties(${TOOLBOX_TEST_PREFIX}${name} PROPERTIES RESOURCE_LOCK display)
     endif()

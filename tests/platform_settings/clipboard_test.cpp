@@ -1,5 +1,12 @@
 #include <gtest/gtest.h>
 
+#if defined(_WIN32)
+#include <condition_variable>
+#include <mutex>
+#include <string>
+#include <thread>
+#endif
+
 #include "toolbox/platform.h"
 
 namespace {
@@ -11,5 +18,75 @@ TEST(Clipboard, HoldsTheTextSetLast) {
         EXPECT_EQ(clipboard.text(), text);
     }
 }
+
+#if defined(_WIN32)
+/// The clipboard as another program with a window has it.
+class OtherProgram {
+  public:
+    OtherProgram()
+        : window_(
+              CreateWindowA("STATIC", "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr)) {
+        EXPECT_TRUE(OpenClipboard(window_));
+    }
+    ~OtherProgram() {
+        CloseClipboard();
+        DestroyWindow(window_);
+    }
+    OtherProgram(const OtherProgram&) = delete;
+    OtherProgram& operator=(const OtherProgram&) = delete;
+
+    template <class Char>
+    std::basic_string<Char> get(UINT format) {
+        const HANDLE block = GetClipboardData(format);
+        if (!block) return {};
+        std::basic_string<Char> text = static_cast<const Char*>(GlobalLock(block));
+        GlobalUnlock(block);
+        return text;
+    }
+
+  private:
+    HWND window_;
+};
+
+TEST(Clipboard, GivesItsTextToOtherProgramsAndIsClosed) {
+    EXPECT_EQ(toolbox::platform::current().clipboard->setText("$LONG$ caf\351"), 0u);
+    std::string bytes;
+    std::wstring wide;
+    std::thread([&] {
+        OtherProgram program;
+        bytes = program.get<char>(CF_TEXT);
+        wide = program.get<wchar_t>(CF_UNICODETEXT);
+    }).join();
+    EXPECT_EQ(bytes, "$LONG$ caf\351");
+    EXPECT_EQ(wide, L"$LONG$ caf\u00E9");
+}
+
+TEST(Clipboard, IsLeftAloneWhileAnotherHoldsIt) {
+    toolbox::platform::Clipboard& clipboard = *toolbox::platform::current().clipboard;
+    EXPECT_EQ(clipboard.setText("before"), 0u);
+    std::mutex turn;
+    std::condition_variable changed;
+    int step = 0;
+    const auto become = [&](int next) {
+        const std::lock_guard lock(turn);
+        step = next;
+        changed.notify_all();
+    };
+    const auto waitFor = [&](int wanted) {
+        std::unique_lock lock(turn);
+        changed.wait(lock, [&] { return step >= wanted; });
+    };
+    std::thread holder([&] {
+        const OtherProgram program;
+        become(1);
+        waitFor(2);
+    });
+    waitFor(1);
+    EXPECT_EQ(clipboard.setText("after"), ERROR_ACCESS_DENIED);
+    become(2);
+    holder.join();
+    EXPECT_EQ(clipboard.text(), "before");
+}
+#endif
 
 }  // namespace

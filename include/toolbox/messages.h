@@ -314,7 +314,58 @@ class TB_API GMSG {
     /// limits, and returns 0. Returns 0 and shows nothing when the text cannot be loaded.
     static int checkDouble(double& x, unsigned short formatId);
 
+#if defined(_WIN32)
+    // Controls of the parent window, by their identifier. Where there is no such control nothing is
+    // put, and what is read is empty or 0.
+    //
+    // Putting a text into a combo box selects its first item that begins with the text; then the
+    // text becomes the control's.
+
+    static void setInt(unsigned short id, int value);
+    static void setLong(unsigned short id, long value);
+    /// As ftoa() prints it.
+    static void setDouble(unsigned short id, double value, int decimals);
+    static void setFloat(unsigned short id, float value, int decimals);
+    /// Prints the number by the template that follows the limits in range text `formatId` (see
+    /// checkDouble()); with one decimal by ftoa() when there is none.
+    static void setFormatDouble(unsigned short id, double value, unsigned short formatId);
+    static void setFormatFloat(unsigned short id, float value, unsigned short formatId);
+    /// Lets the user type maxLength - 1 characters (no limit for 1 and less) and puts the text,
+    /// which may be longer.
+    static void setCtrlString(unsigned short id, const char* text, int maxLength);
+    static void setCtrlString(unsigned short id, const RWCString& text, int maxLength);
+
+    /// Copies the control's text, cut at size - 1 characters and terminated, and returns its
+    /// length. Further arguments are accepted and ignored.
+    template <class... Ignored>
+    static int getCtrlString(unsigned short id, char* buf, int size, const Ignored&...) {
+        return readControl(id, buf, size);
+    }
+    template <class... Ignored>
+    static int getCtrlString(unsigned short id, RWCString& out, int size, const Ignored&...) {
+        return readControl(id, out, size);
+    }
+
+    // Read the number at the start of the control's text (40 characters count; "12 mm" is 12, a
+    // text without a number 0), store it, and check it as checkDouble() does, whose result they
+    // return. `out` has the number also when it is refused. Limits are read as the number is: an
+    // integer's are integers, for "%d" or "%ld" in the message. Numbers beyond the type's range
+    // become its ends, reals infinities; the decimal point is '.'.
+    static int getInt(unsigned short id, int& out, unsigned short formatId);
+    static int getLong(unsigned short id, long& out, unsigned short formatId);
+    static int getFloat(unsigned short id, float& out, unsigned short formatId);
+    static int getDouble(unsigned short id, double& out, unsigned short formatId);
+    /// Copies the control's text into `buf`, cut at size - 1 characters, and checks its number. On
+    /// purpose it leaves `buf` alone and returns 1 when there is nothing to check: `formatId` is 0
+    /// or no module is set.
+    static int getFloat(unsigned short id, char* buf, int size, unsigned short formatId);
+#endif
+
   private:
+#if defined(_WIN32)
+    static int readControl(unsigned short id, char* buf, int size);
+    static int readControl(unsigned short id, RWCString& out, int size);
+#endif
     template <class Call, class... Args>
     static int withArguments(const Call& call, const Args&... args) {
         if constexpr (sizeof...(Args) == 0) {

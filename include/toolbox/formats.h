@@ -18,6 +18,10 @@
 #include "toolbox/strings.h"
 #include "toolbox/win_types.h"
 
+#if defined(_WIN32)
+class UDKeyData;
+#endif
+
 /// Side of the column that a value stands on. Any other value counts as Right.
 enum Justification : int { Left = 0, Right = 1 };
 
@@ -31,6 +35,19 @@ class TB_API FormatType {
     virtual int operator==(const FormatType& other) const = 0;
     /// Takes over the fields of a format of the same kind; 0 for another kind.
     virtual int setFormat(const FormatType& other) = 0;
+#if defined(_WIN32)
+    /// Lets the user edit the description and the format of a key whose format is of this kind, in
+    /// a modal dialog over `parent` (null for none). 1 when the user confirmed: `key` has what was
+    /// entered, in the format object that it had. 0 and nothing changed when the user cancelled,
+    /// when the key's format is of another kind (no dialog is shown), and for "no format" always.
+    ///
+    /// Widths are accepted from 1 (reals: 2) to 9999, decimals to width - 2; a description is one
+    /// that reads back from a profile, so without '|'. The dialogs, DLG_FORMAT_NUMBER,
+    /// DLG_FORMAT_REAL and DLG_FORMAT_STRING, are resources of GMSG's module or of the application,
+    /// in GMSG's language where they exist in it: include format_dialogs.rc in the program's
+    /// resource script. 0 without them.
+    virtual int setFormatDlg(HWND parent, UDKeyData& key) = 0;
+#endif
     /// The saved form: width (and decimals) right-aligned in 4 columns, each with a "-", then "L"
     /// or "R": "  12-R", "  10-   2-L". A number of more than 4 columns is written whole, on
     /// purpose, but does not read back.
@@ -84,6 +101,9 @@ class TB_API NumberFormat : public virtual FormatType {
     int operator!=(const NumberFormat& other) const { return !(*this == other); }
 
     int setFormat(const FormatType& other) override;
+#if defined(_WIN32)
+    int setFormatDlg(HWND parent, UDKeyData& key) override;
+#endif
     int setFormat(int width, Justification justify);
     RWCString saveStringFormat() override;
     int restoreStringFormat(const RWCString& text) override;
@@ -132,6 +152,9 @@ class TB_API RealFormat : public virtual FormatType {
     int operator!=(const RealFormat& other) const { return !(*this == other); }
 
     int setFormat(const FormatType& other) override;
+#if defined(_WIN32)
+    int setFormatDlg(HWND parent, UDKeyData& key) override;
+#endif
     /// Stops at the first value that is not accepted, in the order width, precision, justification.
     int setFormat(int width, int precision, Justification justify);
     RWCString saveStringFormat() override;
@@ -180,6 +203,9 @@ class TB_API StringFormat : public virtual FormatType {
     int operator!=(const StringFormat& other) const { return !(*this == other); }
 
     int setFormat(const FormatType& other) override;
+#if defined(_WIN32)
+    int setFormatDlg(HWND parent, UDKeyData& key) override;
+#endif
     int setFormat(int width, Justification justify);
     RWCString saveStringFormat() override;
     int restoreStringFormat(const RWCString& text) override;
@@ -223,6 +249,9 @@ class TB_API NoFormatType : public virtual FormatType {
     int operator!=(const NoFormatType&) const { return 0; }
 
     int setFormat(const FormatType& other) override;
+#if defined(_WIN32)
+    int setFormatDlg(HWND parent, UDKeyData& key) override;
+#endif
     RWCString saveStringFormat() override;
     int restoreStringFormat(const RWCString& text) override;
     [[nodiscard]] const char* getClassName() const override;

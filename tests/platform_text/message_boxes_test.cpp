@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "support/box_answerer.h"
+#include "toolbox/keys.h"
 #include "toolbox/text.h"
 
 namespace {
@@ -100,6 +101,14 @@ TEST_F(MessageBoxTest, TellsOfAMissingText) {
     EXPECT_EQ(box.caption, "Fatal error");
     EXPECT_EQ(box.text, "String resource not found\n\nResource ID = 54321");
     EXPECT_EQ(box.icon, LoadIconA(nullptr, IDI_HAND));
+}
+
+TEST(FormatDialogs, AreNotShownWithoutTheirTemplates) {
+    // This program has no resources.
+    UDKeyData key("VOLT");
+    key.setFormat(RealFormat());
+    BoxAnswerer answerer({});
+    EXPECT_EQ(RealFormat().setFormatDlg(nullptr, key), 0);
 }
 
 }  // namespace

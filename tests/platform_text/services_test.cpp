@@ -42,7 +42,7 @@ TEST(StringResources, GivesTheLanguageAskedFor) {
 
 TEST(StringResources, HasEveryTextThatTheLibraryLooksUp) {
     for (const unsigned int id : {1019, 1060, 1061, 1062, 1063, 1064, 1065, 1066, 1094, 1095, 1096,
-                                  1097, 1200, 1201, 1202}) {
+                                  1097, 1200, 1201, 1202, 1210, 1211, 1212, 1213}) {
         EXPECT_NE(loaded(id, Language::french), "") << id;
         EXPECT_NE(loaded(id, Language::english), "") << id;
     }

@@ -1,0 +1,58 @@
+#include "format/format_entry.h"
+
+#include <charconv>
+
+namespace toolbox::format {
+namespace {
+
+constexpr int kSampleInteger = -1234;
+constexpr double kSampleReal = 1234.56789;
+
+// A saved form has four columns for each number.
+constexpr int kWidest = 9999;
+
+/// A whole number, blanks around it apart, between two limits.
+std::optional<int> numberWithin(std::string_view text, int minimum, int maximum) {
+    const std::size_t first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos) return {};
+    text = text.substr(first, text.find_last_not_of(' ') - first + 1);
+    int number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size()) return {};
+    if (number < minimum || number > maximum) return {};
+    return number;
+}
+
+}  // namespace
+
+std::optional<EntryFault> enterFormat(const FormatEntry& entry, FormatType& format) {
+    if (entry.description.find('|') != std::string::npos)
+        return EntryFault{EntryField::description};
+    const int narrowest = format.isReal() ? 2 : 1;
+    const auto width = numberWithin(entry.width, narrowest, kWidest);
+    if (!width) return EntryFault{EntryField::width, narrowest, kWidest};
+    const int mostDecimals = *width - 2;
+    if (format.isReal()) {
+        const auto decimals = numberWithin(entry.decimals, 0, mostDecimals);
+        if (!decimals) return EntryFault{EntryField::decimals, 0, mostDecimals};
+        format.setWidth(*width);
+        format.setPrecision(*decimals);
+    } else {
+        format.setWidth(*width);
+    }
+    format.setJustify(entry.justify);
+    return {};
+}
+
+RWCString previewOf(FormatType& format, std::string_view text) {
+    RWCString field;
+    if (format.isReal())
+        field = RealFormat(format).getString(kSampleReal);
+    else if (format.isNumber())
+        field = NumberFormat(format).getString(kSampleInteger);
+    else if (format.isString())
+        field = StringFormat(format).getString(RWCString(text));
+    return RWCString("|") + field + "|";
+}
+
+}  // namespace toolbox::format

@@ -1,0 +1,187 @@
+// The modal dialogs that edit a key's format and description, one template for each kind. They are
+// the formats' own operation but know keys and texts, so they stand up here.
+#include "format_dialogs.h"
+
+#include <string>
+
+#include "format/format_entry.h"
+#include "toolbox/keys.h"
+#include "toolbox/messages.h"
+#include "toolbox/platform.h"
+#include "window/dialog_template.h"
+
+namespace {
+
+using namespace toolbox;
+using format::EntryField;
+
+enum TextId : unsigned short {
+    kWidthRange = 1210,
+    kDecimalsRange = 1211,
+    kNoBarInDescription = 1212,
+    kSampleText = 1213
+};
+
+constexpr std::size_t kNumberCharacters = 9;  // more than is accepted, so that it can be refused
+
+std::string textOf(HWND window) {
+    std::string text(static_cast<std::size_t>(GetWindowTextLengthA(window)) + 1, '\0');
+    text.resize(static_cast<std::size_t>(
+        GetWindowTextA(window, text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
+const char* templateFor(const FormatType& format) {
+    if (format.isReal()) return "DLG_FORMAT_REAL";
+    return format.isNumber() ? "DLG_FORMAT_NUMBER" : "DLG_FORMAT_STRING";
+}
+
+/// Edits one key while its dialog is open.
+class FormatDialog {
+  public:
+    explicit FormatDialog(UDKeyData& key) : key_(key), draft_(key) {}
+
+    /// True when the user confirmed, and the key is changed.
+    bool run(HWND parent) {
+        return window::showDialog(templateFor(*key_.getFormat()), parent, procedure,
+                                  reinterpret_cast<LPARAM>(this)) == kConfirmed;
+    }
+
+  private:
+    static constexpr INT_PTR kConfirmed = 1;
+
+    static INT_PTR CALLBACK procedure(HWND dialog, UINT message, WPARAM word, LPARAM data);
+    void open(HWND dialog);
+    void command(int control, int notification);
+    void confirm();
+    void showPreview();
+    void refuse(const format::EntryFault& fault);
+    void limit(int control, std::size_t characters);
+    /// Puts what the fields hold into the draft's format, unless there is a fault.
+    std::optional<format::EntryFault> enter();
+    [[nodiscard]] std::string textIn(int control) const {
+        return textOf(GetDlgItem(dialog_, control));
+    }
+
+    HWND dialog_ = nullptr;
+    bool filled_ = false;  // the fields tell of changes while they are filled, too
+    UDKeyData& key_;
+    UDKeyData draft_;
+};
+
+INT_PTR CALLBACK FormatDialog::procedure(HWND dialog, UINT message, WPARAM word, LPARAM data) {
+    if (message == WM_INITDIALOG) {
+        SetWindowLongPtrA(dialog, DWLP_USER, data);
+        reinterpret_cast<FormatDialog*>(data)->open(dialog);
+        return TRUE;
+    }
+    auto* const self = reinterpret_cast<FormatDialog*>(GetWindowLongPtrA(dialog, DWLP_USER));
+    if (!self || !self->filled_ || message != WM_COMMAND) return FALSE;
+    self->command(LOWORD(word), HIWORD(word));
+    return TRUE;
+}
+
+void FormatDialog::open(HWND dialog) {
+    dialog_ = dialog;
+    const std::string caption = textOf(dialog) + " - " + key_.getKeyStr().str();
+    SetWindowTextA(dialog, caption.c_str());
+    limit(IDC_FORMAT_DESCRIPTION, UDKeyData::kMaxDescription);
+    limit(IDC_FORMAT_WIDTH, kNumberCharacters);
+    limit(IDC_FORMAT_DECIMALS, kNumberCharacters);
+    SendDlgItemMessageA(dialog, IDC_FORMAT_PREVIEW, WM_SETFONT,
+                        reinterpret_cast<WPARAM>(GetStockObject(ANSI_FIXED_FONT)), FALSE);
+
+    const FormatType& format = *key_.getFormat();
+    SetDlgItemTextA(dialog, IDC_FORMAT_DESCRIPTION, key_.getDescStr());
+    SetDlgItemInt(dialog, IDC_FORMAT_WIDTH, static_cast<UINT>(format.getWidth()), TRUE);
+    SetDlgItemInt(dialog, IDC_FORMAT_DECIMALS, static_cast<UINT>(format.getPrecision()), TRUE);
+    CheckRadioButton(dialog, IDC_FORMAT_LEFT, IDC_FORMAT_RIGHT,
+                     format.getJustify() == Left ? IDC_FORMAT_LEFT : IDC_FORMAT_RIGHT);
+    filled_ = true;
+    showPreview();
+}
+
+void FormatDialog::limit(int control, std::size_t characters) {
+    SendDlgItemMessageA(dialog_, control, EM_LIMITTEXT, characters, 0);
+}
+
+void FormatDialog::command(int control, int notification) {
+    if (control == IDOK)
+        confirm();
+    else if (control == IDCANCEL)
+        EndDialog(dialog_, 0);
+    else if (control == IDC_FORMAT_LEFT || control == IDC_FORMAT_RIGHT ||
+             (notification == EN_CHANGE && control != IDC_FORMAT_PREVIEW))
+        showPreview();
+}
+
+std::optional<format::EntryFault> FormatDialog::enter() {
+    const bool left = IsDlgButtonChecked(dialog_, IDC_FORMAT_LEFT) == BST_CHECKED;
+    return format::enterFormat({textIn(IDC_FORMAT_DESCRIPTION), textIn(IDC_FORMAT_WIDTH),
+                                textIn(IDC_FORMAT_DECIMALS), left ? Left : Right},
+                               *draft_.getFormat());
+}
+
+void FormatDialog::showPreview() {
+    RWCString text;
+    if (!enter()) {
+        RWCString sample;
+        GMSG::getString(kSampleText, sample);
+        text = format::previewOf(*draft_.getFormat(), sample.view());
+    }
+    SetDlgItemTextA(dialog_, IDC_FORMAT_PREVIEW, text);
+    // Of a column wider than the control the side is shown on which the value stands.
+    const WPARAM end = draft_.getFormat()->getJustify() == Left ? 0 : text.length();
+    SendDlgItemMessageA(dialog_, IDC_FORMAT_PREVIEW, EM_SETSEL, end, static_cast<LPARAM>(end));
+    SendDlgItemMessageA(dialog_, IDC_FORMAT_PREVIEW, EM_SCROLLCARET, 0, 0);
+}
+
+void FormatDialog::confirm() {
+    if (const auto fault = enter()) return refuse(*fault);
+    // In place: the caller may have come by way of the key's own format.
+    key_.getFormat()->setFormat(*draft_.getFormat());
+    key_.setDescStr(RWCString(textIn(IDC_FORMAT_DESCRIPTION)));
+    EndDialog(dialog_, kConfirmed);
+}
+
+void FormatDialog::refuse(const format::EntryFault& fault) {
+    struct Field {
+        int control;
+        unsigned short message;
+    };
+    const Field field =
+        fault.field == EntryField::description ? Field{IDC_FORMAT_DESCRIPTION, kNoBarInDescription}
+        : fault.field == EntryField::width     ? Field{IDC_FORMAT_WIDTH, kWidthRange}
+                                               : Field{IDC_FORMAT_DECIMALS, kDecimalsRange};
+    RWCString message;
+    GMSG::getString(field.message, message, fault.minimum, fault.maximum);
+    platform::current().prompt->messageBox(dialog_, message,
+                                           GMSG::language == GMSG::French ? "Erreur" : "Error",
+                                           MB_ICONEXCLAMATION | MB_TASKMODAL);
+    // The dialog manager gives the focus, so that the default button stays right; it selects the
+    // whole text of an edit control.
+    SendMessageA(dialog_, WM_NEXTDLGCTL,
+                 reinterpret_cast<WPARAM>(GetDlgItem(dialog_, field.control)), TRUE);
+}
+
+int editFormat(const FormatType& kind, HWND parent, UDKeyData& key) {
+    return key.getFormat()->isA(kind) && FormatDialog(key).run(parent) ? 1 : 0;
+}
+
+}  // namespace
+
+int NumberFormat::setFormatDlg(HWND parent, UDKeyData& key) {
+    return editFormat(*this, parent, key);
+}
+
+int RealFormat::setFormatDlg(HWND parent, UDKeyData& key) {
+    return editFormat(*this, parent, key);
+}
+
+int StringFormat::setFormatDlg(HWND parent, UDKeyData& key) {
+    return editFormat(*this, parent, key);
+}
+
+int NoFormatType::setFormatDlg(HWND, UDKeyData&) {
+    return 0;
+}

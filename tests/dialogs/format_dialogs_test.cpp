@@ -1,0 +1,321 @@
+// The format dialogs as a user sees and types them.
+#include "format_dialogs.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "support/window_kit.h"
+#include "toolbox/keys.h"
+#include "toolbox/messages.h"
+
+namespace {
+
+using namespace toolbox::testing;
+
+enum Kind { kInteger, kReal, kString };
+
+UDKeyData keyOf(Kind kind) {
+    UDKeyData key("VOLT");
+    key.setDescStr("Tension \340 vide");
+    if (kind == kInteger) {
+        NumberFormat format;
+        format.setFormat(7, Right);
+        key.setFormat(format);
+    } else if (kind == kReal) {
+        RealFormat format;
+        format.setFormat(10, 2, Right);
+        key.setFormat(format);
+    } else {
+        StringFormat format;
+        format.setFormat(20, Left);
+        key.setFormat(format);
+    }
+    return key;
+}
+
+class FormatDialogs : public ::testing::Test {
+  protected:
+    FormatDialogs()
+        : owner_(CreateWindowA("STATIC", "owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 600, 400,
+                               nullptr, nullptr, nullptr, nullptr)) {}
+    ~FormatDialogs() override {
+        GMSG::language = GMSG::French;
+        DestroyWindow(owner_);
+    }
+    /// Opens the dialog for a key while the script plays.
+    int edit(UDKeyData& key) { return key.getFormat()->setFormatDlg(owner_, key); }
+
+    HWND owner_;
+};
+
+std::string preview(HWND dialog) {
+    return textOf(dialog, IDC_FORMAT_PREVIEW);
+}
+
+bool isChecked(HWND dialog, int control) {
+    return IsDlgButtonChecked(dialog, control) == BST_CHECKED;
+}
+
+bool isSelectedWhole(HWND dialog, int control) {
+    DWORD from = 0;
+    DWORD to = 0;
+    SendDlgItemMessageA(dialog, control, EM_GETSEL, reinterpret_cast<WPARAM>(&from),
+                        reinterpret_cast<LPARAM>(&to));
+    return from == 0 && to == textOf(dialog, control).size();
+}
+
+/// Every text of the dialog's labels and buttons, in their order.
+std::string labels(HWND dialog) {
+    std::string all;
+    for (HWND control = GetWindow(dialog, GW_CHILD); control;
+         control = GetWindow(control, GW_HWNDNEXT))
+        if (!isOfClass(control, "Edit")) all += (all.empty() ? "" : "|") + textOf(control);
+    return all;
+}
+
+TEST_F(FormatDialogs, ShowTheKeyInTheLanguageInForce) {
+    struct Case {
+        Kind kind;
+        GMSG::Language language;
+        const char *caption, *labels, *width, *preview;
+    };
+    const Case cases[] = {
+        {kInteger, GMSG::French, "Format d'un nombre entier - VOLT",
+         "&Description :|&Largeur :|Justification|\340 &gauche|\340 d&roite|&Aper\347u :|OK|"
+         "Annuler",
+         "7", "|  -1234|"},
+        {kReal, GMSG::French, "Format d'un nombre r\351el - VOLT",
+         "&Description :|&Largeur :|D\351&cimales :|Justification|\340 &gauche|\340 d&roite|"
+         "&Aper\347u :|OK|Annuler",
+         "10", "|   1234.57|"},
+        {kString, GMSG::French, "Format d'une cha\356ne de caract\350res - VOLT",
+         "&Description :|&Largeur :|Justification|\340 &gauche|\340 d&roite|&Aper\347u :|OK|"
+         "Annuler",
+         "20", "|Exemple de texte    |"},
+        {kInteger, GMSG::English, "Format of an integer - VOLT",
+         "&Description:|&Width:|Justification|&Left|&Right|&Preview:|OK|Cancel", "7", "|  -1234|"},
+        {kReal, GMSG::English, "Format of a real - VOLT",
+         "&Description:|&Width:|D&ecimals:|Justification|&Left|&Right|&Preview:|OK|Cancel", "10",
+         "|   1234.57|"},
+        {kString, GMSG::English, "Format of a string - VOLT",
+         "&Description:|&Width:|Justification|&Left|&Right|&Preview:|OK|Cancel", "20",
+         "|Sample text         |"},
+    };
+    for (const Case& c : cases) {
+        GMSG::language = c.language;
+        UDKeyData key = keyOf(c.kind);
+        DialogScript script;
+        script
+            .run([&](HWND dialog) {
+                EXPECT_EQ(textOf(dialog), c.caption);
+                EXPECT_EQ(labels(dialog), c.labels);
+                EXPECT_EQ(textOf(dialog, IDC_FORMAT_DESCRIPTION), "Tension \340 vide");
+                EXPECT_EQ(textOf(dialog, IDC_FORMAT_WIDTH), c.width);
+                EXPECT_EQ(GetDlgItem(dialog, IDC_FORMAT_DECIMALS) != nullptr, c.kind == kReal);
+                EXPECT_EQ(isChecked(dialog, IDC_FORMAT_LEFT), c.kind == kString);
+                EXPECT_EQ(isChecked(dialog, IDC_FORMAT_RIGHT), c.kind != kString);
+                EXPECT_EQ(preview(dialog), c.preview);
+                EXPECT_EQ(focusedControl(), IDC_FORMAT_DESCRIPTION);
+                EXPECT_TRUE(isSelectedWhole(dialog, IDC_FORMAT_DESCRIPTION));
+                EXPECT_EQ(GetWindow(dialog, GW_OWNER), owner_);
+                EXPECT_FALSE(IsWindowEnabled(owner_));
+            })
+            .run([](HWND) { pressKey(VK_ESCAPE); });
+        EXPECT_EQ(edit(key), 0);
+        EXPECT_EQ(key, keyOf(c.kind));
+        EXPECT_TRUE(IsWindowEnabled(owner_));
+    }
+}
+
+TEST_F(FormatDialogs, TakeOverWhatWasTypedWhenEnterIsPressed) {
+    UDKeyData key = keyOf(kReal);
+    const FormatType* const format = key.getFormat();
+    DialogScript script;
+    script.run([](HWND) { typeText("No load"); })
+        .waitUntil("description",
+                   [](HWND dialog) { return textOf(dialog, IDC_FORMAT_DESCRIPTION) == "No load"; })
+        .run([](HWND) { pressKey('L', {VK_MENU}); })
+        .waitUntil("Alt+L", [](HWND) { return focusedControl() == IDC_FORMAT_WIDTH; })
+        .run([](HWND) { typeText("12"); })
+        .waitUntil("width", [](HWND dialog) { return preview(dialog) == "|     1234.57|"; })
+        .run([](HWND) { pressKey('C', {VK_MENU}); })
+        .waitUntil("Alt+C", [](HWND) { return focusedControl() == IDC_FORMAT_DECIMALS; })
+        .run([](HWND) { typeText("3"); })
+        .waitUntil("decimals", [](HWND dialog) { return preview(dialog) == "|    1234.568|"; })
+        .run([](HWND) { pressKey('G', {VK_MENU}); })
+        .waitUntil("Alt+G", [](HWND dialog) { return preview(dialog) == "|1234.568    |"; })
+        .run([](HWND) { pressKey(VK_RETURN); });
+    EXPECT_EQ(edit(key), 1);
+    EXPECT_EQ(key.saveStringData(), RWCString("|" + std::string(57, ' ') + "No load|  12-   3-L"));
+    EXPECT_EQ(key.getFormat(), format);
+}
+
+TEST_F(FormatDialogs, LeaveTheKeyAloneWhenEscapeIsPressed) {
+    UDKeyData key = keyOf(kString);
+    DialogScript script;
+    script.run([](HWND dialog) { setText(dialog, IDC_FORMAT_WIDTH, "33"); })
+        .run([](HWND dialog) { setText(dialog, IDC_FORMAT_DESCRIPTION, "changed"); })
+        .run([](HWND) { pressKey(VK_ESCAPE); });
+    EXPECT_EQ(edit(key), 0);
+    EXPECT_EQ(key, keyOf(kString));
+}
+
+TEST_F(FormatDialogs, AreWalkedThroughWithTheTabKey) {
+    UDKeyData key = keyOf(kReal);
+    std::vector<int> visited;
+    DialogScript script;
+    script.waitUntil("a whole round", [&](HWND) {
+        const int now = focusedControl();
+        if (!visited.empty() && visited.back() == now) return false;  // the key is on its way
+        visited.push_back(now);
+        pressKey(VK_TAB);
+        return visited.size() == 8;
+    });
+    script.run([](HWND) { pressKey(VK_ESCAPE); });
+    edit(key);
+    EXPECT_EQ(visited, (std::vector{IDC_FORMAT_DESCRIPTION, IDC_FORMAT_WIDTH, IDC_FORMAT_DECIMALS,
+                                    IDC_FORMAT_RIGHT, IDC_FORMAT_PREVIEW, IDOK, IDCANCEL,
+                                    IDC_FORMAT_DESCRIPTION}));
+}
+
+TEST_F(FormatDialogs, ReachEveryFieldByItsMnemonic) {
+    struct Case {
+        GMSG::Language language;
+        WORD letter;
+        int control;
+    };
+    const Case cases[] = {
+        {GMSG::French, 'D', IDC_FORMAT_DESCRIPTION},  {GMSG::French, 'L', IDC_FORMAT_WIDTH},
+        {GMSG::French, 'C', IDC_FORMAT_DECIMALS},     {GMSG::French, 'G', IDC_FORMAT_LEFT},
+        {GMSG::French, 'R', IDC_FORMAT_RIGHT},        {GMSG::French, 'A', IDC_FORMAT_PREVIEW},
+        {GMSG::English, 'D', IDC_FORMAT_DESCRIPTION}, {GMSG::English, 'W', IDC_FORMAT_WIDTH},
+        {GMSG::English, 'E', IDC_FORMAT_DECIMALS},    {GMSG::English, 'L', IDC_FORMAT_LEFT},
+        {GMSG::English, 'R', IDC_FORMAT_RIGHT},       {GMSG::English, 'P', IDC_FORMAT_PREVIEW},
+    };
+    for (const Case& c : cases) {
+        GMSG::language = c.language;
+        UDKeyData key = keyOf(kReal);
+        DialogScript script;
+        script.run([](HWND dialog) { SetFocus(GetDlgItem(dialog, IDCANCEL)); })
+            .run([&](HWND) { pressKey(c.letter, {VK_MENU}); })
+            .waitUntil("the field", [&](HWND) { return focusedControl() == c.control; })
+            .run([](HWND) { pressKey(VK_ESCAPE); });
+        EXPECT_EQ(edit(key), 0) << static_cast<char>(c.letter);
+    }
+}
+
+TEST_F(FormatDialogs, RefuseWhatIsOutOfRangeAndFocusItsField) {
+    struct Case {
+        Kind kind;
+        GMSG::Language language;
+        int control;
+        const char *text, *message;
+    };
+    const Case cases[] = {
+        {kInteger, GMSG::French, IDC_FORMAT_WIDTH, "0", "La largeur va de 1 \340 9999."},
+        {kReal, GMSG::French, IDC_FORMAT_WIDTH, "1", "La largeur va de 2 \340 9999."},
+        {kReal, GMSG::French, IDC_FORMAT_DECIMALS, "9",
+         "Le nombre de d\351cimales va de 0 \340 8."},
+        {kString, GMSG::French, IDC_FORMAT_DESCRIPTION, "a|b",
+         "La description ne peut pas contenir le caract\350re |."},
+        {kString, GMSG::English, IDC_FORMAT_WIDTH, "", "The width goes from 1 to 9999."},
+        {kReal, GMSG::English, IDC_FORMAT_DECIMALS, "x",
+         "The number of decimals goes from 0 to 8."},
+        {kInteger, GMSG::English, IDC_FORMAT_DESCRIPTION, "|",
+         "The description cannot hold the character |."},
+    };
+    for (const Case& c : cases) {
+        GMSG::language = c.language;
+        UDKeyData key = keyOf(c.kind);
+        HWND form = nullptr;
+        DialogScript script;
+        script
+            .run([&](HWND dialog) {
+                form = dialog;
+                setText(dialog, c.control, c.text);
+                EXPECT_EQ(preview(dialog), "");
+                SetFocus(GetDlgItem(dialog, IDC_FORMAT_PREVIEW));
+                pressKey(VK_RETURN);
+            })
+            .waitUntil("message", [&](HWND box) { return box != form; })
+            .run([&](HWND box) {
+                EXPECT_EQ(GetWindow(box, GW_OWNER), form);
+                EXPECT_EQ(textOf(box), c.language == GMSG::French ? "Erreur" : "Error");
+                EXPECT_NE(labels(box).find(c.message), std::string::npos) << labels(box);
+                pressKey(VK_RETURN);
+            })
+            .waitUntil("back in the dialog", [&](HWND dialog) { return dialog == form; })
+            .waitUntil("focus", [&](HWND) { return focusedControl() == c.control; })
+            .run([&](HWND dialog) {
+                EXPECT_TRUE(isSelectedWhole(dialog, c.control));
+                EXPECT_EQ(textOf(dialog, c.control), c.text);
+                pressKey(VK_ESCAPE);
+            });
+        EXPECT_EQ(edit(key), 0);
+        EXPECT_EQ(key, keyOf(c.kind));
+    }
+}
+
+TEST_F(FormatDialogs, AcceptWhatWasCorrectedAfterARefusal) {
+    UDKeyData key = keyOf(kInteger);
+    HWND form = nullptr;
+    DialogScript script;
+    script
+        .run([&](HWND dialog) {
+            form = dialog;
+            setText(dialog, IDC_FORMAT_WIDTH, "10000");
+            pressKey(VK_RETURN);
+        })
+        .waitUntil("message", [&](HWND box) { return box != form; })
+        .run([](HWND) { pressKey(VK_ESCAPE); })
+        .waitUntil("focus", [](HWND) { return focusedControl() == IDC_FORMAT_WIDTH; })
+        .run([](HWND) { typeText("9"); })
+        .waitUntil("preview", [](HWND dialog) { return preview(dialog) == "|    -1234|"; })
+        .run([](HWND) { pressKey(VK_RETURN); });
+    EXPECT_EQ(edit(key), 1);
+    EXPECT_EQ(key.getFormat()->getWidth(), 9);
+}
+
+TEST_F(FormatDialogs, TakeNoMoreThanADescriptionHolds) {
+    UDKeyData key = keyOf(kInteger);
+    DialogScript script;
+    script.run([](HWND) { typeText(std::string(70, 'x')); })
+        .waitUntil("64 characters",
+                   [](HWND dialog) { return textOf(dialog, IDC_FORMAT_DESCRIPTION).size() >= 64; })
+        .run([](HWND) { pressKey(VK_RETURN); });
+    EXPECT_EQ(edit(key), 1);
+    EXPECT_EQ(key.getDescStr(), RWCString(std::string(64, 'x')));
+}
+
+TEST_F(FormatDialogs, OpenOnlyForTheirOwnKind) {
+    // A dialog that opened would be left without a script, and the test would never end: this one
+    // closes it.
+    DialogScript watch;
+    UDKeyData real = keyOf(kReal);
+    UDKeyData none;
+    EXPECT_EQ(NumberFormat().setFormatDlg(owner_, real), 0);
+    EXPECT_EQ(StringFormatedValue().setFormatDlg(owner_, real), 0);
+    EXPECT_EQ(RealFormat().setFormatDlg(owner_, none), 0);
+    EXPECT_EQ(NoFormatType().setFormatDlg(owner_, real), 0);
+    EXPECT_EQ(NoFormatType().setFormatDlg(owner_, none), 0);
+}
+
+TEST_F(FormatDialogs, AreNamedByTheModuleOfTheWindow) {
+    const HWND own = CreateWindowA("STATIC", "", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr,
+                                   GetModuleHandleA(nullptr), nullptr);
+    const HWND others = CreateWindowA("STATIC", "", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr,
+                                      GetModuleHandleA("user32.dll"), nullptr);
+    const RWCString name = RealFormat().getTypeName(own);
+    EXPECT_TRUE(name == "Nombre r\351el" || name == "Real") << name;
+    EXPECT_EQ(RealFormat().getTypeName(others), "");
+    EXPECT_EQ(NoFormatType().getTypeName(own), "");
+    DestroyWindow(own);
+    DestroyWindow(others);
+}
+
+}  // namespace

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "file/recent_items.h"
@@ -37,9 +38,9 @@ void HistoricMenuFile::init(HWND window, unsigned int anchorID, unsigned int fir
 
 void HistoricMenuFile::setLogFile(const RWCString& name) {
     if (name.empty()) return;
-    const RWCString newest = name;  // `name` may be one of the list
+    RWCString newest = name;  // `name` may be one of the list
     files_.remove(newest);
-    files_.push_front(newest);
+    files_.push_front(std::move(newest));
     if (files_.size() > file::kMostRecentFiles) files_.resize(file::kMostRecentFiles);
 #if defined(_WIN32)
     file::showRecentItems(window_, anchorID_, firstID_, files_);

@@ -140,7 +140,7 @@ TEST(Sets, StayAsTheyAreWhenTheyCannotGrow) {
     EXPECT_EQ(numbers(set), (Numbers{0, 1, 2}));
 #if !defined(__SANITIZE_ADDRESS__)  // which ends the process instead
     struct Page {
-        unsigned char bytes[1 << 20];
+        unsigned char bytes[1 << 17];
     };
     static Page page{};
     ContigSet<Page> pages(std::numeric_limits<int>::max());

@@ -1,0 +1,151 @@
+// The command manager: the application's registry of commands, contexts and tools, and the way from
+// a command to the message that the frame window gets.
+//
+//     GCOMMBase manager(frame, instance);            // after the frame, destroyed before it
+//     manager.createAndManageContext(MODES);
+//     ToolDlg* palette = manager.createAndManageToolDlg(PALETTE, IDD_PALETTE);   // Windows
+//     SetPointer<Tool> tools;
+//     tools.add(palette);
+//     manager.manage(count, records, tools, MODES);  // creates the commands
+//     manager[ID_LINE].setCheckStatus(1);
+//
+// The manager owns what it was asked to own: commands and contexts are deleted when they are
+// unmanaged, of dialog tools the window is destroyed. Tool objects themselves are the
+// application's. Int results are 1 for done or yes and 0 for refused or no, without a message.
+#pragma once
+
+#include "toolbox/commands.h"
+#include "toolbox/win_types.h"
+
+class ToolDlg;
+
+class TB_API GCOMMBase {
+  public:
+    /// One command of a table.
+    struct CommRec {
+        int id;
+        unsigned short attribute;
+    };
+
+    /// Becomes the manager that Tool::getGCOMMBase() names. Both handles are borrowed.
+    GCOMMBase(HWND frame, HINSTANCE instance);
+    GCOMMBase(const GCOMMBase&) = delete;
+    GCOMMBase& operator=(const GCOMMBase&) = delete;
+    /// Clears the selections and unmanages everything.
+    virtual ~GCOMMBase();
+
+    [[nodiscard]] HWND getFrame() const { return frame_; }
+    /// The module that holds the dialog templates.
+    [[nodiscard]] HINSTANCE getInstance() const { return instance_; }
+
+    /// The managed command with that id. When there is none, the undefined command, on purpose:
+    /// asking whether it is one (`operator int`) is fine, any other use ends the process. That
+    /// command is one object; it names the id asked for last.
+    Command& operator[](int id);
+    /// Null when there is none with that id.
+    [[nodiscard]] Context* getContext(int id) const;
+    [[nodiscard]] Tool* getTool(int id) const;
+
+    /// Manages a command, shows it in the tools and puts it in the context; a negative `contextId`
+    /// means none. Refuses null, an id that is managed already, a context or tool that is not
+    /// managed. A tool or the context refuses a command that it holds already: the result is 0 and
+    /// on purpose the tools before it keep the command.
+    int manage(Command* command, const SetPointer<Tool>& tools, int contextId, int own);
+    /// Creates the commands of a table, unchecked, enabled and owned, and manages them one by one.
+    /// Stops with 0 at the first that is refused; those before it stay.
+    int manage(int n, const CommRec records[], const SetPointer<Tool>& tools, int contextId);
+    // Refuse null and what is managed already. On purpose the result is 1 only when the object was
+    // managed and is owned: with `own` 0 it is managed and the result is 0.
+    int manage(Context* context, int own);
+    int manage(Tool* tool, int own);
+    /// Those of the set that are not managed yet. Always 1.
+    int manage(const SetPointer<Context>& contexts, int own);
+    int manage(const SetPointer<Tool>& tools, int own);
+
+    /// A new context, managed and owned; null when there is no memory for it.
+    Context* createAndManageContext(int id);
+
+    /// Takes the command out of every managed context and tool; deletes it when it is owned. 0 only
+    /// for null.
+    int unmanage(Command* command);
+    /// Refuses null and a context that has commands; deletes it when it is owned.
+    int unmanage(Context* context);
+    /// Refuses null and a tool that shows commands. Destroys the window of an owned dialog tool;
+    /// the tool itself is never deleted.
+    int unmanage(Tool* tool);
+
+    /// Enables or disables the commands whose getAttribute(attribute) is 1: those that of these
+    /// bits have bit 0 alone. On purpose no other bit selects commands, and the command with the
+    /// smallest id is left as it is.
+    void setCommandEnableStatusByAttribute(int status, unsigned short attribute);
+
+#if defined(_WIN32)
+    /// A new dialog tool, managed, its window owned and hidden. `dialogId` is the integer id of
+    /// the template in the manager's module; with 0 the tool has no window. Null when the window
+    /// cannot be created (no such template) or there is no memory. The caller deletes the tool.
+    ToolDlg* createAndManageToolDlg(unsigned long toolId, int dialogId);
+    /// The dialog procedure of ToolDlg, for dialogs that the application creates itself.
+    static DLGPROC getStdToolDlgProc();
+
+    /// Sends the frame WM_COMMAND with the id, or puts it in its queue. `lParam` is ignored on
+    /// purpose: the message always has 0. With `check` an unknown or disabled command is not sent.
+    /// sendCommand() returns the frame's answer, 0 when nothing was sent.
+    LRESULT sendCommand(unsigned short id, long lParam, int check);
+    void postCommand(unsigned short id, long lParam, int check);
+
+    /// Disables the windows of all dialog tools until thawAllToolDlg() was called as many times;
+    /// that does nothing when they are not frozen.
+    void freezeAllToolDlg();
+    void thawAllToolDlg();
+    [[nodiscard]] int isAllToolDlgFrozen() const {
+        return freezeCount_ > 0;
+    }
+#endif
+
+  private:
+    friend class Command;
+    friend class Context;
+    friend class Tool;
+
+    // For what is being destroyed: it leaves every set, nothing else is done to it.
+    void forget(Command* command);
+    void forget(Context* context);
+    void forget(Tool* tool);
+
+    [[nodiscard]] Command* find(int id) const;
+    void sortLast();
+#if defined(_WIN32)
+    void destroyWindow(Tool* tool);
+    bool maySend(unsigned short id, int check);
+    void enableAllToolDlg(int status);
+#endif
+
+    HWND frame_;
+    HINSTANCE instance_;
+    int freezeCount_ = 0;
+    SetPointer<Command> commands_;  // ascending ids
+    SetPointer<Context> contexts_;
+    SetPointer<Tool> tools_;
+    VoidCommand voidCommand_;
+    SetPointer<Command> ownedCommands_;
+    SetPointer<Context> ownedContexts_;
+    SetPointer<Tool> ownedTools_;
+};
+
+#if defined(_WIN32)
+namespace toolbox {
+
+/// Freezes the dialog tools for its lifetime.
+class FrozenTools {
+  public:
+    explicit FrozenTools(GCOMMBase& manager) : manager_(manager) { manager_.freezeAllToolDlg(); }
+    ~FrozenTools() { manager_.thawAllToolDlg(); }
+    FrozenTools(const FrozenTools&) = delete;
+    FrozenTools& operator=(const FrozenTools&) = delete;
+
+  private:
+    GCOMMBase& manager_;
+};
+
+}  // namespace toolbox
+#endif

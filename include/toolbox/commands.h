@@ -1,0 +1,179 @@
+// Commands: every action that an application offers its user is a Command with a number, which may
+// be enabled or not and checked or not. Tools (palettes, menus) show commands and are told of every
+// change; a Context groups commands of which at most one is checked, as radio buttons.
+//
+//     Command line(ID_LINE, 0, 0, 1), circle(ID_CIRCLE, 0, 0, 1);
+//     Context mode(1);
+//     mode.add(&line);
+//     mode.add(&circle);
+//     line.setCheckStatus(1);
+//     circle.setCheckStatus(1);     // unchecks the line; tools that show them follow
+//
+// The command manager (command_manager.h) knows them all. Commands, contexts and tools never own
+// each other: whichever is destroyed takes itself out of the others and of the manager.
+//
+// Int results are 1 for done or yes and 0 for refused or no, without a message. Statuses are 0 or
+// not 0. Everything runs on the user-interface thread.
+#pragma once
+
+#include "toolbox/export.h"
+#include "toolbox/runtime_class.h"
+#include "toolbox/sets.h"
+
+class Context;
+class GCOMMBase;
+class Tool;
+
+class TB_API Command : public CObject {
+  public:
+    Command(int id, unsigned short attribute, int checkStatus, int enableStatus);
+
+    const CRuntimeClass* GetRuntimeClass() const override;  ///< "Command"
+    ~Command() override;
+
+    /// 1 for a real command, 0 for the one that stands for an undefined number.
+    virtual operator int() const;
+
+    /// Checks or unchecks the command and then tells its tools. In a context, checking makes it the
+    /// selection, with the rules of Context::setSel(), and unchecking the selection clears it.
+    virtual int setCheckStatus(int status);
+    /// Enables or disables the command and tells its tools, unless it is so already. A disabled
+    /// command stays its context's selection.
+    virtual int setEnableStatus(int status);
+    virtual int isChecked() const;
+    virtual int isEnabled() const;
+    virtual int getID() const;
+    /// Those bits of `mask` that the command has, not 0 or 1.
+    virtual int getAttribute(unsigned short mask) const;
+
+    static const CRuntimeClass classCommand;
+
+  protected:
+    /// Called by the tools that begin or cease to show the command.
+    virtual int addTool(Tool* tool);
+    virtual int removeTool(Tool* tool);
+
+  private:
+    friend class Context;
+    friend class GCOMMBase;
+    friend class Tool;
+    friend class VoidCommand;
+
+    [[nodiscard]] Context* getContext() const { return context_; }
+    void setContext(Context* context) { context_ = context; }
+
+    int id_;
+    int checkStatus_;
+    int enableStatus_;
+    unsigned short attribute_;
+    SetPointer<Tool> tools_;
+    Context* context_ = nullptr;
+};
+
+/// Stands for a number that no command has. On purpose every use of it but `operator int` is a
+/// programming error: it shows a box "Commande #%d n'est pas définie (command)" and ends the
+/// process. Only a replaced prompt comes back from that; the result is 0 then.
+class TB_API VoidCommand : public Command {
+  public:
+    VoidCommand();
+
+    const CRuntimeClass* GetRuntimeClass() const override;  ///< "VoidCommand"
+
+    /// The number that the box will name. Returns the command itself.
+    VoidCommand& setID(int id);
+
+    operator int() const override;
+    int setCheckStatus(int status) override;
+    int setEnableStatus(int status) override;
+    int isChecked() const override;
+    int isEnabled() const override;
+    int getID() const override;
+    int getAttribute(unsigned short mask) const override;
+
+    static const CRuntimeClass classVoidCommand;
+};
+
+/// Commands that exclude one another. The selection is the one that is checked.
+class TB_API Context {
+  public:
+    explicit Context(int id);
+    Context(const Context&) = delete;
+    Context& operator=(const Context&) = delete;
+    virtual ~Context();
+
+    [[nodiscard]] int getID() const { return id_; }
+    [[nodiscard]] int getNumCommand() const { return commands_.nItem(); }
+    [[nodiscard]] int isEnabled() const { return enabled_; }
+
+    /// The selection, or null.
+    [[nodiscard]] Command* getSel() const { return selection_; }
+    /// Its id, 0 when there is none.
+    [[nodiscard]] int getSelID() const;
+    /// The selection when it is enabled, otherwise null and 0.
+    [[nodiscard]] Command* getEnabledSel() const;
+    [[nodiscard]] int getEnabledSelID() const;
+
+    /// Refuses null and members. A command that is checked becomes the selection. A command belongs
+    /// in one context only: on purpose it is not taken out of another one.
+    int add(Command* command);
+    /// Refuses null and what is no member. The selection is cleared first.
+    int remove(Command* command);
+
+    /// Unchecks the selection and checks `command`, a member, in its stead; null for none. Refused
+    /// while the context or the command is disabled.
+    int setSel(Command* command);
+    /// Enables or disables the context and each of its commands, on purpose also when the context
+    /// has that status already.
+    int setEnableStatus(int status);
+
+  private:
+    friend class GCOMMBase;
+
+    void removeAll();
+
+    int id_;
+    int enabled_ = 1;
+    SetPointer<Command> commands_;
+    Command* selection_ = nullptr;
+};
+
+/// Shows commands: a palette window, a menu. Derived classes say how.
+class TB_API Tool {
+  public:
+    explicit Tool(unsigned long id);
+    Tool(const Tool&) = delete;
+    Tool& operator=(const Tool&) = delete;
+
+    /// Takes the tool out of its commands and of the manager.
+    virtual ~Tool();
+    /// Address of a tag that the tools of one class share, to tell classes apart.
+    virtual const int* getClassType() const = 0;
+    virtual int setVisibleStatus(int visible, int activate) = 0;
+    virtual int isVisible() const = 0;
+    /// Show a command that the tool holds as checked or enabled.
+    virtual int setCommandCheckStatus(int commandId, int status) = 0;
+    virtual int setCommandEnableStatus(int commandId, int status) = 0;
+
+    [[nodiscard]] unsigned long getID() const { return id_; }
+    [[nodiscard]] int getNumCommand() const { return commands_.nItem(); }
+
+    /// Refuses null and commands that it shows already. On purpose nothing is shown before the
+    /// command changes.
+    int add(Command* command);
+    /// Refuses null and commands that it does not show.
+    int remove(Command* command);
+
+    /// The command manager; null while there is none. It sets itself.
+    static void setGCOMMBase(GCOMMBase* manager);
+    [[nodiscard]] static GCOMMBase* getGCOMMBase();
+
+  protected:
+    [[nodiscard]] const SetPointer<Command>& commands() const { return commands_; }
+    void removeAll();
+
+  private:
+    friend class GCOMMBase;
+
+    unsigned long id_;
+    SetPointer<Command> commands_;
+};

@@ -1,0 +1,41 @@
+#include "toolbox/command_manager.h"
+#include "toolbox/commands.h"
+
+namespace {
+
+GCOMMBase* current = nullptr;
+
+}  // namespace
+
+void Tool::setGCOMMBase(GCOMMBase* manager) {
+    current = manager;
+}
+
+GCOMMBase* Tool::getGCOMMBase() {
+    return current;
+}
+
+Tool::Tool(unsigned long id) : id_(id) {}
+
+Tool::~Tool() {
+    removeAll();
+    // Not unmanage(), which asks for the class that this object no longer is.
+    if (current) current->forget(this);
+}
+
+int Tool::add(Command* command) {
+    if (!commands_.add(command)) return 0;
+    if (command->addTool(this)) return 1;
+    commands_.remove(command);
+    return 0;
+}
+
+int Tool::remove(Command* command) {
+    if (!command || !commands_.remove(command)) return 0;
+    command->removeTool(this);
+    return 1;
+}
+
+void Tool::removeAll() {
+    while (commands_.nItem() > 0) remove(commands_[0]);
+}

@@ -1,0 +1,282 @@
+// Commands, contexts and tools, and the manager's registry of them: what tools are told, and what
+// is refused.
+#include "toolbox/commands.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "support/text_fakes.h"
+#include "toolbox/command_manager.h"
+
+namespace {
+
+/// Keeps what it is told: "c7=1" for a check status, "e7=0" for an enable status.
+class ToldTool : public Tool {
+  public:
+    using Tool::Tool;
+    const int* getClassType() const override { return nullptr; }
+    int setVisibleStatus(int, int) override { return 0; }
+    int isVisible() const override { return 0; }
+    int setCommandCheckStatus(int id, int status) override { return tell('c', id, status); }
+    int setCommandEnableStatus(int id, int status) override { return tell('e', id, status); }
+
+    std::string take() { return std::exchange(told_, {}); }
+
+  private:
+    int tell(char what, int id, int status) {
+        told_ += what + std::to_string(id) + "=" + std::to_string(status) + " ";
+        return 1;
+    }
+    std::string told_;
+};
+
+/// A command that reports its end.
+struct Counted : Command {
+    Counted(int id, int& living) : Command(id, 0, 0, 1), living_(living) { ++living_; }
+    ~Counted() override { --living_; }
+    int& living_;
+};
+
+template <class T>
+SetPointer<T> setOf(std::initializer_list<T*> items) {
+    SetPointer<T> set;
+    for (T* item : items) set.add(item);
+    return set;
+}
+
+class Commands : public ::testing::Test {
+  protected:
+    Commands() {
+        for (Command* command : {&a, &b}) {
+            tool.add(command);
+            context.add(command);
+        }
+        tool.take();
+    }
+    ToldTool tool{1};
+    Context context{5};
+    Command a{10, 4, 1, 1}, b{20, 0, 0, 1};
+};
+
+TEST_F(Commands, ExcludeOneAnotherInAContext) {
+    EXPECT_EQ(context.getSel(), &a) << "checked when it was added";
+    EXPECT_EQ(b.setCheckStatus(1), 1);
+    EXPECT_EQ(tool.take(), "c10=0 c20=1 ");
+    EXPECT_EQ(context.getSelID(), 20);
+    EXPECT_FALSE(a.isChecked());
+
+    EXPECT_EQ(b.setCheckStatus(1), 1);
+    EXPECT_EQ(tool.take(), "") << "nothing changed";
+    EXPECT_EQ(b.setCheckStatus(0), 1);
+    EXPECT_EQ(tool.take(), "c20=0 ");
+    EXPECT_EQ(context.getSel(), nullptr);
+    EXPECT_EQ(context.getSelID(), 0);
+    EXPECT_EQ(context.getEnabledSelID(), 0);
+}
+
+TEST_F(Commands, TellTheirToolsOfChangesOnly) {
+    EXPECT_EQ(a.setEnableStatus(1), 1);
+    EXPECT_EQ(tool.take(), "");
+    EXPECT_EQ(a.setEnableStatus(0), 1);
+    EXPECT_EQ(tool.take(), "e10=0 ");
+    EXPECT_EQ(context.getSelID(), 10) << "a disabled selection stays";
+    EXPECT_EQ(context.getEnabledSel(), nullptr);
+    EXPECT_EQ(context.getEnabledSelID(), 0);
+    EXPECT_EQ(a.getAttribute(6), 4);
+
+    EXPECT_EQ(tool.add(&a), 0);
+    EXPECT_EQ(tool.add(nullptr), 0);
+    EXPECT_EQ(tool.remove(&b), 1);
+    EXPECT_EQ(tool.remove(&b), 0);
+    b.setCheckStatus(1);
+    EXPECT_EQ(tool.take(), "c10=0 ") << "it does not show b any more";
+}
+
+TEST_F(Commands, AreRefusedWhileTheyOrTheirContextAreDisabled) {
+    b.setEnableStatus(0);
+    tool.take();
+    EXPECT_EQ(context.setSel(&b), 0);
+    EXPECT_EQ(b.setCheckStatus(1), 0);
+    EXPECT_EQ(context.setEnableStatus(0), 1);
+    EXPECT_EQ(tool.take(), "e10=0 ");
+    b.setEnableStatus(1);
+    tool.take();
+    EXPECT_EQ(context.setSel(&b), 0);
+    EXPECT_EQ(context.setSel(nullptr), 0);
+    EXPECT_EQ(context.getSel(), &a);
+    EXPECT_EQ(tool.take(), "");
+    EXPECT_EQ(context.setEnableStatus(1), 1);
+    EXPECT_EQ(tool.take(), "e10=1 ");
+    EXPECT_EQ(context.setEnableStatus(1), 1);
+    EXPECT_EQ(context.setSel(&b), 1);
+    EXPECT_EQ(tool.take(), "c10=0 c20=1 ");
+}
+
+TEST_F(Commands, LeaveAContextAsTheirUsersEnd) {
+    EXPECT_EQ(context.add(&a), 0);
+    EXPECT_EQ(context.remove(&a), 1);
+    EXPECT_EQ(tool.take(), "c10=0 ");
+    EXPECT_EQ(context.remove(&a), 0);
+    EXPECT_EQ(context.getSel(), nullptr);
+    {
+        Command gone(30, 0, 1, 1);
+        context.add(&gone);
+        tool.add(&gone);
+        context.setEnableStatus(0);
+        EXPECT_EQ(context.getSel(), &gone);
+    }
+    EXPECT_EQ(context.getSel(), nullptr);
+    EXPECT_EQ(context.getNumCommand(), 1);
+    EXPECT_EQ(tool.getNumCommand(), 2);
+
+    {
+        ToldTool second(2);
+        second.add(&b);
+    }
+    {
+        Context second(6);
+        second.add(&a);
+    }
+    EXPECT_EQ(a.setCheckStatus(1), 1) << "of no context again";
+    EXPECT_EQ(b.setEnableStatus(1), 1);
+}
+
+TEST(CommandObjects, NameTheirClass) {
+    const Command command(1, 0, 0, 1);
+    const VoidCommand undefined;
+    std::ostringstream out;
+    const CObject& object = undefined;
+    object.Dump(out);
+    EXPECT_EQ(out.str(), "a VoidCommand\n");
+    EXPECT_STREQ(command.GetRuntimeClass()->m_lpszClassName, "Command");
+    EXPECT_TRUE(undefined.IsKindOf(&Command::classCommand));
+    EXPECT_FALSE(command.IsKindOf(&VoidCommand::classVoidCommand));
+}
+
+class Manager : public ::testing::Test {
+  protected:
+    const SetPointer<Tool> none;
+    std::unique_ptr<GCOMMBase> manager = std::make_unique<GCOMMBase>(nullptr, nullptr);
+};
+
+TEST_F(Manager, FindsCommandsInWhateverOrderTheyCame) {
+    std::vector<GCOMMBase::CommRec> records;
+    for (int i = 0; i < 101; ++i) records.push_back({(i * 37) % 101 * 3 - 60, 0});
+    ASSERT_EQ(manager->manage(static_cast<int>(records.size()), records.data(), none, -1), 1);
+    for (int id = -63; id <= 246; ++id) {
+        Command& found = (*manager)[id];
+        const bool managed = id >= -60 && id <= 240 && id % 3 == 0;
+        ASSERT_EQ(static_cast<int>(found), managed) << id;
+        ASSERT_TRUE(!managed || found.getID() == id) << id;
+    }
+    EXPECT_EQ(&(*manager)[-61], &(*manager)[500]) << "one object stands for all of them";
+}
+
+TEST_F(Manager, RefusesWhatItCannotPlace) {
+    ToldTool known(1), stranger(2);
+    Context context(7);
+    EXPECT_EQ(manager->manage(&known, 0), 0) << "managed and not owned";
+    EXPECT_EQ(manager->getTool(1), &known);
+    EXPECT_EQ(manager->manage(&context, 0), 0);
+    EXPECT_EQ(manager->getContext(7), &context);
+    EXPECT_EQ(manager->getContext(8), nullptr);
+
+    Command first(10, 0, 0, 1), twin(10, 0, 0, 1), other(11, 0, 0, 1);
+    EXPECT_EQ(manager->manage(&first, setOf<Tool>({&known}), 7, 0), 1);
+    EXPECT_EQ(manager->manage(&twin, none, -1, 0), 0);
+    EXPECT_EQ(&(*manager)[10], &first);
+    EXPECT_EQ(manager->manage(&other, none, 8, 0), 0);
+    EXPECT_EQ(manager->manage(&other, setOf<Tool>({&known, &stranger}), -1, 0), 0);
+    EXPECT_EQ(known.getNumCommand(), 1) << "looked at before anything is done";
+    EXPECT_EQ(manager->manage(nullptr, none, -1, 0), 0);
+
+    context.add(&other);
+    EXPECT_EQ(manager->manage(&other, setOf<Tool>({&known}), 7, 0), 0);
+    EXPECT_EQ(known.getNumCommand(), 2) << "kept by the tools before the failure";
+
+    const GCOMMBase::CommRec table[] = {{20, 0}, {10, 0}, {30, 0}};
+    EXPECT_EQ(manager->manage(3, table, setOf<Tool>({&known}), 7), 0);
+    EXPECT_TRUE((*manager)[20]);
+    EXPECT_FALSE((*manager)[30]);
+    EXPECT_EQ(context.getNumCommand(), 3);
+    EXPECT_EQ(manager->unmanage(&context), 0) << "it has commands";
+    EXPECT_EQ(manager->unmanage(&known), 0);
+    EXPECT_EQ(manager->unmanage(&first), 1);
+    EXPECT_FALSE((*manager)[10]);
+    EXPECT_EQ(context.getNumCommand(), 2);
+}
+
+TEST_F(Manager, DeletesWhatItOwnsAndLeavesTheRest) {
+    int living = 0;
+    Context* owned = manager->createAndManageContext(1);
+    Counted mine(10, living);
+    EXPECT_EQ(manager->manage(&mine, none, 1, 0), 1);
+    EXPECT_EQ(manager->manage(new Counted(11, living), none, 1, 1), 1);
+    EXPECT_EQ(manager->manage(new Counted(12, living), none, 1, 1), 1);
+    EXPECT_EQ(manager->unmanage(&(*manager)[11]), 1);
+    EXPECT_EQ(living, 2);
+    delete &(*manager)[12];
+    EXPECT_FALSE((*manager)[12]) << "who deletes it unmanages it";
+
+    ToldTool tool(3);
+    Context set(2);
+    EXPECT_EQ(manager->manage(setOf<Tool>({&tool}), 1), 1);
+    EXPECT_EQ(manager->manage(setOf<Context>({owned, &set}), 0), 1);
+    Command unknown(99, 0, 1, 1);
+    tool.add(&unknown);
+    set.add(&unknown);
+    owned->setSel(&mine);
+    manager.reset();
+    EXPECT_FALSE(mine.isChecked());
+    EXPECT_EQ(tool.getNumCommand() + set.getNumCommand(), 0);
+    EXPECT_EQ(living, 1);
+    EXPECT_EQ(Tool::getGCOMMBase(), nullptr);
+}
+
+TEST_F(Manager, SwitchesByTheFirstAttributeBitAllButTheLowestCommand) {
+    const GCOMMBase::CommRec table[] = {{10, 1}, {20, 1}, {30, 3}, {40, 2}, {50, 0}};
+    struct Case {
+        unsigned short attribute;
+        const char* enabled;
+    };
+    ASSERT_EQ(manager->manage(5, table, none, -1), 1);
+    for (const Case& c : {Case{1, "10011"}, Case{3, "10111"}, Case{2, "11111"}}) {
+        for (const auto& record : table) (*manager)[record.id].setEnableStatus(1);
+        manager->setCommandEnableStatusByAttribute(0, c.attribute);
+        std::string enabled;
+        for (const auto& record : table) enabled += (*manager)[record.id].isEnabled() ? '1' : '0';
+        EXPECT_EQ(enabled, c.enabled) << c.attribute;
+    }
+}
+
+TEST_F(Manager, ReportsEveryUseOfAnUndefinedCommand) {
+    toolbox::testing::FakedTexts faked;
+    Command& undefined = (*manager)[-55];
+    for (const int result :
+         {undefined.setCheckStatus(1), undefined.setEnableStatus(0), undefined.isChecked(),
+          undefined.isEnabled(), undefined.getID(), undefined.getAttribute(1)})
+        EXPECT_EQ(result, 0);
+    EXPECT_EQ(faked.prompt.boxes.size(), 6u);
+    for (const auto& box : faked.prompt.boxes) {
+        EXPECT_EQ(box.text, "Commande #-55 n'est pas d\351finie (command)");
+        EXPECT_EQ(box.caption, "Erreur de programmation");
+        EXPECT_EQ(box.flags, 16u);
+        EXPECT_EQ(box.owner, nullptr);
+    }
+    EXPECT_EQ(faked.prompt.fatal, std::vector<std::string>(6, "Bye"));
+}
+
+#if !defined(_WIN32)
+TEST(UndefinedCommand, EndsTheProcess) {
+    GCOMMBase manager(nullptr, nullptr);
+    EXPECT_EXIT(manager[55].isEnabled(), ::testing::ExitedWithCode(1),
+                "Erreur de programmation: Commande #55 .*\nBye\n");
+}
+#endif
+
+}  // namespace

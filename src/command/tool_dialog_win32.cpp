@@ -1,0 +1,70 @@
+#include "toolbox/command_manager.h"
+#include "toolbox/tools.h"
+
+const int ToolDlg::classType = 0;
+
+ToolDlg::ToolDlg(unsigned long id, HWND dialog) : Tool(id), dialog_(dialog) {}
+
+ToolDlg::~ToolDlg() {
+    removeAll();
+    // While this still is a dialog tool, so that the manager destroys a window that it owns.
+    if (GCOMMBase* manager = getGCOMMBase()) manager->unmanage(this);
+}
+
+int ToolDlg::setEnableStatus(int status) {
+    if (!dialog_) return 0;
+    EnableWindow(dialog_, status);
+    return 1;
+}
+
+int ToolDlg::getEnableStatus() const {
+    return dialog_ && IsWindowEnabled(dialog_);
+}
+
+int ToolDlg::setVisibleStatus(int visible, int activate) {
+    if (!dialog_) return 0;
+    if (!visible == !isVisible()) return 1;
+    const int shown = activate ? SW_SHOW : SW_SHOWNOACTIVATE;
+    ShowWindow(dialog_, visible ? shown : SW_HIDE);
+    return 1;
+}
+
+int ToolDlg::isVisible() const {
+    return dialog_ && IsWindowVisible(dialog_);
+}
+
+int ToolDlg::setCommandCheckStatus(int commandId, int status) {
+    if (!dialog_) return 0;
+    return static_cast<int>(
+        SendMessageA(dialog_, kSetCheck, static_cast<WPARAM>(commandId), status));
+}
+
+int ToolDlg::setCommandEnableStatus(int commandId, int status) {
+    if (!dialog_) return 0;
+    return static_cast<int>(
+        SendMessageA(dialog_, kSetEnable, static_cast<WPARAM>(commandId), status));
+}
+
+DLGPROC ToolDlg::getStdDlgProc() {
+    return ToolDlgDlgProc;
+}
+
+INT_PTR CALLBACK ToolDlg::ToolDlgDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+    const int control = static_cast<int>(wParam);
+    switch (message) {
+        case kSetCheck:
+            CheckDlgButton(dialog, control, static_cast<UINT>(lParam));
+            return TRUE;
+        case kSetEnable:
+            EnableWindow(GetDlgItem(dialog, control), static_cast<BOOL>(lParam));
+            return TRUE;
+        case WM_DESTROY:
+            return TRUE;
+        case WM_COMMAND:
+            if (GCOMMBase* manager = getGCOMMBase())
+                SendMessageA(manager->getFrame(), WM_COMMAND, LOWORD(wParam), 0);
+            return TRUE;
+        default:
+            return FALSE;
+    }
+}

@@ -26,7 +26,9 @@ void readControl(HWND control, SeenBox& box) {
     }
 }
 
-SeenBox read(HWND window) {
+}  // namespace
+
+SeenBox readBox(HWND window) {
     SeenBox box;
     box.owner = GetWindow(window, GW_OWNER);
     box.caption = textOf(window);
@@ -35,8 +37,6 @@ SeenBox read(HWND window) {
         readControl(control, box);
     return box;
 }
-
-}  // namespace
 
 BoxAnswerer::BoxAnswerer(std::vector<int> answers)
     : answers_(std::move(answers)), timer_(SetTimer(nullptr, 0, 10, tick)) {
@@ -65,7 +65,7 @@ void BoxAnswerer::look() {
 }
 
 void BoxAnswerer::answer(HWND box) {
-    seen_.push_back(read(box));
+    seen_.push_back(readBox(box));
     const SeenBox& shown = seen_.back();
     int button = shown.buttons.empty() ? IDCANCEL : shown.buttons.front();
     if (seen_.size() <= answers_.size()) {

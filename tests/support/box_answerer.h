@@ -25,6 +25,9 @@ struct SeenBox {
     bool hasDefaultFocus = false;  ///< the keyboard focus is on one of its buttons
 };
 
+/// Reads a box, be it another process's.
+[[nodiscard]] SeenBox readBox(HWND window);
+
 class BoxAnswerer {
   public:
     explicit BoxAnswerer(std::vector<int> answers);

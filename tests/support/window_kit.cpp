@@ -94,6 +94,17 @@ void typeText(const std::string& text) {
     }
 }
 
+void clickOn(HWND window) {
+    RECT area{};
+    GetWindowRect(window, &area);
+    EXPECT_TRUE(SetCursorPos((area.left + area.right) / 2, (area.top + area.bottom) / 2));
+    INPUT events[2]{};
+    events[0].type = events[1].type = INPUT_MOUSE;
+    events[0].mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
+    events[1].mi.dwFlags = MOUSEEVENTF_LEFTUP;
+    EXPECT_EQ(SendInput(2, events, sizeof(INPUT)), 2u);
+}
+
 std::vector<HWND> openDialogs() {
     std::vector<HWND> dialogs;
     EnumThreadWindows(GetCurrentThreadId(), collectDialog, reinterpret_cast<LPARAM>(&dialogs));

@@ -35,6 +35,9 @@ void pressKey(WORD key, const std::vector<WORD>& modifiers = {});
 /// Types a text of characters that have a key.
 void typeText(const std::string& text);
 
+/// Moves the mouse to the middle of a window and clicks the left button there.
+void clickOn(HWND window);
+
 /// Visible and enabled dialogs and message boxes of this thread, topmost first.
 [[nodiscard]] std::vector<HWND> openDialogs();
 

@@ -1,0 +1,237 @@
+// Tool dialogs and menus on the screen: real clicks, and what a user sees of the commands.
+#include "tool_dialog.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "support/child_boxes.h"
+#include "support/window_kit.h"
+#include "toolbox/command_manager.h"
+#include "toolbox/tools.h"
+
+using namespace toolbox::testing;
+
+namespace {
+
+/// What the frame was sent: "1001/0" for a command with its lParam, in order.
+std::string commandsSent;
+constexpr LRESULT kAnswer = 77;
+
+LRESULT CALLBACK frameProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message != WM_COMMAND) return DefWindowProcA(window, message, wParam, lParam);
+    commandsSent += std::to_string(wParam) + "/" + std::to_string(lParam) + " ";
+    return kAnswer;
+}
+
+HWND createFrame() {
+    WNDCLASSA type{};
+    type.lpfnWndProc = frameProcedure;
+    type.hInstance = GetModuleHandleA(nullptr);
+    type.lpszClassName = "ToolDialogFrame";
+    RegisterClassA(&type);
+    return CreateWindowExA(0, type.lpszClassName, "Frame", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 300,
+                           300, 300, 200, nullptr, nullptr, type.hInstance, nullptr);
+}
+
+class ToolDialog : public ::testing::Test {
+  protected:
+    ToolDialog() {
+        commandsSent.clear();
+        palette.reset(manager->createAndManageToolDlg(1, IDD_PALETTE));
+        manager->createAndManageContext(5);
+        SetPointer<Tool> tools;
+        tools.add(palette.get());
+        const GCOMMBase::CommRec table[] = {{IDC_LINE, 0}, {IDC_CIRCLE, 0}};
+        EXPECT_EQ(manager->manage(2, table, tools, 5), 1);
+        dialog = palette->getHWND();
+    }
+    ~ToolDialog() override {
+        manager.reset();
+        DestroyWindow(frame);
+    }
+    [[nodiscard]] HWND button(int id) const { return GetDlgItem(dialog, id); }
+    /// The buttons as a user sees them: '1' pressed, '0' not, in brackets when greyed.
+    [[nodiscard]] std::string seen() const {
+        std::string all;
+        for (const int id : {IDC_LINE, IDC_CIRCLE}) {
+            const std::string state = IsDlgButtonChecked(dialog, id) ? "1" : "0";
+            all += IsWindowEnabled(button(id)) ? state : "[" + state + "]";
+        }
+        return all;
+    }
+
+    HWND frame = createFrame();
+    std::unique_ptr<GCOMMBase> manager =
+        std::make_unique<GCOMMBase>(frame, GetModuleHandleA(nullptr));
+    std::unique_ptr<ToolDlg> palette;
+    HWND dialog = nullptr;
+};
+
+TEST_F(ToolDialog, SendsItsClicksToTheFrameAndFollowsTheCommands) {
+    EXPECT_FALSE(palette->isVisible()) << "created hidden";
+    EXPECT_EQ(GetWindow(dialog, GW_OWNER), frame);
+    palette->setVisibleStatus(1, 1);
+    EXPECT_TRUE(pumpUntil([&] { return IsWindowVisible(dialog) && GetActiveWindow() == dialog; }));
+    pumpMessages();
+
+    clickOn(button(IDC_CIRCLE));
+    EXPECT_TRUE(pumpUntil([] { return !commandsSent.empty(); }));
+    EXPECT_EQ(commandsSent, "1002/0 ") << "without the control's handle";
+    EXPECT_EQ(seen(), "00") << "only the command changes the button";
+
+    (*manager)[IDC_LINE].setCheckStatus(1);
+    EXPECT_EQ(seen(), "10");
+    (*manager)[IDC_CIRCLE].setCheckStatus(1);
+    EXPECT_EQ(seen(), "01");
+    (*manager)[IDC_LINE].setEnableStatus(0);
+    EXPECT_EQ(seen(), "[0]1");
+    commandsSent.clear();
+    clickOn(button(IDC_LINE));
+    clickOn(button(IDC_CIRCLE));
+    EXPECT_TRUE(pumpUntil([] { return !commandsSent.empty(); }));
+    EXPECT_EQ(commandsSent, "1002/0 ") << "a greyed button is dead";
+}
+
+TEST_F(ToolDialog, IsShownWithAndWithoutActivation) {
+    SetActiveWindow(frame);
+    EXPECT_EQ(palette->setVisibleStatus(1, 0), 1);
+    EXPECT_TRUE(palette->isVisible());
+    EXPECT_EQ(GetActiveWindow(), frame);
+    EXPECT_EQ(palette->setVisibleStatus(1, 1), 1);
+    EXPECT_EQ(GetActiveWindow(), frame) << "visible already: nothing is done";
+    EXPECT_EQ(palette->setVisibleStatus(0, 0), 1);
+    EXPECT_FALSE(palette->isVisible());
+    EXPECT_EQ(palette->setVisibleStatus(1, 1), 1);
+    EXPECT_EQ(GetActiveWindow(), dialog);
+
+    ToolDlg none(2, nullptr);
+    EXPECT_EQ(none.setVisibleStatus(1, 1) + none.isVisible() + none.setEnableStatus(1) +
+                  none.getEnableStatus() + none.setCommandCheckStatus(IDC_LINE, 1) +
+                  none.setCommandEnableStatus(IDC_LINE, 1),
+              0);
+}
+
+TEST_F(ToolDialog, IsCreatedWholeOrNotAtAll) {
+    for (const int dialogId : {999, IDD_BROKEN}) {
+        EXPECT_EQ(manager->createAndManageToolDlg(7, dialogId), nullptr) << dialogId;
+        EXPECT_EQ(manager->getTool(7), nullptr) << dialogId;
+    }
+    const std::unique_ptr<ToolDlg> windowless(manager->createAndManageToolDlg(7, 0));
+    ASSERT_NE(windowless, nullptr);
+    EXPECT_EQ(windowless->getHWND(), nullptr);
+    EXPECT_EQ(manager->getTool(7), windowless.get());
+}
+
+TEST_F(ToolDialog, LosesItsWindowWithItsManagerAndTheOtherWayRound) {
+    EXPECT_EQ(manager->unmanage(palette.get()), 0) << "it shows commands";
+    HWND second = nullptr;
+    {
+        const std::unique_ptr<ToolDlg> gone(manager->createAndManageToolDlg(2, IDD_PALETTE));
+        second = gone->getHWND();
+        EXPECT_TRUE(IsWindow(second));
+    }
+    EXPECT_FALSE(IsWindow(second));
+    EXPECT_EQ(manager->getTool(2), nullptr);
+
+    const HWND own = CreateDialogParamA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDD_PALETTE),
+                                        frame, GCOMMBase::getStdToolDlgProc(), 0);
+    ToolDlg unowned(3, own);
+    manager->manage(&unowned, 0);
+    manager.reset();
+    EXPECT_FALSE(IsWindow(dialog));
+    EXPECT_EQ(palette->getHWND(), nullptr);
+    EXPECT_TRUE(IsWindow(own));
+    commandsSent.clear();
+    SendMessageA(GetDlgItem(own, IDC_LINE), BM_CLICK, 0, 0);
+    EXPECT_EQ(commandsSent, "") << "there is no frame to send it to";
+    DestroyWindow(own);
+}
+
+TEST_F(ToolDialog, SendsCommandsThatMayBeSent) {
+    (*manager)[IDC_CIRCLE].setEnableStatus(0);
+    struct Case {
+        unsigned short id;
+        int check;
+        const char* sent;
+    };
+    for (const Case& c : {Case{55, 1, ""}, Case{55, 0, "55/0 "}, Case{IDC_LINE, 1, "1001/0 "},
+                          Case{IDC_CIRCLE, 1, ""}, Case{IDC_CIRCLE, 0, "1002/0 "}}) {
+        EXPECT_EQ(manager->sendCommand(c.id, 999, c.check), *c.sent ? kAnswer : 0) << c.id;
+        EXPECT_EQ(std::exchange(commandsSent, {}), c.sent) << c.id;
+        manager->postCommand(c.id, 999, c.check);
+        EXPECT_EQ(commandsSent, "") << "not before messages are handled";
+        pumpMessages();
+        EXPECT_EQ(std::exchange(commandsSent, {}), c.sent) << c.id;
+    }
+}
+
+TEST_F(ToolDialog, IsFrozenUntilItWasThawnAsOften) {
+    MenuTool menu(9, nullptr);
+    manager->manage(&menu, 0);
+    manager->freezeAllToolDlg();
+    {
+        const toolbox::FrozenTools frozen(*manager);
+        EXPECT_EQ(palette->getEnableStatus(), 0);
+    }
+    EXPECT_TRUE(manager->isAllToolDlgFrozen());
+    EXPECT_FALSE(IsWindowEnabled(dialog));
+    manager->thawAllToolDlg();
+    EXPECT_TRUE(IsWindowEnabled(dialog));
+    manager->thawAllToolDlg();
+    EXPECT_FALSE(manager->isAllToolDlgFrozen());
+    manager->freezeAllToolDlg();
+    EXPECT_FALSE(IsWindowEnabled(dialog)) << "one thaw too many does not count";
+}
+
+TEST_F(ToolDialog, LeavesTicksAndGreysToAMenuToo) {
+    const HMENU bar = CreateMenu();
+    const HMENU draw = CreatePopupMenu();
+    AppendMenuA(draw, MF_STRING, IDC_LINE, "&Line");
+    AppendMenuA(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(draw), "&Draw");
+    AppendMenuA(bar, MF_STRING, IDC_CIRCLE, "&Circle");
+    SetMenu(frame, bar);
+    MenuTool menu(9, bar, frame);
+    Command &line = (*manager)[IDC_LINE], &circle = (*manager)[IDC_CIRCLE];
+    const auto states = [&] {
+        std::string all;
+        for (const UINT id : {IDC_LINE, IDC_CIRCLE}) {
+            const UINT state = GetMenuState(bar, id, MF_BYCOMMAND);
+            all += state & MF_CHECKED ? "x" : "-";
+            all += state & MF_GRAYED ? "g" : "";
+        }
+        return all;
+    };
+    line.setCheckStatus(1);
+    circle.setEnableStatus(0);
+    EXPECT_EQ(menu.add(&line) + menu.add(&circle), 2);
+    EXPECT_EQ(states(), "--");
+    EXPECT_EQ(menu.refresh(), 1);
+    EXPECT_EQ(states(), "x-g") << "in a submenu and in the bar";
+    circle.setEnableStatus(1);
+    circle.setCheckStatus(1);
+    line.setEnableStatus(0);
+    EXPECT_EQ(states(), "-gx");
+    EXPECT_TRUE(menu.isVisible());
+
+    Command stranger(4242, 0, 0, 1);
+    menu.add(&stranger);
+    EXPECT_EQ(menu.setCommandCheckStatus(4242, 1), 0);
+    EXPECT_EQ(menu.refresh(), 0) << "no such item";
+}
+
+TEST(UndefinedCommand, ShowsABoxAndEndsTheProcess) {
+    ChildBoxes boxes;
+    GCOMMBase manager(nullptr, nullptr);
+    EXPECT_EXIT(manager[55].isEnabled(), ::testing::ExitedWithCode(1), "");
+    ASSERT_EQ(boxes.seen().size(), 2u);
+    EXPECT_EQ(boxes.seen()[0].caption, "Erreur de programmation");
+    EXPECT_EQ(boxes.seen()[0].text, "Commande #55 n'est pas d\351finie (command)");
+    EXPECT_EQ(boxes.seen()[0].owner, nullptr);
+    EXPECT_NE(boxes.seen()[0].icon, nullptr);
+    EXPECT_EQ(boxes.seen()[1].text, "Bye");
+}
+
+}  // namespace

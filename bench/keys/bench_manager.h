@@ -12,6 +12,7 @@ class BenchManager : public TokenizerUDManager {
 
     RWCString getProfilePath() override { return profile_; }
     int getKeyValue(UINT id, FormatedValue* value) override {
+        if (!hasValues) return 0;
         if (id % 3 == 1) {
             static_cast<RealFormatedValue&>(*value) = 0.37 * id;
         } else if (id % 3 == 0) {
@@ -45,6 +46,8 @@ class BenchManager : public TokenizerUDManager {
         data.setFormat(*kinds[id % 3]);
         addKey(id, data);
     }
+
+    bool hasValues = true;
 
   private:
     std::string profile_;

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <random>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "bench_manager.h"
@@ -51,58 +52,66 @@ std::string expandLiterally(BenchManager& manager, const RWTValOrderedVector<UIN
         });
 }
 
+void tokens(benchmark::internal::Benchmark* benchmark) {
+    benchmark->RangeMultiplier(10)->Range(10, 10000);
+}
+
 void countTokens(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
+/// With what the application gives and what it costs to print it, or with empty values.
+class Values {
+  public:
+    explicit Values(bool given) { startedManager().hasValues = given; }
+    ~Values() { startedManager().hasValues = true; }
+};
+
+template <bool withValues>
 void expand(benchmark::State& state) {
     BenchManager& manager = startedManager();
+    const Values values(withValues);
     const RWCString text = makeTemplate(static_cast<std::size_t>(state.range(0))).text;
     for (auto _ : state) benchmark::DoNotOptimize(manager.getParseString(text, 1));
     countTokens(state);
 }
-BENCHMARK(expand)->Arg(10)->Arg(100)->Arg(1000)->Arg(10000);
+BENCHMARK(expand<true>)->Apply(tokens);
+BENCHMARK(expand<false>)->Apply(tokens);
 
+template <bool withValues>
 void literally(benchmark::State& state) {
     BenchManager& manager = startedManager();
+    const Values values(withValues);
     const std::string text = makeTemplate(static_cast<std::size_t>(state.range(0))).text;
     const auto matching = manager.getMatching();
     for (auto _ : state) benchmark::DoNotOptimize(expandLiterally(manager, matching, text));
     countTokens(state);
 }
-BENCHMARK(literally)->Arg(10)->Arg(100)->Arg(1000)->Arg(10000);
+BENCHMARK(literally<true>)->Apply(tokens);
+BENCHMARK(literally<false>)->Apply(tokens);
 
-using Ids = std::unordered_map<std::string, UINT>;
-
-Ids makeIds() {
-    Ids ids;
-    for (UINT id = 0; id < kKeys; ++id) ids[BenchManager::keyString(id)] = id;
-    return ids;
-}
-
-/// Words that are split already, found in a dictionary of the standard library, and their values.
-void lookUpsAndValues(benchmark::State& state) {
-    BenchManager& manager = startedManager();
-    const Ids ids = makeIds();
+/// What the rule asks of each token: its id, whether that matches, its record. The words are split
+/// already.
+void lookUps(benchmark::State& state) {
     const Template made = makeTemplate(static_cast<std::size_t>(state.range(0)));
+    std::unordered_map<std::string, UINT> ids;
+    std::unordered_set<UINT> matching;
+    std::unordered_map<UINT, int> records;
+    for (UINT id = 0; id < kKeys; ++id) {
+        ids[BenchManager::keyString(id)] = id;
+        matching.insert(id);
+        records[id] = 0;
+    }
     for (auto _ : state) {
         for (const std::string& word : made.words) {
-            benchmark::DoNotOptimize(manager.getFormatedString(ids.find(word)->second, 1));
+            const UINT id = ids.find(word)->second;
+            benchmark::DoNotOptimize(matching.contains(id));
+            benchmark::DoNotOptimize(records.find(id));
         }
     }
     countTokens(state);
 }
-BENCHMARK(lookUpsAndValues)->Arg(10)->Arg(100)->Arg(1000)->Arg(10000);
-
-void lookUps(benchmark::State& state) {
-    const Ids ids = makeIds();
-    const Template made = makeTemplate(static_cast<std::size_t>(state.range(0)));
-    for (auto _ : state) {
-        for (const std::string& word : made.words) benchmark::DoNotOptimize(ids.find(word));
-    }
-    countTokens(state);
-}
-BENCHMARK(lookUps)->Arg(10)->Arg(100)->Arg(1000)->Arg(10000);
+BENCHMARK(lookUps)->Apply(tokens);
 
 /// Every other token is not a key's, so that its "$"s stay in the text.
 void expandWithUnknownTokens(benchmark::State& state) {

@@ -1,13 +1,15 @@
 #include "udkey/expansion.h"
 
+#include "udkey/dollars.h"
+
 namespace toolbox::udkey {
 
 void LeftDollars::note(std::string_view out, std::size_t from) {
-    for (std::size_t at = out.find('$', from); at != std::string_view::npos;
-         at = out.find('$', at + 1)) {
+    forEachDollar(out.substr(from), [&](std::size_t found) {
+        const std::size_t at = from + found;
         if (last_ != std::string_view::npos) closed_.emplace(out.substr(last_ + 1, at - last_ - 1));
         last_ = at;
-    }
+    });
 }
 
 bool LeftDollars::precede(std::string_view word, std::string_view out) const {
@@ -44,21 +46,25 @@ std::string Expansion::run() {
 /// False, with the result as it was, when the search might find another place.
 bool Expansion::replaceInPlace(std::size_t word, const KeyEntry& key) {
     // The "$" before the word may have gone with the token before.
-    if (!words_.isEnclosed(word) || words_.start(word) - 1 < copied_) return false;
-    copyTo(words_.start(word) - 1);
+    if (!words_.isEnclosed(word) || word <= wordsDone_) return false;
+    copyTo(word);
     if (dollars_.precede(words_[word], out_)) return false;
     const std::size_t from = out_.size();
     source_.appendValue(key, out_);
     dollars_.note(out_, from);
     copied_ = words_.end(word) + 1;
+    wordsDone_ = word + 1;
     return true;
 }
 
-void Expansion::copyTo(std::size_t end) {
+/// Copies the words before this one, up to its "$". All but the first have a "$" before them.
+void Expansion::copyTo(std::size_t word) {
     const std::size_t from = out_.size();
+    const std::size_t end = words_.start(word) - 1;
     out_ += text_.substr(copied_, end - copied_);
-    dollars_.note(out_, from);
+    if (word - wordsDone_ > 1) dollars_.note(out_, from);
     copied_ = end;
+    wordsDone_ = word;
 }
 
 void Expansion::search(std::size_t firstWord) {

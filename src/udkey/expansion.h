@@ -39,7 +39,7 @@ class Expansion {
 
   private:
     [[nodiscard]] bool replaceInPlace(std::size_t word, const KeyEntry& key);
-    void copyTo(std::size_t end);
+    void copyTo(std::size_t word);
     void search(std::size_t firstWord);
 
     std::string_view text_;
@@ -48,6 +48,7 @@ class Expansion {
     // The result so far is out_ and then the text from copied_ on.
     std::string out_;
     std::size_t copied_ = 0;
+    std::size_t wordsDone_ = 0;  ///< words that are copied or replaced, with the "$" after them
     LeftDollars dollars_;
 };
 

@@ -18,7 +18,7 @@ void UDManager::appendFormatted(const udkey::KeyEntry& entry, int strip, std::st
         // From here on the application runs, and the entry may go.
         if (getKeyValue(entry.id(), &value) == 1) appendText(value.getStringValue(), strip, out);
     };
-    if (!entry.hasKeyString()) return;
+    if (entry.key().empty()) return;
     switch (entry.kind()) {
         case udkey::FormatKind::real:
             return append(RealFormatedValue());

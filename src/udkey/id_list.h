@@ -2,10 +2,9 @@
 // there.
 #pragma once
 
-#include <unordered_set>
-
 #include "toolbox/containers.h"
 #include "toolbox/win_types.h"
+#include "udkey/lookup.h"
 
 namespace toolbox::udkey {
 
@@ -13,11 +12,17 @@ class IdList {
   public:
     /// False when it is there already.
     bool add(UINT id) {
-        if (!present_.insert(id).second) return false;
+        if (contains(id)) return false;
+        present_.add(id, {});
         ordered_.append(id);
         return true;
     }
-    bool remove(UINT id) { return present_.erase(id) != 0 && ordered_.remove(id); }
+    bool remove(UINT id) {
+        if (!contains(id) || !ordered_.remove(id)) return false;
+        present_.clear();
+        for (const UINT left : ordered_) present_.add(left, {});
+        return true;
+    }
     void clear() {
         present_.clear();
         ordered_.clear();
@@ -29,12 +34,13 @@ class IdList {
         *this = std::move(replacement);
     }
 
-    [[nodiscard]] bool contains(UINT id) const { return present_.contains(id); }
+    [[nodiscard]] bool contains(UINT id) const { return present_.find(id) != nullptr; }
     [[nodiscard]] const RWTValOrderedVector<UINT>& ids() const { return ordered_; }
 
   private:
     RWTValOrderedVector<UINT> ordered_;
-    std::unordered_set<UINT> present_;
+    struct Nothing {};
+    ById<Nothing> present_;
 };
 
 }  // namespace toolbox::udkey

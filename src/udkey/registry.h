@@ -5,9 +5,9 @@
 #include <deque>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 
 #include "toolbox/keys.h"
+#include "udkey/lookup.h"
 
 namespace toolbox::udkey {
 
@@ -20,9 +20,9 @@ class KeyEntry {
     KeyEntry(UINT id, const UDKeyData& data);
 
     [[nodiscard]] UINT id() const { return id_; }
+    [[nodiscard]] std::string_view key() const { return key_; }
     /// Of the format in force; it never changes, as only a format of the same class is taken.
     [[nodiscard]] FormatKind kind() const { return kind_; }
-    [[nodiscard]] bool hasKeyString() const { return hasKeyString_; }
     [[nodiscard]] const UDKeyData& data() const { return inForce_; }
     [[nodiscard]] UDKeyData& data() { return inForce_; }
     /// Back to what the application declared.
@@ -31,7 +31,7 @@ class KeyEntry {
   private:
     UINT id_;
     FormatKind kind_;
-    bool hasKeyString_;
+    std::string key_;  ///< as declared
     UDKeyData declared_;
     UDKeyData inForce_;
 };
@@ -43,9 +43,11 @@ class KeyRegistry {
     void clear();
 
     /// Null when there is none. An entry stays where it is until clear().
-    [[nodiscard]] const KeyEntry* find(UINT id) const;
-    [[nodiscard]] KeyEntry* find(UINT id);
-    [[nodiscard]] const KeyEntry* find(std::string_view key) const;
+    [[nodiscard]] const KeyEntry* find(UINT id) const { return entryOf(byId_.find(id)); }
+    [[nodiscard]] KeyEntry* find(UINT id) { return entryOf(byId_.find(id)); }
+    [[nodiscard]] const KeyEntry* find(std::string_view key) const {
+        return firstBytes_.test(firstByte(key)) ? byKey_.find(key) : nullptr;
+    }
     [[nodiscard]] bool contains(UINT id) const { return find(id) != nullptr; }
 
     /// In the order of declaration.
@@ -53,19 +55,15 @@ class KeyRegistry {
     [[nodiscard]] std::deque<KeyEntry>& entries() { return entries_; }
 
   private:
-    struct TextHash {
-        using is_transparent = void;
-        std::size_t operator()(std::string_view text) const {
-            return std::hash<std::string_view>()(text);
-        }
-    };
-    struct IdHash {
-        std::size_t operator()(UINT id) const { return UDManager::hashUINT(id); }
-    };
+    static KeyEntry* entryOf(KeyEntry* const* found) { return found ? *found : nullptr; }
+    /// An empty text counts as beginning with its terminator.
+    static std::size_t firstByte(std::string_view text) {
+        return text.empty() ? 0 : static_cast<unsigned char>(text.front());
+    }
 
     std::deque<KeyEntry> entries_;
-    std::unordered_map<UINT, KeyEntry*, IdHash> byId_;
-    std::unordered_map<std::string, KeyEntry*, TextHash, std::equal_to<>> byKey_;
+    ById<KeyEntry*> byId_;
+    ByKey<KeyEntry> byKey_;
     /// First bytes of the key strings: most of what a template holds between its tokens is no key,
     /// and need not be hashed to know it.
     std::bitset<256> firstBytes_;

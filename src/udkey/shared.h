@@ -16,9 +16,9 @@ struct Shared {
 };
 
 /// Null outside initStaticVars() and destroyStaticVars().
+inline constinit std::unique_ptr<Shared> sharedState;
 [[nodiscard]] inline std::unique_ptr<Shared>& shared() {
-    static std::unique_ptr<Shared> instance;
-    return instance;
+    return sharedState;
 }
 
 /// The shared state once the keys are restored, else null.

@@ -1,12 +1,13 @@
 #include "udkey/template_words.h"
 
+#include "udkey/dollars.h"
+
 namespace toolbox::udkey {
 
 TemplateWords::TemplateWords(std::string_view text) : text_(text) {
-    for (std::size_t at = text.find('$'); at != std::string_view::npos;
-         at = text.find('$', at + 1)) {
-        ends_.push_back(at);
-    }
+    constexpr std::size_t kUsualWord = 8;
+    ends_.reserve(text.size() / kUsualWord + 1);
+    forEachDollar(text, [this](std::size_t at) { ends_.push_back(at); });
     ends_.push_back(text.size());
 }
 

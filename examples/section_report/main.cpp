@@ -1,17 +1,18 @@
-// Reads a table of steel sections, prints it, stores one block per section in a block file, reads
-// the file back and shows what it holds.
+// Reads a table of steel sections, prints it with what each section does as a beam, stores one
+// block per section in a block file, reads the file back and shows what it holds. The columns are
+// user-defined keys: a description or a format that the user changes is found again by later runs.
 //
-//     section_report [--french] [--date YYYYMMDD] TABLE.csv FILE.tbf
-//
-// Exit status: 0 all done, 1 the file could not be written or read back, 2 done but lines of the
-// table were left out or it could not be read, 3 wrong arguments.
+// Exit status: 0 all done, 1 the file could not be written or read back, 2 done but something was
+// left out: lines of the table, a change of a key, a token of the label; 3 wrong arguments.
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <numeric>
 #include <optional>
 #include <string>
-#include <string_view>
 
+#include "labels.h"
+#include "options.h"
 #include "section_csv.h"
 #include "section_store.h"
 #include "section_table.h"
@@ -21,45 +22,24 @@
 
 namespace {
 
-enum ExitStatus { kDone = 0, kFailed = 1, kLinesLeftOut = 2, kWrongArguments = 3 };
+enum ExitStatus { kDone = 0, kFailed = 1, kLeftOut = 2, kWrongArguments = 3 };
 
-struct Options {
-    GMSG::Language language = GMSG::English;
-    TarvDate date;
-    const char* table = nullptr;
-    const char* file = nullptr;
-};
-
-std::optional<Options> parse(int count, char** arguments) {
-    Options options;
-    for (int i = 1; i < count; ++i) {
-        const std::string_view argument = arguments[i];
-        if (argument == "--french") {
-            options.language = GMSG::French;
-        } else if (argument == "--date" && i + 1 < count) {
-            options.date = TarvDate(arguments[++i]);
-            if (!options.date.isValid()) return std::nullopt;
-        } else if (argument.starts_with("-") || options.file) {
-            return std::nullopt;
-        } else {
-            (options.table ? options.file : options.table) = arguments[i];
-        }
-    }
-    return options.file ? std::optional(options) : std::nullopt;
-}
-
-/// The message service for the length of the program. Errors are collected, not shown in boxes.
-class MessageService {
+/// The library's services for the length of the program. Errors are collected, not shown in boxes.
+class Services {
   public:
-    explicit MessageService(GMSG::Language language) {
+    explicit Services(GMSG::Language language) {
         GMSG::initStaticVars();
+        UDManager::initStaticVars();
         GMSG::setErrorReportingOption(GMSG::ReportInList);
         GMSG::language = language;
         registerSectionTexts();
     }
-    ~MessageService() { GMSG::destroyStaticVars(); }
-    MessageService(const MessageService&) = delete;
-    MessageService& operator=(const MessageService&) = delete;
+    ~Services() {
+        UDManager::destroyStaticVars();
+        GMSG::destroyStaticVars();
+    }
+    Services(const Services&) = delete;
+    Services& operator=(const Services&) = delete;
 
   private:
     GMSG service_;
@@ -129,32 +109,82 @@ bool storeAndReadBack(const char* fileName, const std::vector<Section>& sections
     return compare(file, sections);
 }
 
+RWCString text(unsigned short id) {
+    RWCString text;
+    GMSG::getString(id, text);
+    return text;
+}
+
+void change(SectionKeys& keys, const std::vector<KeyChange>& changes) {
+    for (const KeyChange& change : changes) {
+        const bool kept = change.what == KeyChange::What::description
+                              ? keys.describe(change.key, change.value)
+                              : keys.format(change.key, change.value);
+        if (!kept) GMSG::errorMsg(kNotChanged, MB_ICONEXCLAMATION, change.key, change.value);
+    }
+}
+
+/// How far the formulas are from the table, which is rounded, in percent.
+void printDeviation(SectionKeys& keys, const std::vector<Section>& sections) {
+    double mass = 0;
+    double modulus = 0;
+    for (const Section& section : sections) {
+        keys.setCurrent(section);
+        mass = std::max(mass, std::fabs(keys.figures().mass / section.mass - 1));
+        modulus = std::max(modulus, std::fabs(keys.figures().modulus / section.welY - 1));
+    }
+    RWCString line;
+    GMSG::getString(kDeviation, line, 100 * mass, 100 * modulus);
+    print(line.str() + "\n");
+}
+
+void printBeams(SectionKeys& keys, const std::vector<Section>& sections, const Options& options) {
+    RWCString title;
+    GMSG::getString(kBeam, title, options.beam.span, options.beam.load);
+    print("\n" + title.str() + "\n");
+    keys.setSelection(SectionKeys::beamColumns());
+    print(sectionTable(keys, sections).view());
+    printDeviation(keys, sections);
+
+    print("\n" + text(kKeysUsed).str() + "\n");
+    print(legend(keys).view());
+    RWCString restored;
+    GMSG::getString(kRestored, restored, keys.restored());
+    print(restored.str() + "\n");
+
+    print("\n" + text(kLabels).str() + "\n");
+    const RWCString label = options.label ? RWCString(options.label) : text(kUsualLabel);
+    print(labels(keys, label, sections).view());
+}
+
 int run(const Options& options) {
     const std::vector<Section> sections = readSections(options.table);
+    print(text(kTitle).str() + ", " + dateLine(options.date).str() + "\n");
+    {
+        SectionKeys keys(options.keys, options.beam);
+        change(keys, options.changes);
+        keys.setSelection(SectionKeys::sectionColumns());
+        print(sectionTable(keys, sections).view());
+        printBeams(keys, sections, options);
+    }
     const bool complete = GMSG::getLstErrorsInString().isNull();
-
-    RWCString title;
-    GMSG::getString(kTitle, title);
-    print(title.str() + ", " + dateLine(options.date).str() + "\n");
-    print(sectionTable(sections).view());
     const bool stored = storeAndReadBack(options.file, sections, options.date);
 
     const RWCString errors = GMSG::getLstErrorsInString();
     if (!errors.isNull()) print("\nReported:\n" + errors.str());
     if (!stored) return kFailed;
-    return complete ? kDone : kLinesLeftOut;
+    return complete ? kDone : kLeftOut;
 }
 
 }  // namespace
 
 int main(int count, char** arguments) {
     prepareTerminal();
-    const std::optional<Options> options = parse(count, arguments);
+    const std::optional<Options> options = parseOptions(count, arguments);
     if (!options) {
-        std::fputs("usage: section_report [--french] [--date YYYYMMDD] TABLE.csv FILE.tbf\n",
-                   stderr);
+        std::fputs(kUsage, stderr);
         return kWrongArguments;
     }
-    const MessageService messages(options->language);
+    const Services services(options->language);
     return run(*options);
 }

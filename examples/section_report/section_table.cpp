@@ -1,5 +1,6 @@
 #include "section_table.h"
 
+#include <functional>
 #include <string>
 
 #include "toolbox/formats.h"
@@ -7,9 +8,8 @@
 namespace {
 
 constexpr int kNumberWidth = 3;
-constexpr int kDesignationWidth = 11;
 
-RWCString text(const char* value, int width, Justification justify) {
+RWCString text(const RWCString& value, int width, Justification justify) {
     StringFormat format;
     format.setFormat(width, justify);
     return format.getString(value);
@@ -22,21 +22,22 @@ RWCString number(int value, int width) {
     return cell.getStringValue();
 }
 
-/// A real that needs more room for its integer part gives up decimals, as the format does.
-RWCString cell(const Column& column, double value) {
-    if (column.precision == 0) return number(static_cast<int>(value), column.width);
-    RealFormatedValue real;
-    real.setFormat(column.width, column.precision, Right);
-    real = value;
-    return real.getStringValue();
+/// One line: `number`, then what `cell` gives for each selected key.
+template <class Cell>
+CString line(SectionKeys& keys, const RWCString& number, Cell cell) {
+    CString line = number;
+    for (int more = keys.setFirstSelection(); more; more = keys.setNextSelection())
+        line += " " + cell(keys.getSelectionId());
+    return line += "\n";
 }
 
-/// One line of headings: `field` of every column.
-CString headings(const char* number, const char* designation, const char* Column::*field) {
-    CString line = text(number, kNumberWidth, Right);
-    line += " " + text(designation, kDesignationWidth, Left);
-    for (const Column& column : kColumns) line += " " + text(column.*field, column.width, Right);
-    return line += "\n";
+/// A heading stands on the side of its column that the values do.
+CString headings(SectionKeys& keys, const char* number,
+                 const std::function<RWCString(UINT)>& heading) {
+    return line(keys, text(number, kNumberWidth, Right), [&](UINT id) {
+        const UDKeyData data = keys.getKeyData(id);
+        return text(heading(id), data.getFormat()->getWidth(), data.getFormat()->getJustify());
+    });
 }
 
 CString inWords(const TarvDateString& date, TarvDateString::Language language) {
@@ -55,15 +56,14 @@ CString dateLine(const TarvDate& date) {
            "\n";
 }
 
-CString sectionTable(const std::vector<Section>& sections) {
-    CString table = headings("No", "designation", &Column::name);
-    table += headings("", "", &Column::unit);
+CString sectionTable(SectionKeys& keys, const std::vector<Section>& sections) {
+    CString table = headings(keys, "No", [&](UINT id) { return keys.getHeaderStr(id); });
+    table += headings(keys, "", [&](UINT id) { return keys.getUnitsStr(id); });
     int row = 0;
     for (const Section& section : sections) {
-        table += number(++row, kNumberWidth);
-        table += " " + text(section.designation, kDesignationWidth, Left);
-        for (const Column& column : kColumns) table += " " + cell(column, section.*column.value);
-        table += "\n";
+        keys.setCurrent(section);
+        table += line(keys, number(++row, kNumberWidth),
+                      [&](UINT id) { return keys.getFormatedString(id, 0); });
     }
     return table;
 }

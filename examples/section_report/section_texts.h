@@ -9,6 +9,15 @@ enum SectionText : unsigned short {
     kBadDesignation,
     kBadValue,
     kTwice,
+    kBeam,
+    kLabels,
+    kUsualLabel,
+    kRestored,
+    kNotChanged,
+    kBadToken,
+    kKeysUsed,
+    kDeviation,
+    kFirstDescription = 2020,  ///< of the keys, in the order of their ids
 };
 
 /// Makes the texts known where they are no resources of the program; on Windows they are.

@@ -20,15 +20,18 @@ function(expect_same a b)
 endfunction()
 
 # Bad lines are reported with their numbers; the rest is printed, stored and read back.
-report(english 2 --date 20260814 bad_lines.csv s.tbf)
+report(english 2 --date 20260814 --describe F Sag --format F 7.1 --describe NONE x --format H 6.2
+       bad_lines.csv s.tbf)
 expect_same(${FOLDER}/english.txt ${CMAKE_CURRENT_LIST_DIR}/english.txt)
 if(EXISTS ${FOLDER}/s.bak)
     message(SEND_ERROR "a backup of nothing")
 endif()
 
-# The second run keeps the first one's file as the backup and writes the same bytes again.
+# The second run keeps the first one's file as the backup, writes the same bytes again and finds what
+# was changed.
 file(COPY_FILE ${FOLDER}/s.tbf ${FOLDER}/first.tbf)
-report(french 2 --french --date 20260814 bad_lines.csv s.tbf)
+report(french 2 --french --date 20260814 --span 4.5 --load 2 --label "$NAME$: $NONE$ $F$"
+       bad_lines.csv s.tbf)
 expect_same(${FOLDER}/french.txt ${CMAKE_CURRENT_LIST_DIR}/french.txt)
 expect_same(${FOLDER}/s.bak ${FOLDER}/first.tbf)
 
@@ -38,4 +41,5 @@ if(NOT told)
     message(SEND_ERROR "a missing table was not reported")
 endif()
 report(unwritable 1 --date 20260814 bad_lines.csv no_such_folder/s.tbf)
+report(badSpan 3 --span 0 bad_lines.csv s.tbf)
 report(badDate 3 --date 20260231 bad_lines.csv s.tbf)

@@ -91,9 +91,10 @@ class TB_API MDI {
     MDI(const MDI&) = delete;
     MDI& operator=(const MDI&) = delete;
 
-    /// Creates and shows the frame's window, which creates the client window. 0 when there is none
-    /// afterwards: it could not be created, or the application's frameCreated() refused it, which
-    /// the user is told with string 2 of the frame's module (at most 80 characters).
+    /// Creates and shows the frame's window, which creates the client window. 0 when it could not
+    /// be created, exists already, or was refused by the application's frameCreated(): the user is
+    /// then told string 2 of the frame's module (at most 80 characters), and the window destroyed,
+    /// which posts the quit message as always.
     int initMainWindow(int showCommand);
 
     /// The message loop, until the quit message; returns that one's word parameter. It asks in this

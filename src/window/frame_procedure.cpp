@@ -1,0 +1,151 @@
+// What the frame's window does with its messages.
+#include "window/frame_state.h"
+
+namespace {
+
+constexpr UINT kFirstPrivateMessage = 0x3E0;
+constexpr UINT kLastPrivateMessage = 0x3E8;
+constexpr WPARAM kSystemCommandMask = 0xFFF0;  // the system keeps the low four bits to itself
+
+}  // namespace
+
+LRESULT CALLBACK MDI::WinFrameWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    MDI* const mdi = MDIApplication::getPMDI();
+    if (!mdi) return DefWindowProcA(window, message, wParam, lParam);
+    TarvMess packed(window, message, wParam, lParam, 0);
+    const LRESULT result = mdi->frameWndProc(packed);
+    if (message == WM_NCDESTROY && mdi == MDIApplication::getPMDI() &&
+        mdi->state_->frame == window) {
+        mdi->state_->frame = nullptr;
+        mdi->state_->client = nullptr;
+        mdi->state_->pane = nullptr;
+    }
+    return result;
+}
+
+LRESULT MDI::frameWndProc(TarvMess& message) {
+    const HWND child = getActiveMDIChild();
+    switch (message.message) {
+        case WM_CREATE:
+            return created(message);
+        case WM_DESTROY:
+            leaveApplication();
+            PostQuitMessage(0);
+            return 0;
+        case WM_MOVE:
+            if (state_->application) state_->application->frameMoved(0);
+            return defaultProcessing(message);
+        case WM_SIZE:
+            return resized(message);
+        case WM_CLOSE:
+            return closing(message);
+        case WM_QUERYENDSESSION:
+            return queryChildren(message.wParam);
+        case WM_ENDSESSION:
+            // On purpose no document hears of it: they were asked by the query.
+            if (message.wParam) leaveApplication();
+            return 0;
+        case WM_ACTIVATEAPP:
+            applicationActivated(message);
+            return 0;
+        case WM_COMMAND:
+            return commanded(message, child);
+        case WM_SYSCOMMAND:
+            return systemCommanded(message);
+        default:
+            if (message.message >= kFirstPrivateMessage && message.message <= kLastPrivateMessage)
+                return privateMessage(message, child);
+            return defaultProcessing(message);
+    }
+}
+
+LRESULT MDI::defaultProcessing(const TarvMess& message) {
+    return DefFrameProcA(message.hwnd, state_->client, message.message, message.wParam,
+                         message.lParam);
+}
+
+LRESULT MDI::created(const TarvMess& message) {
+    State& state = *state_;
+    state.frame = message.hwnd;
+    CLIENTCREATESTRUCT record{};
+    record.hWindowMenu = GetSubMenu(GetMenu(state.frame), 0);
+    record.idFirstChild = static_cast<WORD>(state.info.firstChildId);
+    state.client = CreateWindowExA(
+        0, "MDIClient", "",
+        WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_HSCROLL | WS_VSCROLL, 0, 0,
+        0, 0, state.frame, nullptr, state.instance, &record);
+    state.pane = createFramePane();
+    return 0;
+}
+
+LRESULT MDI::resized(const TarvMess& message) {
+    RECT area{};
+    GetClientRect(message.hwnd, &area);
+    if (state_->pane && IsWindowVisible(state_->pane)) {
+        RECT pane{};
+        GetClientRect(state_->pane, &pane);
+        area.top += pane.bottom;
+        area.bottom -= pane.bottom;
+    }
+    MoveWindow(state_->client, area.left, area.top, area.right, area.bottom, TRUE);
+    return 0;
+}
+
+LRESULT MDI::closing(const TarvMess& message) {
+    if (state_->application && state_->application->canClose() != 1) return 0;
+    if (!SendMessageA(message.hwnd, WM_QUERYENDSESSION, 1, 0)) return 0;
+    SendMessageA(message.hwnd, WM_ENDSESSION, 1, 0);
+    return defaultProcessing(message);
+}
+
+void MDI::leaveApplication() {
+    MDIApplication* const application = state_->application;
+    if (!application) return;
+    application->frameDestroyed();
+    state_->application = nullptr;
+}
+
+void MDI::applicationActivated(const TarvMess& message) {
+    const HWND active = GetActiveWindow();
+    if (!message.wParam || active == message.hwnd) return;
+    MSG record{};
+    record.hwnd = active;
+    record.message = message.message;
+    record.wParam = message.wParam;
+    record.lParam = message.lParam;
+    if (!IsDialogMessageA(active, &record)) return;
+    SetActiveWindow(message.hwnd);
+    SetActiveWindow(active);
+}
+
+LRESULT MDI::commanded(const TarvMess& message, HWND child) {
+    if (LOWORD(message.wParam) >= static_cast<WORD>(state_->info.firstChildId))
+        return defaultProcessing(message);
+    if (doFrameCommand(child, static_cast<UINT>(message.wParam), message.lParam)) return 0;
+    if (state_->application && state_->application->command(child, message.wParam, message.lParam))
+        return 0;
+    if (child) SendMessageA(child, WM_COMMAND, message.wParam, message.lParam);
+    return 0;
+}
+
+LRESULT MDI::systemCommanded(const TarvMess& message) {
+    SetFocus(message.hwnd);
+    const bool minimizes = (message.wParam & kSystemCommandMask) == SC_MINIMIZE;
+    const auto notify = [&] {
+        if (state_->application)
+            state_->application->systemCommand(message.hwnd, message.wParam, message.lParam);
+    };
+    if (minimizes) notify();
+    const LRESULT result = defaultProcessing(message);
+    if (!minimizes) notify();
+    return result;
+}
+
+LRESULT MDI::privateMessage(const TarvMess& message, HWND child) {
+    if (state_->application &&
+        state_->application->privateMessage(child, message.message, message.wParam, message.lParam))
+        return 0;
+    if (!child) return defaultProcessing(message);
+    SendMessageA(child, message.message, message.wParam, message.lParam);
+    return 0;
+}

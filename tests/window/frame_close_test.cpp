@@ -1,0 +1,120 @@
+// Closing documents and the frame: who is asked, who may refuse, who is told.
+#include "frame_fixture.h"
+
+namespace {
+
+TEST_F(FrameTest, ClosesADocumentThatAgreesOnly) {
+    open();
+    for (const UINT id : {6u, 0xF060u, 0xF160u}) {
+        Document& a = addDocument("A");
+        Document& b = addDocument("B");
+        const HWND first = a.getHWND();
+        const HWND second = b.getHWND();
+        const std::string asked = " 17 " + std::to_string(id);
+        a.agrees = 0;
+        EXPECT_EQ(frame.doFrameCommand(first, id, 0), 1);
+        EXPECT_EQ(taken(), Log{"A" + asked});
+        EXPECT_EQ(frame.getActiveMDIChild(), first);  // it was activated, and is still there
+        a.agrees = 2;
+        EXPECT_EQ(frame.doFrameCommand(first, id, 0), 1);
+        EXPECT_EQ(taken(), (Log{"A" + asked, "A deleted"}));
+        EXPECT_FALSE(IsWindow(first));
+        EXPECT_EQ(frame.getActiveMDIChild(), second);
+        EXPECT_EQ(frame.doFrameCommand(second, MAKELONG(id, 1), 0), 1);  // by a key
+        EXPECT_FALSE(IsWindow(second));
+        EXPECT_EQ(taken().front(), "B" + asked);
+    }
+    EXPECT_EQ(frame.doFrameCommand(nullptr, 6, 0), 1);
+}
+
+TEST_F(FrameTest, StaysOpenUnlessTheApplicationSaysExactlyOne) {
+    open();
+    for (const int answer : {0, 2, -1}) {
+        application.mayClose = answer;
+        send(WM_CLOSE);
+        EXPECT_NE(frame.getFrame(), nullptr);
+        EXPECT_EQ(taken(), Log{"canClose"});
+    }
+}
+
+TEST_F(FrameTest, StaysOpenForOneDocumentAndTellsThoseThatAgreed) {
+    open();
+    addDocument("A");
+    Document& b = addDocument("B");
+    addDocument("C");
+    b.agrees = 0;  // C is on top and asked first, A never
+    EXPECT_EQ(frame.doFrameCommand(frame.getActiveMDIChild(), 1, 0), 1);
+    EXPECT_EQ(taken(), (Log{"canClose", "C 17 1", "B 17 1", "C 22 0"}));
+    ASSERT_NE(frame.getFrame(), nullptr);
+    EXPECT_EQ(send(WM_QUERYENDSESSION, 9), 0);
+    EXPECT_EQ(taken(), (Log{"C 17 9", "B 17 9", "C 22 0"}));
+
+    b.agrees = 1;
+    EXPECT_EQ(send(WM_QUERYENDSESSION, 9), 1);
+    EXPECT_EQ(taken(), (Log{"C 17 9", "B 17 9", "A 17 9"}));
+}
+
+TEST_F(FrameTest, SurvivesADocumentThatGoesAwayWhenAsked) {
+    struct Vanishing : Document {
+        using Document::Document;
+        LRESULT handleMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
+            if (message != WM_QUERYENDSESSION)
+                return Document::handleMessage(message, wParam, lParam);
+            destroy();
+            return 1;
+        }
+    };
+    open();
+    addDocument("A");
+    auto* const vanishing = new Vanishing(log);
+    ASSERT_EQ(vanishing->create("TestDocument", "V", WS_VISIBLE, 0, 0, 50, 50, 0), 1);
+    EXPECT_EQ(send(WM_QUERYENDSESSION, 0), 1);
+    EXPECT_EQ(taken(), (Log{" deleted", "A 17 0"}));
+}
+
+TEST_F(FrameTest, ClosesWhenAllAgreeAndEndsTheLoop) {
+    open();
+    addDocument("A");
+    send(WM_CLOSE);
+    EXPECT_EQ(taken(), (Log{"canClose", "A 17 1", "frameDestroyed", "A deleted"}));
+    EXPECT_EQ(frame.getFrame(), nullptr);
+    EXPECT_EQ(frame.run(SW_SHOWNORMAL), 0);
+    EXPECT_EQ(frame.getActiveMDIChild(), nullptr);
+}
+
+TEST_F(FrameTest, LeavesTheApplicationWhenTheSessionEnds) {
+    open();
+    addDocument("A");
+    send(WM_ENDSESSION, 0);
+    EXPECT_EQ(taken(), Log{});
+    send(WM_ENDSESSION, 1);
+    send(WM_ENDSESSION, 1);
+    EXPECT_EQ(taken(), Log{"frameDestroyed"});  // once, and no document hears of it
+    MoveWindow(frame.getFrame(), 1, 1, 300, 300, TRUE);
+    send(WM_COMMAND, ID_TEST_NEW);
+    send(WM_SYSCOMMAND, SC_MAXIMIZE);
+    EXPECT_EQ(taken(), Log{"A 273 200"});
+    send(WM_CLOSE);  // nobody left to ask but the document
+    EXPECT_EQ(taken(), (Log{"A 17 1", "A deleted"}));
+    EXPECT_EQ(frame.getFrame(), nullptr);
+}
+
+TEST_F(FrameTest, OutlivesItsObjectWithDefaultProcessing) {
+    HWND window = nullptr;
+    HMENU unused = nullptr;
+    {
+        TestFrame orphaning(instance, &frame, info(), &application);
+        EXPECT_EQ(orphaning.isFirstInstance(), 0);
+        ASSERT_EQ(orphaning.initMainWindow(SW_HIDE), 1);
+        window = orphaning.getFrame();
+        unused = TestFrame(instance, nullptr, info(), &application).getFrameMenu();
+    }
+    EXPECT_EQ(MDIApplication::getPMDI(), nullptr);
+    EXPECT_FALSE(IsMenu(unused));
+    log.clear();
+    SendMessageA(window, WM_COMMAND, ID_TEST_NEW, 0);
+    EXPECT_TRUE(DestroyWindow(window));
+    EXPECT_EQ(taken(), Log{});
+}
+
+}  // namespace

@@ -1,0 +1,143 @@
+// A frame with an application and documents that keep a log of what they are asked and told.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "support/window_kit.h"
+#include "toolbox/text.h"
+#include "toolbox/windowing.h"
+#include "window_test.h"
+
+using Log = std::vector<std::string>;
+
+struct LoggingApplication : MDIApplication {
+    explicit LoggingApplication(Log& l) : log(l) {}
+
+    int canClose() override {
+        log.emplace_back("canClose");
+        return mayClose;
+    }
+    void frameDestroyed() override { log.emplace_back("frameDestroyed"); }
+    int frameCreated(HWND frame, HINSTANCE instance) override {
+        log.emplace_back(IsWindowVisible(frame) && instance ? "frameCreated" : "hidden frame");
+        return acceptsFrame;
+    }
+    void classRegistered(HINSTANCE) override { log.emplace_back("classRegistered"); }
+    int command(HWND child, WPARAM wParam, LPARAM) override {
+        log.push_back("command " + std::to_string(wParam) + (child ? " child" : ""));
+        return handles;
+    }
+    int privateMessage(HWND child, UINT message, WPARAM, LPARAM) override {
+        log.push_back("private " + std::to_string(message) + (child ? " child" : ""));
+        return handles;
+    }
+    void systemCommand(HWND frame, WPARAM, LPARAM) override {
+        log.emplace_back(IsIconic(frame) ? "iconic" : IsZoomed(frame) ? "zoomed" : "normal");
+    }
+    void childActivated(HWND) override { ADD_FAILURE(); }
+    void frameMoved(int reserved) override { log.push_back("moved " + std::to_string(reserved)); }
+    void childClosed(HWND) override { ADD_FAILURE(); }
+
+    Log& log;
+    int mayClose = 1;
+    int acceptsFrame = 1;
+    int handles = 0;
+};
+
+/// A document named by its title; it logs under that name.
+struct Document : MDIWindowObject {
+    explicit Document(Log& l) : log(l) {}
+    ~Document() override { log.push_back(name + " deleted"); }
+
+    LRESULT handleMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
+        const bool isPrivate = message >= 0x3E0 && message <= 0x3E8;
+        if (message == WM_QUERYENDSESSION || message == WM_ENDSESSION || message == WM_COMMAND ||
+            isPrivate) {
+            log.push_back(name + " " + std::to_string(message) + " " + std::to_string(wParam));
+            if (message == WM_QUERYENDSESSION) return agrees;
+            if (isPrivate) return 77;
+        }
+        return MDIWindowObject::handleMessage(message, wParam, lParam);
+    }
+
+    Log& log;
+    std::string name;
+    int agrees = 1;
+};
+
+struct TestFrame : MDI {
+    using MDI::doFrameCommand;
+    using MDI::MDI;
+    HWND createFramePane() override {
+        return withPane ? CreateWindowExA(0, "STATIC", "pane", WS_CHILD | WS_BORDER, 0, 0, 500, 42,
+                                          getFrame(), nullptr, getInstance(), nullptr)
+                        : nullptr;
+    }
+    LRESULT frameWndProc(TarvMess& message) override {
+        if (message.message == WM_ACTIVATE && LOWORD(message.wParam) != WA_INACTIVE) ++activations;
+        if (refusesItself && message.message == WM_NCCREATE) return 0;
+        return MDI::frameWndProc(message);
+    }
+    bool withPane = false;
+    bool refusesItself = false;
+    int activations = 0;
+};
+
+struct FrameTest : ::testing::Test {
+    FrameTest() {
+        WindowDict::initStaticVars();
+        WNDCLASSA documents{};
+        documents.lpfnWndProc = WindowObject::StdWinProc;
+        documents.hInstance = instance;
+        documents.lpszClassName = "TestDocument";
+        RegisterClassA(&documents);
+    }
+    ~FrameTest() override {
+        if (frame.getFrame()) DestroyWindow(frame.getFrame());
+        toolbox::testing::pumpMessages();  // the quit message too
+        UnregisterClassA("MDIFrame", instance);
+        UnregisterClassA("TestDocument", instance);
+        WindowDict::destroyStaticVars();
+    }
+
+    /// Opens the frame; the log starts afterwards.
+    void open() {
+        ASSERT_EQ(frame.initMainWindow(SW_SHOWNORMAL), 1);
+        MoveWindow(frame.getFrame(), 20, 20, 700, 600, TRUE);
+        toolbox::testing::pumpMessages();
+        log.clear();
+    }
+    Document& addDocument(const char* name, unsigned long style = WS_VISIBLE) {
+        auto* const document = new Document(log);
+        document->name = name;
+        const short place = MDI::kDefaultPlace;
+        EXPECT_EQ(document->create("TestDocument", name, style | WS_OVERLAPPEDWINDOW, place, place,
+                                   place, place, 0),
+                  1);
+        toolbox::testing::pumpMessages();
+        return *document;
+    }
+    LRESULT send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
+        return SendMessageA(frame.getFrame(), message, wParam, lParam);
+    }
+    /// The log so far, which is empty afterwards.
+    Log taken() { return std::exchange(log, {}); }
+
+    static MDI::ConstructInfo info() {
+        return {.title = "Ponts",
+                .menuId = IDM_TEST_FRAME,
+                .acceleratorId = IDA_TEST_FRAME,
+                .iconId = 12002,
+                .windowMenuItemId = ID_TEST_TILE,
+                .firstChildId = 5000};
+    }
+
+    HINSTANCE instance = GetModuleHandleA(nullptr);
+    Log log;
+    LoggingApplication application{log};
+    TestFrame frame{instance, nullptr, info(), &application};
+};

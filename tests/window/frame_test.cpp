@@ -1,0 +1,312 @@
+// The frame's window, its menus, the commands on documents, and where windows go.
+#include "frame_fixture.h"
+#include "support/box_answerer.h"
+
+namespace {
+
+using toolbox::testing::BoxAnswerer;
+using toolbox::testing::isOfClass;
+using toolbox::testing::pumpMessages;
+using toolbox::testing::textOf;
+
+RECT placeIn(HWND parent, HWND window) {
+    RECT place{};
+    GetWindowRect(window, &place);
+    MapWindowPoints(nullptr, parent, reinterpret_cast<POINT*>(&place), 2);
+    return place;
+}
+
+std::string itemText(HMENU menu, int position) {
+    char text[80] = "";
+    GetMenuStringA(menu, static_cast<UINT>(position), text, sizeof text, MF_BYPOSITION);
+    return text;
+}
+
+/// Texts of the items, "" for a separator.
+std::vector<std::string> itemsOf(HMENU menu) {
+    std::vector<std::string> texts;
+    for (int i = 0; i < GetMenuItemCount(menu); ++i) texts.push_back(itemText(menu, i));
+    return texts;
+}
+
+TEST_F(FrameTest, OpensAWindowWithClientMenuAndIcon) {
+    EXPECT_EQ(frame.getFrame(), nullptr);
+    ASSERT_EQ(frame.initMainWindow(SW_SHOWNORMAL), 1);
+    EXPECT_EQ(frame.initMainWindow(SW_SHOWNORMAL), 0);  // it has one
+    const Log start = taken();
+    EXPECT_EQ(start.front(), "classRegistered");
+    EXPECT_EQ(start.back(), "frameCreated");
+
+    const HWND window = frame.getFrame();
+    EXPECT_TRUE(isOfClass(window, "MDIFrame"));
+    EXPECT_EQ(textOf(window), "Ponts");
+    EXPECT_TRUE(IsWindowVisible(window));
+    const LONG style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
+    EXPECT_EQ(GetWindowLongA(window, GWL_STYLE) & style, style);
+    EXPECT_TRUE(isOfClass(frame.getClient(), "MDIClient"));
+    EXPECT_EQ(GetParent(frame.getClient()), window);
+
+    WNDCLASSA found{};
+    ASSERT_TRUE(GetClassInfoA(instance, "MDIFrame", &found));
+    EXPECT_EQ(found.style, static_cast<UINT>(CS_HREDRAW | CS_VREDRAW));
+    EXPECT_EQ(found.hbrBackground, reinterpret_cast<HBRUSH>(6));
+    EXPECT_NE(found.hIcon, nullptr);
+
+    EXPECT_EQ(GetMenu(window), frame.getFrameMenu());
+    EXPECT_EQ(frame.getCurrentMenu(), frame.getFrameMenu());
+    EXPECT_EQ(itemsOf(GetMenu(window)), (std::vector<std::string>{"&File", "&Window", "&Help"}));
+}
+
+TEST_F(FrameTest, IsRefusedByTheApplicationWithAWordToTheUser) {
+    application.acceptsFrame = 0;
+    for (const auto language : {GMSG::French, GMSG::English}) {
+        GMSG::language = language;
+        LoggingApplication refusing(log);
+        refusing.acceptsFrame = 0;
+        TestFrame refused(instance, nullptr, info(), &refusing);
+        BoxAnswerer answerer({IDOK});
+        EXPECT_EQ(refused.initMainWindow(SW_SHOWNORMAL), 0);
+        ASSERT_EQ(answerer.seen().size(), 1u);
+        EXPECT_EQ(answerer.seen()[0].text, language == GMSG::French
+                                               ? "L'application ne peut pas d\351marrer."
+                                               : "The application cannot start.");
+        EXPECT_EQ(answerer.seen()[0].caption, "Ponts");
+        EXPECT_EQ(answerer.seen()[0].icon, LoadIconA(nullptr, reinterpret_cast<LPCSTR>(IDI_HAND)));
+        EXPECT_EQ(taken().back(), "frameDestroyed");
+        EXPECT_EQ(refused.getFrame(), nullptr);
+        EXPECT_EQ(refused.getClient(), nullptr);
+        MSG quit{};
+        EXPECT_TRUE(PeekMessageA(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+    }
+    GMSG::language = GMSG::French;
+}
+
+TEST_F(FrameTest, SaysWhenItsWindowCannotBeCreated) {
+    const HCURSOR before = GetCursor();
+    MDI::ConstructInfo unregistered = info();
+    unregistered.registerClass = 0;
+    TestFrame classless(instance, nullptr, unregistered, &application);
+    EXPECT_EQ(classless.initMainWindow(SW_SHOWNORMAL), 0);
+    EXPECT_EQ(taken(), Log{});
+
+    TestFrame refusing(instance, nullptr, info(), &application);
+    refusing.refusesItself = true;
+    EXPECT_EQ(refusing.initMainWindow(SW_SHOWNORMAL), 0);
+    EXPECT_EQ(refusing.getFrame(), nullptr);
+    EXPECT_EQ(taken(), Log{"classRegistered"});
+    EXPECT_EQ(GetCursor(), before);
+}
+
+TEST_F(FrameTest, WorksWithoutWindow) {
+    EXPECT_EQ(frame.getActiveMDIChild(), nullptr);
+    EXPECT_EQ(frame.createMDIChild("TestDocument", "", 0, 0, 0, 0, 0, 0), nullptr);
+    frame.destroyMDIChild(nullptr);
+    EXPECT_EQ(frame.setMDIMenu(nullptr, 0), 1);
+    EXPECT_EQ(frame.doFrameCommand(nullptr, ID_TEST_CLOSE, 0), 1);
+    MDI::tileVertically(nullptr);
+}
+
+TEST_F(FrameTest, ListsDocumentsInTheLastMenuThatHasTheCommand) {
+    open();
+    addDocument("Pont A");
+    addDocument("Pont B");
+    const std::vector<std::string> plainFile{"&New", "&Tile"};
+    EXPECT_EQ(itemsOf(GetSubMenu(frame.getFrameMenu(), 0)), plainFile);
+    EXPECT_EQ(itemsOf(GetSubMenu(frame.getFrameMenu(), 1)),
+              (std::vector<std::string>{"&Tile", "", "&1 Pont A", "&2 Pont B"}));
+
+    const HMENU other = LoadMenuA(instance, MAKEINTRESOURCEA(IDM_TEST_OTHER));
+    frame.setMDIAccel(nullptr);
+    EXPECT_EQ(frame.setMDIMenu(other, ID_TEST_NEW), 1);
+    EXPECT_EQ(GetMenu(frame.getFrame()), other);
+    EXPECT_EQ(frame.getCurrentMenu(), other);
+    EXPECT_EQ(itemsOf(GetSubMenu(other, 0)),
+              (std::vector<std::string>{"&New", "", "&1 Pont A", "&2 Pont B"}));
+
+    EXPECT_EQ(frame.setMDIMenu(nullptr, ID_TEST_NEW), 1);  // the identifier is the frame's own
+    EXPECT_EQ(GetMenu(frame.getFrame()), frame.getFrameMenu());
+    EXPECT_EQ(itemsOf(GetSubMenu(frame.getFrameMenu(), 0)), plainFile);
+    DestroyMenu(other);
+}
+
+TEST_F(FrameTest, AsksItselfThenTheApplicationThenTheDocument) {
+    open();
+    send(WM_COMMAND, ID_TEST_NEW);
+    EXPECT_EQ(taken(), Log{"command 200"});
+    const HWND a = addDocument("A").getHWND();
+    addDocument("B");
+
+    send(WM_COMMAND, ID_TEST_NEW);
+    EXPECT_EQ(taken(), (Log{"command 200 child", "B 273 200"}));
+    application.handles = 1;
+    send(WM_COMMAND, 4999);
+    EXPECT_EQ(taken(), Log{"command 4999 child"});
+    send(WM_COMMAND, ID_TEST_TILE);  // the frame's
+    EXPECT_EQ(taken(), Log{});
+    send(WM_COMMAND, 5000);  // the first entry of the list
+    EXPECT_EQ(taken(), Log{});
+    EXPECT_EQ(frame.getActiveMDIChild(), a);
+}
+
+TEST_F(FrameTest, OffersPrivateMessagesToTheApplicationThenToTheDocument) {
+    open();
+    EXPECT_EQ(send(0x3E0), 0);
+    EXPECT_EQ(taken(), Log{"private 992"});
+    addDocument("A");
+    for (const UINT message : {0x3DFu, 0x3E0u, 0x3E8u, 0x3E9u}) {
+        const bool inside = message == 0x3E0 || message == 0x3E8;
+        const std::string number = std::to_string(message);
+        TarvMess packed(frame.getFrame(), message, 5, 0, 0);
+        EXPECT_EQ(frame.frameWndProc(packed), 0);
+        EXPECT_EQ(taken(),
+                  inside ? (Log{"private " + number + " child", "A " + number + " 5"}) : Log{});
+    }
+    application.handles = 1;
+    EXPECT_EQ(send(0x3E0), 0);
+    EXPECT_EQ(taken(), Log{"private 992 child"});
+}
+
+TEST_F(FrameTest, MinimizesMaximizesRestoresAndWalksDocuments) {
+    open();
+    const HWND a = addDocument("A").getHWND();
+    const HWND b = addDocument("B").getHWND();
+    EXPECT_EQ(frame.doFrameCommand(b, SC_MINIMIZE, 0), 1);
+    EXPECT_TRUE(IsIconic(b));
+    EXPECT_EQ(frame.doFrameCommand(b, SC_RESTORE, 0), 1);
+    EXPECT_FALSE(IsIconic(b));
+    EXPECT_EQ(frame.doFrameCommand(b, SC_MAXIMIZE, 0), 1);
+    EXPECT_TRUE(IsZoomed(b));
+    EXPECT_EQ(frame.doFrameCommand(b, SC_RESTORE, 0), 1);
+
+    ShowWindow(a, SW_SHOWMINIMIZED);  // a neighbour is shown in its normal place
+    SetWindowPos(b, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+    ASSERT_EQ(GetWindow(b, GW_HWNDNEXT), a);
+    EXPECT_EQ(frame.doFrameCommand(b, SC_NEXTWINDOW, 0), 1);
+    EXPECT_FALSE(IsIconic(a));
+    EXPECT_EQ(frame.getActiveMDIChild(), a);
+
+    ShowWindow(b, SW_SHOWMINIMIZED);
+    SetWindowPos(b, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    ASSERT_EQ(GetWindow(a, GW_HWNDPREV), b);
+    EXPECT_EQ(frame.doFrameCommand(a, SC_PREVWINDOW, 0), 1);
+    EXPECT_FALSE(IsIconic(b));
+    EXPECT_EQ(frame.doFrameCommand(b, SC_PREVWINDOW, 0), 1);  // there is none
+
+    EXPECT_EQ(frame.doFrameCommand(b, SC_SIZE, 0), 0);
+    EXPECT_EQ(frame.doFrameCommand(b, 11, 0), 0);
+    EXPECT_EQ(frame.doFrameCommand(b, MAKELONG(6, 1), 1), 0);  // a control's notification
+}
+
+TEST_F(FrameTest, TilesCascadesAndArrangesIcons) {
+    open();
+    const HWND a = addDocument("A").getHWND();
+    const HWND b = addDocument("B").getHWND();
+    const HWND client = frame.getClient();
+    frame.doFrameCommand(b, 7, 0);
+    EXPECT_EQ(placeIn(client, a).top, placeIn(client, b).top);
+    EXPECT_NE(placeIn(client, a).left, placeIn(client, b).left);
+    frame.doFrameCommand(b, 10, 0);
+    EXPECT_EQ(placeIn(client, a).left, placeIn(client, b).left);
+    EXPECT_NE(placeIn(client, a).top, placeIn(client, b).top);
+    frame.doFrameCommand(b, 8, 0);
+    EXPECT_NE(placeIn(client, a).left, placeIn(client, b).left);
+    EXPECT_NE(placeIn(client, a).top, placeIn(client, b).top);
+    ShowWindow(a, SW_MINIMIZE);
+    MoveWindow(a, 300, 5, 10, 10, TRUE);
+    frame.doFrameCommand(b, 9, 0);
+    EXPECT_EQ(placeIn(client, a).left, 0);
+}
+
+TEST_F(FrameTest, KeepsRoomForAVisiblePane) {
+    frame.withPane = true;
+    open();
+    const HWND window = frame.getFrame();
+    const HWND pane = FindWindowExA(window, nullptr, "STATIC", "pane");
+    ASSERT_NE(pane, nullptr);
+    RECT whole{};
+    for (const bool visible : {false, true}) {
+        ShowWindow(pane, visible ? SW_SHOW : SW_HIDE);
+        MoveWindow(window, 20, 20, visible ? 500 : 600, 400, TRUE);
+        GetClientRect(window, &whole);
+        RECT inner{};
+        GetClientRect(pane, &inner);  // without its border
+        const RECT place = placeIn(window, frame.getClient());
+        EXPECT_EQ(place.top, visible ? inner.bottom : 0);
+        EXPECT_EQ(place.bottom, whole.bottom);
+        EXPECT_EQ(place.right, whole.right);
+    }
+}
+
+/// Makes the frame so high that its documents get exactly `rows` rows.
+void makeRoomForRows(const TestFrame& frame, int rows) {
+    RECT client{};
+    GetClientRect(frame.getClient(), &client);
+    RECT whole{};
+    GetWindowRect(frame.getFrame(), &whole);
+    const int wanted = rows * 5 * GetSystemMetrics(SM_CYCAPTION) + 10;
+    MoveWindow(frame.getFrame(), 0, 0, 700, whole.bottom - whole.top - client.bottom + wanted,
+               TRUE);
+    pumpMessages();
+}
+
+TEST_F(FrameTest, TilesFiveDocumentsInTwoRows) {
+    open();
+    std::vector<HWND> documents;
+    for (const char* name : {"A", "B", "C", "D", "E"})
+        documents.push_back(addDocument(name).getHWND());
+    makeRoomForRows(frame, 2);
+    ShowWindow(documents[4], SW_SHOWMAXIMIZED);
+    const HWND client = frame.getClient();
+    MDI::tileVertically(client);
+    EXPECT_FALSE(IsZoomed(documents[4]));
+
+    RECT area{};
+    GetClientRect(client, &area);
+    std::vector<HWND> stacked;  // from the top of the pile
+    for (HWND child = GetTopWindow(client); child; child = GetWindow(child, GW_HWNDNEXT))
+        stacked.push_back(child);
+    ASSERT_EQ(stacked.size(), 5u);
+    for (int i = 0; i < 5; ++i) {
+        const int row = i < 2 ? 0 : 1;
+        const int column = i < 2 ? i : i - 2;
+        const LONG width = area.right / (2 + row);
+        const RECT place = placeIn(client, stacked[static_cast<std::size_t>(i)]);
+        EXPECT_EQ(place.left, column * width);
+        EXPECT_EQ(place.right - place.left, width);
+        EXPECT_EQ(place.top, row * (area.bottom / 2));
+        EXPECT_EQ(place.bottom - place.top, area.bottom / 2);
+    }
+    EXPECT_EQ(frame.getActiveMDIChild(), documents[4]);
+}
+
+TEST_F(FrameTest, TilesAboveTheIcons) {
+    open();
+    const HWND icon = addDocument("icon").getHWND();
+    const HWND a = addDocument("A").getHWND();
+    ShowWindow(icon, SW_MINIMIZE);
+    MDI::tileVertically(frame.getClient());
+    EXPECT_TRUE(IsIconic(icon));
+    EXPECT_EQ(placeIn(frame.getClient(), a).top, 0);
+    EXPECT_EQ(placeIn(frame.getClient(), a).bottom, placeIn(frame.getClient(), icon).top);
+
+    ShowWindow(a, SW_MINIMIZE);  // nothing left to tile
+    MDI::tileVertically(frame.getClient());
+    EXPECT_TRUE(IsIconic(a));
+}
+
+TEST_F(FrameTest, TellsTheApplicationOfMovesAndSystemCommands) {
+    open();
+    MoveWindow(frame.getFrame(), 33, 44, 600, 500, TRUE);
+    EXPECT_EQ(taken(), Log{"moved 0"});
+    SetFocus(nullptr);
+    send(WM_SYSCOMMAND, SC_MAXIMIZE);
+    EXPECT_EQ(GetFocus(), frame.getClient());  // the frame hands the focus on
+    EXPECT_EQ(taken().back(), "zoomed");
+    send(WM_SYSCOMMAND, SC_RESTORE);
+    EXPECT_EQ(taken().back(), "normal");
+    send(WM_SYSCOMMAND, SC_MINIMIZE | 2);
+    EXPECT_EQ(taken().front(), "normal");
+    EXPECT_TRUE(IsIconic(frame.getFrame()));
+}
+
+}  // namespace

@@ -1,0 +1,156 @@
+// Window objects live as long as their windows.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <vector>
+
+#include "toolbox/windowing.h"
+
+namespace {
+
+int living = 0;
+
+struct Object : WindowObject {
+    Object() { ++living; }
+    ~Object() override { --living; }
+
+    LRESULT handleMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
+        messages.push_back(message);
+        if (message == refused) return message == WM_CREATE ? -1 : 0;
+        if (message == WM_USER) {
+            DestroyWindow(getHWND());
+            return 5;
+        }
+        if (message == WM_USER + 1) {
+            delete this;
+            return 6;
+        }
+        if (message == WM_CREATE && inner) innerResult = inner->make();
+        return WindowObject::handleMessage(message, wParam, lParam);
+    }
+    int make(const char* className = "TestObject", HWND parent = nullptr) {
+        return create(className, "object", WS_POPUP, 1, 2, 30, 40, parent, nullptr, nullptr);
+    }
+
+    std::vector<UINT> messages;
+    UINT refused = 0;
+    Object* inner = nullptr;
+    int innerResult = 0;
+};
+
+struct WindowObjectTest : ::testing::Test {
+    WindowObjectTest() {
+        living = 0;
+        WindowDict::initStaticVars();
+        WNDCLASSA objects{};
+        objects.lpfnWndProc = WindowObject::StdWinProc;
+        objects.hInstance = WindowObject::getLibraryInstance();
+        objects.lpszClassName = "TestObject";
+        RegisterClassA(&objects);
+    }
+    ~WindowObjectTest() override {
+        UnregisterClassA("TestObject", WindowObject::getLibraryInstance());
+        WindowDict::destroyStaticVars();
+    }
+};
+
+TEST_F(WindowObjectTest, IsBoundToItsWindowFromTheFirstMessageToTheLast) {
+    auto* const object = new Object;
+    EXPECT_EQ(object->make(), 1);
+    const HWND window = object->getHWND();
+    ASSERT_TRUE(IsWindow(window));
+    EXPECT_EQ(WindowDict::find(window), object);
+    EXPECT_EQ(object->make(), 0);  // one window each
+    const auto& seen = object->messages;
+    EXPECT_NE(std::find(seen.begin(), seen.end(), static_cast<UINT>(WM_NCCREATE)), seen.end());
+    RECT place{};
+    GetWindowRect(window, &place);
+    EXPECT_EQ(place.right - place.left, 30);
+
+    DestroyWindow(window);
+    EXPECT_EQ(living, 0);
+    EXPECT_EQ(WindowDict::find(window), nullptr);
+}
+
+TEST_F(WindowObjectTest, FindsEachOfManyWindows) {
+    std::vector<Object*> objects;
+    for (int i = 0; i < 150; ++i) {
+        objects.push_back(new Object);
+        ASSERT_EQ(objects.back()->make(), 1);
+    }
+    for (Object* object : objects) EXPECT_EQ(WindowDict::find(object->getHWND()), object);
+    for (std::size_t i = 0; i < objects.size(); i += 2) DestroyWindow(objects[i]->getHWND());
+    EXPECT_EQ(living, 75);
+    for (std::size_t i = 1; i < objects.size(); i += 2) {
+        EXPECT_EQ(WindowDict::find(objects[i]->getHWND()), objects[i]);
+        DestroyWindow(objects[i]->getHWND());
+    }
+    EXPECT_EQ(living, 0);
+}
+
+TEST_F(WindowObjectTest, MayDestroyItsWindowOrItselfInAMessage) {
+    for (const UINT message : {WM_USER, WM_USER + 1}) {
+        auto* const object = new Object;
+        object->make();
+        const HWND window = object->getHWND();
+        EXPECT_EQ(SendMessageA(window, message, 0, 0), message == WM_USER ? 5 : 6);
+        EXPECT_EQ(living, 0);
+        EXPECT_EQ(WindowDict::find(window), nullptr);
+        EXPECT_EQ(IsWindow(window) != 0, message != WM_USER);
+        DestroyWindow(window);  // without its object
+    }
+}
+
+TEST_F(WindowObjectTest, IsGoneWhenItsWindowRefusedItself) {
+    for (const UINT message : {WM_NCCREATE, WM_CREATE}) {
+        auto* const object = new Object;
+        object->refused = message;
+        EXPECT_EQ(object->make(), 0);
+        EXPECT_EQ(living, 0);
+    }
+}
+
+TEST_F(WindowObjectTest, StaysTheCallersWithoutWindow) {
+    Object object;
+    EXPECT_EQ(object.make("NoSuchClass"), 0);
+    EXPECT_EQ(object.getHWND(), nullptr);
+
+    auto* const next = new Object;  // does not inherit the place of the one that failed
+    EXPECT_EQ(next->make(), 1);
+    EXPECT_EQ(object.getHWND(), nullptr);
+    DestroyWindow(next->getHWND());
+
+    WindowDict::destroyStaticVars();
+    EXPECT_EQ(object.make(), 0);
+    EXPECT_EQ(WindowDict::find(GetDesktopWindow()), nullptr);
+}
+
+TEST_F(WindowObjectTest, MayCreateAnotherWhileItIsCreated) {
+    auto* const outer = new Object;
+    outer->inner = new Object;
+    EXPECT_EQ(outer->make(), 1);
+    EXPECT_EQ(outer->innerResult, 1);
+    EXPECT_EQ(WindowDict::find(outer->getHWND()), outer);
+    EXPECT_EQ(WindowDict::find(outer->inner->getHWND()), outer->inner);
+    DestroyWindow(outer->inner->getHWND());
+    DestroyWindow(outer->getHWND());
+    EXPECT_EQ(living, 0);
+}
+
+TEST_F(WindowObjectTest, HasAnExtendedStyle) {
+    auto* const object = new WindowObjectEx;
+    ASSERT_EQ(object->create(WS_EX_TOOLWINDOW | WS_EX_TOPMOST, "TestObject", "", WS_POPUP, 0, 0, 9,
+                             9, nullptr, nullptr, nullptr),
+              1);
+    const LONG style = GetWindowLongA(object->getHWND(), GWL_EXSTYLE);
+    EXPECT_EQ(style & (WS_EX_TOOLWINDOW | WS_EX_TOPMOST), WS_EX_TOOLWINDOW | WS_EX_TOPMOST);
+    DestroyWindow(object->getHWND());
+}
+
+TEST_F(WindowObjectTest, IsNoDocumentWithoutFrame) {
+    MDIWindowObject document;
+    EXPECT_EQ(document.create("TestObject", "", 0, 0, 0, 0, 0, 0), 0);
+    document.destroy();
+}
+
+}  // namespace

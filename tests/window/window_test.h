@@ -1,0 +1,11 @@
+// Identifiers of the resources of the window tests.
+#pragma once
+
+#define IDM_TEST_FRAME 100
+#define IDM_TEST_OTHER 101
+#define IDA_TEST_FRAME 100
+#define ID_TEST_NEW 200
+#define ID_TEST_TILE 7
+#define ID_TEST_CLOSE 6
+#define IDC_TEST_FIRST 301
+#define IDC_TEST_SECOND 302

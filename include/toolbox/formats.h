@@ -40,12 +40,14 @@ class TB_API FormatType {
     /// a modal dialog over `parent` (null for none). 1 when the user confirmed: `key` has what was
     /// entered, in the format object that it had. 0 and nothing changed when the user cancelled,
     /// when the key's format is of another kind (no dialog is shown), and for "no format" always.
+    /// A record got from UDManager is a copy: hand the changes back with setKeyDesc() and
+    /// setKeyFormat().
     ///
     /// Widths are accepted from 1 (reals: 2) to 9999, decimals to width - 2; a description is one
-    /// that reads back from a profile, so without '|'. The dialogs, DLG_FORMAT_NUMBER,
-    /// DLG_FORMAT_REAL and DLG_FORMAT_STRING, are resources of GMSG's module or of the application,
-    /// in GMSG's language where they exist in it: include format_dialogs.rc in the program's
-    /// resource script. 0 without them.
+    /// that reads back from a profile, so without '|' and without blanks around it. The dialogs,
+    /// DLG_FORMAT_NUMBER, DLG_FORMAT_REAL and DLG_FORMAT_STRING, are resources of GMSG's module or
+    /// of the application, in GMSG's language where they exist in it: include format_dialogs.rc and
+    /// toolbox_texts.rc in the program's resource script. 0 without them.
     virtual int setFormatDlg(HWND parent, UDKeyData& key) = 0;
 #endif
     /// The saved form: width (and decimals) right-aligned in 4 columns, each with a "-", then "L"

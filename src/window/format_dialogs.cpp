@@ -8,6 +8,7 @@
 #include "toolbox/keys.h"
 #include "toolbox/messages.h"
 #include "toolbox/platform.h"
+#include "udkey/text_parts.h"
 #include "window/dialog_template.h"
 
 namespace {
@@ -140,7 +141,8 @@ void FormatDialog::confirm() {
     if (const auto fault = enter()) return refuse(*fault);
     // In place: the caller may have come by way of the key's own format.
     key_.getFormat()->setFormat(*draft_.getFormat());
-    key_.setDescStr(RWCString(textIn(IDC_FORMAT_DESCRIPTION)));
+    // Without the blanks that would be lost when the key is saved and restored.
+    key_.setDescStr(RWCString(udkey::stripped(textIn(IDC_FORMAT_DESCRIPTION))));
     EndDialog(dialog_, kConfirmed);
 }
 

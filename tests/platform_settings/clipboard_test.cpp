@@ -1,8 +1,7 @@
 #include <gtest/gtest.h>
 
 #if defined(_WIN32)
-#include <condition_variable>
-#include <mutex>
+#include <future>
 #include <string>
 #include <thread>
 #endif
@@ -64,26 +63,16 @@ TEST(Clipboard, GivesItsTextToOtherProgramsAndIsClosed) {
 TEST(Clipboard, IsLeftAloneWhileAnotherHoldsIt) {
     toolbox::platform::Clipboard& clipboard = *toolbox::platform::current().clipboard;
     EXPECT_EQ(clipboard.setText("before"), 0u);
-    std::mutex turn;
-    std::condition_variable changed;
-    int step = 0;
-    const auto become = [&](int next) {
-        const std::lock_guard lock(turn);
-        step = next;
-        changed.notify_all();
-    };
-    const auto waitFor = [&](int wanted) {
-        std::unique_lock lock(turn);
-        changed.wait(lock, [&] { return step >= wanted; });
-    };
+    std::promise<void> held;
+    std::promise<void> tried;
     std::thread holder([&] {
         const OtherProgram program;
-        become(1);
-        waitFor(2);
+        held.set_value();
+        tried.get_future().wait();
     });
-    waitFor(1);
+    held.get_future().wait();
     EXPECT_EQ(clipboard.setText("after"), ERROR_ACCESS_DENIED);
-    become(2);
+    tried.set_value();
     holder.join();
     EXPECT_EQ(clipboard.text(), "before");
 }

@@ -146,6 +146,8 @@ class Many {
     [[nodiscard]] int getCount() const { return others_.nItem(); }
     /// An index out of range gives the first object, null when there is none.
     Other* operator[](int index) const { return others_[index]; }
+    /// Copies them to `out`, which has room for getCount() of them.
+    void copyTo(Other** out) const { others_.copyTo(out); }
     /// Exchanges the places of two objects; 0 when an index is out of range or both are the same.
     int swap(int i, int j) { return others_.exchangeItem(i, j); }
     /// A copy of the set, which links nothing.

@@ -118,6 +118,9 @@ class ContigSet {
         return count_ > 0 ? items_[0] : T{};
     }
 
+    /// The elements one after the other, until the set changes.
+    [[nodiscard]] const T* data() const { return items_; }
+
   protected:
     /// Elements that the block has room for.
     [[nodiscard]] int capacity() const { return capacity_; }
@@ -161,8 +164,11 @@ class ContigSet {
             return std::memcmp(&a, &b, sizeof(T)) == 0;
     }
     static const T* search(const T* items, int count, const T& item) {
-        return std::find_if(items, items + count,
-                            [&](const T& other) { return same(other, item); });
+        if constexpr (std::is_scalar_v<T>)
+            return std::find(items, items + count, item);
+        else
+            return std::find_if(items, items + count,
+                                [&](const T& other) { return same(other, item); });
     }
     [[nodiscard]] bool has(int index) const { return index >= 0 && index < count_; }
 
@@ -260,7 +266,9 @@ class SetPointer {
 
     bool operator==(const SetPointer& other) const { return this == &other; }
 
-    [[nodiscard]] int nItem() const { return set_.nItem(); }
+    // The member's class is known, and saying it saves the way through the table of virtual
+    // functions in loops over a set.
+    [[nodiscard]] int nItem() const { return set_.SetPointerVoid::nItem(); }
     void init() { set_.init(); }
     int add(T* item) { return set_.add(item); }
     int addNoCheck(T* item) { return set_.addNoCheck(item); }
@@ -268,8 +276,8 @@ class SetPointer {
     int insertNoCheck(T* item) { return set_.insertNoCheck(item); }
     int remove(T* item) { return set_.remove(item); }
     int removeByIndex(int index) { return set_.removeByIndex(index); }
-    [[nodiscard]] int isInSet(T* item) const { return set_.isInSet(item); }
-    [[nodiscard]] int findItem(T* item) const { return set_.findItem(item); }
+    [[nodiscard]] int isInSet(T* item) const { return set_.SetPointerVoid::findItem(item) >= 0; }
+    [[nodiscard]] int findItem(T* item) const { return set_.SetPointerVoid::findItem(item); }
     int replaceItem(int index, T* item) { return set_.replaceItem(index, item); }
     int exchangeItem(int i, int j) { return set_.exchangeItem(i, j); }
 
@@ -289,6 +297,11 @@ class SetPointer {
         return *this;
     }
     T* operator[](int index) const { return static_cast<T*>(set_[index]); }
+    /// Copies the elements to `out`, which has room for nItem() of them.
+    void copyTo(T** out) const {
+        std::transform(set_.data(), set_.data() + nItem(), out,
+                       [](void* item) { return static_cast<T*>(item); });
+    }
 
   private:
     explicit SetPointer(const SetPointerVoid& set) : set_(set) {}

@@ -14,16 +14,17 @@ constexpr UINT kLastMouse = WM_MOUSEMOVE + 9;
 class Delivery {
   public:
     Delivery(const DispatchServer* server, const Many<DispatchServer, DispatchClient>& clients)
-        : server_(server), outer_(innermost) {
-        const int count = clients.getCount();
-        clients_.reserve(static_cast<std::size_t>(count));
-        for (int i = 0; i < count; ++i) clients_.push_back(clients[i]);
+        : clients_(static_cast<std::size_t>(clients.getCount())),
+          server_(server),
+          outer_(innermost) {
+        clients.copyTo(clients_.data());
         innermost = this;
     }
     ~Delivery() { innermost = outer_; }
     Delivery(const Delivery&) = delete;
     Delivery& operator=(const Delivery&) = delete;
 
+    /// Null: destroyed meanwhile.
     [[nodiscard]] const std::vector<DispatchClient*>& clients() const { return clients_; }
     [[nodiscard]] bool serverLives() const { return server_; }
 
@@ -31,16 +32,17 @@ class Delivery {
         for (Delivery* each = innermost; each; each = each->outer_)
             if (each->server_ == server) each->server_ = nullptr;
     }
-    static void forget(const DispatchClient* client) {
+    static void forget(DispatchClient* client) {
         for (Delivery* each = innermost; each; each = each->outer_)
-            std::ranges::replace(each->clients_, client, nullptr);
+            std::replace(each->clients_.begin(), each->clients_.end(), client,
+                         static_cast<DispatchClient*>(nullptr));
     }
 
   private:
     static inline Delivery* innermost = nullptr;
 
-    std::vector<DispatchClient*> clients_;  // null: destroyed
-    const DispatchServer* server_;          // null: destroyed
+    std::vector<DispatchClient*> clients_;
+    const DispatchServer* server_;  // null: destroyed
     Delivery* outer_;
 };
 
@@ -73,14 +75,13 @@ LRESULT DispatchServer::dispatch(TarvMess& message, int broadcast) {
     if (message.handled || !passes(message)) return 0;
     Delivery delivery(this, clients_);
     LRESULT result = 0;
-    for (DispatchClient* const& client : delivery.clients()) {
-        DispatchClient* const called = client;
-        if (!called) continue;
-        result = called->handleMessage(message);
+    for (DispatchClient* client : delivery.clients()) {
+        if (!client) continue;
+        result = client->handleMessage(message);
         if (broadcast) {
             message.handled = 0;
         } else if (message.handled) {
-            if (delivery.serverLives()) clients_.swap(clients_.getIndex(called), 0);
+            if (delivery.serverLives()) clients_.swap(clients_.getIndex(client), 0);
             break;
         }
     }

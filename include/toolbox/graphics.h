@@ -1,0 +1,269 @@
+// Draggers: rubber-band feedback while the user picks geometry with the mouse (Windows only).
+//
+// A Dragger holds the two points of a gesture and draws its shape so that drawing it once more
+// removes it: the picture underneath is restored exactly, as long as nobody paints over the shape
+// meanwhile. A MouseDragger drives one from the messages of a window:
+//     RectDragger rubber(nullptr);
+//     MouseDragger mouse(rubber);
+//     // in the window procedure, for every message:
+//     TarvMess m(window, message, wParam, lParam, 0);
+//     switch (mouse.drag(m, start, end)) {
+//         case MouseDragger::Dragging: show(start, end); break;
+//         case MouseDragger::Finished: take(start, end); break;
+//         ...
+//
+// Points are in pixels of the window's client area. Cursors and device contexts are borrowed; a
+// null device context means: nothing is drawn. All calls come from the window's thread.
+#pragma once
+
+#if !defined(_WIN32)
+#error "toolbox/graphics.h needs windows: it exists on Windows only (toolbox/transform.h does not)"
+#endif
+
+#include <cstdint>
+
+#include "toolbox/detail/mouse_button.h"
+#include "toolbox/export.h"
+#include "toolbox/transform.h"
+#include "toolbox/win_types.h"
+#include "toolbox/window_message.h"
+
+/// The base of all draggers. A derived class draws its shape.
+class TB_API Dragger {
+  public:
+    /// Points at (0, 0), nothing drawn. `ortho`: the dragged point stays on the horizontal or the
+    /// vertical through the origin, whichever is nearer. `cursorPosMode`: the mouse cursor then
+    /// goes to that point. `cursor` is shown while dragging; null leaves the cursor.
+    Dragger(int ortho, HICON cursor, int cursorPosMode);
+    Dragger(const Dragger&) = default;
+    Dragger& operator=(const Dragger&) = default;
+    virtual ~Dragger();
+
+    /// Where the orthogonal mode measures from.
+    virtual void setOrthoOrigin(const POINT& origin);
+    [[nodiscard]] virtual POINT getOrthoOrigin();
+    virtual void setMode(int ortho);
+    /// 2 in orthogonal mode, else 0.
+    [[nodiscard]] virtual int isModeOrtho();
+    virtual void setCursorPosMode(int on);
+
+    /// Removes the shape where it is drawn.
+    virtual void erase(HDC dc);
+    /// Starts a gesture at `point`, which becomes the origin too. A shape that is drawn is removed
+    /// first. Without a device context both points are `point` and nothing is drawn.
+    virtual void anchor(const POINT& point, HDC dc);
+    /// Moves the end to `point`, as the mode allows, and redraws; a move that changes nothing draws
+    /// nothing. On purpose the shape counts as drawn afterwards without a device context too.
+    virtual void drag(HDC dc, POINT point);
+    /// Non-zero while the shape is drawn.
+    [[nodiscard]] virtual int isVisible();
+    virtual void getPoints(POINT& start, POINT& end);
+
+    void setCursor(HICON cursor) { cursor_ = cursor; }
+    [[nodiscard]] HICON getCursor() const { return cursor_; }
+    /// 4 in cursor-position mode, else 0.
+    [[nodiscard]] int getCursorPosMode() const;
+
+  protected:
+    /// Moves a dragged point to where the mode allows it.
+    virtual void modifyDraggedPoint(POINT& point);
+    virtual void drawVisible(HDC dc, const POINT& start, const POINT& end) = 0;
+    virtual void drawInvisible(HDC dc, const POINT& start, const POINT& end) = 0;
+    /// anchor() without a change of the origin.
+    virtual void anchorOnly(const POINT& point, HDC dc);
+
+    // For shapes whose start is set beforehand.
+    void presetStart(const POINT& start) { start_ = start; }
+    /// Starts a gesture at the preset start: `point` is dragged to. Without a device context the
+    /// end is what the mode makes of the start.
+    void anchorAtPreset(const POINT& point, HDC dc);
+
+  private:
+    void setFlag(std::uint32_t flag, bool on) { flags_ = on ? flags_ | flag : flags_ & ~flag; }
+
+    POINT orthoOrigin_{};
+    POINT start_{};
+    POINT end_{};
+    std::uint32_t flags_;
+    HICON cursor_;
+};
+
+/// Shows nothing: only the points count.
+class TB_API VoidDragger : public Dragger {
+  public:
+    explicit VoidDragger(HICON cursor);
+
+  protected:
+    void drawVisible(HDC dc, const POINT& start, const POINT& end) override;
+    void drawInvisible(HDC dc, const POINT& start, const POINT& end) override;
+};
+
+/// A rectangle between two corners. On purpose never orthogonal.
+class TB_API RectDragger : public Dragger {
+  public:
+    explicit RectDragger(HICON cursor);
+    void setMode(int ortho) override;
+    [[nodiscard]] int getMode() const { return 0; }
+    void setCursorPosMode(int on) override;
+
+  protected:
+    void drawVisible(HDC dc, const POINT& start, const POINT& end) override;
+    void drawInvisible(HDC dc, const POINT& start, const POINT& end) override;
+};
+
+/// A line.
+class TB_API VectDragger : public Dragger {
+  public:
+    VectDragger(int ortho, HICON cursor, int cursorPosMode);
+
+  protected:
+    void drawVisible(HDC dc, const POINT& start, const POINT& end) override;
+    void drawInvisible(HDC dc, const POINT& start, const POINT& end) override;
+};
+
+/// A line from a point that is set beforehand.
+class TB_API VectIniDragger : public VectDragger {
+  public:
+    VectIniDragger(int ortho, HICON cursor, int cursorPosMode);
+    /// The start, also of the orthogonal mode.
+    void setDims(const POINT& start);
+    void anchor(const POINT& point, HDC dc) override;
+};
+
+/// Two sides of a triangle: from a start set beforehand to the end to a third point. On purpose the
+/// side between the preset points is not drawn.
+class TB_API TriangleIniDragger : public VectIniDragger {
+  public:
+    TriangleIniDragger(int ortho, HICON cursor, int cursorPosMode);
+    void setDims(const POINT& start, const POINT& third);
+
+  protected:
+    void drawVisible(HDC dc, const POINT& start, const POINT& end) override;
+    void drawInvisible(HDC dc, const POINT& start, const POINT& end) override;
+
+  private:
+    POINT third_{};
+};
+
+/// A line of fixed length and direction that follows the mouse.
+class TB_API StickDragger : public Dragger {
+  public:
+    StickDragger(int ortho, HICON cursor, int cursorPosMode);
+    /// `stick` leads from the dragged point to the line's other end.
+    void setDims(const POINT& origin, const POINT& stick);
+    void anchor(const POINT& point, HDC dc) override;
+
+  protected:
+    void drawVisible(HDC dc, const POINT& start, const POINT& end) override;
+    void drawInvisible(HDC dc, const POINT& start, const POINT& end) override;
+
+  private:
+    POINT stick_{};
+};
+
+/// An ellipse and a line from its center to the dragged point, which is moved onto the ellipse, on
+/// purpose mirrored about the horizontal through the center.
+class TB_API ThetaDragger : public Dragger {
+  public:
+    ThetaDragger(int ortho, HICON cursor);
+    void setDims(const POINT& center, int radiusX, int radiusY);
+    void anchor(const POINT& point, HDC dc) override;
+    void setCursorPosMode(int on) override;
+
+  protected:
+    void modifyDraggedPoint(POINT& point) override;
+    void drawVisible(HDC dc, const POINT& start, const POINT& end) override;
+    void drawInvisible(HDC dc, const POINT& start, const POINT& end) override;
+
+  private:
+    POINT center_{};
+    std::int32_t radiusX_ = 0;
+    std::int32_t radiusY_ = 0;
+};
+
+/// The same with a start that is set beforehand.
+class TB_API ThetaIniDragger : public ThetaDragger {
+  public:
+    ThetaIniDragger(int ortho, HICON cursor);
+    void setDims(const POINT& center, int radiusX, int radiusY, const POINT& start);
+    void anchor(const POINT& point, HDC dc) override;
+};
+
+/// Drives a dragger from the messages of a window, which it is given one by one.
+///
+/// The gesture starts with a button's going down or double click, follows the mouse while it has
+/// the capture, and ends when the button goes up. The other button, or the command Cancel, abandons
+/// it. The orthogonal mode is decided when it starts and holds for its whole length.
+class TB_API MouseDragger {
+  public:
+    enum State : int { Idle = 0, Dragging = 1, Finished = 2, Cancelled = 3 };
+    enum AnchorEvent : int { OnDown = 0, OnDoubleClick = 1 };
+    enum Button : int { LeftButton = 0, RightButton = 1 };
+    /// Bits.
+    enum DragMode : unsigned int {
+        NoMode = 0,
+        AlwaysOrtho = 1,
+        ShiftOrtho = 2,    ///< orthogonal when the Shift key is held at the start
+        CursorPosMode = 8  ///< that of the dragger
+    };
+    using ParametricButton = toolbox::ParametricButton;
+
+    /// Left button, from its going down, ShiftOrtho. The dragger is borrowed.
+    explicit MouseDragger(Dragger& dragger);
+    MouseDragger(const MouseDragger&) = delete;
+    MouseDragger& operator=(const MouseDragger&) = delete;
+    virtual ~MouseDragger();
+
+    /// Takes the mode over in any case; a button other than the two leaves event and button alone.
+    void setAnchorEvent(AnchorEvent event, Button button, DragMode mode);
+    void getAnchorEvent(AnchorEvent& event, Button& button, DragMode& mode) const;
+
+    /// Takes one message and returns the state after it. `start` and `end` are set when the state
+    /// becomes or stays Dragging by it and when it becomes Finished; the shape is removed by then.
+    /// A message that was the gesture's is marked as handled, the Cancel command is not. Finished
+    /// and Cancelled last until the next message.
+    State drag(TarvMess& message, POINT& start, POINT& end);
+    [[nodiscard]] State getState() const { return state_; }
+
+    /// Shows the menu of tag objects (the library's resource "M_WTAGOBJECT", in the language of the
+    /// message service) at a point of the window, which gets the chosen item as WM_COMMAND with one
+    /// of toolbox::TagCommand. 0 when there is no such menu.
+    int handlePopupMenu(HWND window, POINT point);
+
+  protected:
+    /// Describes a button's messages. 0 for a button other than the two; `out` is untouched then.
+    int setParametricButton(Button button, AnchorEvent event, ParametricButton& out);
+
+  private:
+    void begin(TarvMess& message, POINT& start, POINT& end);
+    void move(TarvMess& message, POINT& start, POINT& end);
+    void finish(TarvMess& message, POINT& start, POINT& end);
+    void cancel(TarvMess& message);
+    void letGo();
+
+    Dragger& dragger_;
+    State state_ = Idle;
+    DragMode mode_ = ShiftOrtho;
+    ParametricButton button_;
+    HWND window_ = nullptr;  // borrowed: the one that holds the capture
+};
+
+namespace toolbox {
+
+/// Commands of the menu of tag objects.
+enum TagCommand : UINT {
+    TagEdit = 12100,
+    TagDelete = 12101,
+    TagAlignLeft = 12102,
+    TagAlignCenter = 12103,
+    TagAlignRight = 12104,
+    TagNoBorder = 12105,
+    TagBorder = 12106
+};
+
+}  // namespace toolbox
+
+inline MouseDragger::DragMode operator|(MouseDragger::DragMode a, MouseDragger::DragMode b) {
+    return static_cast<MouseDragger::DragMode>(static_cast<unsigned int>(a) |
+                                               static_cast<unsigned int>(b));
+}

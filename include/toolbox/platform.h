@@ -244,6 +244,10 @@ class TB_API SystemInfo {
     /// Bytes of address space that the process can still take, whether or not memory stands behind
     /// them.
     virtual std::uint64_t availableVirtualMemory() = 0;
+    /// Milliseconds since some moment; after 0xFFFFFFFF comes 0.
+    virtual std::uint32_t clockMilliseconds() { return 0; }
+    /// The whole name of the running program's file; empty when the system does not tell.
+    virtual std::string programPath() { return {}; }
 };
 
 /// The services in use. Never null.

@@ -2,8 +2,11 @@
 #include <unistd.h>
 
 #include <array>
+#include <chrono>
 #include <ctime>
+#include <filesystem>
 #include <fstream>
+#include <system_error>
 
 #include "platform/host.h"
 
@@ -66,6 +69,17 @@ class PosixSystem final : public SystemInfo {
             limit = allowed.rlim_cur;
         const std::uint64_t used = addressSpaceInUse();
         return limit > used ? limit - used : 0;
+    }
+
+    std::uint32_t clockMilliseconds() override {
+        const auto now = std::chrono::steady_clock::now().time_since_epoch();
+        return static_cast<std::uint32_t>(
+            std::chrono::duration_cast<std::chrono::milliseconds>(now).count());
+    }
+
+    std::string programPath() override {
+        std::error_code unknown;
+        return std::filesystem::read_symlink("/proc/self/exe", unknown).string();
     }
 };
 

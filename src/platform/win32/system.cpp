@@ -1,3 +1,5 @@
+#include <ctime>
+
 #include "platform/host.h"
 
 namespace toolbox::platform {
@@ -30,6 +32,24 @@ class WindowsSystem final : public SystemInfo {
         status.dwLength = sizeof status;
         GlobalMemoryStatus(&status);
         return status.dwAvailVirtual;
+    }
+
+    std::uint32_t clockMilliseconds() override {
+        static_assert(CLOCKS_PER_SEC == 1000);
+        return static_cast<std::uint32_t>(std::clock());
+    }
+
+    std::string programPath() override {
+        std::string path(MAX_PATH, '\0');
+        for (;;) {
+            const DWORD length =
+                GetModuleFileNameA(nullptr, path.data(), static_cast<DWORD>(path.size()));
+            if (length < path.size()) {
+                path.resize(length);
+                return path;
+            }
+            path.resize(path.size() * 2);  // it was cut
+        }
     }
 };
 

@@ -1,0 +1,115 @@
+#include <gtest/gtest.h>
+
+#include <climits>
+
+#include "graphics/drag_geometry.h"
+#include "graphics/mouse_gesture.h"
+
+namespace toolbox::graphics {
+
+void PrintTo(const Pixel& pixel, std::ostream* out) {
+    *out << '(' << pixel.x << ", " << pixel.y << ')';
+}
+
+namespace {
+
+TEST(OrthogonalConstraint, TakesTheNearerAxis) {
+    const struct {
+        Pixel origin, point, constrained;
+    } cases[] = {{{0, 0}, {5, 5}, {5, 0}},
+                 {{0, 0}, {4, 5}, {0, 5}},
+                 {{0, 0}, {-5, 5}, {-5, 0}},
+                 {{0, 0}, {0, 0}, {0, 0}},
+                 {{10, 20}, {13, 18}, {13, 20}},
+                 {{10, 20}, {12, -20}, {10, -20}},
+                 {{INT_MIN, 0}, {INT_MAX, INT_MAX}, {INT_MAX, 0}}};
+    for (const auto& c : cases) EXPECT_EQ(constrainOrthogonally(c.point, c.origin), c.constrained);
+}
+
+TEST(ThetaProjection, PutsThePointOntoTheMirroredEllipse) {
+    const struct {
+        Pixel point, projected;
+    } cases[] = {
+        {{100, 160}, {100, 80}},      {{100, 40}, {100, 120}},
+        {{130, 100}, {150, 100}},     {{70, 100}, {50, 100}},
+        {{100, 100}, {100, 100}},     {{103, 104}, {130, 84}},  // 3-4-5: 30 and 16 off the center
+        {{101, 101}, {135, 85}},                                // 135.36, 85.86: toward zero
+        {{99, 99}, {64, 114}},                                  // 64.64, 114.14
+        {{INT_MAX, 100}, {150, 100}}, {{100, INT_MIN}, {100, 120}}};
+    for (const auto& c : cases)
+        EXPECT_EQ(projectOntoEllipse(c.point, {{100, 100}, 50, 20}), c.projected)
+            << c.point.x << ", " << c.point.y;
+    // Truncated toward zero, not downwards.
+    EXPECT_EQ(projectOntoEllipse({-1, 1}, {{0, 0}, 50, 20}), (Pixel{-35, -14}));
+    // In double precision the length of (8191, 1) is a little more than 8191 and x would be 99999;
+    // in single precision it is 8191.
+    EXPECT_EQ(projectOntoEllipse({8191, 1}, {{0, 0}, 100000, 0}), (Pixel{100000, 0}));
+}
+
+enum : std::uint32_t {
+    kCommand = 0x111,
+    kMove = 0x200,
+    kLeftDown,
+    kLeftUp,
+    kLeftDouble,
+    kRightDown,
+    kRightUp,
+    kRightDouble
+};
+
+TEST(MouseGesture, TellsWhatAMessageMeans) {
+    using enum GestureStep;
+    const struct {
+        int button;
+        bool onDoubleClick;
+        bool dragging;
+        std::uint32_t message;
+        std::uintptr_t wParam;
+        GestureStep step;
+    } cases[] = {
+        {0, false, false, kLeftDown, 1, anchor},   {0, false, false, kLeftDown, 1 | 4 | 8, anchor},
+        {0, false, false, kLeftDown, 1 | 2, none},  // the other button is held
+        {0, false, true, kLeftDown, 1, anchor},     // again
+        {0, false, false, kLeftDouble, 1, none},   {0, false, false, kMove, 1, none},
+        {0, false, true, kMove, 0, move},          {0, false, false, kLeftUp, 0, none},
+        {0, false, true, kLeftUp, 0, finish},      {0, false, true, kRightDown, 3, cancel},
+        {0, false, false, kRightDown, 2, none},    {0, false, true, kRightUp, 1, none},
+        {0, false, false, kCommand, 2, cancel},    {0, false, true, kCommand, 2, cancel},
+        {0, false, true, kCommand, 0x10002, none},  // an accelerator's, not the Cancel button's
+        {0, false, true, kCommand, 1, none},       {0, true, false, kLeftDown, 1, none},
+        {0, true, false, kLeftDouble, 1, anchor},  {0, true, true, kLeftUp, 0, finish},
+        {1, false, false, kRightDown, 2, anchor},  {1, false, false, kRightDown, 2 | 1, none},
+        {1, false, true, kLeftDown, 3, cancel},    {1, false, true, kLeftUp, 0, none},
+        {1, false, true, kRightUp, 0, finish},     {1, true, false, kRightDouble, 2, anchor},
+    };
+    for (const auto& c : cases) {
+        ParametricButton button;
+        ASSERT_TRUE(describeButton(c.button, c.onDoubleClick, button));
+        EXPECT_EQ(button.button, c.button);
+        EXPECT_EQ(gestureStep(button, c.dragging, c.message, c.wParam), c.step)
+            << c.button << ' ' << c.dragging << ' ' << c.message << ' ' << c.wParam;
+    }
+    ParametricButton untouched{.button = 9};
+    EXPECT_FALSE(describeButton(2, false, untouched));
+    EXPECT_FALSE(describeButton(-1, false, untouched));
+    EXPECT_EQ(untouched.button, 9);
+}
+
+TEST(MouseGesture, IsOrthogonalByModeAndShiftKey) {
+    const std::uintptr_t shift = 4;
+    const std::uintptr_t control = 8;
+    EXPECT_FALSE(isOrthogonal(0, shift));
+    EXPECT_TRUE(isOrthogonal(1, 0));
+    EXPECT_TRUE(isOrthogonal(2, shift | control));
+    EXPECT_FALSE(isOrthogonal(2, control));
+    EXPECT_TRUE(isOrthogonal(3, 0));
+}
+
+TEST(MouseGesture, ReadsSignedPoints) {
+    EXPECT_EQ(pointOf(0x00200010), (Pixel{16, 32}));
+    EXPECT_EQ(pointOf(static_cast<std::intptr_t>(0xFFFE8000u)), (Pixel{-32768, -2}));
+    EXPECT_EQ(pointOf(-1), (Pixel{-1, -1}));
+}
+
+}  // namespace
+}  // namespace toolbox::graphics

@@ -1,0 +1,169 @@
+// Gestures with the real mouse.
+#include <gtest/gtest.h>
+
+#include "picture_window.h"
+#include "support/window_kit.h"
+
+namespace {
+
+struct MouseGestureTest : ::testing::Test {
+    MouseGestureTest() {
+        window.use(&mouse);
+        before = window.picture();
+    }
+    ~MouseGestureTest() override {
+        window.button(MOUSEEVENTF_LEFTUP);
+        window.button(MOUSEEVENTF_RIGHTUP);
+        window.shiftKey(false);
+    }
+
+    void press(int x, int y) {
+        window.moveTo(x, y);
+        window.button(MOUSEEVENTF_LEFTDOWN);
+    }
+    void expectPoints(POINT start, POINT end) {
+        EXPECT_EQ(xy(window.start), xy(start));
+        EXPECT_EQ(xy(window.end), xy(end));
+    }
+    void expectOver(MouseDragger::State state) {
+        EXPECT_EQ(window.state, state);
+        EXPECT_EQ(GetCapture(), nullptr);
+        EXPECT_TRUE(window.picture() == before) << "a figure is left";
+    }
+
+    PictureWindow window;
+    VectDragger dragger{0, nullptr, 0};
+    MouseDragger mouse{dragger};
+    Picture before;
+};
+
+TEST_F(MouseGestureTest, FollowsTheMouseFromDownToUp) {
+    press(40, 50);
+    EXPECT_EQ(window.state, MouseDragger::Dragging);
+    EXPECT_EQ(GetCapture(), window.handle());
+    expectPoints({40, 50}, {40, 50});
+    window.moveTo(160, 110);
+    expectPoints({40, 50}, {160, 110});
+    EXPECT_FALSE(window.picture() == before);
+    window.moveTo(-30, -20);  // outside: the capture brings it, signed
+    expectPoints({40, 50}, {-30, -20});
+    window.moveTo(90, 100);
+    window.button(MOUSEEVENTF_LEFTUP);
+    expectPoints({40, 50}, {90, 100});
+    expectOver(MouseDragger::Finished);
+    // The result is seen by the next message.
+    window.moveTo(91, 100);
+    EXPECT_EQ(mouse.getState(), MouseDragger::Idle);
+    expectPoints({40, 50}, {90, 100});
+}
+
+TEST_F(MouseGestureTest, IsAbandonedByTheOtherButtonAndByTheCancelCommand) {
+    press(40, 50);
+    window.moveTo(160, 110);
+    window.button(MOUSEEVENTF_RIGHTDOWN);
+    expectOver(MouseDragger::Cancelled);
+    window.button(MOUSEEVENTF_RIGHTUP);
+    window.button(MOUSEEVENTF_LEFTUP);
+    EXPECT_EQ(mouse.getState(), MouseDragger::Idle);
+
+    press(100, 50);
+    window.moveTo(160, 110);
+    SendMessageA(window.handle(), WM_COMMAND, IDCANCEL, 0);
+    expectOver(MouseDragger::Cancelled);
+    TarvMess idle(window.handle(), WM_COMMAND, IDCANCEL, 0, 0);
+    POINT start{1, 2};
+    POINT end{3, 4};
+    EXPECT_EQ(mouse.drag(idle, start, end), MouseDragger::Cancelled);
+    EXPECT_EQ(idle.handled, 0);
+    EXPECT_EQ(xy(end), xy({3, 4}));
+}
+
+TEST_F(MouseGestureTest, DoesNotStartWhileTheOtherButtonIsHeld) {
+    window.moveTo(40, 50);
+    window.button(MOUSEEVENTF_RIGHTDOWN);
+    window.button(MOUSEEVENTF_LEFTDOWN);
+    EXPECT_EQ(mouse.getState(), MouseDragger::Idle);
+    EXPECT_EQ(GetCapture(), nullptr);
+}
+
+TEST_F(MouseGestureTest, StartsAgainFromANewAnchor) {
+    press(40, 50);
+    window.moveTo(160, 110);
+    SendMessageA(window.handle(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(70, 80));
+    expectPoints({70, 80}, {70, 80});
+    window.moveTo(20, 20);
+    expectPoints({70, 80}, {20, 20});
+    window.button(MOUSEEVENTF_LEFTUP);
+    expectOver(MouseDragger::Finished);
+}
+
+TEST_F(MouseGestureTest, StaysOrthogonalWhenShiftIsReleased) {
+    window.shiftKey(true);
+    press(40, 50);
+    window.shiftKey(false);
+    window.moveTo(160, 110);
+    expectPoints({40, 50}, {160, 50});
+    window.moveTo(50, 150);
+    expectPoints({40, 50}, {40, 150});
+    window.button(MOUSEEVENTF_LEFTUP);
+    // And Shift is too late for a gesture that started without.
+    press(100, 50);
+    window.shiftKey(true);
+    window.moveTo(160, 110);
+    expectPoints({100, 50}, {160, 110});
+}
+
+TEST_F(MouseGestureTest, TakesTheButtonEventAndModeThatWereSet) {
+    const auto mode = MouseDragger::AlwaysOrtho | MouseDragger::CursorPosMode;
+    mouse.setAnchorEvent(MouseDragger::OnDoubleClick, MouseDragger::RightButton, mode);
+    MouseDragger::AnchorEvent event{};
+    MouseDragger::Button button{};
+    MouseDragger::DragMode found{};
+    mouse.getAnchorEvent(event, button, found);
+    EXPECT_EQ(event, MouseDragger::OnDoubleClick);
+    EXPECT_EQ(button, MouseDragger::RightButton);
+    EXPECT_EQ(found, mode);
+    EXPECT_EQ(dragger.getCursorPosMode(), 4);
+    mouse.setAnchorEvent(MouseDragger::OnDown, static_cast<MouseDragger::Button>(2),
+                         MouseDragger::AlwaysOrtho);
+    mouse.getAnchorEvent(event, button, found);
+    EXPECT_EQ(button, MouseDragger::RightButton);
+    EXPECT_EQ(found, MouseDragger::AlwaysOrtho);
+
+    window.moveTo(60, 60);
+    window.button(MOUSEEVENTF_RIGHTDOWN);
+    window.button(MOUSEEVENTF_RIGHTUP);
+    EXPECT_EQ(mouse.getState(), MouseDragger::Idle);
+    window.button(MOUSEEVENTF_RIGHTDOWN);  // the second of a double click
+    EXPECT_EQ(window.state, MouseDragger::Dragging);
+    window.moveTo(65, 120);
+    expectPoints({60, 60}, {60, 120});
+    window.button(MOUSEEVENTF_RIGHTUP);
+    expectOver(MouseDragger::Finished);
+}
+
+TEST_F(MouseGestureTest, BringsTheCursorToTheConstrainedPoint) {
+    mouse.setAnchorEvent(MouseDragger::OnDown, MouseDragger::LeftButton,
+                         MouseDragger::AlwaysOrtho | MouseDragger::CursorPosMode);
+    press(40, 50);
+    window.moves = 0;
+    window.moveTo(160, 110);
+    POINT cursor;
+    GetCursorPos(&cursor);
+    ScreenToClient(window.handle(), &cursor);
+    EXPECT_EQ(xy(cursor), xy({160, 50}));
+    expectPoints({40, 50}, {160, 50});
+    // Moving the cursor is a mouse move too, and must not go on for ever.
+    for (int i = 0; i < 20; ++i) toolbox::testing::pumpMessages();
+    EXPECT_LT(window.moves, 10);
+    window.button(MOUSEEVENTF_LEFTUP);
+}
+
+TEST_F(MouseGestureTest, ShowsTheDraggersCursor) {
+    const HCURSOR cross = LoadCursorA(nullptr, reinterpret_cast<const char*>(IDC_CROSS));
+    dragger.setCursor(cross);
+    press(40, 50);
+    EXPECT_EQ(GetCursor(), cross);
+}
+
+}  // namespace

@@ -1,0 +1,120 @@
+#include "toolbox/transform.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cmath>
+#include <limits>
+#include <numbers>
+#include <random>
+
+namespace {
+
+using Point = SmallVector<double, 2>;
+using toolbox::PlaneRect;
+constexpr double kQuarter = std::numbers::pi / 2;
+
+void expectNear(const Point& point, double x, double y) {
+    EXPECT_NEAR(point[0], x, 1e-12);
+    EXPECT_NEAR(point[1], y, 1e-12);
+}
+
+TEST(TransMatrix2D, IsBuiltOfAnAngleTwoNumbersOrAnOffset) {
+    const TransMatrix2D identity;
+    EXPECT_EQ(TransMatrix2D(0.0), identity);
+    EXPECT_TRUE(std::signbit(TransMatrix2D(0.0)[0][1]));
+    EXPECT_EQ(TransMatrix2D(7, 8, static_cast<TransMatrix2D::TMConstructType>(2)), identity);
+    expectNear(TransMatrix2D(kQuarter).mapPoint(Point(1, 0)), 0, 1);
+    expectNear(TransMatrix2D(2, 3, TransMatrix2D::Scale).mapPoint(Point(5, 5)), 10, 15);
+    const TransMatrix2D moved(2, 3, TransMatrix2D::Translation);
+    expectNear(moved.mapPoint(Point(5, 5)), 7, 8);
+    // Vectors are offsets whatever the type says.
+    EXPECT_EQ(TransMatrix2D(Point(2, 3), TransMatrix2D::Scale), moved);
+    EXPECT_EQ(TransMatrix2D(SmallVector<int, 2>(2, 3), TransMatrix2D::Scale), moved);
+    EXPECT_EQ(TransMatrix2D(static_cast<const SmallMatrix<double, 3, 3>&>(moved)), moved);
+}
+
+TEST(TransMatrix2D, ActsInTheOrderOfTheCalls) {
+    TransMatrix2D view;
+    const HomoVector<2> image = view.translate(5, 0).rotate(kQuarter) * HomoVector<2>(1, 0);
+    EXPECT_NEAR(image[0], 0, 1e-12);
+    EXPECT_NEAR(image[1], 6, 1e-12);
+    EXPECT_EQ(image[2], 1);
+    TransMatrix2D grown;
+    expectNear(grown.translate(SmallVector<int, 2>(1, 1)).scale(2, 3).mapPoint(Point()), 2, 3);
+    TransMatrix2D twice(1, 2, TransMatrix2D::Translation);
+    expectNear(twice.apply(twice).mapPoint(Point()), 2, 4);
+}
+
+TEST(TransMatrix2D, IsUndoneByItsInverse) {
+    std::mt19937 random(7);
+    std::uniform_real_distribution<double> number(-10, 10);
+    for (int i = 0; i < 1000; ++i) {
+        TransMatrix2D m;
+        m.rotate(number(random)).scale(number(random), number(random));
+        m.translate(number(random), number(random)).rotate(number(random));
+        TransMatrix2D back;
+        ASSERT_EQ(m.inverse(back), 1);
+        const Point p(number(random), number(random));
+        const Point same = back.mapPoint(m.mapPoint(p));
+        const double far = std::fabs(back[0][0]) + std::fabs(back[0][1]) + std::fabs(back[1][0]) +
+                           std::fabs(back[1][1]);
+        ASSERT_NEAR(same[0], p[0], 1e-12 * (1 + far * 500));
+        ASSERT_NEAR(same[1], p[1], 1e-12 * (1 + far * 500));
+    }
+    TransMatrix2D tiny(1e-200, 1e-210, TransMatrix2D::Scale);
+    ASSERT_EQ(tiny.inverse(tiny), 1);  // into itself
+    EXPECT_DOUBLE_EQ(tiny[0][0], 1e200);
+    EXPECT_DOUBLE_EQ(tiny[1][1], 1e210);
+}
+
+TEST(TransMatrix2D, HasNoInverseWhereThePlaneIsLost) {
+    const double infinity = std::numeric_limits<double>::infinity();
+    const struct {
+        double a, b, c, d, tx, weight;
+    } cases[] = {{0, 0, 0, 0, 1, 1},         {1, 2, 2, 4, 0, 1},  // on a line
+                 {0.1, 0.2, 0.3, 0.6, 0, 1},                      // on a line but for rounding
+                 {5, 0, 3, 0, 0, 1},         {infinity, 0, 0, 1, 0, 1},
+                 {1, 0, 0, 1, NAN, 1},       {1, 0, 0, 1, 0, 2}};
+    for (const auto& c : cases) {
+        TransMatrix2D m;
+        m[0][0] = c.a;
+        m[0][1] = c.b;
+        m[1][0] = c.c;
+        m[1][1] = c.d;
+        m[0][2] = c.tx;
+        m[2][2] = c.weight;
+        const TransMatrix2D before(3, 4, TransMatrix2D::Scale);
+        TransMatrix2D out = before;
+        EXPECT_EQ(m.inverse(out), 0) << c.a << ' ' << c.tx;
+        EXPECT_EQ(out, before);
+    }
+}
+
+TEST(TransMatrix2D, MapsToTheNearestWholePoint) {
+    const struct {
+        double x;
+        int nearest;
+    } cases[] = {{2.4, 2}, {2.5, 3}, {-2.5, -3}, {1e10, INT_MAX}, {-1e10, INT_MIN}, {NAN, 0}};
+    for (const auto& c : cases) {
+        const TransMatrix2D m(c.x, 0, TransMatrix2D::Translation);
+        EXPECT_EQ(m.mapPoint(SmallVector<int, 2>(0, 7)), (SmallVector<int, 2>(c.nearest, 7)));
+    }
+}
+
+TEST(TransMatrix2D, MapsARectangleToTheOneAroundItsImage) {
+    TransMatrix2D turned(kQuarter);
+    const PlaneRect image = turned.mapRect({1, 2, 4, 3});
+    EXPECT_NEAR(image.left, -3, 1e-12);
+    EXPECT_NEAR(image.right, -2, 1e-12);
+    EXPECT_NEAR(image.top, 1, 1e-12);
+    EXPECT_NEAR(image.bottom, 4, 1e-12);
+    const PlaneRect diamond = TransMatrix2D(kQuarter / 2).mapRect({-1, -1, 1, 1});
+    EXPECT_NEAR(diamond.right, std::sqrt(2), 1e-12);
+    EXPECT_NEAR(diamond.top, -std::sqrt(2), 1e-12);
+    // Mirrored, and given with its sides the other way round.
+    EXPECT_EQ(TransMatrix2D(-1, 2, TransMatrix2D::Scale).mapRect({4, 3, 1, 2}),
+              (PlaneRect{-4, 4, -1, 6}));
+}
+
+}  // namespace

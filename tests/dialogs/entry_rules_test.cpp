@@ -82,36 +82,13 @@ TEST(FormatEntry, PreviewsASampleBetweenTheEdgesOfItsColumn) {
     EXPECT_EQ(previewOf(words, "abcdefgh"), "|abcdef|");
 }
 
-TEST(LeadingNumber, ReadsAsFarAsTheTextIsANumber) {
+TEST(LeadingNumber, StaysWithinItsType) {
     using toolbox::text::leadingNumber;
-    constexpr double kInfinity = std::numeric_limits<double>::infinity();
-    struct Case {
-        const char* text;
-        int integer;
-        double real;
-    };
-    const Case cases[] = {
-        {"", 0, 0},
-        {"abc", 0, 0},
-        {" \t\r\n12 mm", 12, 12},
-        {"+7", 7, 7},
-        {"-7.5e1x", -7, -75},
-        {"+-7", 0, 0},
-        {"--7", 0, 0},
-        {".5", 0, .5},
-        {"-.5", 0, -.5},
-        {"1,5", 1, 1},
-        {"inf", 0, kInfinity},
-        {"1e999", 1, kInfinity},
-        {"-1e+999", -1, -kInfinity},
-        {"-1e-999", -1, 0},
-        {"2147483648", INT_MAX, 2147483648.0},
-        {"-99999999999", INT_MIN, -99999999999.0},
-    };
-    for (const Case& c : cases) {
-        EXPECT_EQ(leadingNumber<int>(c.text), c.integer) << c.text;
-        EXPECT_EQ(leadingNumber<double>(c.text), c.real) << c.text;
-    }
+    EXPECT_EQ(leadingNumber<int>("-12 mm"), -12);
+    EXPECT_EQ(leadingNumber<int>("2147483648"), INT_MAX);
+    EXPECT_EQ(leadingNumber<int>("-99999999999999999999"), INT_MIN);
+    EXPECT_EQ(leadingNumber<long>("99999999999999999999"), LONG_MAX);
+    EXPECT_EQ(leadingNumber<double>("-1e999"), -std::numeric_limits<double>::infinity());
 }
 
 }  // namespace

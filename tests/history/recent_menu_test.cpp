@@ -104,23 +104,20 @@ TEST_F(RecentMenu, StandsInTheLastMenuThatHasTheAnchor) {
     EXPECT_EQ(itemsOf(1), (Items{"Copy", "Quit too", "-", "&1 A"}));
 }
 
-TEST_F(RecentMenu, FollowsTheWindowToAnotherMenuBar) {
+TEST_F(RecentMenu, FollowsTheWindowToAnotherMenuBarOrNone) {
     record({"A"});
-    const HMENU before = GetMenu(window_);
-    SetMenu(window_, barWith(kQuit));
-    DestroyMenu(before);
-    record({"B"});
-    EXPECT_EQ(itemsOf(0), (Items{"&Quit", "-", "&1 B", "&2 A"}));
-}
-
-TEST_F(RecentMenu, KeepsTheListWhereThereIsNoPlaceForIt) {
-    SetMenu(window_, barWith(kQuit + 1));
-    record({"A"});
-    EXPECT_EQ(itemsOf(0), (Items{"&Quit"}));
+    for (const UINT command : {kQuit, kQuit + 1}) {
+        const HMENU before = GetMenu(window_);
+        SetMenu(window_, barWith(command));
+        DestroyMenu(before);
+        record({"B"});
+        EXPECT_EQ(itemsOf(0),
+                  command == kQuit ? (Items{"&Quit", "-", "&1 B", "&2 A"}) : (Items{"&Quit"}));
+    }
     SetMenu(window_, nullptr);
-    record({"B"});
+    record({"C"});
     RWCString name;
-    history_.getLogFile(kFirst + 1, name);
+    history_.getLogFile(kFirst + 2, name);
     EXPECT_EQ(name, "A");
 }
 

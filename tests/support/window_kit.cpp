@@ -7,8 +7,8 @@
 namespace toolbox::testing {
 namespace {
 
-constexpr ULONGLONG kPatience = 5000;  // ms; a step takes some 20
-constexpr UINT kTick = 10;             // ms
+constexpr ULONGLONG kPatience = 15000;  // ms; a step takes some 20 on a machine at rest
+constexpr UINT kTick = 10;              // ms
 
 DialogScript* active = nullptr;
 

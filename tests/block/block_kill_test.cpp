@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <cstdlib>
+#include <filesystem>
 #include <thread>
 
 #include "block/block_kit.h"
@@ -17,72 +17,75 @@
 #endif
 
 using namespace block_kit;
+using namespace std::chrono_literals;
 
 namespace {
 
-constexpr char kNameVariable[] = "TOOLBOX_TEST_SAVED_FILE";
-
-std::vector<Block> generation(std::uint32_t number) {
-    std::vector<Block> blocks;
-    for (std::uint32_t i = 0; i < 40; ++i)
-        blocks.push_back(
-            {1000 + i, std::string(1000 * i + 4, static_cast<char>('a' + number % 26))});
-    return blocks;
-}
-
-/// Not a test: what the killed process does.
-TEST(Saver, DISABLED_SavesWithoutEnd) {
-    const char* name = std::getenv(kNameVariable);
-    ASSERT_NE(name, nullptr);
-    for (std::uint32_t number = 0; save(name, generation(number), true); ++number) {
-    }
-}
-
-/// Runs the saver for a while and kills it.
-void saveAndKill(const std::string& name, std::chrono::microseconds after) {
+/// The program block_saver, which lies beside this one, at work on a file.
+class Saver {
+  public:
+    explicit Saver(const std::string& file) {
 #if defined(_WIN32)
-    char program[MAX_PATH];
-    GetModuleFileNameA(nullptr, program, MAX_PATH);
-    SetEnvironmentVariableA(kNameVariable, name.c_str());
-    std::string command =
-        std::string("\"") + program + "\" --gtest_also_run_disabled_tests --gtest_filter=Saver.*";
-    STARTUPINFOA start{};
-    start.cb = sizeof start;
-    PROCESS_INFORMATION child{};
-    ASSERT_TRUE(CreateProcessA(program, command.data(), nullptr, nullptr, FALSE, DETACHED_PROCESS,
-                               nullptr, nullptr, &start, &child));
-    std::this_thread::sleep_for(std::chrono::milliseconds(40) + after);
-    TerminateProcess(child.hProcess, 9);
-    WaitForSingleObject(child.hProcess, INFINITE);
-    CloseHandle(child.hThread);
-    CloseHandle(child.hProcess);
+        char self[MAX_PATH];
+        GetModuleFileNameA(nullptr, self, MAX_PATH);
+        const auto program = std::filesystem::path(self).replace_filename("block_saver.exe");
+        std::string command = '"' + program.string() + "\" \"" + file + '"';
+        STARTUPINFOA start{};
+        start.cb = sizeof start;
+        if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, DETACHED_PROCESS,
+                            nullptr, nullptr, &start, &process_))
+            ADD_FAILURE() << command << " does not start";
 #else
-    const pid_t child = fork();
-    ASSERT_GE(child, 0);
-    if (child == 0) {
-        if (!std::freopen("/dev/null", "w", stdout)) _exit(1);
-        for (std::uint32_t number = 0; save(name, generation(number), true); ++number) {
-        }
-        _exit(2);
-    }
-    std::this_thread::sleep_for(after);
-    kill(child, SIGKILL);
-    int status = 0;
-    waitpid(child, &status, 0);
-    EXPECT_TRUE(WIFSIGNALED(status)) << "a save failed";
+        const auto self = std::filesystem::read_symlink("/proc/self/exe");
+        const std::string program = self.parent_path() / "block_saver";
+        process_ = fork();
+        if (process_ != 0) return;
+        if (std::freopen("/dev/null", "w", stdout))
+            execl(program.c_str(), program.c_str(), file.c_str(), nullptr);
+        _exit(3);
 #endif
-}
+    }
+
+    /// Kills it; false when it had ended by itself.
+    bool kill() {
+#if defined(_WIN32)
+        TerminateProcess(process_.hProcess, 9);
+        WaitForSingleObject(process_.hProcess, INFINITE);
+        DWORD code = 0;
+        GetExitCodeProcess(process_.hProcess, &code);
+        CloseHandle(process_.hThread);
+        CloseHandle(process_.hProcess);
+        return code == 9;
+#else
+        int status = 0;
+        return ::kill(process_, SIGKILL) == 0 && waitpid(process_, &status, 0) == process_ &&
+               WIFSIGNALED(status);
+#endif
+    }
+
+  private:
+#if defined(_WIN32)
+    PROCESS_INFORMATION process_{};
+#else
+    pid_t process_ = -1;
+#endif
+};
 
 TEST(SafeSave, LeavesOneWholeFileWheneverItIsKilled) {
     TempFolder folder;
     const std::string name = folder / "plan.dat";
     ASSERT_EQ(save(name, generation(0)), 1);
     for (int i = 0; i < 30; ++i) {
-        saveAndKill(name, std::chrono::microseconds(1700 * (i % 10) + 37 * i));
+        Saver saver(name);
+        for (int wait = 0; wait < 20000 && folder.read("plan.dat.started") == "<none>"; ++wait)
+            std::this_thread::sleep_for(1ms);
+        std::this_thread::sleep_for(1700us * (i % 10) + 37us * i);
+        ASSERT_TRUE(saver.kill()) << "a save failed";
+        ASSERT_TRUE(std::filesystem::remove(name + ".started"));
+
         const auto blocks = fetched(name, generation(0));
         ASSERT_EQ(blocks.size(), 40u) << i;
-        const auto number = static_cast<std::uint32_t>(blocks[0].data[0] - 'a');
-        ASSERT_EQ(blocks, generation(number)) << i;
+        ASSERT_EQ(blocks, generation(static_cast<std::uint32_t>(blocks[0].data[0] - 'a'))) << i;
         EXPECT_EQ(save(name, generation(1), true), 1) << "what a killed save left is no obstacle";
     }
 }

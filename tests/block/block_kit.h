@@ -60,6 +60,15 @@ inline std::vector<Block> fetched(const std::string& name, const std::vector<Blo
     return found;
 }
 
+/// Blocks of many sizes, all of them full of a letter that stands for the number.
+inline std::vector<Block> generation(std::uint32_t number) {
+    std::vector<Block> blocks;
+    for (std::uint32_t i = 0; i < 40; ++i)
+        blocks.push_back(
+            {1000 + i, std::string(1000 * i + 4, static_cast<char>('a' + number % 26))});
+    return blocks;
+}
+
 inline std::string word(std::uint32_t value) {
     std::string bytes;
     for (int shift = 0; shift < 32; shift += 8) bytes += static_cast<char>((value >> shift) & 0xFF);

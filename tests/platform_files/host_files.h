@@ -37,14 +37,6 @@ class HostFiles : public testing::Test {
         open_.clear();
     }
 
-    static bool underWine() {
-#if defined(_WIN32)
-        return GetProcAddress(GetModuleHandleA("ntdll"), "wine_get_version") != nullptr;
-#else
-        return false;
-#endif
-    }
-
     toolbox::platform::FileSystem& files = *toolbox::platform::current().files;
     TempFolder folder;
     FileHandle last = toolbox::platform::kNoFile;

@@ -47,26 +47,27 @@ TEST_F(HostFiles, FindsByPattern) {
     EXPECT_FALSE(files.exists(nullptr));
 }
 
-TEST_F(HostFiles, ReadOnlyBindsEverybody) {
+TEST_F(HostFiles, TellsReadOnly) {
     const std::string name = folder.write("locked", "kept");
-    const std::string other = folder.write("other", "other");
     EXPECT_TRUE(files.isReadableAndWritable(name.c_str()));
     EXPECT_EQ(files.setAttributes(name.c_str(), FILE_ATTRIBUTE_READONLY), 0u);
     std::uint32_t attributes = 0;
     EXPECT_EQ(files.attributes(name.c_str(), attributes), 0u);
     EXPECT_EQ(attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY),
               FILE_ATTRIBUTE_READONLY);
-
     EXPECT_FALSE(files.isReadableAndWritable(name.c_str()));
-    if (underWine()) GTEST_SKIP() << "Wine leaves it to Linux, which lets root write";
+    EXPECT_EQ(open(name, kRead, kShareRead, OPEN_EXISTING), 0u);
+    closeAll();
+#if !defined(_WIN32)
+    // Windows sees to this itself; elsewhere the super-user could write, were it not for the
+    // library.
+    const std::string other = folder.write("other", "other");
     EXPECT_EQ(open(name, kWrite, 0, OPEN_EXISTING), ERROR_ACCESS_DENIED);
     EXPECT_EQ(open(name, kWrite, 0, CREATE_ALWAYS), ERROR_ACCESS_DENIED);
     EXPECT_EQ(files.copy(other.c_str(), name.c_str(), false), ERROR_ACCESS_DENIED);
     EXPECT_EQ(files.remove(name.c_str()), ERROR_ACCESS_DENIED);
-    EXPECT_EQ(open(name, kRead, kShareRead, OPEN_EXISTING), 0u);
-    closeAll();
     EXPECT_EQ(folder.read("locked"), "kept");
-
+#endif
     EXPECT_EQ(files.setAttributes(name.c_str(), FILE_ATTRIBUTE_NORMAL), 0u);
     EXPECT_EQ(files.remove(name.c_str()), 0u);
 }

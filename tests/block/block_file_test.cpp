@@ -33,28 +33,26 @@ TEST_F(BlockFile, GivesBackEveryBlockInAnyOrder) {
     EXPECT_EQ(file.getIndex()->getDescription().empty(), false);
 }
 
-TEST_F(BlockFile, RefusesASecondBlockWithTheSameIdentifierAndClearsTheMaskAllTheSame) {
-    TarvFileWrite file;
-    TarvBlocFile out;
-    ASSERT_EQ(file.open(name.c_str()), 1);
-    EXPECT_EQ(file.open(name.c_str()), 0);
-    EXPECT_EQ(file.writeBloc(made({1, "four"})), 1);
-    EXPECT_EQ(file.getHeader()->getMask(), 1u);
-    EXPECT_EQ(file.writeBloc(made({1, "three"})), 0);
-    EXPECT_EQ(file.getHeader()->getMask(), 0u);
-}
-
 TEST_F(BlockFile, CommitsAgainAfterFurtherBlocksAndOverwritesNothing) {
     TarvFileWrite file;
     ASSERT_EQ(file.open(name.c_str()), 1);
+    EXPECT_EQ(file.open(name.c_str()), 0);
     for (const Block& block : kThree) {
         EXPECT_EQ(file.writeBloc(made(block)), 1);
         EXPECT_EQ(file.commit(), 1);
     }
-    EXPECT_EQ(file.commit(), 1);
     EXPECT_EQ(file.close(), 1);
     EXPECT_EQ(file.close() + file.commit() + file.writeBloc(made(kThree[0])), 0);
     EXPECT_EQ(fetched(name, kThree), kThree);
+}
+
+TEST_F(BlockFile, RefusesASecondBlockWithTheSameIdentifierAndClearsTheMaskAllTheSame) {
+    TarvFileWrite file;
+    ASSERT_EQ(file.open(name.c_str()), 1);
+    EXPECT_EQ(file.writeBloc(made({1, "four"})), 1);
+    EXPECT_EQ(file.getHeader()->getMask(), 1u);
+    EXPECT_EQ(file.writeBloc(made({1, "three"})), 0);
+    EXPECT_EQ(file.getHeader()->getMask(), 0u);
 }
 
 TEST_F(BlockFile, WithoutCommitKeepsItsBlocksButDoesNotOpen) {
@@ -98,25 +96,6 @@ TEST_F(BlockFile, FindsAnIdentifierAcrossTheChunksOfASearch) {
     }
 }
 
-TEST_F(BlockFile, ReadsTheOlderFormats) {
-    const std::vector<Block> blocks = {{7, "abc", std::string(64, 'd'), 11, 12},
-                                       {8, "", "e", 13, 14}};
-    for (std::uint32_t format : {100u, 199u, 200u, 205u, 209u, 210u, 999u}) {
-        const std::string file = folder.write("old.dat", fileOf(format, blocks));
-        std::vector<Block> expected = blocks;
-        for (Block& block : expected) {
-            if (format < 200) block.version = 0;
-            if (format < 210) block.recordVersion = 0;
-        }
-        EXPECT_EQ(fetched(file, blocks), expected) << format;
-        TarvFileRead reader;
-        ASSERT_EQ(reader.open(file.c_str()), 1);
-        EXPECT_EQ(reader.getHeader()->getVersionFile(), format);
-        EXPECT_EQ(static_cast<long>(reader.getHeader()->getTimeStamp()), 2451546);
-        EXPECT_EQ(reader.getHeader()->getnetDate().isValid(), 0);
-    }
-}
-
 TEST_F(BlockFile, KeepsTheOrderWithWhatTheApplicationWritesItself) {
     TarvFileWrite file;
     ASSERT_EQ(file.open(name.c_str()), 1);
@@ -134,24 +113,22 @@ TEST_F(BlockFile, KeepsTheOrderWithWhatTheApplicationWritesItself) {
     EXPECT_EQ(fetched(name, {{1, ""}, {3, ""}}), (std::vector<Block>{{1, "one."}, {3, "three"}}));
 }
 
-/// Counts what the library calls and stores its data enciphered.
+/// Counts what the library calls.
 class OwnBlock : public TarvBlocFile {
   public:
     using TarvBlocFile::operator=;
-    int assigned = 0;
-    int bodies = 0;
-    int searches = 0;
+    std::string calls;
 
     TarvBlocFile& operator=(const TarvBlocFile& other) override {
-        ++assigned;
+        calls += "assign ";
         return TarvBlocFile::operator=(other);
     }
     int readBloc(TarvFile& file) override {
-        ++bodies;
+        calls += "body ";
         return TarvBlocFile::readBloc(file);
     }
     unsigned long findBloc(unsigned long id, TarvFile& file, unsigned long offset) override {
-        ++searches;
+        calls += "search ";
         return TarvBlocFile::findBloc(id, file, offset);
     }
 };
@@ -179,14 +156,11 @@ TEST_F(BlockFile, GoesThroughTheOverridesOfTheApplication) {
     ASSERT_EQ(file.open(name.c_str()), 1);
     OwnBlock own;
     EXPECT_EQ(file.getBloc(9, own), 1);
-    EXPECT_EQ(own.assigned, 1);
     EXPECT_EQ(own.read(9, file, 3, 0), 0);
-    EXPECT_EQ(own.searches, 0);
     EXPECT_EQ(own.read(9, file, 3, 1), 1);
     EXPECT_EQ(own.read(7, file, 160, 0), 1);
+    EXPECT_EQ(own.calls, "assign search body body ");
     EXPECT_EQ(file.getFile()->CurOffset(), 160u + 148 + 8);
-    EXPECT_EQ(own.searches, 1);
-    EXPECT_EQ(own.bodies, 2);
     EXPECT_EQ(seen(own), blocks[0]);
 
     TarvFileWrite turned;

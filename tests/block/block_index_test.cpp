@@ -2,44 +2,31 @@
 
 #include <random>
 #include <unordered_map>
+#include <utility>
 
 #include "support/temp_folder.h"
 #include "toolbox/block_files.h"
 
 namespace {
 
-TEST(BlockIndex, FirstEntryOfAnIdentifierWins) {
-    TarvFileIndex index;
-    EXPECT_EQ(index.addBloc(7, 500), 1);
-    EXPECT_EQ(index.addBloc(7, 900), 0);
-    EXPECT_EQ(index.getOffset(7), 500u);
-    EXPECT_EQ(index.getOffset(8), 0u);
-    EXPECT_EQ(index.addBloc(9, 0), 1);
-    EXPECT_EQ(index.addBloc(9, 100), 0);
-    EXPECT_EQ(index.getNbrItem(), 0u);
-}
-
 TEST(BlockIndex, CursorWalksBothWaysAndStopsAtTheEnds) {
     TarvFileIndex index;
-    unsigned long id = 99;
-    EXPECT_EQ(
-        index.getFirstID(id) + index.getNextID(id) + index.getPrevID(id) + index.getLastID(id), 0);
-    EXPECT_EQ(id, 99u);
-    for (unsigned long each : {5ul, 3ul, 4ul}) index.addBloc(each, each * 1000);
+    constexpr unsigned long kNowhere = 99;
     const auto step = [&](int (TarvFileIndex::*move)(unsigned long&)) {
-        id = 99;
-        return (index.*move)(id) ? id : 99;
+        unsigned long id = kNowhere;
+        return (index.*move)(id) ? id : kNowhere;
     };
-    EXPECT_EQ(step(&TarvFileIndex::getFirstID), 5u);
-    EXPECT_EQ(step(&TarvFileIndex::getPrevID), 99u);
-    EXPECT_EQ(step(&TarvFileIndex::getNextID), 3u);
-    EXPECT_EQ(step(&TarvFileIndex::getNextID), 4u);
-    EXPECT_EQ(step(&TarvFileIndex::getNextID), 99u);
-    EXPECT_EQ(step(&TarvFileIndex::getPrevID), 3u);
-    EXPECT_EQ(step(&TarvFileIndex::getLastID), 4u);
+    const auto first = &TarvFileIndex::getFirstID, next = &TarvFileIndex::getNextID;
+    const auto previous = &TarvFileIndex::getPrevID, last = &TarvFileIndex::getLastID;
+    for (const auto move : {first, next, previous, last}) EXPECT_EQ(step(move), kNowhere);
+    for (unsigned long each : {5ul, 3ul, 4ul}) index.addBloc(each, each * 1000);
+    const std::pair<int (TarvFileIndex::*)(unsigned long&), unsigned long> walk[] = {
+        {first, 5},       {previous, kNowhere}, {next, 3}, {next, 4},
+        {next, kNowhere}, {previous, 3},        {last, 4}};
+    for (const auto& [move, id] : walk) EXPECT_EQ(step(move), id);
     index.flushIndex();
     index.addBloc(1, 1);
-    EXPECT_EQ(step(&TarvFileIndex::getPrevID), 1u);
+    EXPECT_EQ(step(previous), 1u);
 }
 
 TEST(BlockIndex, FindsEveryIdentifierAmongManyAsAPlainMapDoes) {

@@ -4,24 +4,12 @@
 
 #include "block/block_kit.h"
 #include "support/faulty_files.h"
+#include "support/prompt_log.h"
 #include "support/temp_folder.h"
 
 using namespace block_kit;
 
 namespace {
-
-/// Counts what the user is told.
-class Told final : public toolbox::platform::UserPrompt {
-  public:
-    int times = 0;
-    int messageBox(HWND, const char*, const char*, unsigned int) override {
-        ++times;
-        return IDOK;
-    }
-    void fatalExit(const char*) override { ++times; }
-    bool isWindow(HWND) override { return false; }
-    void showWaitCursor(bool) override {}
-};
 
 const std::vector<Block> kOld = {{1, "the old file."}};
 
@@ -38,19 +26,9 @@ class BlockSave : public testing::Test {
 
     TempFolder folder;
     std::string name = folder / "plan.dat";
-    Told told;
-    toolbox::platform::Replaced<toolbox::platform::UserPrompt> guard{
-        toolbox::platform::current().prompt, told};
+    PromptLog told;
     const std::vector<Block> fresh = newBlocks();
 };
-
-TEST_F(BlockSave, MakesABackupOfTheFileBefore) {
-    testing::internal::CaptureStdout();
-    EXPECT_EQ(save(name, fresh), 1);
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "0");
-    EXPECT_EQ(fetched(folder / "plan.bak", kOld), kOld);
-    EXPECT_EQ(fetched(name, fresh), fresh);
-}
 
 TEST_F(BlockSave, FailsAndTellsWhenAnyWriteOrSeekFails) {
     const std::string old = folder.read("plan.dat");
@@ -64,7 +42,7 @@ TEST_F(BlockSave, FailsAndTellsWhenAnyWriteOrSeekFails) {
                     faults.fail(FileCall::write, nth, ERROR_DISK_FULL);
                 else
                     faults.shorten(FileCall::write, nth, 100, fault == ShortForGood);
-                told.times = 0;
+                told.shown.clear();
                 const int result = save(name, fresh, safely);
                 if (faults.made(FileCall::write) < nth) {
                     EXPECT_EQ(result, 1);
@@ -72,7 +50,7 @@ TEST_F(BlockSave, FailsAndTellsWhenAnyWriteOrSeekFails) {
                     break;
                 }
                 ASSERT_EQ(result, 0) << nth;
-                EXPECT_GT(told.times, 0) << nth;
+                EXPECT_FALSE(told.shown.empty()) << nth;
                 EXPECT_TRUE(folder.read("plan.bak") == old) << nth;
                 if (safely) {
                     EXPECT_TRUE(folder.read("plan.dat") == old) << nth;
@@ -104,13 +82,16 @@ TEST_F(BlockSave, StaysFailedAfterAFailedWrite) {
     EXPECT_EQ(file.close(), 0);  // what was taken is lost
 }
 
-TEST_F(BlockSave, GoesOnWithoutABackupAndKeepsTheOlderOne) {
-    folder.write("plan.bak", "older");
+TEST_F(BlockSave, MakesABackupAndGoesOnWithoutOne) {
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(save(name, fresh), 1);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "0");
+    EXPECT_EQ(fetched(folder / "plan.bak", kOld), kOld);
     FaultyFiles faults;
     for (const bool safely : {false, true}) {
         faults.fail(FileCall::copy, 1, ERROR_DISK_FULL);
         EXPECT_EQ(save(name, fresh, safely), 1);
-        EXPECT_EQ(folder.read("plan.bak"), "older");
+        EXPECT_EQ(fetched(folder / "plan.bak", kOld), kOld);
         EXPECT_EQ(fetched(name, fresh), fresh);
     }
 }
@@ -155,18 +136,18 @@ TEST_F(BlockSave, NeverGrowsPastWhatSeekToTakes) {
     } cases[] = {{most - 152 - index, 1}, {most - 152 - index + 1, 0}, {most, 0}};
     // A system without a text for this error, Wine for one, leaves nothing to tell.
     auto* const system = toolbox::platform::current().system;
-    const int tells = system->errorText(ERROR_FILE_TOO_LARGE).empty() ? 0 : 1;
+    const std::size_t tells = system->errorText(ERROR_FILE_TOO_LARGE).empty() ? 0 : 1;
     for (const auto& each : cases) {
         std::filesystem::remove(name);  // or its backup would have 2 GiB, no longer sparse
         TarvFileWrite file;
         ASSERT_EQ(file.open(name.c_str()), 1);
         ASSERT_EQ(file.getFile()->SeekTo(static_cast<long>(each.at)), 1);
         FaultyFiles calls;
-        told.times = 0;
+        told.shown.clear();
         EXPECT_EQ(file.writeBloc(made({9, "four"})), each.result);
         EXPECT_EQ(file.getIndex()->getOffset(9), each.result ? each.at : 0);
         EXPECT_EQ(calls.made(FileCall::write), each.result);
-        EXPECT_EQ(told.times, each.result ? 0 : tells);
+        EXPECT_EQ(told.shown.size(), each.result ? 0 : tells);
         calls.fail(FileCall::write, 1, ERROR_DISK_FULL);  // nothing is to be 2 GiB long here
         if (each.at == most) {
             EXPECT_EQ(file.commit(), 0);

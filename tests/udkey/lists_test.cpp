@@ -98,12 +98,4 @@ TEST_F(Matching, HoldsKeysAndGroupsEachOnce) {
     EXPECT_TRUE(manager_.getMatching().isEmpty());
 }
 
-TEST_F(Matching, ForgetsGroupsThatWereDeleted) {
-    startWithUsualKeys();
-    manager_.addIdToGroup(2, 50);
-    manager_.setMatching(Ids{50, 3});
-    manager_.deleteGroup(50);
-    EXPECT_EQ(manager_.getMatching(), Ids{3});
-}
-
 }  // namespace

@@ -4,44 +4,40 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <utility>
 
 #include "toolbox/messages.h"
 
 namespace {
 
 TEST(MessageConversions, PrintRealsWithTheirDecimals) {
-    struct Case {
+    const double inf = std::numeric_limits<double>::infinity();
+    const struct {
         double value;
         int decimals;
         const char* text;
-    };
-    const Case cases[] = {
-        {0.25, 2, ".25"},
-        {0.05, 3, ".050"},
-        {12.5, 2, "12.50"},
-        {12.6, 0, "13"},
-        {-0.5, 1, "-.5"},
-        {99999.0, 2, "99999.00"},
-        {0.00001, 5, ".00001"},
-        {0.001, 2, ".00"},
-        {0.999, 2, "1.00"},
-        {0.3, 0, ""},
-        {-0.3, 0, "-"},
-        {5, -3, "5"},
-        {0.0, 3, "0."},
-        {0.0, 9, "0."},
-        {100000.0, 2, "100000."},
-        {99999.5, 2, "99999.5"},
-        {1234567.891, 2, "1234567.9"},
-        {1e10, 2, "1.e+010"},
-        {0.000001, 2, "1.e-006"},
-        {-2.5e-200, 1, "-2.5e-200"},
-        {123456.0, -100, "1.e+005"},
-        {std::numeric_limits<double>::infinity(), 2, "inf"},
-        {-std::numeric_limits<double>::infinity(), 2, "-inf"},
-        {std::nan(""), 2, "nan"},
-    };
-    for (const Case& c : cases) {
+    } cases[] = {{0.25, 2, ".25"},
+                 {0.05, 3, ".050"},
+                 {12.5, 2, "12.50"},
+                 {12.6, 0, "13"},
+                 {-0.5, 1, "-.5"},
+                 {99999.0, 2, "99999.00"},
+                 {0.00001, 5, ".00001"},
+                 {0.001, 2, ".00"},
+                 {0.999, 2, "1.00"},
+                 {0.3, 0, ""},
+                 {-0.3, 0, "-"},
+                 {5, -3, "5"},
+                 {0.0, 3, "0."},
+                 {100000.0, 2, "100000."},
+                 {99999.5, 2, "99999.5"},
+                 {1234567.891, 2, "1234567.9"},
+                 {0.000001, 2, "1.e-006"},
+                 {-2.5e-200, 1, "-2.5e-200"},
+                 {123456.0, -100, "1.e+005"},
+                 {-inf, 2, "-inf"},
+                 {std::nan(""), 2, "nan"}};
+    for (const auto& c : cases) {
         char text[64];
         EXPECT_EQ(GMSG::ftoa(c.value, c.decimals, text, 0), text);
         EXPECT_STREQ(text, c.text) << c.value << " with " << c.decimals;
@@ -82,14 +78,10 @@ TEST(MessageConversions, PrintIntegersAndBooleans) {
 }
 
 TEST(MessageConversions, StripBlanksAtBothEnds) {
-    struct Case {
-        const char* text;
-        const char* stripped;
-    };
-    const Case cases[] = {{"  a b ", "a b"}, {"ab", "ab"}, {"   ", ""}, {"", ""}, {"\ta ", "\ta"}};
-    for (const Case& c : cases) {
-        std::string text = c.text;
-        EXPECT_STREQ(GMSG::strip(text.data()), c.stripped);
+    for (const auto& [given, stripped] :
+         {std::pair{"  a b ", "a b"}, {"ab", "ab"}, {"   ", ""}, {"", ""}, {"\ta ", "\ta"}}) {
+        std::string text = given;
+        EXPECT_STREQ(GMSG::strip(text.data()), stripped);
     }
     EXPECT_EQ(GMSG::strip(nullptr), nullptr);
 }

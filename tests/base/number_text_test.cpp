@@ -10,6 +10,7 @@
 #include <limits>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace toolbox::base {
@@ -37,61 +38,36 @@ std::string gcvt(double value, int significant) {
     return print(printGcvt, value, significant);
 }
 
-TEST(PrintFixed, RoundsTheExactValueTiesToEven) {
-    const struct {
-        double value;
-        int precision;
-        const char* text;
-    } cases[] = {
-        {0.5, 0, "0"},
-        {1.5, 0, "2"},
-        {2.5, 0, "2"},
-        {0.125, 2, "0.12"},
-        {0.375, 2, "0.38"},
-        {2.675, 2, "2.67"},
-        {1.005, 2, "1.00"},
-        {-0.0, 2, "-0.00"},
-        {-0.001, 2, "-0.00"},
-        {999.9996, 3, "1000.000"},
-        {0.3, -4, "0"},
-        {1e23, 1, "99999999999999991611392.0"},
-        {kInf, 3, "inf"},
-        {-kInf, 0, "-inf"},
-        {kNan, 2, "nan"},
-        {-kNan, 2, "nan"},
-        {9007199254740993.0, 3, "9007199254740992.000"},
-        {5e-324, 4, "0.0000"},
-    };
-    for (const auto& c : cases) EXPECT_EQ(fixed(c.value, c.precision), c.text) << c.value;
+// On glibc the C library is asked about values of every kind (below); these go to all systems.
+TEST(NumberPrinters, RoundTheExactValueTiesToEvenAndWriteThreeExponentDigits) {
+    for (const auto& [value, text] : {std::pair{0.125, "0.12"},
+                                      {0.375, "0.38"},
+                                      {2.675, "2.67"},
+                                      {1e23, "99999999999999991611392.00"},
+                                      {-0.001, "-0.00"},
+                                      {-kInf, "-inf"},
+                                      {-kNan, "nan"}})
+        EXPECT_EQ(fixed(value, 2), text);
+    EXPECT_EQ(fixed(0.3, -4), "0");
     EXPECT_EQ(fixed(-DBL_MAX, kMaxPrecision + 9).size(), 1u + 309 + 1 + kMaxPrecision);
-}
-
-TEST(PrintExponent, HasAtLeastThreeExponentDigits) {
-    const struct {
-        double value;
-        int precision;
-        const char* text;
-    } cases[] = {
-        {12345.0, 2, "1.23e+004"},  {0.0, 0, "0e+000"},
-        {-0.0, 1, "-0.0e+000"},     {9.995, 2, "9.99e+000"},
-        {9.5, 0, "1e+001"},         {8.5, 0, "8e+000"},
-        {DBL_MAX, 3, "1.798e+308"}, {5e-324, 2, "4.94e-324"},
-        {1e15, 0, "1e+015"},        {-2147483648.0, 6, "-2.147484e+009"},
-        {kInf, 2, "inf"},           {-kNan, 2, "nan"},
-    };
-    for (const auto& c : cases) EXPECT_EQ(exponent(c.value, c.precision), c.text) << c.value;
-}
-
-TEST(PrintGeneral, TakesTheShorterForm) {
-    EXPECT_EQ(general(0.0001, 6), "0.0001");
-    EXPECT_EQ(general(0.00001, 6), "1e-005");
-    EXPECT_EQ(general(999999.5, 6), "1e+006");
-    EXPECT_EQ(general(123456.0, 6), "123456");
+    for (const auto& [value, text] : {std::pair{12345.0, "1.23e+004"},
+                                      {-0.0, "-0.00e+000"},
+                                      {9.995, "9.99e+000"},
+                                      {DBL_MAX, "1.80e+308"},
+                                      {5e-324, "4.94e-324"},
+                                      {kInf, "inf"},
+                                      {-kNan, "nan"}})
+        EXPECT_EQ(exponent(value, 2), text);
+    for (const auto& [value, text] : {std::pair{0.0001, "0.0001"},
+                                      {0.00001, "1e-005"},
+                                      {999999.5, "1e+006"},
+                                      {123456.0, "123456"},
+                                      {0.0, "0"},
+                                      {-kInf, "-inf"}})
+        EXPECT_EQ(general(value, 6), text);
     EXPECT_EQ(general(100.0, 0), "1e+002");
     EXPECT_EQ(general(1.5, 6, true), "1.50000");
     EXPECT_EQ(general(1e10, 3, true), "1.00e+010");
-    EXPECT_EQ(general(0.0, 6), "0");
-    EXPECT_EQ(general(-kInf, 6), "-inf");
 }
 
 TEST(PrintGcvt, KeepsThePointAndDropsTheZeros) {
@@ -99,19 +75,10 @@ TEST(PrintGcvt, KeepsThePointAndDropsTheZeros) {
         double value;
         int digits;
         const char* text;
-    } cases[] = {
-        {0.0, 7, "0."},
-        {100000.0, 8, "100000."},
-        {1e10, 8, "1.e+010"},
-        {-0.5, 8, "-0.5"},
-        {0.05, 8, "5.e-002"},
-        {99999999.5, 8, "1.e+008"},
-        {12345678.0, 8, "12345678."},
-        {0.0999999999, 3, "0.1"},
-        {3.14159, 3, "3.14"},
-        {7.0, 0, "7."},
-        {kNan, 8, "nan"},
-    };
+    } cases[] = {{0.0, 7, "0."},           {100000.0, 8, "100000."}, {1e10, 8, "1.e+010"},
+                 {-0.5, 8, "-0.5"},        {0.05, 8, "5.e-002"},     {99999999.5, 8, "1.e+008"},
+                 {0.0999999999, 3, "0.1"}, {3.14159, 3, "3.14"},     {7.0, 0, "7."},
+                 {kNan, 8, "nan"}};
     for (const auto& c : cases) EXPECT_EQ(gcvt(c.value, c.digits), c.text) << c.value;
 }
 

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "support/faulty_files.h"
 #include "support/temp_folder.h"
 #include "toolbox/files.h"
@@ -7,22 +9,16 @@
 namespace {
 
 TEST(BackupName, TakesThePlaceOfAShortExtension) {
-    const struct {
-        const char* name;
-        const char* backup;
-    } cases[] = {
-        {"plan.dat", "plan.bak"},
-        {"a.b", "a.bak"},
-        {"a.", "a.bak"},
-        {"x", "x.bak"},
-        {"plan.data", "plan.data.bak"},
-        {"plan.v1.dat", "plan.v1.bak"},
-        {".dat", ".bak"},
-        {"", ".bak"},
-        {"dir.v2\\file", "dir.v2\\file.bak"},
-        {"d.v\\f", "d.bak"},
-    };
-    for (const auto& c : cases) EXPECT_EQ(APIFile::backupName(c.name), c.backup);
+    for (const auto& [name, backup] : {std::pair{"plan.dat", "plan.bak"},
+                                       {"a.b", "a.bak"},
+                                       {"a.", "a.bak"},
+                                       {"x", "x.bak"},
+                                       {"plan.data", "plan.data.bak"},
+                                       {".dat", ".bak"},
+                                       {"", ".bak"},
+                                       {"dir.v2\\file", "dir.v2\\file.bak"},
+                                       {"d.v\\f", "d.bak"}})
+        EXPECT_EQ(APIFile::backupName(name), backup);
 }
 
 class Backup : public testing::Test {
@@ -72,14 +68,10 @@ TEST(IsReadOnly, LooksAtTheFileAndTriesItsFolder) {
     folder.write("file", "x");
     toolbox::platform::current().files->setAttributes(folder.write("locked", "x").c_str(),
                                                       FILE_ATTRIBUTE_READONLY);
-    const struct {
-        std::string name;
-        int result;
-    } cases[] = {
-        {root + "file", 0}, {folder.path() + "/file", 0}, {root + "new", 0}, {root + "locked", 1},
-        {root + "sub", 0},  {root + "none\\new", 1},
-    };
-    for (const auto& c : cases) EXPECT_EQ(APIFile::isReadOnly(c.name.c_str()), c.result) << c.name;
+    const std::pair<std::string, int> cases[] = {{root + "file", 0}, {folder.path() + "/file", 0},
+                                                 {root + "new", 0},  {root + "locked", 1},
+                                                 {root + "sub", 0},  {root + "none\\new", 1}};
+    for (const auto& [name, result] : cases) EXPECT_EQ(APIFile::isReadOnly(name.c_str()), result);
 
     // Without a separator the name is taken for the folder.
     char before[260];

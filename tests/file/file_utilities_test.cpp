@@ -8,25 +8,18 @@
 namespace {
 
 TEST(SepDirFile, SplitsAtTheLastSeparator) {
-    const struct {
-        const char* path;
-        const char* dir;
-        const char* file;
-    } cases[] = {
-        {"c:\\data\\plan.dat", "c:\\data", "plan.dat"},
-        {"data/sub\\plan.dat", "data/sub", "plan.dat"},
-        {"data\\sub/plan.dat", "data\\sub", "plan.dat"},
-        {"\\plan.dat", "", "plan.dat"},
-        {"data\\", "data", ""},
-        {"plan.dat", "", "plan.dat"},
-        {"", "", ""},
-    };
-    for (const auto& c : cases) {
+    const char* cases[][3] = {{"c:\\data\\plan.dat", "c:\\data", "plan.dat"},
+                              {"data/sub\\plan.dat", "data/sub", "plan.dat"},
+                              {"data\\sub/plan.dat", "data\\sub", "plan.dat"},
+                              {"\\plan.dat", "", "plan.dat"},
+                              {"data\\", "data", ""},
+                              {"plan.dat", "", "plan.dat"}};
+    for (const auto& [whole, folder, name] : cases) {
         char dir[32];
         char file[32];
-        SepDirFile(c.path, dir, file);
-        EXPECT_STREQ(dir, c.dir);
-        EXPECT_STREQ(file, c.file);
+        SepDirFile(whole, dir, file);
+        EXPECT_STREQ(dir, folder);
+        EXPECT_STREQ(file, name);
     }
     char path[] = "data\\plan.dat";
     char file[32];

@@ -4,8 +4,8 @@
 #include <climits>
 #include <string>
 
+#include "support/text_fakes.h"
 #include "toolbox/formats.h"
-#include "toolbox/platform.h"
 
 namespace {
 
@@ -144,21 +144,10 @@ TEST(Formats, SaveAndRestore) {
     EXPECT_EQ(numberFormat(INT_MIN, Right).saveStringFormat(), "-2147483648-R");
 }
 
-class KindNames final : public toolbox::platform::StringResources {
-  public:
-    int load(HINSTANCE, unsigned int id, toolbox::platform::Language, char* out,
-             int size) override {
-        const std::string text = std::to_string(id) + std::string(200, '.');
-        const auto copied = text.copy(out, static_cast<std::size_t>(size) - 1);
-        out[copied] = '\0';
-        return static_cast<int>(copied);
-    }
-};
-
 TEST(Formats, AreNamedByTheApplicationsTexts) {
-    KindNames names;
-    toolbox::platform::StringResources& replacement = names;
-    toolbox::platform::Replaced guard(toolbox::platform::current().strings, replacement);
+    toolbox::testing::FakedTexts texts;
+    for (unsigned int id : {1200u, 1201u, 1202u})
+        texts.strings.put(id, std::to_string(id) + std::string(200, '.'));
     const std::string rest(94, '.');
     EXPECT_EQ(NumberFormat().getTypeName(nullptr).str(), "1200" + rest);
     EXPECT_EQ(RealFormat().getTypeName(nullptr).str(), "1201" + rest);

@@ -7,8 +7,8 @@
 #include <string>
 #include <type_traits>
 
+#include "support/fake_system.h"
 #include "toolbox/dates.h"
-#include "toolbox/platform.h"
 
 void PrintTo(const TarvDate& date, std::ostream* out) {
     *out << date.getYear() << '-' << date.getMonth() << '-' << date.getDay();
@@ -148,17 +148,9 @@ TEST(TarvDate, KnowsTheLengthsOfMonthsAndYears) {
     EXPECT_EQ(TarvDate(2001, 3, 1).getDayOfYear(), 60);
 }
 
-class FixedClock final : public toolbox::platform::SystemInfo {
-  public:
-    std::string errorText(toolbox::platform::ErrorCode) override { return {}; }
-    toolbox::platform::LocalDate today() override { return {2024, 2, 29}; }
-    std::uint64_t availableVirtualMemory() override { return 0; }
-};
-
 TEST(TarvDate, IsTodayByDefault) {
-    FixedClock clock;
-    toolbox::platform::Replaced guard(toolbox::platform::current().system,
-                                      static_cast<toolbox::platform::SystemInfo&>(clock));
+    FakeSystem clock;
+    clock.date = {2024, 2, 29};
     EXPECT_EQ(TarvDate(), TarvDate(2024, 2, 29));
     EXPECT_EQ(TarvDateString("20010430").initToday(), TarvDate(2024, 2, 29));
 }

@@ -7,8 +7,8 @@
 #include <string>
 #include <utility>
 
+#include "support/fake_system.h"
 #include "toolbox/parser.h"
-#include "toolbox/platform.h"
 
 namespace {
 
@@ -84,20 +84,6 @@ TEST(Grid, RaisesTheErrorFlagForHugeValues) {
     EXPECT_EQ(Parser::isError(), 0);
 }
 
-/// A machine with this much address space left.
-class Machine final : public toolbox::platform::SystemInfo {
-  public:
-    explicit Machine(std::uint64_t memory)
-        : memory_(memory), guard_(toolbox::platform::current().system, *this) {}
-    std::string errorText(toolbox::platform::ErrorCode) override { return {}; }
-    toolbox::platform::LocalDate today() override { return {2000, 1, 1}; }
-    std::uint64_t availableVirtualMemory() override { return memory_; }
-
-  private:
-    std::uint64_t memory_;
-    toolbox::platform::Replaced<toolbox::platform::SystemInfo> guard_;
-};
-
 TEST(GridBudget, StartsFromTheMemoryLeft) {
     constexpr auto kMost = std::numeric_limits<std::uint64_t>::max();
     const std::pair<std::uint64_t, long> cases[] = {{0, 0},
@@ -107,14 +93,16 @@ TEST(GridBudget, StartsFromTheMemoryLeft) {
                                                     {0xFFFFFFFF, 0x7FFFFFFF},
                                                     {kMost, 0x7FFFFFFF}};
     for (const auto& [memory, budget] : cases) {
-        Machine machine(memory);
+        FakeSystem machine;
+        machine.memory = memory;
         EXPECT_EQ(Parser().getMemoryLeft(), budget) << memory;
     }
     EXPECT_GT(Parser().getMemoryLeft(), 1 << 20) << "on this machine";
 }
 
 TEST(GridBudget, IsChargedForEachCellAndPaidBack) {
-    Machine machine(2000);
+    FakeSystem machine;
+    machine.memory = 2000;
     Parser grid;
     const std::pair<const char*, long> cases[] = {{"12345", 16}, {"", 10},     {"x", 10},
                                                   {"xy", 12},    {"xyz", 12},  {"A2", 20},
@@ -128,7 +116,8 @@ TEST(GridBudget, IsChargedForEachCellAndPaidBack) {
 }
 
 TEST(GridBudget, LeavesACellEmptyWhenItIsSpent) {
-    Machine machine(1000 + 40);
+    FakeSystem machine;
+    machine.memory = 1000 + 40;
     Parser grid;
     grid.setCell("A1", "12 bytes long");
     ASSERT_EQ(grid.getMemoryLeft(), 18);
@@ -143,7 +132,8 @@ TEST(GridBudget, LeavesACellEmptyWhenItIsSpent) {
 }
 
 TEST(Grid, KnowsItsLastColumnAndRow) {
-    Machine machine(1000 + 60);
+    FakeSystem machine;
+    machine.memory = 1000 + 60;
     Parser grid;
     for (const char* name : {"B2", "D3", "C7"}) {
         EXPECT_FALSE(grid.isChanged());

@@ -57,9 +57,10 @@ class PlainReader {
         const std::size_t description = format_ >= 210 ? 128 : 64;
         const std::size_t versions = format_ >= 210 ? 8 : format_ >= 200 ? 4 : 0;
         const std::size_t head = 4 + description + 4;
-        if (at + head > bytes_.size() || wordAt(bytes_, at) != id) return {};
+        if (at > bytes_.size() || head > bytes_.size() - at || wordAt(bytes_, at) != id) return {};
         const std::size_t length = wordAt(bytes_, at + head - 4);
-        if (at + head + length + versions >= bytes_.size()) return {};
+        const std::size_t room = bytes_.size() - at - head;
+        if (length >= room || versions >= room - length) return {};
         const std::size_t behind = at + head + length;
         return Block{id, std::string(bytes_.substr(at + head, length)),
                      textIn(bytes_.substr(at + 4, description)),

@@ -67,14 +67,13 @@ class DamagedBlockFile : public testing::TestWithParam<std::uint32_t> {
 
 TEST_P(DamagedBlockFile, GivesWhatItsBytesHold) {
     ASSERT_TRUE(PlainReader(whole).opens());
-    check(whole, "whole");
+    for (const std::uint32_t format : {100u, 199u, 200u, 210u, 999u})
+        check(fileOf(format, kBlocks), "whole");
     for (std::size_t at = 0; at < whole.size(); ++at) {
         check(whole.substr(0, at), "cut at " + std::to_string(at));
-        for (const int bits : {0x01, 0xFF}) {
-            std::string bytes = whole;
-            bytes[at] = static_cast<char>(bytes[at] ^ bits);
-            check(bytes, "byte " + std::to_string(at) + " changed");
-        }
+        std::string bytes = whole;
+        bytes[at] = static_cast<char>(bytes[at] ^ 1);
+        check(bytes, "byte " + std::to_string(at) + " changed");
     }
     const auto size = static_cast<std::uint32_t>(whole.size());
     for (std::size_t at = 0; at + 4 <= whole.size(); at += 4)
@@ -85,7 +84,7 @@ TEST_P(DamagedBlockFile, GivesWhatItsBytesHold) {
         }
 }
 
-INSTANTIATE_TEST_SUITE_P(Formats, DamagedBlockFile, testing::Values(100, 199, 205, 210, 999));
+INSTANTIATE_TEST_SUITE_P(Formats, DamagedBlockFile, testing::Values(100, 209, 210));
 
 TEST(DamagedIndex, OfManyEntriesTakesMemoryForThemOnly) {
     TempFolder folder;

@@ -6,6 +6,7 @@
 #include <ostream>
 #include <string>
 #include <type_traits>
+#include <utility>
 
 #include "support/fake_system.h"
 #include "toolbox/dates.h"
@@ -32,18 +33,15 @@ TEST(TarvDate, ConvertsEveryDayOfTheYears1To9999) {
 }
 
 TEST(TarvDate, ConvertsDaysFarFromToday) {
-    const struct {
-        long number;
-        TarvDate date;
-    } cases[] = {
+    const std::pair<long, TarvDate> cases[] = {
         {2451545, {2000, 1, 1}},       {1721426, {1, 1, 1}},
         {1721425, {0, 12, 30}},        {1721060, {0, 1, 0}},
         {1721059, {-1, 12, 30}},       {1075462249, {2939803, 7, 12}},
         {2147483647, {5874898, 6, 3}}, {1075462250, {2939803, 7, 13}},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(TarvDate(c.number), c.date) << c.number;
-        EXPECT_EQ(static_cast<long>(c.date), c.date.isValid() ? c.number : -1);
+    for (const auto& [number, date] : cases) {
+        EXPECT_EQ(TarvDate(number), date) << number;
+        EXPECT_EQ(static_cast<long>(date), date.isValid() ? number : -1);
     }
 }
 
@@ -73,10 +71,7 @@ TEST(TarvDate, KeepsASetValueThatMakesItInvalid) {
 }
 
 TEST(TarvDate, ReadsTextAsFarAsItGoes) {
-    const struct {
-        const char* text;
-        TarvDate date;
-    } cases[] = {
+    const std::pair<const char*, TarvDate> cases[] = {
         {"20010430", {2001, 4, 30}},    {"20010000", {2001, 0, 0}},
         {"20010430123", {2001, 4, 30}}, {" -12+3 4", {-12, 3, 4}},
         {"2001", {2001, 0, 0}},         {"200104", {2001, 4, 0}},
@@ -84,7 +79,8 @@ TEST(TarvDate, ReadsTextAsFarAsItGoes) {
         {"20a1x1 9", {20, 0, 9}},       {"- 1231\t1", {0, 31, 1}},
         {nullptr, {0, 0, 0}},
     };
-    for (const auto& c : cases) EXPECT_EQ(TarvDate(c.text), c.date) << (c.text ? c.text : "(null)");
+    for (const auto& [text, date] : cases)
+        EXPECT_EQ(TarvDate(text), date) << (text ? text : "(null)");
     const std::string onHeap = "2001";  // an over-read is seen by the sanitizer
     EXPECT_EQ(TarvDate(std::string(onHeap).c_str()).getYear(), 2001);
 }

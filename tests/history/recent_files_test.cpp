@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "file/recent_items.h"
@@ -37,20 +38,16 @@ class RecentFiles : public ::testing::Test {
 };
 
 TEST_F(RecentFiles, KeepsTheFiveNewestOnceEach) {
-    struct Case {
-        Names recorded;
-        Names expected;
-    };
-    const Case cases[] = {
+    const std::pair<Names, Names> cases[] = {
         {{"A", "B", "A"}, {"A", "B"}},
         {{"A", "", "a"}, {"a", "A"}},
         {{"1", "2", "3", "4", "5", "6"}, {"6", "5", "4", "3", "2"}},
         {{"1", "2", "3", "4", "5", "1"}, {"1", "5", "4", "3", "2"}},
     };
-    for (const Case& c : cases) {
+    for (const auto& [recorded, expected] : cases) {
         history_.init(nullptr, kFirst - 1, 0);
-        record(c.recorded);
-        EXPECT_EQ(listed(history_), c.expected);
+        record(recorded);
+        EXPECT_EQ(listed(history_), expected);
     }
 }
 

@@ -2,6 +2,7 @@
 // the same answers.
 #include <gtest/gtest.h>
 
+#include <utility>
 #include <vector>
 
 #include "support/settings_fixture.h"
@@ -180,17 +181,13 @@ TEST_F(ProfileStoreContract, StoresSeveralEntriesInOneCall) {
 }
 
 TEST_F(ProfileStoreContract, RefusesWhatCouldNotBeReadBack) {
-    struct Case {
-        const char* section;
-        const char* entry;
-    };
-    const Case cases[] = {{"s", "a=b"}, {"s", "[t]"}, {"s", " \v[t"}, {"s", "a\nb"},
-                          {"s", ""},    {"s", "  "},  {"s", nullptr}, {"s\r", "k"},
-                          {"", "k"},    {" ", "k"},   {nullptr, "k"}};
+    const std::pair<const char*, const char*> cases[] = {
+        {"s", "a=b"},   {"s", "[t]"}, {"s", " \v[t"}, {"s", "a\nb"}, {"s", ""},     {"s", "  "},
+        {"s", nullptr}, {"s\r", "k"}, {"", "k"},      {" ", "k"},    {nullptr, "k"}};
     const std::string file = profileHolding("[s]\r\nk=1\r\n");
-    for (const Case& c : cases)
-        EXPECT_NE(profiles().write(file.c_str(), c.section, c.entry, "v"), 0u)
-            << (c.entry ? c.entry : "null");
+    for (const auto& [section, entry] : cases)
+        EXPECT_NE(profiles().write(file.c_str(), section, entry, "v"), 0u)
+            << (entry ? entry : "null");
     EXPECT_EQ(folder_.read(file), "[s]\r\nk=1\r\n");
 
     EXPECT_NE(profiles().write(nullptr, "s", "k", "v"), 0u);

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstring>
 #include <random>
+#include <utility>
 
 namespace toolbox::base {
 namespace {
@@ -51,25 +52,21 @@ TEST(TemplateText, KeepsArgumentsInStepPastWhatItDoesNotPrint) {
 }
 
 TEST(TemplateText, NeverLeavesItsBuffer) {
-    struct Case {
-        const char* format;
-        const char* kept;
-    };
-    const Case cases[] = {{"%2000000000d", "       "},
-                          {"%-99999999999999999999d|", "1      "},
-                          {"%.2000000000d", "0000000"},
-                          {"%02147483647d", "0000000"},
-                          {"%1d23456789", "1234567"},
-                          {"%-2147483648s", "       "},
-                          {"%2147483647.2147483647s", "       "}};
-    for (const Case& c : cases) {
+    const std::pair<const char*, const char*> cases[] = {{"%2000000000d", "       "},
+                                                         {"%-99999999999999999999d|", "1      "},
+                                                         {"%.2000000000d", "0000000"},
+                                                         {"%02147483647d", "0000000"},
+                                                         {"%1d23456789", "1234567"},
+                                                         {"%-2147483648s", "       "},
+                                                         {"%2147483647.2147483647s", "       "}};
+    for (const auto& [format, kept] : cases) {
         char guarded[] = "........G";
-        const bool text = std::string_view(c.format).ends_with('s');
+        const bool text = std::string_view(format).ends_with('s');
         EXPECT_EQ(
-            text ? printTemplate(guarded, 8, c.format, "") : printTemplate(guarded, 8, c.format, 1),
+            text ? printTemplate(guarded, 8, format, "") : printTemplate(guarded, 8, format, 1),
             7u);
-        EXPECT_STREQ(guarded, c.kept) << c.format;
-        EXPECT_EQ(guarded[8], 'G') << c.format;
+        EXPECT_STREQ(guarded, kept) << format;
+        EXPECT_EQ(guarded[8], 'G') << format;
     }
     char out[8];
     EXPECT_EQ(printTemplate(out, sizeof out, "%*.*d|", INT_MIN, INT_MIN, 5), 7u);

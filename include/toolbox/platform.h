@@ -12,6 +12,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <ctime>
 #include <span>
 #include <string>
 #include <vector>
@@ -241,6 +242,8 @@ class TB_API SystemInfo {
     /// end). Empty when it has none.
     virtual std::string errorText(ErrorCode code) = 0;
     virtual LocalDate today() = 0;
+    /// Seconds since 1970. The standard library's clock on every system; tests set another.
+    virtual std::time_t now() { return std::time(nullptr); }
     /// Bytes of address space that the process can still take, whether or not memory stands behind
     /// them.
     virtual std::uint64_t availableVirtualMemory() = 0;

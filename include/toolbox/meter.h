@@ -55,7 +55,8 @@ class TB_API TarvMeter {
     /// Null when there is no dialog.
     [[nodiscard]] HWND getMeterHandle() const;
     [[nodiscard]] int isMeterCreated() const;
-    /// The window that the next dialog disables; null, or one that is gone by then: the active one.
+    /// The window to disable. One that is null or gone when a dialog is created gives way to the
+    /// active window. Set while there is a dialog, it takes the place of the former parent.
     void setParentWindow(HWND parent);
     [[nodiscard]] int getCurPos() const;
     [[nodiscard]] int getStepInc() const;
@@ -111,9 +112,7 @@ class TB_API TarvMeter {
     static INT_PTR CALLBACK dialogProcedure(HWND dialog, UINT message, WPARAM wParam,
                                             LPARAM lParam);
     INT_PTR handleDialog(HWND dialog, UINT message, WPARAM wParam);
-    void startClock(HWND dialog);
     void showElapsed() const;
-    void cancel();
     void restoreCursor();
     void release();
     void sendToBar(UINT message, WPARAM wParam, LPARAM lParam) const;

@@ -26,4 +26,9 @@ INT_PTR showDialog(const char* name, HWND parent, DLGPROC procedure, LPARAM data
     return -1;
 }
 
+HWND createDialog(HINSTANCE module, const char* name, HWND parent, DLGPROC procedure, LPARAM data) {
+    const DLGTEMPLATE* const found = findTemplate(module, name);
+    return found ? CreateDialogIndirectParamA(module, found, parent, procedure, data) : nullptr;
+}
+
 }  // namespace toolbox::window

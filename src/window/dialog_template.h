@@ -11,4 +11,9 @@ namespace toolbox::window {
 /// message service is taken. The procedure gets `data` in WM_INITDIALOG.
 [[nodiscard]] INT_PTR showDialog(const char* name, HWND parent, DLGPROC procedure, LPARAM data);
 
+/// Creates a modeless dialog from a template of `module`, of several languages in that of the
+/// message service. Null when there is no such template or no dialog could be made.
+[[nodiscard]] HWND createDialog(HINSTANCE module, const char* name, HWND parent, DLGPROC procedure,
+                                LPARAM data);
+
 }  // namespace toolbox::window

@@ -55,11 +55,7 @@ DispatchServer::DispatchServer(const DispatchServer& source) : DispatchServer(so
     clients_ = source.clients_;
 }
 
-DispatchServer& DispatchServer::operator=(const DispatchServer& source) {
-    mask_ = source.mask_;
-    clients_ = source.clients_;
-    return *this;
-}
+DispatchServer& DispatchServer::operator=(const DispatchServer& source) = default;
 
 DispatchServer::~DispatchServer() {
     Delivery::forget(this);

@@ -95,7 +95,7 @@ int GCOMMBase::manage(int n, const CommRec records[], const SetPointer<Tool>& to
         std::unique_ptr<Command> command(new (std::nothrow)
                                              Command(records[i].id, records[i].attribute, 0, 1));
         if (!manage(command.get(), tools, contextId, 1)) return 0;
-        command.release();
+        static_cast<void>(command.release());
     }
     return 1;
 }

@@ -1,9 +1,23 @@
 #include "toolbox/command_manager.h"
+#include "toolbox/diagnostics.h"
 #include "toolbox/tools.h"
+
+namespace {
+
+/// Marks code that was thought to be unused, by an assertion that always holds: its condition is
+/// the text.
+void markThoughtUnused(int line) {
+    static constexpr const char* kText = "Call Merlo to notify him we're this code is used";
+    if (!kText) _tvassert(kText, "src/tooldlg", line);
+}
+
+}  // namespace
 
 const int ToolDlg::classType = 0;
 
-ToolDlg::ToolDlg(unsigned long id, HWND dialog) : Tool(id), dialog_(dialog) {}
+ToolDlg::ToolDlg(unsigned long id, HWND dialog) : Tool(id), dialog_(dialog) {
+    markThoughtUnused(27);
+}
 
 ToolDlg::~ToolDlg() {
     removeAll();
@@ -50,6 +64,7 @@ DLGPROC ToolDlg::getStdDlgProc() {
 }
 
 INT_PTR CALLBACK ToolDlg::ToolDlgDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+    markThoughtUnused(110);
     const int control = static_cast<int>(wParam);
     switch (message) {
         case kSetCheck:

@@ -85,7 +85,7 @@ class TB_API TransMatrix2D : public SmallSquareMatrix<double, 3> {
     /// What two numbers mean; another value leaves the identity.
     enum TMConstructType : int { Scale = 0, Translation = 1 };
 
-    TransMatrix2D();
+    TransMatrix2D() = default;
     /// Rotation by an angle in radians, counter-clockwise where y points up; on a screen, where it
     /// points down, clockwise.
     explicit TransMatrix2D(double angle);
@@ -98,7 +98,7 @@ class TB_API TransMatrix2D : public SmallSquareMatrix<double, 3> {
     TransMatrix2D(const SmallMatrix<double, 3, 3>& elements);
     TransMatrix2D(const TransMatrix2D&) = default;
     TransMatrix2D& operator=(const TransMatrix2D&) = default;
-    virtual ~TransMatrix2D();
+    virtual ~TransMatrix2D() = default;
 
     /// The product this x other. Each element is summed from 0.0 in the order of the columns of
     /// this, so that results agree to the last bit everywhere.

@@ -72,8 +72,10 @@ TEST_F(DraggerPixels, FourSidesForARectangle) {
     dragger.setMode(1);  // to no effect
     dragger.setCursorPosMode(1);
     EXPECT_EQ(dragger.isModeOrtho() + dragger.getCursorPosMode() + dragger.getMode(), 0);
-    expectDrawnOnly(dragger, {line(kStart, {kEnd.x, kStart.y}), line(kStart, {kStart.x, kEnd.y}),
-                              line({kEnd.x, kStart.y}, kEnd), line({kStart.x, kEnd.y}, kEnd)});
+    // The right and the lower side lie within.
+    const POINT last{kEnd.x - 1, kEnd.y - 1};
+    expectDrawnOnly(dragger, {line(kStart, {last.x, kStart.y}), line(kStart, {kStart.x, last.y}),
+                              line({last.x, kStart.y}, last), line({kStart.x, last.y}, last)});
 }
 
 TEST_F(DraggerPixels, ALineForAVector) {
@@ -113,8 +115,8 @@ TEST_F(DraggerPixels, AnEllipseWithItsRadius) {
     theta.setDims(center, 80, 50);
     theta.setCursorPosMode(1);
     EXPECT_EQ(theta.getCursorPosMode(), 0);
-    // (10, 10) off the center: mirrored, at 56 and 35 of the radii's directions.
-    const POINT end{150 + 56, 100 - 35};
+    // kEnd is (10, 10) off the center: 206.57 and, mirrored, 64.64.
+    const POINT end{206, 64};
     expectDrawnOnly(theta, {onEllipse, line(center, end)});
     ThetaIniDragger preset(0, nullptr);
     preset.setDims(center, 80, 50, {7, 9});

@@ -98,8 +98,9 @@ TEST_F(MouseGestureTest, StartsAgainFromANewAnchor) {
 }
 
 TEST_F(MouseGestureTest, StaysOrthogonalWhenShiftIsReleased) {
+    window.moveTo(40, 50);
     window.shiftKey(true);
-    press(40, 50);
+    window.button(MOUSEEVENTF_LEFTDOWN);
     window.shiftKey(false);
     window.moveTo(160, 110);
     expectPoints({40, 50}, {160, 50});

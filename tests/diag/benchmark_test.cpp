@@ -1,0 +1,75 @@
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <sstream>
+
+#include "support/fake_system.h"
+#include "support/temp_folder.h"
+#include "toolbox/diagnostics.h"
+
+namespace {
+
+std::string printed(const Benchmark& benchmark) {
+    std::ostringstream out;
+    benchmark.print(out);
+    return out.str();
+}
+
+TEST(Benchmark, PrintsWholeSecondsSinceTheFirstEvent) {
+    FakeSystem system;
+    system.milliseconds = 0xFFFFFF00;  // about to start anew
+    Benchmark benchmark;
+    EXPECT_EQ(printed(benchmark), "");
+    benchmark.set("start");
+    system.milliseconds += 1900;
+    benchmark.set("sections read");
+    system.milliseconds += 1900;
+    benchmark.set("a name that is longer than its forty characters");
+    const std::string table =
+        "     EVENT                      TIME            DELTA\n\n"
+        "start                            0.00\n"
+        "                                                 1.00\n"
+        "sections read                    1.00\n"
+        "                                                 2.00\n"
+        "a name that is longer than its forty ch           3.00\n";
+    EXPECT_EQ(printed(benchmark), table);
+
+    const TempFolder folder;
+    std::FILE* const file = std::fopen((folder / "table").c_str(), "wb");
+    benchmark.print(file);
+    std::fclose(file);
+    EXPECT_EQ(folder.read("table"), table);
+}
+
+TEST(Benchmark, GrowsBySix) {
+    Benchmark benchmark;
+    for (int i = 1; i <= 30; ++i) {
+        benchmark.set("event");
+        const int expected = i <= 5 ? 5 : 5 + (i - 5 + 5) / 6 * 6;
+        EXPECT_EQ(benchmark.getCapacity(), expected) << i;
+        EXPECT_EQ(benchmark.getCount(), i);
+    }
+    benchmark.reset();
+    EXPECT_EQ(benchmark.getCapacity() + benchmark.getCount(), 0);
+    benchmark.set("again");
+    EXPECT_EQ(benchmark.getCapacity(), 6);
+    EXPECT_NE(printed(benchmark).find("again                            0.00\n"),
+              std::string::npos);
+}
+
+TEST(Benchmark, RecordsWhileActive) {
+    Benchmark benchmark(0);
+    benchmark.set("lost");
+    EXPECT_EQ(printed(benchmark), "");
+    benchmark.activate(1);
+    benchmark.set("kept");
+    benchmark.activate(0);
+    benchmark.set("lost");
+    EXPECT_EQ(printed(benchmark).find("lost"), std::string::npos);
+    EXPECT_EQ(benchmark.getCount(), 1);
+    benchmark.reset();
+    benchmark.set("lost");
+    EXPECT_EQ(benchmark.getCount(), 0);
+}
+
+}  // namespace

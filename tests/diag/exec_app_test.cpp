@@ -1,0 +1,179 @@
+// Starting real programs, and browsing for them in the real file dialog.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "support/temp_folder.h"
+#include "support/window_kit.h"
+#include "toolbox/messages.h"
+#include "toolbox/processes.h"
+
+namespace {
+
+using namespace toolbox::testing;
+
+constexpr int kFileName = 1152;
+constexpr int kFolders = 1121;
+constexpr int kFoundText = 1281;
+constexpr int kFoundIcon = 1282;
+
+std::string capitals(std::string text) {
+    CharUpperBuffA(text.data(), static_cast<DWORD>(text.size()));
+    return text;
+}
+
+/// Place of a folder in the file dialog's list, where some systems put it between brackets.
+LRESULT placeOf(HWND folders, const std::string& name) {
+    for (const std::string& text : {name, '[' + name + ']'}) {
+        const LRESULT place = SendMessageA(folders, LB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
+                                           reinterpret_cast<LPARAM>(text.c_str()));
+        if (place != LB_ERR) return place;
+    }
+    ADD_FAILURE() << "no folder " << name;
+    return LB_ERR;
+}
+
+/// The program to start lies in the folder "here" of the current folder.
+struct ExecAppTest : ::testing::Test {
+    ExecAppTest() {
+        char self[MAX_PATH] = "";
+        GetModuleFileNameA(nullptr, self, sizeof self);
+        std::filesystem::create_directory(folder / "here");
+        std::filesystem::copy_file(std::filesystem::path(self).parent_path() / "started_app.exe",
+                                   path);
+        GetCurrentDirectoryA(sizeof before, before);
+        SetCurrentDirectoryA(folder.path().c_str());
+        WriteProfileStringA("programs", kName, nullptr);
+        GMSG::setInstance(GetModuleHandleA(nullptr));
+    }
+    ~ExecAppTest() override {
+        if (started.hProcess) closeStarted();
+        SetCurrentDirectoryA(before);
+        WriteProfileStringA("programs", kName, nullptr);
+        GMSG::setInstance(nullptr);
+    }
+
+    /// Closes the window of the program; its exit code.
+    DWORD closeStarted() {
+        HWND window = nullptr;
+        EXPECT_TRUE(pumpUntil([&] { return (window = FindWin(title, nullptr)) != nullptr; }));
+        const toolbox::RunningApp app{window, started.dwThreadId};
+        EXPECT_EQ(IsAppRunning(&app), 1);
+        PostMessageA(window, WM_CLOSE, 0, 0);
+        EXPECT_EQ(WaitForSingleObject(started.hProcess, 10000), WAIT_OBJECT_0);
+        EXPECT_EQ(IsAppRunning(&app), 0);
+        DWORD code = 0;
+        GetExitCodeProcess(started.hProcess, &code);
+        CloseHandle(started.hThread);
+        CloseHandle(started.hProcess);
+        started = {};
+        return code;
+    }
+    int exec(const char* program) { return ExecApp(nullptr, program, title, &started); }
+    static std::string remembered() {
+        char text[MAX_PATH] = "";
+        GetProfileStringA("programs", kName, "", text, sizeof text);
+        return text;
+    }
+
+    static constexpr char kName[] = "TB_TRIED_APP";
+    TempFolder folder;
+    std::string path = folder / "here\\tb_tried_app.exe";
+    char title[40] = "started by a test of ExecApp";
+    char before[MAX_PATH] = "";
+    PROCESS_INFORMATION started{};
+};
+
+TEST_F(ExecAppTest, StartsAProgramByItsPath) {
+    for (const std::string& name : {path, folder / "here\\tb_tried_app"}) {
+        ASSERT_EQ(exec(name.c_str()), 1);
+        EXPECT_EQ(closeStarted(), 7u);
+    }
+}
+
+TEST_F(ExecAppTest, RefusesOtherExtensionsAtOnce) {
+    started.dwProcessId = 5;
+    for (const char* name : {"EDIT.COM", "c:\\x\\y.bat", "tb_tried_app.", "a.exe.txt"})
+        EXPECT_EQ(exec(name), 3) << name;
+    EXPECT_EQ(started.dwProcessId, 0u);
+    EXPECT_EQ(ExecApp(nullptr, nullptr, nullptr, nullptr), 2);
+}
+
+TEST_F(ExecAppTest, StartsARememberedProgram) {
+    WriteProfileStringA("programs", kName, path.c_str());
+    ASSERT_EQ(exec("tb_tried_app"), 1);
+    EXPECT_EQ(closeStarted(), 7u);
+}
+
+TEST_F(ExecAppTest, AsksBeforeItBrowses) {
+    WriteProfileStringA("programs", kName, "c:\\nowhere\\x.exe");
+    DialogScript script;
+    script.run([](HWND box) {
+        EXPECT_EQ(textOf(box), "tb_tried_app");
+        PostMessageA(box, WM_COMMAND, IDNO, 0);
+    });
+    EXPECT_EQ(exec("tb_tried_app"), 2);
+    EXPECT_EQ(remembered(), "c:\\nowhere\\x.exe");
+}
+
+TEST_F(ExecAppTest, FindsAProgramWithTheUserAndRemembersIt) {
+    const auto shows = [](const char* text, bool enabled, UINT icon) {
+        return [=](HWND dialog) {
+            const LRESULT shown = SendDlgItemMessageA(dialog, kFoundIcon, STM_GETICON, 0, 0);
+            const HICON expected = LoadIconA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(icon));
+            return textOf(dialog, kFoundText) == text &&
+                   (IsWindowEnabled(GetDlgItem(dialog, IDOK)) != 0) == enabled &&
+                   reinterpret_cast<HICON>(shown) == expected && expected != nullptr;
+        };
+    };
+    const auto found = shows("(found)", true, 12002);
+    const auto notFound = shows("(not found)", false, 12003);
+    DialogScript script;
+    script.run([](HWND box) { PostMessageA(box, WM_COMMAND, IDYES, 0); })
+        .waitUntil("not found", notFound)
+        .run([](HWND dialog) {
+            EXPECT_EQ(textOf(dialog), "Browse for Application");
+            EXPECT_EQ(capitals(textOf(dialog, kFileName)), "TB_TRIED_APP.EXE");
+            const HWND folders = GetDlgItem(dialog, kFolders);
+            SendMessageA(folders, LB_SETCURSEL, static_cast<WPARAM>(placeOf(folders, "here")), 0);
+            SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(kFolders, LBN_DBLCLK),
+                         reinterpret_cast<LPARAM>(folders));
+            // Going to another folder puts the filter into the field.
+            setText(dialog, kFileName, "tb_tried_app.exe");
+        })
+        .waitUntil("found", found)
+        .run([](HWND dialog) { setText(dialog, kFileName, "tb_tried_ap"); })
+        .waitUntil("not found as typed", notFound)
+        .run([](HWND dialog) { setText(dialog, kFileName, "tb_tried_app.exe"); })
+        .waitUntil("found as typed", found)
+        .run([](HWND dialog) { PostMessageA(dialog, WM_COMMAND, IDOK, 0); });
+    ASSERT_EQ(exec("tb_tried_app"), 1);
+    EXPECT_EQ(closeStarted(), 7u);
+    EXPECT_EQ(capitals(remembered()), capitals(path));
+    ASSERT_EQ(exec("tb_tried_app"), 1);  // asks no more
+    closeStarted();
+}
+
+TEST_F(ExecAppTest, GivesUpWhenTheUserDoes) {
+    DialogScript script;
+    script.run([](HWND box) { PostMessageA(box, WM_COMMAND, IDYES, 0); }).run([](HWND dialog) {
+        PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
+    });
+    EXPECT_EQ(exec("tb_tried_app"), 2);
+    EXPECT_EQ(remembered(), "");
+}
+
+TEST_F(ExecAppTest, TellsWhyItCannotBrowse) {
+    // A module without the dialog.
+    GMSG::setInstance(GetModuleHandleA("kernel32.dll"));
+    DialogScript script;
+    std::string told;
+    script.run([](HWND box) { PostMessageA(box, WM_COMMAND, IDYES, 0); }).run([&](HWND box) {
+        told = textOf(box, 0xFFFF);
+        PostMessageA(box, WM_COMMAND, IDOK, 0);
+    });
+    EXPECT_EQ(exec("tb_tried_app"), 2);
+    EXPECT_EQ(told, "Failed to find resource");
+}
+
+}  // namespace

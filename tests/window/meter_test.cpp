@@ -292,6 +292,17 @@ TEST_F(MeterTest, SurvivesTheEndOfItsOwner) {
               LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_ARROW)));
 }
 
+TEST_F(MeterTest, IsNotTakenForTheObjectOfADialogToCome) {
+    create();
+    CountingMeter other;
+    other.setParentWindow(owner);
+    ASSERT_EQ(other.createMeter("", 1), 1);
+    SetHandleObject(static_cast<TarvMeter*>(&other), nullptr);
+    meter.deleteMeter();
+    SetHandleObject(nullptr, nullptr);
+    EXPECT_EQ(other.isMeterCreated(), 1);
+}
+
 TEST_F(MeterTest, DisablesTheParentThatItIsGiven) {
     const HWND other = CreateWindowExA(0, "STATIC", "other", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0,
                                        300, 200, nullptr, nullptr, nullptr, nullptr);

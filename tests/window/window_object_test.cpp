@@ -115,10 +115,13 @@ TEST_F(WindowObjectTest, StaysTheCallersWithoutWindow) {
     EXPECT_EQ(object.make("NoSuchClass"), 0);
     EXPECT_EQ(object.getHWND(), nullptr);
 
-    auto* const next = new Object;  // does not inherit the place of the one that failed
-    EXPECT_EQ(next->make(), 1);
+    // The next window is not taken for the one that failed.
+    const HWND stranger = CreateWindowExA(0, "TestObject", "", WS_POPUP, 0, 0, 9, 9, nullptr,
+                                          nullptr, WindowObject::getLibraryInstance(), nullptr);
+    ASSERT_NE(stranger, nullptr);
     EXPECT_EQ(object.getHWND(), nullptr);
-    DestroyWindow(next->getHWND());
+    EXPECT_EQ(WindowDict::find(stranger), nullptr);
+    DestroyWindow(stranger);
 
     WindowDict::destroyStaticVars();
     EXPECT_EQ(object.make(), 0);

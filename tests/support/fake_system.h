@@ -12,6 +12,7 @@ struct FakeSystem final : toolbox::platform::SystemInfo {
     toolbox::platform::LocalDate date{2000, 1, 1};
     std::uint64_t memory = std::numeric_limits<std::uint64_t>::max();
     std::uint32_t milliseconds = 0;
+    std::time_t seconds = 0;
     std::string program;
 
     std::string errorText(toolbox::platform::ErrorCode code) override {
@@ -20,6 +21,7 @@ struct FakeSystem final : toolbox::platform::SystemInfo {
     toolbox::platform::LocalDate today() override { return date; }
     std::uint64_t availableVirtualMemory() override { return memory; }
     std::uint32_t clockMilliseconds() override { return milliseconds; }
+    std::time_t now() override { return seconds; }
     std::string programPath() override { return program; }
 
   private:

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "meter_dialog.h"
+#include "support/fake_system.h"
 #include "support/window_kit.h"
-#include "toolbox/platform.h"
 #include "toolbox/processes.h"
 #include "toolbox/text.h"
 
@@ -20,25 +20,13 @@ using toolbox::testing::textOf;
 
 struct CountingMeter : TarvMeter {
     void cancelMeter() const override { ++cancels; }
-    using TarvMeter::dispatch;
     mutable int cancels = 0;
-};
-
-/// A clock that a test sets.
-struct SetClock : toolbox::platform::SystemInfo {
-    std::string errorText(toolbox::platform::ErrorCode) override { return {}; }
-    toolbox::platform::LocalDate today() override { return {2026, 1, 1}; }
-    std::uint64_t availableVirtualMemory() override { return 0; }
-    std::time_t now() override { return time; }
-    std::time_t time = 1000;
 };
 
 struct MeterTest : ::testing::Test {
     MeterTest() {
         TarvMeter::setInstance(GetModuleHandleA(nullptr));
-        owner = CreateWindowExA(0, "STATIC", "owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300,
-                                200, nullptr, nullptr, nullptr, nullptr);
-        SetActiveWindow(owner);
+        owner = open();
     }
     ~MeterTest() override {
         meter.deleteMeter();
@@ -47,12 +35,18 @@ struct MeterTest : ::testing::Test {
         GMSG::language = GMSG::French;
     }
 
-    HWND control(int id) { return GetDlgItem(meter.getMeterHandle(), id); }
-    int barPosition() {
-        return static_cast<int>(SendMessageA(control(IDC_METER_BAR), PBM_GETPOS, 0, 0));
+    static HWND open() {
+        const HWND window = CreateWindowExA(0, "STATIC", "owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE,
+                                            0, 0, 300, 200, nullptr, nullptr, nullptr, nullptr);
+        SetActiveWindow(window);
+        return window;
     }
-    int barLimit(bool low) {
-        return static_cast<int>(SendMessageA(control(IDC_METER_BAR), PBM_GETRANGE, low, 0));
+    HWND control(int id) { return GetDlgItem(meter.getMeterHandle(), id); }
+    int bar(UINT message, WPARAM wParam = 0) {
+        return static_cast<int>(SendMessageA(control(IDC_METER_BAR), message, wParam, 0));
+    }
+    HCURSOR cursor() {
+        return reinterpret_cast<HCURSOR>(GetClassLongPtrA(meter.getMeterHandle(), GCLP_HCURSOR));
     }
     void create(int cancelEnabled = 1) { ASSERT_EQ(meter.createMeter("Calcul", cancelEnabled), 1); }
 
@@ -60,7 +54,7 @@ struct MeterTest : ::testing::Test {
     CountingMeter meter;
 };
 
-/// Every operation, where there is no dialog.
+/// What needs a dialog, where there is none.
 void expectHarmless(TarvMeter& meter) {
     char text[8] = "before";
     meter.deleteMeter();
@@ -70,40 +64,27 @@ void expectHarmless(TarvMeter& meter) {
     meter.setDeltaPos(3);
     meter.setPartsInJob(7);
     meter.setPartsComplete(5);
-    meter.resetMeterCancelledFlag();
-    EXPECT_EQ(meter.isCancelEnabled(), 0);
-    EXPECT_EQ(meter.isMeterVisible(), 0);
-    EXPECT_EQ(meter.isMeterCreated(), 0);
-    EXPECT_EQ(meter.getMeterHandle(), nullptr);
+    EXPECT_EQ(meter.isCancelEnabled() + meter.isMeterVisible() + meter.isMeterCreated(), 0);
     EXPECT_EQ(meter.getMeterString(0, text, sizeof text), 0);
     EXPECT_STREQ(text, "");
-    EXPECT_EQ(meter.getCaption(text, sizeof text), 0);
     EXPECT_EQ(meter.getPartsInJob(), 0u);
     EXPECT_EQ(meter.getPartsComplete(), 0);
     meter.setRange(-1, 70000);  // 16 bits each
     EXPECT_EQ(meter.getRange(), 4464u * 65536 + 65535);
-    meter.setCurPos(4);
-    EXPECT_EQ(meter.getCurPos(), 4);
     meter.setPartsInJob(0);
     EXPECT_EQ(meter.getCurPos(), -1);
 }
 
 TEST_F(MeterTest, IsHarmlessWithoutDialog) {
-    TarvMeter::setInstance(nullptr);
-    EXPECT_EQ(meter.createMeter("", 1), 0);
-    EXPECT_EQ(meter.getRange(), 10u * 65536);
-    expectHarmless(meter);
-}
-
-TEST_F(MeterTest, DisablesNothingWhenThereIsNoDialog) {
     TarvMeter::setEnable(0);
     EXPECT_EQ(meter.createMeter("", 1), 0);
     TarvMeter::setEnable(1);
-    EXPECT_TRUE(IsWindowEnabled(owner));
-
+    TarvMeter::setInstance(nullptr);
+    EXPECT_EQ(meter.createMeter("", 1), 0);
     TarvMeter::setInstance(GetModuleHandleA("user32.dll"));  // it has no such template
     EXPECT_EQ(meter.createMeter("", 1), 0);
     EXPECT_TRUE(IsWindowEnabled(owner));
+    EXPECT_EQ(meter.getRange(), 10u * 65536);
     expectHarmless(meter);
 }
 
@@ -143,9 +124,6 @@ TEST_F(MeterTest, ComesHiddenInTheMiddleOverADisabledParent) {
 TEST_F(MeterTest, IsShownUnderTheWaitCursorAndHidden) {
     create();
     const HWND dialog = meter.getMeterHandle();
-    const auto cursor = [&] {
-        return reinterpret_cast<HCURSOR>(GetClassLongPtrA(dialog, GCLP_HCURSOR));
-    };
     const HCURSOR own = cursor();
     const HCURSOR wait = LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_WAIT));
     for (const int show : {1, 1, 0, 0, 1}) {
@@ -157,8 +135,7 @@ TEST_F(MeterTest, IsShownUnderTheWaitCursorAndHidden) {
     }
     meter.deleteMeter();
     create();
-    EXPECT_EQ(reinterpret_cast<HCURSOR>(GetClassLongPtrA(meter.getMeterHandle(), GCLP_HCURSOR)),
-              own);
+    EXPECT_EQ(cursor(), own);
 }
 
 TEST_F(MeterTest, ShowsTwoLines) {
@@ -171,9 +148,6 @@ TEST_F(MeterTest, ShowsTwoLines) {
     char text[5];
     EXPECT_EQ(meter.getMeterString(1, text, sizeof text), 4);
     EXPECT_STREQ(text, "D\351fi");
-    EXPECT_EQ(meter.getMeterString(2, text, sizeof text), 0);
-    EXPECT_EQ(meter.getCaption(text, sizeof text), 4);
-    EXPECT_STREQ(text, "Calc");
     meter.setMeterString(0, nullptr);
     EXPECT_EQ(textOf(control(IDC_METER_LINE_0)), "");
 }
@@ -182,10 +156,10 @@ TEST_F(MeterTest, CountsPartsAndNeverMovesBack) {
     create();
     EXPECT_EQ(meter.getPartsComplete(), 0);
     EXPECT_EQ(meter.getPartsInJob(), 1u);
-    EXPECT_EQ(barPosition(), 1);  // on purpose: the count starts with a step
+    EXPECT_EQ(bar(PBM_GETPOS), 1);  // on purpose: the count starts with a step
 
     meter.setPartsInJob(20);
-    EXPECT_EQ(barLimit(false), 20);
+    EXPECT_EQ(bar(PBM_GETRANGE, FALSE), 20);
     struct Case {
         unsigned int complete;
         int parts;
@@ -196,7 +170,7 @@ TEST_F(MeterTest, CountsPartsAndNeverMovesBack) {
         meter.setPartsComplete(c.complete);
         EXPECT_EQ(meter.getPartsComplete(), c.parts);
         EXPECT_EQ(meter.getCurPos(), c.parts);
-        EXPECT_EQ(barPosition(), c.bar);
+        EXPECT_EQ(bar(PBM_GETPOS), c.bar);
     }
     meter.setPartsInJob(0);
     EXPECT_EQ(meter.getPartsComplete(), -1);
@@ -205,23 +179,15 @@ TEST_F(MeterTest, CountsPartsAndNeverMovesBack) {
 TEST_F(MeterTest, MovesItsBar) {
     create();
     meter.setRange(10, 90);
-    EXPECT_EQ(barLimit(true), 10);
-    EXPECT_EQ(barLimit(false), 90);
-    EXPECT_EQ(meter.getRange(), 90u * 65536 + 10);
-    const int start = barPosition();
+    EXPECT_EQ(bar(PBM_GETRANGE, TRUE), 10);
+    EXPECT_EQ(bar(PBM_GETRANGE, FALSE), 90);
+    const int start = bar(PBM_GETPOS);
     meter.setDeltaPos(7);
-    EXPECT_EQ(barPosition(), start + 7);
-    EXPECT_EQ(meter.getCurPos(), 0);
-
     meter.setCurPos(5);  // on purpose, this is the step
-    EXPECT_EQ(barPosition(), start + 7);
+    EXPECT_EQ(bar(PBM_GETPOS), start + 7);
     EXPECT_EQ(meter.getCurPos(), 5);
     meter.setPartsComplete(6);
-    EXPECT_EQ(barPosition(), start + 12);
-    meter.setStepInc(2);
-    EXPECT_EQ(meter.getStepInc(), 2);
-    meter.setPartsComplete(8);
-    EXPECT_EQ(barPosition(), start + 16);
+    EXPECT_EQ(bar(PBM_GETPOS), start + 12);
 }
 
 TEST_F(MeterTest, IsCancelledByAClickWhileTheJobAsks) {
@@ -241,8 +207,9 @@ TEST_F(MeterTest, IsCancelledByAClickWhileTheJobAsks) {
         EXPECT_EQ(meter.isMeterCancelled(), id != 3);
         meter.resetMeterCancelledFlag();
     }
-    PostMessageA(meter.getMeterHandle(), WM_COMMAND, IDCANCEL, 0);
-    meter.dispatch();
+    meter.enableCancel(1);
+    clickOn(control(IDCANCEL));
+    EXPECT_TRUE(pumpUntil([&] { return meter.cancels == 4; }));
     meter.deleteMeter();
     create();
     EXPECT_EQ(meter.isMeterCancelled(), 0);
@@ -260,14 +227,13 @@ TEST_F(MeterTest, UsesUpAQuitMessageWithoutBeingCancelled) {
 }
 
 TEST_F(MeterTest, ShowsTheTimeElapsed) {
-    SetClock clock;
-    const toolbox::platform::Replaced guard(toolbox::platform::current().system,
-                                            static_cast<toolbox::platform::SystemInfo&>(clock));
+    FakeSystem clock;
+    clock.seconds = 1000;
     create();
     const std::pair<long, const char*> cases[] = {
         {65, "00:01:05"}, {0, "00:00:00"}, {3725, "01:02:05"}, {360000, "100:00:00"}};
     for (const auto& [seconds, text] : cases) {
-        clock.time = 1000 + seconds;
+        clock.seconds = 1000 + seconds;
         SendMessageA(meter.getMeterHandle(), WM_TIMER, 1, 0);
         EXPECT_EQ(textOf(control(IDC_METER_ELAPSED)), text);
     }
@@ -283,13 +249,10 @@ TEST_F(MeterTest, SurvivesTheEndOfItsOwner) {
     meter.setMeterVisibility(1);
     DestroyWindow(owner);
     expectHarmless(meter);
-    owner = CreateWindowExA(0, "STATIC", "next", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 200,
-                            nullptr, nullptr, nullptr, nullptr);
-    SetActiveWindow(owner);
+    owner = open();
     create();
     EXPECT_FALSE(IsWindowEnabled(owner));
-    EXPECT_EQ(reinterpret_cast<HCURSOR>(GetClassLongPtrA(meter.getMeterHandle(), GCLP_HCURSOR)),
-              LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_ARROW)));
+    EXPECT_EQ(cursor(), LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_ARROW)));
 }
 
 TEST_F(MeterTest, IsNotTakenForTheObjectOfADialogToCome) {
@@ -304,11 +267,10 @@ TEST_F(MeterTest, IsNotTakenForTheObjectOfADialogToCome) {
 }
 
 TEST_F(MeterTest, DisablesTheParentThatItIsGiven) {
-    const HWND other = CreateWindowExA(0, "STATIC", "other", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0,
-                                       300, 200, nullptr, nullptr, nullptr, nullptr);
+    const HWND other = open();
+    SetActiveWindow(owner);
     meter.setParentWindow(other);
     create();
-    EXPECT_TRUE(IsWindowEnabled(owner));
     EXPECT_FALSE(IsWindowEnabled(other));
     meter.setParentWindow(owner);
     EXPECT_FALSE(IsWindowEnabled(owner));
@@ -330,11 +292,6 @@ TEST_F(MeterTest, GoesWithItsGuard) {
     }
     EXPECT_EQ(meter.isMeterCreated(), 0);
     EXPECT_TRUE(IsWindowEnabled(owner));
-}
-
-TEST_F(MeterTest, HasIconsForFilesFoundOrNot) {
-    for (const int id : {12002, 12003})
-        EXPECT_NE(LoadIconA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(id)), nullptr);
 }
 
 }  // namespace

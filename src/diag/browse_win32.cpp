@@ -50,6 +50,25 @@ HINSTANCE module() {
     return static_cast<HINSTANCE>(GMSG::getInstance());
 }
 
+/// Names the template. Where the module has it in the message service's language that one is handed
+/// over; by its name alone the system would take the one of the user's language.
+void takeTemplate(OPENFILENAMEA& dialog) {
+    constexpr char kName[] = "DLG_BROWSE";
+    const WORD language = GMSG::language == GMSG::French
+                              ? MAKELANGID(LANG_FRENCH, SUBLANG_FRENCH)
+                              : MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US);
+    const HRSRC found =
+        FindResourceExA(module(), MAKEINTRESOURCEA(5), kName, language);  // RT_DIALOG
+    if (found) {
+        dialog.Flags = OFN_ENABLETEMPLATEHANDLE;
+        dialog.hInstance = static_cast<HINSTANCE>(LoadResource(module(), found));
+    } else {
+        dialog.Flags = OFN_ENABLETEMPLATE;
+        dialog.hInstance = module();
+        dialog.lpTemplateName = kName;
+    }
+}
+
 void report(DWORD error) {
     for (const DialogError& known : kErrors)
         if (known.code == error) GMSG::errorMsg("%s", MB_OK | MB_ICONSTOP, known.text);
@@ -106,15 +125,13 @@ std::string browseForProgram(HWND owner, const std::string& fileName) {
     OPENFILENAMEA dialog{};
     dialog.lStructSize = sizeof dialog;
     dialog.hwndOwner = owner;
-    dialog.hInstance = module();
+    takeTemplate(dialog);
     dialog.lpstrFilter = "Applications (*.EXE)\0*.EXE\0";
     dialog.lpstrFile = path;
     dialog.nMaxFile = sizeof path;
     dialog.lpstrTitle = "Browse for Application";
-    dialog.Flags = OFN_ENABLEHOOK | OFN_ENABLETEMPLATE | OFN_FILEMUSTEXIST | OFN_HIDEREADONLY |
-                   OFN_NOCHANGEDIR;
+    dialog.Flags |= OFN_ENABLEHOOK | OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
     dialog.lpfnHook = browseHook;
-    dialog.lpTemplateName = "DLG_BROWSE";
     if (GetOpenFileNameA(&dialog)) return path;
     report(CommDlgExtendedError());
     return {};

@@ -133,6 +133,7 @@ TEST_F(ExecAppTest, FindsAProgramWithTheUserAndRemembersIt) {
         .waitUntil("not found", notFound)
         .run([](HWND dialog) {
             EXPECT_EQ(textOf(dialog), "Browse for Application");
+            EXPECT_EQ(textOf(dialog, IDCANCEL), "Annuler");
             EXPECT_EQ(capitals(textOf(dialog, kFileName)), "TB_TRIED_APP.EXE");
             const HWND folders = GetDlgItem(dialog, kFolders);
             SendMessageA(folders, LB_SETCURSEL, static_cast<WPARAM>(placeOf(folders, "here")), 0);

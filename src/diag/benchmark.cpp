@@ -58,7 +58,8 @@ void Benchmark::set(const char* name) {
     if (count_ == 0) start_ = static_cast<std::int32_t>(now);
     // The clock may have passed its end since.
     const auto elapsed = static_cast<std::int32_t>(now - static_cast<std::uint32_t>(start_));
-    event.time = elapsed / kReadingsPerSecond;
+    const std::int32_t wholeSeconds = elapsed / kReadingsPerSecond;
+    event.time = wholeSeconds;
     ++count_;
 }
 

@@ -78,14 +78,6 @@ TEST_F(MouseGestureTest, IsAbandonedByTheOtherButtonAndByTheCancelCommand) {
     EXPECT_EQ(xy(end), xy({3, 4}));
 }
 
-TEST_F(MouseGestureTest, DoesNotStartWhileTheOtherButtonIsHeld) {
-    window.moveTo(40, 50);
-    window.button(MOUSEEVENTF_RIGHTDOWN);
-    window.button(MOUSEEVENTF_LEFTDOWN);
-    EXPECT_EQ(mouse.getState(), MouseDragger::Idle);
-    EXPECT_EQ(GetCapture(), nullptr);
-}
-
 TEST_F(MouseGestureTest, StartsAgainFromANewAnchor) {
     press(40, 50);
     window.moveTo(160, 110);

@@ -127,13 +127,3 @@ void PictureWindow::button(DWORD mouseEvent) {
     send(event);
     pumpMessages();
 }
-
-void PictureWindow::shiftKey(bool down) {
-    INPUT event{};
-    event.type = INPUT_KEYBOARD;
-    event.ki.wVk = VK_LSHIFT;
-    event.ki.wScan = static_cast<WORD>(MapVirtualKeyA(VK_LSHIFT, MAPVK_VK_TO_VSC));
-    event.ki.dwFlags = down ? 0 : KEYEVENTF_KEYUP;
-    send(event);
-    pumpMessages();
-}

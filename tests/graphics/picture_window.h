@@ -38,7 +38,6 @@ class PictureWindow {
     // Real input, and what comes of it is handled before they return.
     void moveTo(int x, int y);
     void button(DWORD mouseEvent);  ///< MOUSEEVENTF_LEFTDOWN...
-    void shiftKey(bool down);
 
     /// What the last message that was the gesture's, or a command, came to.
     MouseDragger::State state = MouseDragger::Idle;

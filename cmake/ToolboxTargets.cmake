@@ -48,6 +48,10 @@ if(WIN32)
     endforeach()
 endif()
 
+# The headers of the standard library that most sources need: parsed once for each target.
+set(TOOLBOX_USUAL_HEADERS <algorithm> <array> <map> <memory> <span> <string> <string_view> <utility>
+                          <vector>)
+
 # toolbox_program(<name> [INTERNAL] SOURCES <file>...)
 #   A program linked with the shared library; INTERNAL links the static one and may include what
 #   lies under src/ (an exported interface is not needed then).
@@ -98,6 +102,10 @@ function(toolbox_test name)
     endif()
     toolbox_program(${name} ${internal} SOURCES ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE toolbox_test_support)
+    if(TOOLBOX_PRECOMPILE)
+        string(TOLOWER "test_headers_${internal}" headers)
+        target_precompile_headers(${name} REUSE_FROM ${headers})
+    endif()
     toolbox_add_test(${name} COMMAND ${name})
     set_tests_properties(${TOOLBOX_TEST_PREFIX}${name} PROPERTIES TIMEOUT ${arg_TIMEOUT})
     if(arg_DISPLAY AND WIN32)

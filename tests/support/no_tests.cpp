@@ -1,0 +1,1 @@
+// A program is compiled with the headers that the tests then share; it holds none of its own.

@@ -112,8 +112,7 @@ void MDI::refuseFrame() {
     toolbox::text::loadFrom(state_->instance, kRefusedText, text, sizeof text);
     char caption[256] = "";
     GetWindowTextA(state_->frame, caption, sizeof caption);
-    toolbox::platform::current().prompt->messageBox(state_->frame, text, caption,
-                                                    MB_ICONHAND | MB_TASKMODAL);
+    toolbox::platform::current().prompt->messageBox(state_->frame, text, caption, MB_ICONHAND);
     DestroyWindow(state_->frame);
 }
 

@@ -52,20 +52,27 @@ endif()
 set(TOOLBOX_USUAL_HEADERS <algorithm> <array> <map> <memory> <span> <string> <string_view> <utility>
                           <vector>)
 
-# toolbox_program(<name> [INTERNAL] SOURCES <file>...)
-#   A program linked with the shared library; INTERNAL links the static one and may include what
-#   lies under src/ (an exported interface is not needed then).
-function(toolbox_program name)
-    cmake_parse_arguments(arg "INTERNAL" "" "SOURCES" ${ARGN})
-    add_executable(${name} ${arg_SOURCES})
-    # The resource compiler does not tell what a script includes.
-    foreach(script IN LISTS arg_SOURCES)
+# toolbox_sources(<target> <file>...)
+#   target_sources() for files that may be resource scripts: the resource compiler does not tell what
+#   a script includes.
+function(toolbox_sources target)
+    target_sources(${target} PRIVATE ${ARGN})
+    foreach(script IN LISTS ARGN)
         if(script MATCHES "[.]rc$")
             file(GLOB included CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/resources/*
                  ${CMAKE_CURRENT_SOURCE_DIR}/*.inc ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
             set_property(SOURCE ${script} APPEND PROPERTY OBJECT_DEPENDS ${included})
         endif()
     endforeach()
+endfunction()
+
+# toolbox_program(<name> [INTERNAL] SOURCES <file>...)
+#   A program linked with the shared library; INTERNAL links the static one and may include what
+#   lies under src/ (an exported interface is not needed then).
+function(toolbox_program name)
+    cmake_parse_arguments(arg "INTERNAL" "" "SOURCES" ${ARGN})
+    add_executable(${name})
+    toolbox_sources(${name} ${arg_SOURCES})
     toolbox_compile_options(${name})
     if(arg_INTERNAL)
         target_link_libraries(${name} PRIVATE toolbox::toolbox_static)

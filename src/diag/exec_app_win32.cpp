@@ -61,7 +61,7 @@ std::string rememberedPath(const std::string& name) {
 bool wantsToBrowse(HWND owner, const char* program) {
     return platform::current().prompt->messageBox(
                owner, "The application could not be found. Do you want to browse for it?", program,
-               MB_YESNO | MB_ICONQUESTION | MB_TASKMODAL) == IDYES;
+               MB_YESNO | MB_ICONQUESTION) == IDYES;
 }
 
 }  // namespace

@@ -1,6 +1,10 @@
 // The tools of the library (Windows only): a dialog whose buttons are commands, and a menu.
 #pragma once
 
+#if !defined(_WIN32)
+#error "toolbox/tools.h needs windows: it exists on Windows only"
+#endif
+
 #include "toolbox/commands.h"
 #include "toolbox/win_types.h"
 

@@ -1,8 +1,38 @@
-// The library's version, for the preprocessor. Major changes break the interface, minor ones add to
-// it, patches do neither.
+// The version of the library: the macros are that of the headers that a program is compiled with,
+// the functions that of the library that it runs with. With a shared library these may differ, and
+// a program that needs what a later version added asks first:
+//     if (toolbox::version() < TOOLBOX_VERSION) ...
+//
+// Major changes break the interface, minor ones add to it, patches do neither. Resource scripts may
+// include this header for the macros.
 #pragma once
 
 #define TOOLBOX_VERSION_MAJOR 1
 #define TOOLBOX_VERSION_MINOR 0
 #define TOOLBOX_VERSION_PATCH 0
-#define TOOLBOX_VERSION_TEXT "1.0.0"
+
+/// Later versions have greater numbers: 10203 is 1.2.3.
+#define TOOLBOX_VERSION \
+    (TOOLBOX_VERSION_MAJOR * 10000 + TOOLBOX_VERSION_MINOR * 100 + TOOLBOX_VERSION_PATCH)
+
+/// The same as text: "1.2.3".
+#define TOOLBOX_VERSION_TEXT                    \
+    TOOLBOX_DETAIL_QUOTE(TOOLBOX_VERSION_MAJOR) \
+    "." TOOLBOX_DETAIL_QUOTE(TOOLBOX_VERSION_MINOR) "." TOOLBOX_DETAIL_QUOTE(TOOLBOX_VERSION_PATCH)
+#define TOOLBOX_DETAIL_QUOTE(number) TOOLBOX_DETAIL_QUOTE_AS_IS(number)
+#define TOOLBOX_DETAIL_QUOTE_AS_IS(number) #number
+
+#if !defined(RC_INVOKED)
+
+#include "toolbox/export.h"
+
+namespace toolbox {
+
+/// TOOLBOX_VERSION as the library was compiled.
+TB_API int version();
+/// TOOLBOX_VERSION_TEXT as the library was compiled. Never null, never freed.
+TB_API const char* versionText();
+
+}  // namespace toolbox
+
+#endif

@@ -4,8 +4,8 @@
 #include <charconv>
 #include <cstring>
 
+#include "declared_keys.h"
 #include "section_texts.h"
-#include "toolbox/messages.h"
 
 namespace {
 
@@ -31,43 +31,25 @@ constexpr UINT kFirstColumn = 2;
 constexpr UINT kFirstComputed = kFirstColumn + UINT{kColumns.size()};
 constexpr UINT kEnd = kFirstComputed + UINT{kComputed.size()};
 
-void declare(UDManager& keys, UINT id, const char* key, const char* header, const char* unit,
-             const FormatType& format) {
-    RWCString description;
-    GMSG::getString(static_cast<unsigned short>(kFirstDescription + id - kDesignation),
-                    description);
-    UDKeyData data((RWCString(key)));
-    data.setDescStr(description);
-    data.setHeaderStr(header);
-    data.setUnitsStr(unit);
-    data.setFormat(format);
-    keys.addKey(id, data);
-}
-
-void declareNumber(UDManager& keys, UINT id, const char* key, const char* header, const char* unit,
-                   int width, int precision) {
-    if (precision == 0) {
-        NumberFormat whole;
-        whole.setFormat(width, Right);
-        declare(keys, id, key, header, unit, whole);
-    } else {
-        RealFormat real;
-        real.setFormat(width, precision, Right);
-        declare(keys, id, key, header, unit, real);
-    }
+DeclaredKey declared(UINT id, const char* key, const char* header, const char* units) {
+    return {key, header, units, static_cast<unsigned short>(kFirstDescription + id - kDesignation)};
 }
 
 void declareAll(UDManager& keys) {
     StringFormat designation;
     designation.setFormat(11, Left);
-    declare(keys, kDesignation, "NAME", "designation", "", designation);
+    declareKey(keys, kDesignation, declared(kDesignation, "NAME", "designation", ""), designation);
     UINT id = kFirstColumn;
-    for (const Column& column : kColumns)
-        declareNumber(keys, id++, column.key, column.name, column.unit, column.width,
+    for (const Column& column : kColumns) {
+        declareNumber(keys, id, declared(id, column.key, column.name, column.unit), column.width,
                       column.precision);
-    for (const Computed& computed : kComputed)
-        declareNumber(keys, id++, computed.key, computed.name, computed.unit, computed.width,
-                      computed.precision);
+        ++id;
+    }
+    for (const Computed& computed : kComputed) {
+        declareNumber(keys, id, declared(id, computed.key, computed.name, computed.unit),
+                      computed.width, computed.precision);
+        ++id;
+    }
 }
 
 RWTValOrderedVector<UINT> idsOf(UINT first, UINT end) {
@@ -75,14 +57,6 @@ RWTValOrderedVector<UINT> idsOf(UINT first, UINT end) {
     ids.append(kDesignation);
     for (UINT id = first; id < end; ++id) ids.append(id);
     return ids;
-}
-
-int setNumber(FormatedValue* value, double number) {
-    if (value->isReal())
-        static_cast<RealFormatedValue&>(*value) = number;
-    else
-        static_cast<NumberFormatedValue&>(*value) = static_cast<int>(number);
-    return 1;
 }
 
 /// "8" or "8.2".

@@ -3,13 +3,7 @@
 
 enum SectionText : unsigned short {
     kTitle = 2000,
-    kCannotBeRead,
-    kBadHeading,
-    kFieldCount,
-    kBadDesignation,
-    kBadValue,
-    kTwice,
-    kBeam,
+    kBeam = 2007,
     kLabels,
     kUsualLabel,
     kRestored,

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "section_texts.h"
+#include "section_csv_texts.h"
 #include "toolbox/messages.h"
 #include "toolbox/text.h"
 
@@ -101,8 +101,13 @@ class SectionReader {
 
 std::vector<Section> readSections(const char* fileName) {
     std::ifstream file(fileName, std::ios::binary);
-    SectionReader reader;
-    for (std::string line; !reader.lost() && std::getline(file, line);) reader.take(line);
+    std::vector<Section> sections = readSections(file);
     if (!file.is_open() || file.bad()) GMSG::errorMsg(kCannotBeRead, MB_ICONSTOP, fileName);
+    return sections;
+}
+
+std::vector<Section> readSections(std::istream& table) {
+    SectionReader reader;
+    for (std::string line; !reader.lost() && std::getline(table, line);) reader.take(line);
     return std::move(reader).result();
 }

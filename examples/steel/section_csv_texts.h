@@ -1,0 +1,11 @@
+// Numbers of the texts in section_csv_texts.inc.
+#pragma once
+
+enum SectionCsvText : unsigned short {
+    kCannotBeRead = 2001,
+    kBadHeading,
+    kFieldCount,
+    kBadDesignation,
+    kBadValue,
+    kTwice,
+};

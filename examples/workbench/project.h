@@ -1,0 +1,90 @@
+// A beam project: what one document of the workbench holds. Plain values; nothing here needs a
+// window.
+//
+// The drawing's plane is in metres, x to the right and y up; a beam is horizontal and named by the
+// place of its left support. Loads act downwards when positive. Beams and labels have identifiers
+// of their own, from 1, which stay theirs whatever is added or removed.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "toolbox/strings.h"
+
+/// A force on a beam.
+struct PointLoad {
+    double position = 0;  ///< m, from the left support
+    double force = 0;     ///< kN
+
+    bool operator==(const PointLoad&) const = default;
+};
+
+/// A beam on two supports.
+struct Beam {
+    std::uint32_t id = 0;
+    CString name;     ///< at most kNameMax bytes
+    CString section;  ///< designation in the section table
+    double x = 0, y = 0;
+    double span = 6;     ///< m
+    double uniform = 0;  ///< kN/m, over the whole span, the beam's own weight not counted
+    std::vector<PointLoad> loads;
+
+    bool operator==(const Beam&) const = default;
+};
+
+/// A text in the drawing: a template whose $KEY$ tokens stand for values of a beam.
+struct Label {
+    enum Alignment : std::uint32_t { Left, Center, Right };
+
+    std::uint32_t id = 0;
+    std::uint32_t beam = 0;
+    double x = 0, y = 0;  ///< of its upper side, at the side or middle that the alignment names
+    Alignment alignment = Left;
+    bool border = false;
+    CString text;  ///< at most kLabelMax bytes
+
+    bool operator==(const Label&) const = default;
+};
+
+inline constexpr std::size_t kNameMax = 16;
+inline constexpr std::size_t kLabelMax = 128;
+/// Point loads that a beam may carry: rows of the grid of formulas.
+inline constexpr std::size_t kLoadsMax = 10;
+inline constexpr double kSpanMin = 0.5, kSpanMax = 60;  ///< m
+inline constexpr double kLoadMax = 10000;               ///< kN or kN/m, up or down
+
+/// True when a beam can be kept and computed: its span and loads are within the limits, every load
+/// stands on it, and its texts have room. Its section is not looked at.
+[[nodiscard]] bool isSound(const Beam& beam);
+[[nodiscard]] bool isSound(const Label& label);
+
+class Project {
+  public:
+    [[nodiscard]] const std::vector<Beam>& beams() const { return beams_; }
+    [[nodiscard]] const std::vector<Label>& labels() const { return labels_; }
+    /// Null when there is none with that identifier.
+    [[nodiscard]] const Beam* beam(std::uint32_t id) const;
+    [[nodiscard]] const Label* label(std::uint32_t id) const;
+
+    /// Adds a beam or a label, which gets a new identifier, or takes the place of the one that has
+    /// its identifier. Returns the identifier; 0, and nothing is changed, when it is not sound or
+    /// when a label names no beam.
+    std::uint32_t put(Beam beam);
+    std::uint32_t put(Label label);
+    /// Removes a beam with the labels that name it. False when there is none.
+    bool removeBeam(std::uint32_t id);
+    bool removeLabel(std::uint32_t id);
+
+    bool operator==(const Project&) const = default;
+
+  private:
+    std::vector<Beam> beams_;  // ascending identifiers, as the labels
+    std::vector<Label> labels_;
+    std::uint32_t lastBeam_ = 0;
+    std::uint32_t lastLabel_ = 0;
+};
+
+/// A project of `count` beams in rows, their sections, spans and loads taken in turn: for trying
+/// large projects. Sections are designations of the section table.
+[[nodiscard]] Project sampleProject(std::size_t count, const std::vector<CString>& sections);

@@ -1,0 +1,127 @@
+#include "project_keys.h"
+
+#include <array>
+#include <numeric>
+#include <string_view>
+
+#include "workbench_texts.h"
+
+namespace {
+
+struct Values {
+    const Beam& beam;
+    const Section& section;
+    const BeamResults& results;
+};
+
+double force(const Values& of) {
+    return std::transform_reduce(of.beam.loads.begin(), of.beam.loads.end(), 0.0, std::plus<>(),
+                                 [](const PointLoad& load) { return load.force; });
+}
+
+/// A number of a beam; texts have no `value`.
+struct Quantity {
+    const char* key;
+    const char* header;
+    const char* units;
+    int width;
+    int precision;
+    double (*value)(const Values&);
+};
+
+enum : UINT { kName = 1, kSection = 2 };
+
+constexpr std::array<Quantity, 17> kQuantities = {{
+    {"NAME", "beam", "", 10, 0, nullptr},
+    {"SECTION", "section", "", 10, 0, nullptr},
+    {"L", "L", "m", 6, 2, [](const Values& of) { return of.beam.span; }},
+    {"Q", "q", "kN/m", 7, 2, [](const Values& of) { return of.beam.uniform; }},
+    {"N", "n", "", 3, 0,
+     [](const Values& of) { return static_cast<double>(of.beam.loads.size()); }},
+    {"P", "P", "kN", 8, 2, force},
+    {"WEIGHT", "G", "kg", 8, 1, [](const Values& of) { return of.results.weight; }},
+    {"RA", "RA", "kN", 8, 2, [](const Values& of) { return of.results.leftReaction; }},
+    {"RB", "RB", "kN", 8, 2, [](const Values& of) { return of.results.rightReaction; }},
+    {"M", "M", "kNm", 8, 2, [](const Values& of) { return of.results.moment; }},
+    {"X", "x", "m", 6, 2, [](const Values& of) { return of.results.momentAt; }},
+    {"S", "s", "N/mm2", 7, 1, [](const Values& of) { return of.results.stress; }},
+    {"USE", "use", "%", 6, 1, [](const Values& of) { return of.results.use; }},
+    {"F", "f", "mm", 7, 2, [](const Values& of) { return of.results.deflection; }},
+    {"H", "h", "mm", 5, 0, [](const Values& of) { return of.section.h; }},
+    {"IY", "Iy", "cm4", 9, 1, [](const Values& of) { return of.section.iY; }},
+    {"WELY", "Wel.y", "cm3", 8, 1, [](const Values& of) { return of.section.welY; }},
+}};
+constexpr UINT kUsual[] = {kName, kSection, 3, 4, 6, 7, 10, 12, 13, 14};
+
+}  // namespace
+
+ProjectKeys::ProjectKeys(const RWCString& profile) : profile_(profile) {
+    UINT id = kName;
+    for (const Quantity& quantity : kQuantities) {
+        const DeclaredKey key{quantity.key, quantity.header, quantity.units,
+                              static_cast<unsigned short>(kFirstKeyDescription + id - kName)};
+        if (quantity.value) {
+            declareNumber(*this, id, key, quantity.width, quantity.precision);
+        } else {
+            StringFormat text;
+            text.setFormat(quantity.width, Left);
+            declareKey(*this, id, key, text);
+        }
+        ++id;
+    }
+    initUDApp();
+    setSelection(usualColumns());
+}
+
+ProjectKeys::~ProjectKeys() {
+    freeUDApp();
+}
+
+void ProjectKeys::setCurrent(const Beam& beam, const Section& section, const BeamResults& results) {
+    beam_ = &beam;
+    section_ = &section;
+    results_ = &results;
+}
+
+RWTValOrderedVector<UINT> ProjectKeys::all() {
+    RWTValOrderedVector<UINT> ids;
+    for (UINT i = 0; i < kQuantities.size(); ++i) ids.append(kName + i);
+    return ids;
+}
+
+RWTValOrderedVector<UINT> ProjectKeys::usualColumns() {
+    RWTValOrderedVector<UINT> ids;
+    for (const UINT id : kUsual) ids.append(id);
+    return ids;
+}
+
+RWCString ProjectKeys::columnsText() const {
+    RWCString text;
+    const RWTValOrderedVector<UINT>& ids = getSelection();
+    for (std::size_t i = 0; i < ids.entries(); ++i) {
+        if (i > 0) text += ' ';
+        text += getKey(ids[i]);
+    }
+    return text;
+}
+
+void ProjectKeys::selectColumns(const RWCString& text) {
+    RWTValOrderedVector<UINT> ids;
+    for (std::string_view rest = text.view(); !rest.empty();) {
+        const std::size_t end = rest.find(' ');
+        const UINT id = getId(RWCString(rest.substr(0, end)));
+        if (contains(id)) ids.append(id);
+        rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
+    }
+    setSelection(ids.entries() > 0 ? ids : usualColumns());
+}
+
+int ProjectKeys::getKeyValue(UINT id, FormatedValue* value) {
+    if (!beam_ || id < kName || id - kName >= kQuantities.size()) return 0;
+    if (id == kName || id == kSection) {
+        static_cast<StringFormatedValue&>(*value) =
+            RWCString(id == kName ? beam_->name : beam_->section);
+        return 1;
+    }
+    return setNumber(value, kQuantities[id - kName].value({*beam_, *section_, *results_}));
+}

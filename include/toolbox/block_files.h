@@ -65,6 +65,7 @@ class TB_API TarvFileHeader {
     unsigned long getVersion() const;
     /// Bit 0: every block is a multiple of 4 bytes long, so that lost blocks can be searched for.
     unsigned long getMask() const;
+    // What the application says about the file, as last set or read.
     RWCString getDescription() const;
     TarvDate getdateCreation() const;
     TarvDate getTimeStamp() const;
@@ -74,6 +75,7 @@ class TB_API TarvFileHeader {
     /// The format version as last read; 100 in a header that was not read.
     unsigned long getVersionFile() const;
 
+    // Only store the value; write() puts it into the file.
     void setVersion(unsigned long version);
     void setMask(unsigned long mask);
     void setDescription(const RWCString& description);
@@ -125,6 +127,8 @@ class TB_API TarvBlocFile : public VarRecord {
     /// format version of the file's header asks for (without a header, 210).
     virtual int readBloc(TarvFile& file);
 
+    // The version of the record (VarRecord), then that of the block, which says how it is laid out
+    // in the file.
     unsigned int getVersionVarrec() const;
     void setVersionVarrec(unsigned int version);
     unsigned int getVersion() const;
@@ -142,8 +146,8 @@ class TB_API TarvBlocFile : public VarRecord {
 
 /// A block's place in the file.
 struct BlocItem {
-    std::uint32_t id;
-    std::uint32_t offset;
+    std::uint32_t id;      ///< of the block
+    std::uint32_t offset;  ///< of its first byte, from the start of the file
 };
 
 /// The master index: the places of the blocks, in writing order, and a cursor to walk them.
@@ -184,6 +188,7 @@ class TB_API TarvFileIndex : public TarvBlocFile {
     int flushIndex();
     /// Entries as last read from a file or set; addBloc does not count, on purpose.
     unsigned long getNbrItem() const;
+    /// Sets that number, and with it what getBlocLen() gives.
     void setNbrItem(unsigned long count);
     /// Bytes that an index of getNbrItem() entries takes in a file.
     unsigned long getBlocLen();
@@ -205,6 +210,7 @@ class TB_API TarvFileIndex : public TarvBlocFile {
 /// the last of them lets go.
 class TB_API TarvFile {
   public:
+    /// What a block file is open for.
     enum FileType { NotOpen, OpenForReading, OpenForWriting };
 
     TarvFile();
@@ -212,11 +218,12 @@ class TB_API TarvFile {
     TarvFile& operator=(const TarvFile&);
     virtual ~TarvFile();
 
+    /// See the classes that read and write.
     virtual int open(const RWCString& name) = 0;
     virtual int open(const char* name) = 0;
     /// Lets go of the file, the header and the index; returns 1.
     virtual int close();
-    /// Replaces the header or the index by a copy of the argument.
+    // Replaces the header or the index by a copy of the argument.
     virtual void setHeader(const TarvFileHeader& header);
     virtual void setIndex(const TarvFileIndex& index);
 
@@ -232,12 +239,16 @@ class TB_API TarvFile {
     /// Stores the pointer and owns the file from then on; give one file to one object. A file held
     /// before is not closed, on purpose: it is the caller's.
     void setFile(APIFile* file);
+    // The header and the index, or null; they stay this object's.
     TarvFileHeader* getHeader() const;
     TarvFileIndex* getIndex() const;
+    // Let go of the header or the index; copies of this object keep theirs.
     void freeHeader();
     void freeIndex();
+    /// What the file is open for. Setting it opens nothing.
     FileType getFileType() const;
     void setFileType(FileType type);
+    // 1 when the file is open for reading, for writing, for either.
     int canRead() const;
     int canWrite() const;
     int isOpen() const;
@@ -309,6 +320,7 @@ class TB_API TarvFileWrite : public virtual TarvFile {
     /// length is not a multiple of 4 clears bit 0 of the header's mask.
     virtual int writeBloc(const TarvBlocFile& block);
 
+    /// The name that open() was last called with.
     RWCString getFileName() const;
 
     /// Safe saving, for the next open: on, the file is written beside, under its name with ".~save"

@@ -10,12 +10,13 @@
 /// holds what stands before it.
 class TB_API TvCharSet {
   public:
-    TvCharSet() = default;  ///< the empty set
-    TvCharSet(const CString& definition) : definition_(definition) {}
+    TvCharSet() = default;                                             ///< the empty set
+    TvCharSet(const CString& definition) : definition_(definition) {}  ///< see the class
 
     /// Returns the new definition.
     CString operator=(const CString& definition);
 
+    /// The text as it was set.
     [[nodiscard]] const CString& definition() const { return definition_; }
 
     /// True when the whole definition can be read.
@@ -30,6 +31,7 @@ class TB_API TvCharSet {
     /// ',' that is itself the last item.
     [[nodiscard]] CString getFriendlyCharsSet(bool useAlternative) const;
 
+    /// True when the character is in the set, be it in an interval.
     [[nodiscard]] bool charIsInSet(char c) const;
     [[nodiscard]] bool allStringCharsAreInSet(const CString& text) const;       ///< true for ""
     [[nodiscard]] bool atLeastOneStringCharIsInSet(const CString& text) const;  ///< false for ""

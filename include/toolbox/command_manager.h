@@ -19,12 +19,13 @@
 
 class ToolDlg;
 
+/// The registry of an application. One is enough; the last one made is the one that tools name.
 class TB_API GCOMMBase {
   public:
     /// One command of a table.
     struct CommRec {
-        int id;
-        unsigned short attribute;
+        int id;                    ///< the command's number
+        unsigned short attribute;  ///< bits of the application's own: Command::getAttribute()
     };
 
     /// Becomes the manager that Tool::getGCOMMBase() names. Both handles are borrowed.
@@ -34,6 +35,7 @@ class TB_API GCOMMBase {
     /// Clears the selections and unmanages everything.
     virtual ~GCOMMBase();
 
+    /// The window that gets the commands.
     [[nodiscard]] HWND getFrame() const { return frame_; }
     /// The module that holds the dialog templates.
     [[nodiscard]] HINSTANCE getInstance() const { return instance_; }
@@ -42,7 +44,7 @@ class TB_API GCOMMBase {
     /// asking whether it is one (`operator int`) is fine, any other use ends the process. That
     /// command is one object; it names the id asked for last.
     Command& operator[](int id);
-    /// Null when there is none with that id.
+    // Null when there is none with that id.
     [[nodiscard]] Context* getContext(int id) const;
     [[nodiscard]] Tool* getTool(int id) const;
 
@@ -87,16 +89,18 @@ class TB_API GCOMMBase {
     /// The dialog procedure of ToolDlg, for dialogs that the application creates itself.
     static DLGPROC getStdToolDlgProc();
 
-    /// Sends the frame WM_COMMAND with the id, or puts it in its queue. `lParam` is ignored on
-    /// purpose: the message always has 0. With `check` an unknown or disabled command is not sent.
-    /// sendCommand() returns the frame's answer, 0 when nothing was sent.
+    // Sends the frame WM_COMMAND with the id, or puts it in its queue. `lParam` is ignored on
+    // purpose: the message always has 0. With `check` an unknown or disabled command is not sent.
+    // sendCommand() returns the frame's answer, 0 when nothing was sent.
     LRESULT sendCommand(unsigned short id, long lParam, int check);
     void postCommand(unsigned short id, long lParam, int check);
 
     /// Disables the windows of all dialog tools until thawAllToolDlg() was called as many times;
     /// that does nothing when they are not frozen.
     void freezeAllToolDlg();
+    /// Ends one freezeAllToolDlg().
     void thawAllToolDlg();
+    /// 1 from the first freezeAllToolDlg() on until as many thaws.
     [[nodiscard]] int isAllToolDlgFrozen() const {
         return freezeCount_ > 0;
     }
@@ -138,6 +142,7 @@ namespace toolbox {
 /// Freezes the dialog tools for its lifetime.
 class FrozenTools {
   public:
+    /// Freezes them.
     explicit FrozenTools(GCOMMBase& manager) : manager_(manager) { manager_.freezeAllToolDlg(); }
     ~FrozenTools() { manager_.thawAllToolDlg(); }
     FrozenTools(const FrozenTools&) = delete;

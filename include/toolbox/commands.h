@@ -24,8 +24,11 @@ class Context;
 class GCOMMBase;
 class Tool;
 
+/// An action of the application, with its number. It tells its tools of every change; setters
+/// return 1 when the command has the status afterwards.
 class TB_API Command : public CObject {
   public:
+    /// `attribute` is a set of bits of the application's own.
     Command(int id, unsigned short attribute, int checkStatus, int enableStatus);
 
     const CRuntimeClass* GetRuntimeClass() const override;  ///< "Command"
@@ -40,16 +43,18 @@ class TB_API Command : public CObject {
     /// Enables or disables the command and tells its tools, unless it is so already. A disabled
     /// command stays its context's selection.
     virtual int setEnableStatus(int status);
+    // The statuses and the number, as they are.
     virtual int isChecked() const;
     virtual int isEnabled() const;
     virtual int getID() const;
     /// Those bits of `mask` that the command has, not 0 or 1.
     virtual int getAttribute(unsigned short mask) const;
 
+    /// What GetRuntimeClass() answers, for CObject::IsKindOf().
     static const CRuntimeClass classCommand;
 
   protected:
-    /// Called by the tools that begin or cease to show the command.
+    // Called by the tools that begin or cease to show the command.
     virtual int addTool(Tool* tool);
     virtual int removeTool(Tool* tool);
 
@@ -90,17 +95,20 @@ class TB_API VoidCommand : public Command {
     int getID() const override;
     int getAttribute(unsigned short mask) const override;
 
+    /// What GetRuntimeClass() answers, for CObject::IsKindOf().
     static const CRuntimeClass classVoidCommand;
 };
 
 /// Commands that exclude one another. The selection is the one that is checked.
 class TB_API Context {
   public:
+    /// Enabled, without commands.
     explicit Context(int id);
     Context(const Context&) = delete;
     Context& operator=(const Context&) = delete;
     virtual ~Context();
 
+    // The context's number, how many commands it has, and whether it is enabled.
     [[nodiscard]] int getID() const { return id_; }
     [[nodiscard]] int getNumCommand() const { return commands_.nItem(); }
     [[nodiscard]] int isEnabled() const { return enabled_; }
@@ -109,7 +117,7 @@ class TB_API Context {
     [[nodiscard]] Command* getSel() const { return selection_; }
     /// Its id, 0 when there is none.
     [[nodiscard]] int getSelID() const;
-    /// The selection when it is enabled, otherwise null and 0.
+    // The selection when it is enabled, otherwise null and 0.
     [[nodiscard]] Command* getEnabledSel() const;
     [[nodiscard]] int getEnabledSelID() const;
 
@@ -140,6 +148,7 @@ class TB_API Context {
 /// Shows commands: a palette window, a menu. Derived classes say how.
 class TB_API Tool {
   public:
+    /// Shows no command yet. `id` is the application's own number.
     explicit Tool(unsigned long id);
     Tool(const Tool&) = delete;
     Tool& operator=(const Tool&) = delete;
@@ -148,12 +157,15 @@ class TB_API Tool {
     virtual ~Tool();
     /// Address of a tag that the tools of one class share, to tell classes apart.
     virtual const int* getClassType() const = 0;
+    /// Shows or hides the tool; `activate` asks to make it the active window. 1 when it is done.
     virtual int setVisibleStatus(int visible, int activate) = 0;
+    /// 1 when the user can see it.
     virtual int isVisible() const = 0;
-    /// Show a command that the tool holds as checked or enabled.
+    // Show a command that the tool holds as checked or enabled.
     virtual int setCommandCheckStatus(int commandId, int status) = 0;
     virtual int setCommandEnableStatus(int commandId, int status) = 0;
 
+    // The tool's number, and how many commands it shows.
     [[nodiscard]] unsigned long getID() const { return id_; }
     [[nodiscard]] int getNumCommand() const { return commands_.nItem(); }
 
@@ -168,7 +180,9 @@ class TB_API Tool {
     [[nodiscard]] static GCOMMBase* getGCOMMBase();
 
   protected:
+    /// The commands that it shows, in the order in which they were added.
     [[nodiscard]] const SetPointer<Command>& commands() const { return commands_; }
+    /// Ceases to show every command.
     void removeAll();
 
   private:

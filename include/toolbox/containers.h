@@ -15,11 +15,13 @@
 template <class T, class Arg = const T&>
 class CArray {
   public:
+    // How many elements it has.
     [[nodiscard]] int GetSize() const { return static_cast<int>(elements_.size()); }
     [[nodiscard]] bool IsEmpty() const { return elements_.empty(); }
     /// Cuts, or adds default elements. A negative size counts as 0.
     void SetSize(int size) { elements_.resize(size > 0 ? static_cast<std::size_t>(size) : 0); }
 
+    // The element, or a default one outside the array.
     [[nodiscard]] const T& GetAt(int index) const { return (*this)[index]; }
     [[nodiscard]] const T& operator[](int index) const {
         static const T none{};
@@ -52,8 +54,10 @@ class CArray {
         if (!has(index)) SetSize(index + 1);
         elements_[static_cast<std::size_t>(index)] = std::move(copy);
     }
+    /// Removes every element.
     void RemoveAll() { elements_.clear(); }
 
+    // For loops; valid until the array changes.
     [[nodiscard]] auto begin() const { return elements_.begin(); }
     [[nodiscard]] auto end() const { return elements_.end(); }
 
@@ -65,16 +69,22 @@ class CArray {
 };
 
 template <class T>
+/// A list that grows at its end.
 class RWTValSlist {
   public:
+    /// Appends a copy.
     void append(const T& value) { values_.push_back(value); }
+    /// Removes every element.
     void clear() { values_.clear(); }
 
+    // How many elements it has.
     [[nodiscard]] std::size_t entries() const { return values_.size(); }
     [[nodiscard]] bool isEmpty() const { return values_.empty(); }
+    // The element at either end; a default one of an empty list.
     [[nodiscard]] T first() const { return values_.empty() ? T{} : values_.front(); }
     [[nodiscard]] T last() const { return values_.empty() ? T{} : values_.back(); }
 
+    // For loops; valid while the list lives.
     [[nodiscard]] auto begin() const { return values_.begin(); }
     [[nodiscard]] auto end() const { return values_.end(); }
 
@@ -83,23 +93,29 @@ class RWTValSlist {
 };
 
 template <class T>
+/// A vector whose order is that of appending.
 class RWTValOrderedVector {
   public:
     RWTValOrderedVector() = default;
     /// Empty, with room for this many elements.
     explicit RWTValOrderedVector(std::size_t room) { elements_.reserve(room); }
+    // These elements, in their order.
     RWTValOrderedVector(std::initializer_list<T> elements) : elements_(elements) {}
     explicit RWTValOrderedVector(std::vector<T> elements) : elements_(std::move(elements)) {}
 
+    // How many elements it has.
     [[nodiscard]] std::size_t entries() const { return elements_.size(); }
     [[nodiscard]] bool isEmpty() const { return elements_.empty(); }
+    /// The element, or a default one where there is none.
     [[nodiscard]] const T& operator[](std::size_t index) const {
         static const T none{};
         return index < elements_.size() ? elements_[index] : none;
     }
+    // The element at either end; a default one of an empty vector.
     [[nodiscard]] T first() const { return (*this)[0]; }
     [[nodiscard]] T last() const { return elements_.empty() ? T{} : elements_.back(); }
 
+    /// Appends a copy.
     void append(const T& element) { elements_.push_back(element); }
     /// Both take time that grows with the number of elements.
     [[nodiscard]] bool contains(const T& element) const { return find(element) != end(); }
@@ -110,8 +126,10 @@ class RWTValOrderedVector {
         elements_.erase(at);
         return true;
     }
+    /// Removes every element.
     void clear() { elements_.clear(); }
 
+    // For loops; valid until the vector changes.
     [[nodiscard]] auto begin() const { return elements_.begin(); }
     [[nodiscard]] auto end() const { return elements_.end(); }
 

@@ -16,6 +16,7 @@
 /// A plain value: copied freely, never allocates, never fails. Years count from 1.
 class TarvDate {
   public:
+    /// Days of the week; weeks begin with Sunday.
     enum DayOfWeek : int { Sunday, Monday, Tuesday, Wednesday, Thursday, Friday, Saturday };
 
     /// Today, from the local clock.
@@ -40,6 +41,7 @@ class TarvDate {
     /// Makes this date today, from the local clock.
     TB_API TarvDate& initToday() noexcept;
 
+    /// 1 for a leap year of the Gregorian calendar, else 0.
     [[nodiscard]] static constexpr int isLeapYear(int year) noexcept {
         return toolbox::calendar::isLeap(year);
     }
@@ -59,6 +61,7 @@ class TarvDate {
         return getNumDaysInYear(year_);
     }
 
+    // The values as they are stored, valid or not.
     [[nodiscard]] constexpr int getYear() const noexcept { return year_; }
     [[nodiscard]] constexpr int getMonth() const noexcept { return month_; }
     [[nodiscard]] constexpr int getDay() const noexcept { return day_; }
@@ -135,6 +138,7 @@ class TarvDate {
 /// objects of the process. Names are in Windows-1252 and live as long as the process.
 class TarvDateString : public TarvDate {
   public:
+    /// Language of the names.
     enum Language : int { English = 0, French = 1 };
 
     // As TarvDate's.
@@ -153,6 +157,7 @@ class TarvDateString : public TarvDate {
     [[nodiscard]] TB_API static const char* getMonthName(int month) noexcept;
     /// Three letters, "Jan" or "jan"; null when the month is not 1 to 12.
     [[nodiscard]] TB_API static const char* getMonthName3(int month) noexcept;
+    // The same for this date's month.
     [[nodiscard]] const char* getMonthName() const noexcept { return getMonthName(getMonth()); }
     [[nodiscard]] const char* getMonthName3() const noexcept { return getMonthName3(getMonth()); }
 };

@@ -24,6 +24,7 @@ class TB_API CTvTrace {
   public:
     /// The categories that are traced; none at the start.
     static void SetCurrentTraceCategoryEnabled(unsigned long mask);
+    /// The mask that was set last.
     [[nodiscard]] static unsigned long GetCurrentTraceCategoryEnabled();
 
     /// Prints the text when `category` has a bit of the mask, cut at 511 characters, and passes it
@@ -60,12 +61,14 @@ using TraceSink = void (*)(unsigned long category, const char* text);
 /// Null, the initial state, is no sink. Returns the sink before.
 TB_API TraceSink setTraceSink(TraceSink sink);
 
+/// What is known of an assertion that failed.
 struct FailedAssertion {
-    const char* expression;
-    const char* file;
-    int line;
+    const char* expression;  ///< as the source has it
+    const char* file;        ///< of the source
+    int line;                ///< in that file, from 1
 };
 
+/// What a handler decides.
 enum class AssertionAnswer {
     explain,  ///< the box is shown and the program ends, as without a handler
     end,      ///< the program ends at once, with abort()
@@ -89,6 +92,7 @@ class TB_API Benchmark {
     Benchmark(const Benchmark&) = delete;
     Benchmark& operator=(const Benchmark&) = delete;
 
+    /// Begins (non-zero) or ceases to record; what was recorded stays.
     void activate(char active) { active_ = active; }
     /// Forgets all events; active or not as before.
     void reset();
@@ -97,7 +101,7 @@ class TB_API Benchmark {
     /// for it, it is dropped with a line on the standard error output.
     void set(const char* name);
 
-    /// Events noted, and events that there is room for.
+    // Events noted, and events that there is room for.
     [[nodiscard]] int getCount() const { return count_; }
     [[nodiscard]] int getCapacity() const { return capacity_; }
 

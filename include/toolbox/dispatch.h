@@ -12,6 +12,7 @@
 
 class DispatchClient;
 
+/// Hands messages on to its clients.
 class TB_API DispatchServer {
   public:
     /// Which messages pass. On purpose nothing passes with both bits set.
@@ -21,6 +22,7 @@ class TB_API DispatchServer {
         OnlyCommands = 2  ///< WM_COMMAND
     };
 
+    /// Without clients.
     explicit DispatchServer(DispatchMask mask = PassAll);
     // On purpose, both take the clients away from `source`: a client has one server.
     DispatchServer(const DispatchServer& source);
@@ -42,6 +44,7 @@ class TB_API DispatchServer {
     int registerClient(DispatchClient* client) { return clients_.connectTo(client); }
     /// 0 when it was not registered here.
     int unregisterClient(DispatchClient* client) { return clients_.disconnect(client); }
+    /// 1 when it is registered here.
     [[nodiscard]] int isClient(DispatchClient* client) const { return clients_.isInSet(client); }
 
   private:

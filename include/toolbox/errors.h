@@ -12,6 +12,7 @@
 /// A plain value: each object owns its copy of its text.
 class TB_API ErrObj {
   public:
+    /// Language of the standard sentence.
     enum Language : int { English = 0, French = 1 };
 
     /// Null and the empty text both mean: no text.

@@ -44,6 +44,7 @@ class TB_API TVFile {
     virtual int IsEmpty() = 0;
     /// Moves the position to `offset` bytes from the start.
     virtual int SeekTo(long offset) = 0;
+    // Move the position to the first byte, and behind the last one.
     virtual int SeekToBegin();
     virtual int SeekToEnd() = 0;
     /// Reads `n` bytes at the position and advances it; 0 when nothing could be read.
@@ -81,9 +82,11 @@ class TB_API TVFile {
     [[nodiscard]] int isValid() const;
     /// The last error code of the system, 0 when none. It stays until ClearErr().
     [[nodiscard]] unsigned long Error() const;
+    /// Sets the last error code to 0.
     void ClearErr();
     /// 1 when a file is open, without error, not at its end.
     [[nodiscard]] int good() const;
+    /// The name that the file was opened with.
     [[nodiscard]] RWCString GetName() const;
 
   protected:
@@ -91,13 +94,14 @@ class TB_API TVFile {
     TVFile(const TVFile&) = default;
     TVFile& operator=(const TVFile&) = default;
 
+    /// No file handle.
     static constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
     std::uint32_t handle_ = kNone;  ///< the system's file handle
-    RWCString name_;
-    std::uint32_t error_ = 0;
-    std::uint32_t access_ = 0;
-    std::uint32_t share_ = 0;
+    RWCString name_;                ///< as opened
+    std::uint32_t error_ = 0;       ///< what Error() answers
+    std::uint32_t access_ = 0;      ///< GENERIC_ rights
+    std::uint32_t share_ = 0;       ///< FILE_SHARE_ flags
 
   private:
     template <class T>
@@ -195,21 +199,24 @@ class TB_API Iofile {
     Iofile(const Iofile&);
     Iofile& operator=(const Iofile&);
 
+    // The file that the next readFile() or writeFile() means, at most 259 characters of its name.
     void setFileName(const char* name);
     const char* getFileName() const;
 
     /// Appends the file's lines; one of more than 511 characters becomes several. Sets the modified
     /// flag, on purpose. 0 when the file cannot be opened or read; the lines are then as before.
     int readFile();
-    /// Creates or empties the file and writes every line with a line feed behind it. 0 when any of
-    /// it fails. The modified flag stays. saveFile does the same.
+    // Creates or empties the file and writes every line with a line feed behind it. 0 when any of
+    // it fails. The modified flag stays. saveFile does the same.
     int writeFile();
     int saveFile();
 
+    // Appends a copy of the line as it stands and sets the modified flag; always 1.
     int addLine(const toolbox::ByteString& line);
     int addLine(const char* line);
     /// Expands tabs first; 0, and nothing is added, when getLengthLine would refuse the line.
     int addLine(const char* line, int tabSize);
+    /// The same with an empty line.
     int addBlankLine();
 
     /// Line `n`, from 0; the empty string past the end.
@@ -222,13 +229,16 @@ class TB_API Iofile {
     /// The next line, from the first on; null, `out` emptied, past the end.
     char* getLine(char* out) const;
 
+    /// How many lines there are.
     unsigned int getNumLine() const;
     /// Length of the widest line since clear().
     int getMaxWidth() const;
+    /// All lines, in their order; valid while this object lives.
     const std::list<RWCString>& getListOfString() const;
     /// Replaces the lines and sets the modified flag; the widest length and the cursor of
     /// getLine(out) stay, on purpose.
     void setListOfString(const std::list<RWCString>& lines);
+    /// Removes every line.
     void clear();
 
     /// Expands the tabs in place and returns the length. On purpose every tab becomes tabSize + 1
@@ -242,12 +252,12 @@ class TB_API Iofile {
     /// The expansion: 1, or 0 when it refuses the line.
     int tab2Space(toolbox::ByteString& line, int tabSize) const;
 
-    static constexpr unsigned int kNameRoom = 260;
+    static constexpr unsigned int kNameRoom = 260;  ///< of fileName_, the terminator included
 
-    std::list<RWCString> lines_;
-    unsigned char modified_ = 0;
-    char fileName_[kNameRoom];
-    int maxWidth_ = 0;
+    std::list<RWCString> lines_;  ///< in their order
+    unsigned char modified_ = 0;  ///< non-zero once lines were changed
+    char fileName_[kNameRoom];    ///< never without its terminator
+    int maxWidth_ = 0;            ///< what getMaxWidth() answers
     mutable std::uint32_t nextLine_ =
         0;  ///< the line that getLine(out) gives next; no part of the text
 

@@ -97,6 +97,7 @@ class TB_API NumberFormat : public virtual FormatType {
     NumberFormat& operator=(const NumberFormat& other);
 
     int operator==(const FormatType& other) const override;
+    /// 1 when width and justification are equal.
     int operator==(const NumberFormat& other) const;
     int operator!=(const NumberFormat& other) const { return !(*this == other); }
 
@@ -104,6 +105,7 @@ class TB_API NumberFormat : public virtual FormatType {
 #if defined(_WIN32)
     int setFormatDlg(HWND parent, UDKeyData& key) override;
 #endif
+    /// Sets both; always 1.
     int setFormat(int width, Justification justify);
     RWCString saveStringFormat() override;
     int restoreStringFormat(const RWCString& text) override;
@@ -148,6 +150,7 @@ class TB_API RealFormat : public virtual FormatType {
     RealFormat& operator=(const RealFormat& other);
 
     int operator==(const FormatType& other) const override;
+    /// 1 when width, precision and justification are equal.
     int operator==(const RealFormat& other) const;
     int operator!=(const RealFormat& other) const { return !(*this == other); }
 
@@ -199,6 +202,7 @@ class TB_API StringFormat : public virtual FormatType {
     StringFormat& operator=(const StringFormat& other);
 
     int operator==(const FormatType& other) const override;
+    /// 1 when width and justification are equal.
     int operator==(const StringFormat& other) const;
     int operator!=(const StringFormat& other) const { return !(*this == other); }
 
@@ -206,6 +210,7 @@ class TB_API StringFormat : public virtual FormatType {
 #if defined(_WIN32)
     int setFormatDlg(HWND parent, UDKeyData& key) override;
 #endif
+    /// Sets both; always 1.
     int setFormat(int width, Justification justify);
     RWCString saveStringFormat() override;
     int restoreStringFormat(const RWCString& text) override;
@@ -240,11 +245,13 @@ class TB_API NoFormatType : public virtual FormatType {
   public:
     NoFormatType();
     NoFormatType(const NoFormatType& other);
+    /// Takes over nothing: there is nothing to keep.
     NoFormatType(const FormatType& other);
     ~NoFormatType() override;
     NoFormatType& operator=(const NoFormatType& other);
 
     int operator==(const FormatType& other) const override;
+    /// Always 1.
     int operator==(const NoFormatType&) const { return 1; }
     int operator!=(const NoFormatType&) const { return 0; }
 
@@ -267,6 +274,7 @@ class TB_API NoFormatType : public virtual FormatType {
     int setJustify(Justification justify) override;
     int setPrecision(int precision) override;
 
+    /// Changes nothing.
     virtual NoFormatType& operator=(const FormatType& other);
 };
 
@@ -291,6 +299,7 @@ class TB_API NumberFormatedValue : public NumberFormat, public FormatedValue {
     NumberFormatedValue& operator=(const NumberFormatedValue& other);
     /// Sets the value only.
     NumberFormatedValue& operator=(int value);
+    // The value alone; the format stays.
     [[nodiscard]] int getValue() const { return value_; }
     void setValue(int value) { value_ = value; }
 
@@ -319,6 +328,7 @@ class TB_API RealFormatedValue : public RealFormat, public FormatedValue {
     RealFormatedValue& operator=(const RealFormatedValue& other);
     /// Sets the value only.
     RealFormatedValue& operator=(double value);
+    // The value alone; the format stays.
     [[nodiscard]] double getValue() const { return value_; }
     void setValue(double value) { value_ = value; }
 
@@ -349,6 +359,7 @@ class TB_API StringFormatedValue : public StringFormat, public FormatedValue {
     StringFormatedValue& operator=(const StringFormatedValue& other);
     /// Sets the value only.
     StringFormatedValue& operator=(const RWCString& value);
+    // The value alone; the format stays.
     [[nodiscard]] RWCString getValue() const { return value_; }
     void setValue(const RWCString& value) { value_ = value; }
 
@@ -377,6 +388,7 @@ class TB_API NoFormatedValue : public NoFormatType, public FormatedValue {
     NoFormatedValue& operator=(const NoFormatedValue& other);
 
     int operator==(const FormatType& other) const override;
+    /// Always 1.
     int operator==(const NoFormatedValue&) const { return 1; }
     int operator!=(const NoFormatedValue&) const { return 0; }
 

@@ -42,9 +42,11 @@ class TB_API Dragger {
     /// Where the orthogonal mode measures from.
     virtual void setOrthoOrigin(const POINT& origin);
     [[nodiscard]] virtual POINT getOrthoOrigin();
+    /// Orthogonal mode on (non-zero) or off, for the next gestures and the rest of this one.
     virtual void setMode(int ortho);
     /// 2 in orthogonal mode, else 0.
     [[nodiscard]] virtual int isModeOrtho();
+    /// Cursor-position mode on (non-zero) or off.
     virtual void setCursorPosMode(int on);
 
     /// Removes the shape where it is drawn.
@@ -57,8 +59,10 @@ class TB_API Dragger {
     virtual void drag(HDC dc, POINT point);
     /// Non-zero while the shape is drawn.
     [[nodiscard]] virtual int isVisible();
+    /// Copies the gesture's two points.
     virtual void getPoints(POINT& start, POINT& end);
 
+    // The cursor that is shown while dragging; null leaves the cursor. Borrowed.
     void setCursor(HICON cursor) { cursor_ = cursor; }
     [[nodiscard]] HICON getCursor() const { return cursor_; }
     /// 4 in cursor-position mode, else 0.
@@ -67,6 +71,8 @@ class TB_API Dragger {
   protected:
     /// Moves a dragged point to where the mode allows it.
     virtual void modifyDraggedPoint(POINT& point);
+    // Draw the shape between two points, or draw it once more so that it is gone. Never called
+    // without a device context.
     virtual void drawVisible(HDC dc, const POINT& start, const POINT& end) = 0;
     virtual void drawInvisible(HDC dc, const POINT& start, const POINT& end) = 0;
     /// anchor() without a change of the origin.
@@ -91,9 +97,11 @@ class TB_API Dragger {
 /// Shows nothing: only the points count.
 class TB_API VoidDragger : public Dragger {
   public:
+    /// Neither mode.
     explicit VoidDragger(HICON cursor);
 
   protected:
+    // Draw nothing.
     void drawVisible(HDC dc, const POINT& start, const POINT& end) override;
     void drawInvisible(HDC dc, const POINT& start, const POINT& end) override;
 };
@@ -101,12 +109,17 @@ class TB_API VoidDragger : public Dragger {
 /// A rectangle between two corners. On purpose never orthogonal.
 class TB_API RectDragger : public Dragger {
   public:
+    /// Neither mode.
     explicit RectDragger(HICON cursor);
+    /// Never orthogonal, whatever the argument.
     void setMode(int ortho) override;
+    /// Always 0.
     [[nodiscard]] int getMode() const { return 0; }
+    /// Does nothing.
     void setCursorPosMode(int on) override;
 
   protected:
+    // Draws the outline, inverting what is under it.
     void drawVisible(HDC dc, const POINT& start, const POINT& end) override;
     void drawInvisible(HDC dc, const POINT& start, const POINT& end) override;
 };
@@ -114,9 +127,11 @@ class TB_API RectDragger : public Dragger {
 /// A line.
 class TB_API VectDragger : public Dragger {
   public:
+    /// See Dragger.
     VectDragger(int ortho, HICON cursor, int cursorPosMode);
 
   protected:
+    // Draws the line, inverting what is under it.
     void drawVisible(HDC dc, const POINT& start, const POINT& end) override;
     void drawInvisible(HDC dc, const POINT& start, const POINT& end) override;
 };
@@ -124,6 +139,7 @@ class TB_API VectDragger : public Dragger {
 /// A line from a point that is set beforehand.
 class TB_API VectIniDragger : public VectDragger {
   public:
+    /// Starts at (0, 0) until setDims().
     VectIniDragger(int ortho, HICON cursor, int cursorPosMode);
     /// The start, also of the orthogonal mode.
     void setDims(const POINT& start);
@@ -134,10 +150,13 @@ class TB_API VectIniDragger : public VectDragger {
 /// side between the preset points is not drawn.
 class TB_API TriangleIniDragger : public VectIniDragger {
   public:
+    /// Starts at (0, 0) until setDims().
     TriangleIniDragger(int ortho, HICON cursor, int cursorPosMode);
+    /// The point where the gesture starts, and the one that the second side leads to.
     void setDims(const POINT& start, const POINT& third);
 
   protected:
+    // Draws both sides, inverting what is under them.
     void drawVisible(HDC dc, const POINT& start, const POINT& end) override;
     void drawInvisible(HDC dc, const POINT& start, const POINT& end) override;
 
@@ -148,12 +167,14 @@ class TB_API TriangleIniDragger : public VectIniDragger {
 /// A line of fixed length and direction that follows the mouse.
 class TB_API StickDragger : public Dragger {
   public:
+    /// A stick without length until setDims().
     StickDragger(int ortho, HICON cursor, int cursorPosMode);
     /// `stick` leads from the dragged point to the line's other end.
     void setDims(const POINT& origin, const POINT& stick);
     void anchor(const POINT& point, HDC dc) override;
 
   protected:
+    // Draws the stick, inverting what is under it.
     void drawVisible(HDC dc, const POINT& start, const POINT& end) override;
     void drawInvisible(HDC dc, const POINT& start, const POINT& end) override;
 
@@ -165,13 +186,17 @@ class TB_API StickDragger : public Dragger {
 /// purpose mirrored about the horizontal through the center.
 class TB_API ThetaDragger : public Dragger {
   public:
+    /// An ellipse without size until setDims().
     ThetaDragger(int ortho, HICON cursor);
+    /// The ellipse: its center and half its width and height.
     void setDims(const POINT& center, int radiusX, int radiusY);
     void anchor(const POINT& point, HDC dc) override;
+    /// Does nothing.
     void setCursorPosMode(int on) override;
 
   protected:
     void modifyDraggedPoint(POINT& point) override;
+    // Draws the ellipse and the line, inverting what is under them.
     void drawVisible(HDC dc, const POINT& start, const POINT& end) override;
     void drawInvisible(HDC dc, const POINT& start, const POINT& end) override;
 
@@ -184,7 +209,9 @@ class TB_API ThetaDragger : public Dragger {
 /// The same with a start that is set beforehand.
 class TB_API ThetaIniDragger : public ThetaDragger {
   public:
+    /// An ellipse without size until setDims().
     ThetaIniDragger(int ortho, HICON cursor);
+    /// The ellipse and the point where the gesture starts.
     void setDims(const POINT& center, int radiusX, int radiusY, const POINT& start);
     void anchor(const POINT& point, HDC dc) override;
 };
@@ -196,6 +223,7 @@ class TB_API ThetaIniDragger : public ThetaDragger {
 /// it. The orthogonal mode is decided when it starts and holds for its whole length.
 class TB_API MouseDragger {
   public:
+    // How far the gesture is, what it begins with, and which button makes it.
     enum State : int { Idle = 0, Dragging = 1, Finished = 2, Cancelled = 3 };
     enum AnchorEvent : int { OnDown = 0, OnDoubleClick = 1 };
     enum Button : int { LeftButton = 0, RightButton = 1 };
@@ -206,6 +234,7 @@ class TB_API MouseDragger {
         ShiftOrtho = 2,    ///< orthogonal when the Shift key is held at the start
         CursorPosMode = 8  ///< that of the dragger
     };
+    /// The messages of the gesture's button.
     using ParametricButton = toolbox::ParametricButton;
 
     /// Left button, from its going down, ShiftOrtho. The dragger is borrowed.
@@ -216,6 +245,7 @@ class TB_API MouseDragger {
 
     /// Takes the mode over in any case; a button other than the two leaves event and button alone.
     void setAnchorEvent(AnchorEvent event, Button button, DragMode mode);
+    /// What was set last.
     void getAnchorEvent(AnchorEvent& event, Button& button, DragMode& mode) const;
 
     /// Takes one message and returns the state after it. `start` and `end` are set when the state
@@ -223,6 +253,7 @@ class TB_API MouseDragger {
     /// A message that was the gesture's is marked as handled, the Cancel command is not. Finished
     /// and Cancelled last until the next message.
     State drag(TarvMess& message, POINT& start, POINT& end);
+    /// The state after the last message.
     [[nodiscard]] State getState() const { return state_; }
 
     /// Shows the menu of tag objects (the library's resource "M_WTAGOBJECT", in the language of the
@@ -263,6 +294,7 @@ enum TagCommand : UINT {
 
 }  // namespace toolbox
 
+/// Both modes.
 inline MouseDragger::DragMode operator|(MouseDragger::DragMode a, MouseDragger::DragMode b) {
     return static_cast<MouseDragger::DragMode>(static_cast<unsigned int>(a) |
                                                static_cast<unsigned int>(b));

@@ -50,13 +50,17 @@ class TB_API UDKeyData {
     int operator==(const RWCString& key) const;
     int operator!=(const RWCString& key) const { return !(*this == key); }
 
+    /// The name that templates and profiles know the key by.
     [[nodiscard]] RWCString getKeyStr() const { return key_; }
     void setKeyStr(const RWCString& key) { key_ = key; }
+    /// What the key is, for the user.
     [[nodiscard]] RWCString getDescStr() const { return description_; }
     /// Keeps the first kMaxDescription characters.
     void setDescStr(const RWCString& description);
+    /// The column's title in tables.
     [[nodiscard]] RWCString getHeaderStr() const { return header_; }
     void setHeaderStr(const RWCString& header) { header_ = header; }
+    /// The units as text; empty for none.
     [[nodiscard]] RWCString getUnitsStr() const { return units_; }
     /// "TVUNITS" marks units that the manager asks of the application each time.
     void setUnitsStr(const RWCString& units) { units_ = units; }
@@ -93,8 +97,8 @@ class TB_API KeywordIterator {
   public:
     /// Goes to the next key, at first to the first one; 0 when there is none.
     int operator()();
-    /// Id and record of the key it stands on; 0xFFFFFFFF and an empty record on none. The record
-    /// lives until the registry is emptied.
+    // Id and record of the key it stands on; 0xFFFFFFFF and an empty record on none. The record
+    // lives until the registry is emptied.
     [[nodiscard]] UINT key() const;
     [[nodiscard]] const UDKeyData& value() const;
     /// Goes back to before the first key.
@@ -106,13 +110,14 @@ class TB_API KeywordIterator {
 
 /// What a template would not have expanded, and where.
 struct TemplateProblem {
+    /// What is the matter.
     enum class Kind {
         unknown,      ///< a token that is no key's; "$$" is one with an empty word
         notMatching,  ///< a key outside the matching set
         unclosed,     ///< a "$" that has no partner; the word is the rest of the text
         keyInText     ///< text outside tokens that is a key: expansion mistakes it for a token
     };
-    Kind kind;
+    Kind kind;             ///< what is the matter
     std::size_t position;  ///< of the token's "$", or of the text; in bytes from 0
     RWCString word;        ///< without "$"
 };
@@ -124,6 +129,8 @@ class KeyEntry;
 
 }  // namespace toolbox
 
+/// The registry of keys and one manager's selection and matching set. A copy has the same
+/// selection and matching set.
 class TB_API UDManager {
   public:
     UDManager();
@@ -165,6 +172,7 @@ class TB_API UDManager {
     /// Removes all keys and groups, and this manager's selection and matching set. Keys can be
     /// declared anew then. 0 before initUDApp().
     int freeUDApp();
+    /// 1 from initUDApp() to freeUDApp().
     [[nodiscard]] int isInitialized() const;
     /// Writes one key's line; 0 when the key is not known or the write failed, and the old file is
     /// then as it was. A line break ends the line: what a description has after one is not saved.
@@ -177,6 +185,7 @@ class TB_API UDManager {
     /// next saveKey(). 0 before initUDApp() or when the key is not known.
     int resetKey(UINT id);
 
+    /// 1 when there is a key with that id.
     [[nodiscard]] int contains(UINT id) const;
     /// 0xFFFFFFFF before initUDApp(), on purpose unlike the getters below, and for an unknown key.
     [[nodiscard]] UINT getId(const RWCString& key) const;
@@ -222,6 +231,7 @@ class TB_API UDManager {
     int setSelection(const RWTValOrderedVector<UINT>& ids);
     /// Selects one key only. The former selection is lost even when the id is no key.
     int setSelection(UINT id);
+    /// Nothing is selected afterwards.
     void resetSelection();
     // Both are 0 on an empty selection.
     int setFirstSelection();
@@ -242,6 +252,8 @@ class TB_API UDManager {
     /// Takes over a list of keys and groups, an id that comes twice counting once. 0 for an empty
     /// one. With an id that is neither, all keys match afterwards, on purpose, and the result is 0.
     int setMatching(const RWTValOrderedVector<UINT>& ids);
+    // Add a key or a group to the set, and take it out. 0 when it is neither, when it is in the set
+    // already, or when it is not in it.
     int addMatchingId(UINT id);
     int removeMatchingId(UINT id);
     /// All keys match, in the order of their declaration.
@@ -250,6 +262,7 @@ class TB_API UDManager {
     [[nodiscard]] int isMatching(UINT id) const;
     /// The set with its groups replaced by their keys, each key once, where it comes first.
     [[nodiscard]] RWTValOrderedVector<UINT> getMatching() const;
+    /// Nothing matches afterwards.
     void freeMatchingKey();
 
     // Groups of keys and groups, shared by all managers. No group is below itself.
@@ -268,6 +281,7 @@ class TB_API UDManager {
     /// Everything below a group, each id once, where it comes first; a subgroup after what is below
     /// it. With `all` 0 only keys.
     [[nodiscard]] RWTValOrderedVector<UINT> getChildList(UINT gid, int all) const;
+    /// Removes all groups.
     void resetGroup();
 
   private:

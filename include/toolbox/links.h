@@ -27,7 +27,9 @@ class Many;
 template <class Owner, class Other>
 class One {
   public:
+    /// A member function of the owner that is told of every change.
     using Callback = void (Owner::*)(One& end, Other* other, int connected);
+    /// The matching end in the other object's class.
     using ManyMember = Many<Other, Owner> Other::*;
 
     /// `owner` holds this member, `manyMember` is the matching end in the other object. Links to
@@ -93,7 +95,9 @@ class One {
 template <class Owner, class Other>
 class Many {
   public:
+    /// A member function of the owner that is told of every change.
     using Callback = void (Owner::*)(Many& end, Other* other, int connected);
+    /// The matching end in the other objects' class.
     using OneMember = One<Other, Owner> Other::*;
 
     /// `owner` holds this member, `oneMember` is the matching end in the other objects.
@@ -135,14 +139,17 @@ class Many {
         if (index >= 0 && index < getCount()) disconnect(others_[index]);
         return 1;
     }
+    /// Unlinks all of them, the first one first. Always 1.
     int disconnectAll() {
         while (getCount() > 0) disconnect(others_[0]);
         return 1;
     }
 
+    /// 1 when it is linked to `other`.
     [[nodiscard]] int isInSet(Other* other) const { return others_.isInSet(other); }
     /// -1 when it is not linked to `other`.
     [[nodiscard]] int getIndex(Other* other) const { return others_.findItem(other); }
+    /// How many objects it is linked to.
     [[nodiscard]] int getCount() const { return others_.nItem(); }
     /// An index out of range gives the first object, null when there is none.
     Other* operator[](int index) const { return others_[index]; }

@@ -70,6 +70,7 @@ concept ResourceId = std::integral<T> || std::is_enum_v<T>;
 
 }  // namespace toolbox
 
+/// The message service of the process.
 class TB_API GMSG {
   public:
     /// Language of texts. Any value but French counts as English.
@@ -93,7 +94,7 @@ class TB_API GMSG {
     /// French from the start. The application changes it at will.
     static Language language;
 
-    /// Creates the application title and the destination name, both empty.
+    // Creates the application title and the destination name, both empty.
     static void initStaticVars();
     static void destroyStaticVars();
 
@@ -128,9 +129,9 @@ class TB_API GMSG {
     /// characters copied, 0 when the text is in neither module (`buf` is then empty).
     static int loadString(unsigned short id, char* buf, int size);
 
-    /// Prints text `id` with the arguments into `buf`, cut at size - 1 characters and terminated.
-    /// Returns the length of the template, 0 when there is none: getString then leaves `buf` empty,
-    /// getStringVaList leaves it as it was.
+    // Prints text `id` with the arguments into `buf`, cut at size - 1 characters and terminated.
+    // Returns the length of the template, 0 when there is none: getString then leaves `buf` empty,
+    // getStringVaList leaves it as it was.
     template <class... Args>
     static int getString(unsigned short id, char* buf, int size, const Args&... args) {
         if (buf && size > 0) buf[0] = '\0';
@@ -140,7 +141,7 @@ class TB_API GMSG {
     }
     static int getStringVaList(unsigned short id, char* buf, int size, std::va_list args);
 
-    /// The same into a string, which a missing template makes empty.
+    // The same into a string, which a missing template makes empty.
     template <class... Args>
     static int getString(unsigned short id, RWCString& out, const Args&... args) {
         return withArguments(
@@ -192,6 +193,7 @@ class TB_API GMSG {
     // does a text `id` that is in neither module. `flags` are the box's icon and buttons; boxes are
     // always task-modal and come to the front.
 
+    /// Reports a text of the resources.
     template <toolbox::ResourceId Id, class... Args>
     static int errorMsg(Id id, unsigned short flags, const Args&... args) {
         return withArguments(
@@ -208,6 +210,7 @@ class TB_API GMSG {
             [&](toolbox::MessageArguments list) { return reportFormat(format, flags, list); },
             args...);
     }
+    // The same with the arguments of a function that takes any number of them.
     static int errorMsgVaList(unsigned short id, unsigned short flags, std::va_list args);
     static int errorMsgVaList(const char* format, unsigned short flags, std::va_list args);
 
@@ -232,6 +235,7 @@ class TB_API GMSG {
     /// as it is reported. 0: the file cannot be opened, or there is no service; there is no log
     /// then.
     static int OpenLogFile(const RWCString& path);
+    /// Closes the log file and takes it out of use as the log stream; nothing when none is open.
     static void CloseLogFile();
 
     // Settings. A setting has a section, an entry and a destination: `dest`, or getDestName() when
@@ -245,8 +249,8 @@ class TB_API GMSG {
     // getProfile returns 1 and the setting; otherwise 0 and the default, also when the registry
     // holds a value of another type or size.
 
-    /// A text up to its first NUL. A profile keeps it up to its first line break, drops blanks and
-    /// one pair of quotes around it, and gives back at most 1023 characters.
+    // A text up to its first NUL. A profile keeps it up to its first line break, drops blanks and
+    // one pair of quotes around it, and gives back at most 1023 characters.
     static int writeProfile(const toolbox::SettingName& section, const toolbox::SettingName& entry,
                             const RWCString& value, const char* dest = nullptr);
     static int writeProfile(const toolbox::SettingName& section, const toolbox::SettingName& entry,
@@ -254,8 +258,8 @@ class TB_API GMSG {
     static int getProfile(const toolbox::SettingName& section, const toolbox::SettingName& entry,
                           RWCString& value, const RWCString& byDefault, const char* dest = nullptr);
 
-    /// In a profile a real is printed with `precision` decimals (6 when negative). Text that begins
-    /// with no number reads as 0.
+    // In a profile a real is printed with `precision` decimals (6 when negative). Text that begins
+    // with no number reads as 0.
     static int writeProfile(const toolbox::SettingName& section, const toolbox::SettingName& entry,
                             double value, int precision, const char* dest = nullptr);
     static int getProfile(const toolbox::SettingName& section, const toolbox::SettingName& entry,
@@ -265,24 +269,24 @@ class TB_API GMSG {
     static int getProfile(const toolbox::SettingName& section, const toolbox::SettingName& entry,
                           float& value, float byDefault, const char* dest = nullptr);
 
-    /// In a profile a number beyond the range reads as the nearer end of it, text that begins with
-    /// no number as 0.
+    // In a profile a number beyond the range reads as the nearer end of it, text that begins with
+    // no number as 0.
     static int writeProfile(const toolbox::SettingName& section, const toolbox::SettingName& entry,
                             int value, const char* dest = nullptr);
     static int getProfile(const toolbox::SettingName& section, const toolbox::SettingName& entry,
                           int& value, int byDefault, const char* dest = nullptr);
 
-    /// Stored in 32 bits; a larger number is refused. On purpose a profile shows numbers from
-    /// 0x80000000 as negative ones, which read back as what was stored.
+    // Stored in 32 bits; a larger number is refused. On purpose a profile shows numbers from
+    // 0x80000000 as negative ones, which read back as what was stored.
     static int writeProfile(const toolbox::SettingName& section, const toolbox::SettingName& entry,
                             unsigned long value, const char* dest = nullptr);
     static int getProfile(const toolbox::SettingName& section, const toolbox::SettingName& entry,
                           unsigned long& value, unsigned long byDefault,
                           const char* dest = nullptr);
 
-    /// Bytes, which live in the registry only: with a profile the result is 0 and nothing is
-    /// written. Only a value of exactly `length` bytes is found; `byDefault` has as many (null:
-    /// zeros).
+    // Bytes, which live in the registry only: with a profile the result is 0 and nothing is
+    // written. Only a value of exactly `length` bytes is found; `byDefault` has as many (null:
+    // zeros).
     static int writeProfile(const toolbox::SettingName& section, const toolbox::SettingName& entry,
                             const unsigned char* value, unsigned long length,
                             const char* dest = nullptr);
@@ -321,13 +325,14 @@ class TB_API GMSG {
     // Putting a text into a combo box selects its first item that begins with the text; then the
     // text becomes the control's.
 
+    // Put the number in decimal.
     static void setInt(unsigned short id, int value);
     static void setLong(unsigned short id, long value);
-    /// As ftoa() prints it.
+    // As ftoa() prints it.
     static void setDouble(unsigned short id, double value, int decimals);
     static void setFloat(unsigned short id, float value, int decimals);
-    /// Prints the number by the template that follows the limits in range text `formatId` (see
-    /// checkDouble()); with one decimal by ftoa() when there is none.
+    // Prints the number by the template that follows the limits in range text `formatId` (see
+    // checkDouble()); with one decimal by ftoa() when there is none.
     static void setFormatDouble(unsigned short id, double value, unsigned short formatId);
     static void setFormatFloat(unsigned short id, float value, unsigned short formatId);
     /// Lets the user type maxLength - 1 characters (no limit for 1 and less) and puts the text,
@@ -335,8 +340,8 @@ class TB_API GMSG {
     static void setCtrlString(unsigned short id, const char* text, int maxLength);
     static void setCtrlString(unsigned short id, const RWCString& text, int maxLength);
 
-    /// Copies the control's text, cut at size - 1 characters and terminated, and returns its
-    /// length. Further arguments are accepted and ignored.
+    // Copies the control's text, cut at size - 1 characters and terminated, and returns its
+    // length. Further arguments are accepted and ignored.
     template <class... Ignored>
     static int getCtrlString(unsigned short id, char* buf, int size, const Ignored&...) {
         return readControl(id, buf, size);

@@ -24,6 +24,7 @@
 #error "toolbox/meter.h needs windows: it exists on Windows only"
 #endif
 
+/// A meter, with or without its dialog. It is borrowed by nobody: who makes it keeps it.
 class TB_API TarvMeter {
   public:
     /// Without dialog; handles no messages.
@@ -36,7 +37,7 @@ class TB_API TarvMeter {
     /// For derived classes: the user cancelled, or a quit message came by. Does nothing.
     virtual void cancelMeter() const;
 
-    /// The module with the dialog template; null, as from the start: no dialog can be created.
+    // The module with the dialog template; null, as from the start: no dialog can be created.
     static void setInstance(HINSTANCE instance);
     [[nodiscard]] static HINSTANCE getMeterInstance();
     /// 0 switches meters off: createMeter() then creates nothing.
@@ -50,14 +51,17 @@ class TB_API TarvMeter {
     int createMeter(const char* caption, int cancelEnabled);
     /// Enables the parent and destroys the dialog.
     void deleteMeter();
+    // Enables or disables the button.
     void enableCancel(int enable);
     [[nodiscard]] int isCancelEnabled() const;
     /// Null when there is no dialog.
     [[nodiscard]] HWND getMeterHandle() const;
+    /// 1 while there is a dialog.
     [[nodiscard]] int isMeterCreated() const;
     /// The window to disable. One that is null or gone when a dialog is created gives way to the
     /// active window. Set while there is a dialog, it takes the place of the former parent.
     void setParentWindow(HWND parent);
+    // The position and the step as they were set, 0 and 1 from the start.
     [[nodiscard]] int getCurPos() const;
     [[nodiscard]] int getStepInc() const;
 
@@ -66,6 +70,7 @@ class TB_API TarvMeter {
     /// Shows the dialog under the wait cursor and disables the parent, or hides it and enables the
     /// parent.
     void setMeterVisibility(int show);
+    /// 1 while the user can see the dialog.
     [[nodiscard]] int isMeterVisible() const;
     /// Copies at most size - 1 characters, terminated, and returns their number; "" without dialog.
     int getCaption(char* out, int size) const;
@@ -77,9 +82,11 @@ class TB_API TarvMeter {
 
     // The bar. Its ends have 16 bits.
 
+    /// The lowest and the highest position.
     void setRange(int low, int high);
     /// high * 65536 + low, the low 16 bits of each.
     [[nodiscard]] unsigned long getRange() const;
+    /// What one step adds.
     void setStepInc(int step);
     /// Stores the position. On purpose the bar gets it as its step, and does not move.
     void setCurPos(int position);
@@ -101,6 +108,7 @@ class TB_API TarvMeter {
 
     /// Whether the user pressed the button since the dialog was created or the flag was reset.
     [[nodiscard]] int isMeterCancelled() const;
+    /// As if the user had not pressed it.
     void resetMeterCancelledFlag();
 
   protected:
@@ -134,6 +142,7 @@ namespace toolbox {
 /// that was there before is shown, and stays at the end.
 class [[nodiscard]] ShownMeter {
   public:
+    /// As TarvMeter::createMeter().
     ShownMeter(TarvMeter& meter, const char* caption, int cancelEnabled)
         : meter_(meter), creates_(!meter.isMeterCreated()) {
         if (meter_.createMeter(caption, cancelEnabled)) meter_.setMeterVisibility(1);

@@ -32,6 +32,7 @@ concept NamesOutputVariable = std::is_pointer_v<std::decay_t<T>> ||
 
 }  // namespace toolbox
 
+/// The reference. A plain value: copies refer to the same variable.
 class TB_API TvOutVal {
   public:
     /// Refers to nothing: not valid, prints nothing.

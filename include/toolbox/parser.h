@@ -36,6 +36,7 @@ namespace toolbox {
 
 namespace parser {
 struct Cell;
+// The size of a grid.
 inline constexpr int kColumns = 10;
 inline constexpr int kRows = 10;
 /// By column, then row; null is an empty cell.
@@ -47,8 +48,8 @@ enum class CellKind : signed char { empty = -1, text = 0, value = 1, formula = 2
 
 /// A cell of a grid; both count from 0 (B7 is row 6, column 1).
 struct CellPosition {
-    int row = 0;
-    int col = 0;
+    int row = 0;  ///< from 0
+    int col = 0;  ///< from 0
     bool operator==(const CellPosition&) const = default;
 };
 
@@ -74,6 +75,7 @@ enum class FormulaFault {
 struct FormulaDiagnosis {
     /// What setCell would make of the text: text, value or formula.
     CellKind kind = CellKind::text;
+    /// FormulaFault::none for a formula, a number and a text without mistake.
     FormulaFault fault = FormulaFault::none;
     /// Bytes before the part of the text that is at fault; the text's length when its end is.
     std::size_t position = 0;
@@ -172,7 +174,7 @@ class TB_API Parser {
     [[nodiscard]] toolbox::CellKind cellKind(int row, int col) const;
     /// The text of a text or formula cell, else the empty string.
     [[nodiscard]] CString cellText(int row, int col) const;
-    /// The highest column, and row, that holds a cell; 0 for an empty grid.
+    // The highest column, and row, that holds a cell; 0 for an empty grid.
     [[nodiscard]] int lastColumn() const;
     [[nodiscard]] int lastRow() const;
     /// True once a cell was deleted or replaced.

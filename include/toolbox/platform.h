@@ -63,15 +63,17 @@ class TB_API UserPrompt {
 
 /// An open file; kNoFile when there is none.
 using FileHandle = std::uint32_t;
+/// No file.
 inline constexpr FileHandle kNoFile = 0xFFFFFFFF;
 
+/// What a distance is counted from.
 enum class SeekFrom { begin, current, end };
 
 /// What a search for files reports of each.
 struct FoundFile {
-    std::string name;  ///< without its folder
-    std::uint32_t attributes = 0;
-    std::uint64_t size = 0;
+    std::string name;              ///< without its folder
+    std::uint32_t attributes = 0;  ///< FILE_ATTRIBUTE_ bits
+    std::uint64_t size = 0;        ///< in bytes; 0 for a folder
 };
 
 /// Files and folders.
@@ -85,6 +87,7 @@ class TB_API FileSystem {
     /// something; one that opens for everything to be shared is not refused there.
     virtual ErrorCode open(const char* name, std::uint32_t access, std::uint32_t share,
                            std::uint32_t disposition, FileHandle& out) = 0;
+    /// Closes the file, on failure too; the handle means nothing afterwards.
     virtual ErrorCode close(FileHandle file) = 0;
 
     /// Reads up to `n` bytes at the file's position and advances it. Success with `got` 0 is the
@@ -104,6 +107,7 @@ class TB_API FileSystem {
     /// Moves the position; `position` is the new one, from the start of the file.
     virtual ErrorCode seek(FileHandle file, std::int64_t distance, SeekFrom from,
                            std::uint64_t& position) = 0;
+    /// The size of an open file, whatever its position.
     virtual ErrorCode size(FileHandle file, std::uint64_t& bytes) = 0;
 
     /// Forces what was written to the device.
@@ -123,12 +127,15 @@ class TB_API FileSystem {
     virtual ErrorCode copy(const char* from, const char* to, bool failIfExists) = 0;
     /// Renames, replacing `to` in one step: at every moment `to` is the old file or the new one.
     virtual ErrorCode replace(const char* from, const char* to) = 0;
+    /// Removes a file; a folder is refused.
     virtual ErrorCode remove(const char* name) = 0;
     /// Creates an empty file with a new name, which begins with up to three characters of `prefix`
     /// and ends with ".TMP" in some case, in the system's folder for temporary files. `name` is its
     /// whole name, empty on failure. Nobody removes the file.
     virtual ErrorCode createTemporary(const char* prefix, std::string& name) = 0;
 
+    // FILE_ATTRIBUTE_ bits of a file or folder. On Linux only FILE_ATTRIBUTE_READONLY
+    // can be set, of files.
     virtual ErrorCode attributes(const char* name, std::uint32_t& out) = 0;
     virtual ErrorCode setAttributes(const char* name, std::uint32_t attributes) = 0;
 
@@ -147,8 +154,8 @@ class TB_API FileSystem {
 
 /// What is stored under one name of a profile section; a null value removes the entry.
 struct ProfileEntry {
-    const char* entry;
-    const char* value;
+    const char* entry;  ///< never null
+    const char* value;  ///< or null
 };
 
 /// Texts by section and entry, in profile (initialisation) files:
@@ -228,7 +235,7 @@ class TB_API Clipboard {
 
 /// A calendar date of the local clock.
 struct LocalDate {
-    int year;
+    int year;   ///< with its century
     int month;  ///< 1 to 12
     int day;    ///< 1 to 31
 };
@@ -241,6 +248,7 @@ class TB_API SystemInfo {
     /// The system's text for an error code as the system gives it (Windows ends it with a line
     /// end). Empty when it has none.
     virtual std::string errorText(ErrorCode code) = 0;
+    /// Today, by the local clock.
     virtual LocalDate today() = 0;
     /// Seconds since 1970. The standard library's clock on every system; tests set another.
     virtual std::time_t now() { return std::time(nullptr); }
@@ -255,6 +263,7 @@ class TB_API SystemInfo {
 
 /// The services in use. Never null.
 struct Services {
+    // One service each, borrowed.
     StringResources* strings;
     UserPrompt* prompt;
     FileSystem* files;
@@ -272,6 +281,7 @@ TB_API Services& current() noexcept;
 template <class Service>
 class Replaced {
   public:
+    /// From now on `slot` names the replacement.
     Replaced(Service*& slot, Service& replacement) : slot_(slot), before_(slot) {
         slot_ = &replacement;
     }
@@ -286,9 +296,9 @@ class Replaced {
 
 /// One text of a string table, in the languages the module has it in; null where it has none.
 struct StringEntry {
-    unsigned int id;
-    const char* french;
-    const char* english;
+    unsigned int id;      ///< the number of the text
+    const char* french;   ///< in Windows-1252
+    const char* english;  ///< in Windows-1252
 };
 
 #if !defined(_WIN32)

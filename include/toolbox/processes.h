@@ -30,6 +30,7 @@ TB_API void* GetPointerObject(void* key, int remove);
 /// A pointer kept in a window's first extra word. The window's class has asked for at least
 /// sizeof(void*) extra bytes (cbWndExtra); otherwise nothing is kept and null is found.
 TB_API void SetWindowPtr(HWND window, void* pointer);
+/// The pointer; null when none was kept.
 TB_API void* GetWindowPtr(HWND window);
 
 // What these change is the window's class, so every window of the class has it.
@@ -40,15 +41,16 @@ TB_API void SetWindowIcon(HWND window, int icon);
 
 /// Waits from 1 to 65 seconds while messages are handled, and returns at once for other values. It
 /// keeps the processor busy. A message to quit that comes meanwhile is there again afterwards. Not
-/// the system's function of that name, which takes milliseconds: call that one as ::Sleep(10ul).
+/// the system's function of that name, which takes milliseconds: an argument like 10ul, an unsigned
+/// long, means that one.
 TB_API void Sleep(int seconds);
 
 namespace toolbox {
 
 /// A program that was started: a window of it and the thread that owns the window.
 struct RunningApp {
-    HWND window;
-    DWORD threadId;
+    HWND window;     ///< a top-level one
+    DWORD threadId;  ///< the one that made it
 };
 
 }  // namespace toolbox

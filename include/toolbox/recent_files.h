@@ -16,6 +16,7 @@
 #include "toolbox/strings.h"
 #include "toolbox/win_types.h"
 
+/// The list and, on Windows, its menu. A copy shows its names in the same menu.
 class TB_API HistoricMenuFile {
   public:
     HistoricMenuFile();

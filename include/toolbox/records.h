@@ -26,6 +26,7 @@ class BlockBytes;
 /// block's data, so that a block leaves and arrives in one piece without being copied.
 class RecordBuffer {
   public:
+    // Bytes that there are around the data of a large buffer.
     static constexpr std::uint32_t kRoomBefore = 136;
     static constexpr std::uint32_t kRoomAfter = 12;
     static constexpr std::uint32_t kRoomFrom = 16 * 1024;  ///< capacity from which there is room
@@ -36,7 +37,9 @@ class RecordBuffer {
         : memory_(new char[capacity + (capacity >= kRoomFrom ? kRoomBefore + kRoomAfter : 0)]),
           start_(capacity >= kRoomFrom ? kRoomBefore : 0) {}
 
+    /// The first byte; null without a buffer.
     [[nodiscard]] char* data() const { return memory_ ? memory_.get() + start_ : nullptr; }
+    /// True for a large buffer.
     [[nodiscard]] bool hasRoom() const { return start_ > 0; }
 
   private:
@@ -67,6 +70,7 @@ class TB_API VarRecord {
 
     /// Appends `n` bytes, which may lie in this record; nothing when `n` is 0 or less.
     void write(const void* bytes, int n);
+    /// The same; no terminator is added.
     void writeString(const char* text, int n);
 
     /// Copies the next `n` bytes to `out` and advances; nothing when `n` is 0 or less. On purpose
@@ -77,6 +81,7 @@ class TB_API VarRecord {
     /// The same; no terminator is added.
     void readString(char* text, int n);
 
+    // Each appends one value.
     VarRecord& operator<<(char value);
     VarRecord& operator<<(short value);
     VarRecord& operator<<(int value);
@@ -84,6 +89,7 @@ class TB_API VarRecord {
     VarRecord& operator<<(double value);
     VarRecord& operator<<(long double value);
 
+    // Each reads one value, as read() does.
     VarRecord& operator>>(char& value);
     VarRecord& operator>>(short& value);
     VarRecord& operator>>(int& value);
@@ -102,6 +108,7 @@ class TB_API VarRecord {
     /// Appends the other's data; the other may be this record.
     void append(const VarRecord& other);
 
+    // The identifier and the version, which the record only keeps.
     unsigned long getID() const;
     void setID(unsigned long id);
     unsigned int getVersion() const;

@@ -54,10 +54,12 @@ class ContigSet {
     virtual int addNoCheck(T item) { return append(item); }
     /// The same at index 0; the other elements move up.
     virtual int insert(T item) { return isInSet(item) ? 0 : prepend(item); }
+    /// The same for an element that may be in the set.
     virtual int insertNoCheck(T item) { return prepend(item); }
 
     /// Removes the first element that equals `item`; the others keep their order.
     virtual int remove(T item) { return removeByIndex(findItem(item)); }
+    /// The same by index; 0 out of range.
     virtual int removeByIndex(int index) {
         if (!has(index)) return 0;
         std::memmove(items_ + index, items_ + index + 1, bytes(count_ - index - 1));
@@ -66,6 +68,7 @@ class ContigSet {
         return 1;
     }
 
+    /// 1 when an element equals `item`.
     virtual int isInSet(T item) const { return findItem(item) >= 0; }
     /// Index of the first element that equals `item`, -1 when there is none.
     virtual int findItem(T item) const {
@@ -110,6 +113,7 @@ class ContigSet {
     }
     /// Those of these elements that `other` holds too.
     virtual ContigSet operator*(const ContigSet& other) const { return filtered(other, 1); }
+    /// Keeps those that `other` holds too.
     virtual ContigSet& operator*=(const ContigSet& other) { return *this = *this * other; }
 
     /// On purpose, an index out of range gives the element at index 0; in an empty set a null one.
@@ -149,6 +153,7 @@ class ContigSet {
         return 1;
     }
 
+    /// That of the set that grows faster.
     [[nodiscard]] int largerIncrement(const ContigSet& other) const {
         return std::max(increment_, other.increment_);
     }
@@ -262,8 +267,10 @@ class SetPointerVoid : public ContigSet<void*> {
 template <class T>
 class SetPointer {
   public:
+    /// As SetPointerVoid's.
     explicit SetPointer(int allowNull = 0, int increment = 10) : set_(allowNull, increment) {}
 
+    /// On purpose, true only for the very same object.
     bool operator==(const SetPointer& other) const { return this == &other; }
 
     // The member's class is known, and saying it saves the way through the table of virtual
@@ -281,6 +288,7 @@ class SetPointer {
     int replaceItem(int index, T* item) { return set_.replaceItem(index, item); }
     int exchangeItem(int i, int j) { return set_.exchangeItem(i, j); }
 
+    // As SetPointerVoid's.
     SetPointer operator+(const SetPointer& other) const { return SetPointer(set_ + other.set_); }
     SetPointer operator-(const SetPointer& other) const { return SetPointer(set_ - other.set_); }
     SetPointer operator*(const SetPointer& other) const { return SetPointer(set_ * other.set_); }
@@ -296,6 +304,7 @@ class SetPointer {
         set_ *= other.set_;
         return *this;
     }
+    /// An index out of range gives the first element, in an empty set null.
     T* operator[](int index) const { return static_cast<T*>(set_[index]); }
     /// Copies the elements to `out`, which has room for nItem() of them.
     void copyTo(T** out) const {

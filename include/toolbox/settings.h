@@ -14,12 +14,14 @@ namespace toolbox {
 /// which nothing is stored or found.
 class TB_API SettingName {
   public:
-    SettingName(const char* name) : text_(name) {}  ///< null is the empty name
-    SettingName(const ByteString& name) : text_(name) {}
+    SettingName(const char* name) : text_(name) {}        ///< null is the empty name
+    SettingName(const ByteString& name) : text_(name) {}  ///< the text
+    /// The text of a resource; see the class.
     template <class Id>
     requires std::integral<Id> || std::is_enum_v<Id> SettingName(Id resource)
         : text_(loaded(static_cast<unsigned short>(resource))) {}
 
+    /// The name.
     [[nodiscard]] const RWCString& text() const noexcept { return text_; }
 
   private:

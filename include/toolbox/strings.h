@@ -22,21 +22,25 @@ namespace toolbox {
 /// What the three string types share. Not used by itself in signatures.
 class ByteString {
   public:
-    ByteString() = default;
+    ByteString() = default;                                     ///< the empty string
     ByteString(const char* text) : bytes_(text ? text : "") {}  ///< null is the empty string
+    // These bytes.
     ByteString(const char* text, std::size_t length) : bytes_(text, length) {}
     ByteString(std::string text) noexcept : bytes_(std::move(text)) {}
     ByteString(std::string_view text) : bytes_(text) {}
 
+    // The bytes with a NUL behind them; never null.
     operator const char*() const noexcept { return bytes_.c_str(); }
     [[nodiscard]] const char* c_str() const noexcept { return bytes_.c_str(); }
     [[nodiscard]] const char* data() const noexcept { return bytes_.data(); }
+    // The same bytes as the standard library sees them. Changing them changes the string.
     [[nodiscard]] const std::string& str() const noexcept { return bytes_; }
     [[nodiscard]] std::string& str() noexcept { return bytes_; }
     [[nodiscard]] std::string_view view() const noexcept { return bytes_; }
 
     /// Number of bytes, the terminator not counted.
     [[nodiscard]] std::size_t length() const noexcept { return bytes_.size(); }
+    /// True for a string without bytes.
     [[nodiscard]] bool empty() const noexcept { return bytes_.empty(); }
 
     /// The byte at an index from 0 to length() (the terminator); beyond that, a NUL.
@@ -47,6 +51,7 @@ class ByteString {
     }
 
   protected:
+    /// All of the string.
     std::string bytes_;
 };
 
@@ -61,9 +66,11 @@ template <class Self>
 class StringOf : public ByteString {
   public:
     using ByteString::ByteString;
-    StringOf() = default;
+    StringOf() = default;  ///< the empty string
+    /// The bytes of any of the string types.
     StringOf(const ByteString& other) : ByteString(other) {}
 
+    /// Appends; a null pointer appends nothing.
     Self& operator+=(const ByteString& tail) { return append(tail.view()); }
     Self& operator+=(const char* tail) { return append(tail ? tail : ""); }
     Self& operator+=(std::string_view tail) { return append(tail); }
@@ -118,8 +125,10 @@ class CString : public toolbox::StringOf<CString> {
     using StringOf::StringOf;
     CString() = default;
 
+    // Number of bytes, and whether there are none.
     [[nodiscard]] int GetLength() const noexcept { return static_cast<int>(length()); }
     [[nodiscard]] bool IsEmpty() const noexcept { return empty(); }
+    /// Makes it the empty string.
     void Empty() noexcept { bytes_.clear(); }
 };
 
@@ -129,6 +138,7 @@ class RWCString : public toolbox::StringOf<RWCString> {
     using StringOf::StringOf;
     RWCString() = default;
 
+    /// True for the empty string.
     [[nodiscard]] bool isNull() const noexcept { return empty(); }
 };
 
@@ -138,5 +148,6 @@ class RWCollectableString : public toolbox::StringOf<RWCollectableString> {
     using StringOf::StringOf;
     RWCollectableString() = default;
 
+    /// True for the empty string.
     [[nodiscard]] bool isNull() const noexcept { return empty(); }
 };

@@ -66,9 +66,11 @@ class TB_API TvString {
     /// Deletes from the text what the two sets forbid, here each on its own.
     virtual void removeInvalidChars();
 
+    /// The text.
     [[nodiscard]] const CString& value() const {
         return value_;
     }
+    /// The resource's default; empty when it supplies none.
     [[nodiscard]] const CString& defaultValue() const {
         return defaultValue_;
     }
@@ -78,6 +80,7 @@ class TB_API TvString {
     [[nodiscard]] int maxLength() const {
         return maxLength_;
     }  ///< -1: none
+    /// The bits of the rules that are in force.
     [[nodiscard]] unsigned char rules() const {
         return rules_;
     }

@@ -22,6 +22,7 @@ class TB_API ToolDlg : public Tool {
     /// Shows the dialog, with or without making it the active window, or hides it. 0 when there is
     /// no window.
     int setVisibleStatus(int visible, int activate) override;
+    /// 1 when the user can see the dialog.
     int isVisible() const override;
     // Tell the dialog by kSetCheck and kSetEnable and return its answer, which is 0 for the
     // library's procedure; 0 when there is no window.
@@ -42,6 +43,7 @@ class TB_API ToolDlg : public Tool {
     static constexpr UINT kSetCheck = WM_USER + 10;
     static constexpr UINT kSetEnable = WM_USER + 11;
 
+    /// The tag of dialog tools.
     static const int classType;
 
   private:
@@ -73,6 +75,7 @@ class TB_API MenuTool : public Tool {
     /// nothing. 1 when the menu has an item for each of them.
     int refresh();
 
+    /// The tag of menus.
     static const int classType;
 
   private:

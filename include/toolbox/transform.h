@@ -19,8 +19,9 @@ template <class T, std::size_t N>
 class SmallVector {
   public:
     constexpr SmallVector() = default;
-    constexpr SmallVector(T x, T y) requires(N == 2) : elements_{x, y} {}
+    constexpr SmallVector(T x, T y) requires(N == 2) : elements_{x, y} {}  ///< these two
 
+    // The element.
     [[nodiscard]] constexpr T& operator[](std::size_t i) { return elements_[i]; }
     [[nodiscard]] constexpr const T& operator[](std::size_t i) const { return elements_[i]; }
     constexpr bool operator==(const SmallVector&) const = default;
@@ -35,6 +36,7 @@ template <std::size_t N>
 class HomoVector : public SmallVector<double, N + 1> {
   public:
     constexpr HomoVector() { (*this)[N] = 1.0; }
+    /// These coordinates.
     constexpr HomoVector(double x, double y, double weight = 1.0) requires(N == 2) {
         (*this)[0] = x;
         (*this)[1] = y;
@@ -48,6 +50,7 @@ class SmallMatrix {
   public:
     constexpr SmallMatrix() = default;
 
+    // The elements of a row.
     [[nodiscard]] constexpr T* operator[](std::size_t row) { return elements_[row]; }
     [[nodiscard]] constexpr const T* operator[](std::size_t row) const { return elements_[row]; }
     constexpr bool operator==(const SmallMatrix&) const = default;
@@ -63,6 +66,7 @@ class SmallSquareMatrix : public SmallMatrix<T, N, N> {
     constexpr SmallSquareMatrix() {
         for (std::size_t i = 0; i < N; ++i) (*this)[i][i] = T(1);
     }
+    /// These elements.
     constexpr SmallSquareMatrix(const SmallMatrix<T, N, N>& other) : SmallMatrix<T, N, N>(other) {}
 };
 
@@ -70,6 +74,7 @@ namespace toolbox {
 
 /// An upright rectangle of the plane. Which of two opposite sides is the greater is up to its user.
 struct PlaneRect {
+    // The sides: coordinates along x and y.
     double left = 0;
     double top = 0;
     double right = 0;
@@ -80,6 +85,7 @@ struct PlaneRect {
 
 }  // namespace toolbox
 
+/// The transform; the identity from the start.
 class TB_API TransMatrix2D : public SmallSquareMatrix<double, 3> {
   public:
     /// What two numbers mean; another value leaves the identity.
@@ -108,6 +114,7 @@ class TB_API TransMatrix2D : public SmallSquareMatrix<double, 3> {
 
     /// this := t x this, so t acts after what this did. `t` may be this object.
     TransMatrix2D& apply(const TransMatrix2D& t);
+    // apply() of a rotation, a scale about the origin, or a translation.
     TransMatrix2D& rotate(double angle);
     TransMatrix2D& scale(double sx, double sy);
     TransMatrix2D& translate(double tx, double ty);

@@ -7,8 +7,11 @@
 // include this header for the macros.
 #pragma once
 
+/// Changes of it break the interface.
 #define TOOLBOX_VERSION_MAJOR 1
+/// Changes of it add to the interface.
 #define TOOLBOX_VERSION_MINOR 0
+/// Changes of it do neither.
 #define TOOLBOX_VERSION_PATCH 0
 
 /// Later versions have greater numbers: 10203 is 1.2.3.
@@ -19,7 +22,9 @@
 #define TOOLBOX_VERSION_TEXT                    \
     TOOLBOX_DETAIL_QUOTE(TOOLBOX_VERSION_MAJOR) \
     "." TOOLBOX_DETAIL_QUOTE(TOOLBOX_VERSION_MINOR) "." TOOLBOX_DETAIL_QUOTE(TOOLBOX_VERSION_PATCH)
+/// The macro's value in quotation marks.
 #define TOOLBOX_DETAIL_QUOTE(number) TOOLBOX_DETAIL_QUOTE_AS_IS(number)
+/// For TOOLBOX_DETAIL_QUOTE.
 #define TOOLBOX_DETAIL_QUOTE_AS_IS(number) #number
 
 #if !defined(RC_INVOKED)

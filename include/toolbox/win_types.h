@@ -20,10 +20,10 @@ struct HWND__;
 struct HINSTANCE__;
 using HWND = HWND__*;            ///< a window; never a live one outside Windows
 using HINSTANCE = HINSTANCE__*;  ///< a module that holds string resources
-using UINT = unsigned int;
-using WPARAM = std::uintptr_t;  ///< first parameter of a window message
-using LPARAM = std::intptr_t;   ///< second parameter of a window message
-using LRESULT = std::intptr_t;  ///< result of a window message
+using UINT = unsigned int;       ///< number of a message, a command or a control
+using WPARAM = std::uintptr_t;   ///< first parameter of a window message
+using LPARAM = std::intptr_t;    ///< second parameter of a window message
+using LRESULT = std::intptr_t;   ///< result of a window message
 
 // Messages that the library tells apart.
 inline constexpr UINT WM_COMMAND = 0x0111;

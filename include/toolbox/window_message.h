@@ -10,12 +10,13 @@
 /// A plain value. The parameters are as wide as the system's: pointers on 64-bit systems fit.
 struct TarvMess {
     TarvMess() = default;
+    /// The arguments of a window procedure.
     TarvMess(HWND window, UINT number, WPARAM word, LPARAM longParameter, int isHandled)
         : hwnd(window), message(number), wParam(word), lParam(longParameter), handled(isHandled) {}
 
-    HWND hwnd = nullptr;
-    UINT message = 0;
-    WPARAM wParam = 0;
-    LPARAM lParam = 0;
-    int handled = 0;  ///< non-zero: nobody else need handle it
+    HWND hwnd = nullptr;  ///< the window that it is for
+    UINT message = 0;     ///< its number, WM_COMMAND for one
+    WPARAM wParam = 0;    ///< first parameter
+    LPARAM lParam = 0;    ///< second parameter
+    int handled = 0;      ///< non-zero: nobody else need handle it
 };

@@ -104,6 +104,7 @@ class TB_API MDI {
 
     // Accelerators. Freezing does not nest: one thaw ends it.
 
+    // Switch accelerators off and on again.
     void freezeAccelerator();
     void thawAccelerator();
     [[nodiscard]] int isAcceleratorFrozen() const;
@@ -147,12 +148,15 @@ class TB_API MDI {
     /// Null: the frame's own menu, with its own accelerators and window menu. The menu replaced
     /// stays the caller's. Always 1.
     int setMDIMenu(HMENU menu, unsigned short windowMenuItemId);
+    // The menu in force, and the frame's own, which may be null. Borrowed.
     [[nodiscard]] HMENU getCurrentMenu() const;
     [[nodiscard]] HMENU getFrameMenu() const;
 
     /// Null before the window is created and after it is destroyed, as the client is.
     [[nodiscard]] HWND getFrame() const;
+    /// The client window, which holds the documents.
     [[nodiscard]] HWND getClient() const;
+    /// The module of the frame.
     [[nodiscard]] HINSTANCE getInstance() const;
     /// The copy; its title lives as long as the frame.
     [[nodiscard]] const ConstructInfo& getConstructInfo() const;
@@ -183,6 +187,7 @@ class TB_API MDI {
     /// "MDIFrame".
     virtual const char* getClassFrame() const;
 
+    /// Null when there is none, or it was told that the frame is destroyed.
     [[nodiscard]] MDIApplication* getApplication() const;
 
   private:
@@ -234,6 +239,7 @@ class TB_API WindowObject {
     /// with it the object, as its last act. The default leaves messages to the system.
     virtual LRESULT handleMessage(UINT message, WPARAM wParam, LPARAM lParam);
 
+    /// As create(), with an extended style. For classes that have a create() of their own.
     int createWindow(unsigned long extendedStyle, const char* className, const char* title,
                      unsigned long style, int x, int y, int cx, int cy, HWND parent, HMENU menu,
                      void* param);
@@ -272,6 +278,7 @@ class TB_API MDIWindowObject : public WindowObject {
 /// that still live then are not deleted any more.
 class TB_API WindowDict {
   public:
+    // Create and destroy the dictionary. One that was there before is replaced by an empty one.
     static void initStaticVars();
     static void destroyStaticVars();
 
@@ -287,6 +294,7 @@ namespace toolbox {
 /// nothing, at its end neither.
 class [[nodiscard]] AcceleratorFreeze {
   public:
+    /// Freezes them.
     explicit AcceleratorFreeze(MDI& frame) : frame_(frame), was_(frame.isAcceleratorFrozen()) {
         frame_.freezeAccelerator();
     }
@@ -304,6 +312,7 @@ class [[nodiscard]] AcceleratorFreeze {
 /// Switches the registered modeless dialogs of a frame off for as long as it lives.
 class [[nodiscard]] ModelessOff {
   public:
+    /// Switches them off.
     explicit ModelessOff(MDI& frame) : frame_(frame) { frame_.setModelessDispatch(0); }
     ~ModelessOff() { frame_.setModelessDispatch(1); }
     ModelessOff(const ModelessOff&) = delete;

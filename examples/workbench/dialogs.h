@@ -1,4 +1,5 @@
-// The workbench's own dialogs. Each modal one returns true when the user confirmed.
+// The workbench's own dialogs. Each modal one runs under a DialogPhase (workbench.h) and returns
+// true when the user confirmed.
 #pragma once
 
 #include "document.h"
@@ -10,9 +11,9 @@ class Workbench;
 bool editBeam(HWND parent, Workbench& workbench, Beam& beam);
 /// Edits a label's template; shows how it would read and what in it is no key.
 bool editLabel(HWND parent, Document& document, Label& label);
-/// The errors collected so far; the user may clear them.
-void showMessages(HWND parent);
-void showAbout(HWND parent);
+/// Shows the errors reported so far; true when the user wants them cleared.
+bool showMessages(HWND parent, Workbench& workbench, const CString& errors);
+void showAbout(HWND parent, Workbench& workbench);
 
 /// The list of keys, modeless: which are columns and in which order, their formats, copying a
 /// token. Creates it on first use; one for the program. It is registered with the frame.

@@ -12,7 +12,7 @@ constexpr const char* kFileDescription = "Beam project";
 /// Blocks in a row that a search may miss before the rest of the file counts as lost: each search
 /// reads the file to its end.
 constexpr int kMissesMax = 32;
-constexpr std::size_t kProgressEvery = 256;
+constexpr std::size_t kProgressEvery = 100;
 
 using Record = VarRecord;
 using Number = std::uint32_t;

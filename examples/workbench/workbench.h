@@ -12,10 +12,10 @@
 #include "toolbox/tools.h"
 #include "toolbox/windowing.h"
 
-/// What the command line asks for.
+/// Where the program keeps what survives it.
 struct Settings {
-    CString folder;  ///< of the settings, the changed keys and the log; ends without backslash
-    CString file;    ///< the profile file in it
+    CString file;  ///< profile file of the settings and the changed keys
+    CString log;   ///< of the errors of this run
 };
 
 /// The number of a menu, accelerator table or dialog in the program's language.
@@ -37,7 +37,7 @@ class Workbench : public MDIApplication {
     ~Workbench() override;
 
     [[nodiscard]] HINSTANCE instance() const { return instance_; }
-    [[nodiscard]] MDI& frame() const { return *MDIApplication::getPMDI(); }
+    [[nodiscard]] static MDI& frame() { return *MDIApplication::getPMDI(); }
     [[nodiscard]] ProjectKeys& keys() { return keys_; }
     [[nodiscard]] const Settings& settings() const { return settings_; }
 
@@ -61,6 +61,10 @@ class Workbench : public MDIApplication {
         GMSG::errorMsg(textId, flags, args...);
         return showLastError(flags);
     }
+
+    /// Takes the errors out of the message service's list, which a change of its reporting option
+    /// would empty.
+    void collectErrors();
 
     /// Opens the format dialog of a key over a window; saves and shows what the user changed.
     void editFormat(HWND parent, UINT key);
@@ -86,17 +90,19 @@ class Workbench : public MDIApplication {
     void childClosed(HWND child) override;
 
   private:
+    friend class ModalPhase;
+
     int showLastError(unsigned short flags);
     void createCommands(HWND frame);
-    void newDocument();
-    void openSample();
-    void askAndOpen();
-    void closeDocument();
-    void showLanguage(GMSG::Language language);
     bool documentCommand(Document& document, int id);
-    bool viewCommand(int id);
-    void restorePlacement(HWND frame);
-    void savePlacement(HWND frame);
+    bool programCommand(int id);
+    void showDocument(std::unique_ptr<Document> document);
+    void openSample();
+    void closeDocument(Document& document);
+    void editSelected(Document& document);
+    void reviewErrors();
+    void openLog();
+    void setLanguage(GMSG::Language language);
 
     HINSTANCE instance_;
     Settings settings_;
@@ -107,4 +113,40 @@ class Workbench : public MDIApplication {
     std::unique_ptr<MenuTool> menu_;
     std::unique_ptr<ToolDlg> palette_;
     std::vector<std::unique_ptr<Document>> documents_;
+    CString errors_;  // collected from the message service
+};
+
+/// While it lives the program takes no input but that of the modal dialog or meter on top: other
+/// dialogs are disabled and accelerators frozen.
+class [[nodiscard]] ModalPhase {
+  public:
+    explicit ModalPhase(Workbench& workbench)
+        : accelerators_(workbench.frame()),
+          dialogs_(workbench.frame()),
+          tools_(*workbench.commands_) {}
+
+  private:
+    toolbox::AcceleratorFreeze accelerators_;
+    toolbox::ModelessOff dialogs_;
+    toolbox::FrozenTools tools_;
+};
+
+/// A modal phase of a dialog: what the message service reports meanwhile, a number beyond its
+/// limits say, is shown in boxes over it rather than kept in the list of errors.
+class [[nodiscard]] DialogPhase {
+  public:
+    explicit DialogPhase(Workbench& workbench) : phase_(workbench) {
+        workbench.collectErrors();
+        GMSG::setErrorReportingOption(GMSG::ReportInBox);
+    }
+    ~DialogPhase() {
+        GMSG::setErrorReportingOption(GMSG::ReportInList);
+        GMSG::setParent(parent_);
+    }
+    DialogPhase(const DialogPhase&) = delete;
+    DialogPhase& operator=(const DialogPhase&) = delete;
+
+  private:
+    ModalPhase phase_;
+    HWND parent_ = GMSG::getParent();  // dialogs take its place
 };

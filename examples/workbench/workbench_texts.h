@@ -3,6 +3,23 @@
 
 enum WorkbenchText : unsigned short {
     kFirstKeyDescription = 3000,  ///< of the keys, in the order of their identifiers
+    // From 3100 on: the codes of project_store.h.
+    kOpenRecovered = 3110,
+    kSaveFirst,
+    kUntitled,
+    kRecovered,
+    kFileFilter,
+    kOpening,
+    kSaving,
+    kComputing,
+    kItemsDone,
+    kKeyNotSaved,
+    kProgram = 3120,
+    kNextStart,
+    kWelcome,
+    kTableName,
+    kDrawingName,
+    kFirstModeHint = 3130,  ///< in the order of the modes' commands
 };
 
 /// Makes the texts known where they are no resources of the program; on Windows they are.

@@ -1,0 +1,10 @@
+// The system's dialogs for choosing a file.
+#pragma once
+
+#include "toolbox/strings.h"
+
+class Workbench;
+
+/// The full name of the project file that the user chooses, for saving or opening; empty when none
+/// was chosen. `file` is the name that the dialog starts with.
+[[nodiscard]] CString askForFile(Workbench& workbench, const CString& file, bool saving);

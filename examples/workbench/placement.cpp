@@ -1,0 +1,36 @@
+#include "placement.h"
+
+#include "toolbox/messages.h"
+
+namespace {
+
+constexpr const char* kSides[] = {"Left", "Top", "Right", "Bottom"};
+constexpr const char* kMaximized = "Maximized";
+
+}  // namespace
+
+void savePlacement(HWND window, const char* section) {
+    WINDOWPLACEMENT placement{};
+    placement.length = sizeof placement;
+    if (!GetWindowPlacement(window, &placement)) return;
+    const RECT& at = placement.rcNormalPosition;
+    for (int i = 0; const LONG side : {at.left, at.top, at.right, at.bottom})
+        GMSG::writeProfile(section, kSides[i++], int{side});
+    GMSG::writeProfile(section, kMaximized, placement.showCmd == SW_SHOWMAXIMIZED ? 1 : 0);
+}
+
+void restorePlacement(HWND window, const char* section) {
+    int sides[4];
+    for (int i = 0; i < 4; ++i)
+        if (!GMSG::getProfile(section, kSides[i], sides[i], 0)) return;
+    WINDOWPLACEMENT placement{};
+    placement.length = sizeof placement;
+    placement.rcNormalPosition = {sides[0], sides[1], sides[2], sides[3]};
+    if (IsRectEmpty(&placement.rcNormalPosition) ||
+        !MonitorFromRect(&placement.rcNormalPosition, MONITOR_DEFAULTTONULL))
+        return;
+    int maximized = 0;
+    GMSG::getProfile(section, kMaximized, maximized, 0);
+    placement.showCmd = maximized ? SW_SHOWMAXIMIZED : SW_SHOWNORMAL;
+    SetWindowPlacement(window, &placement);
+}

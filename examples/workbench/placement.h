@@ -1,0 +1,8 @@
+// Where a window stood, kept in the settings from one run to the next.
+#pragma once
+
+#include "toolbox/win_types.h"
+
+void savePlacement(HWND window, const char* section);
+/// Leaves the window where it is when nothing was saved, or it would be off every screen.
+void restorePlacement(HWND window, const char* section);

@@ -1,0 +1,55 @@
+#include "view.h"
+
+#include "drawing_view.h"
+#include "table_view.h"
+#include "workbench.h"
+
+namespace {
+
+/// What the frame asks with when it closes itself, rather than one document.
+constexpr WPARAM kFrameCloses = 1;
+
+}  // namespace
+
+View::View(Document& shown)
+    : document(this, &Document::views, nullptr, &shown), workbench_(shown.workbench()) {}
+
+View::~View() {
+    document.disconnect();
+    workbench_.viewClosed();
+}
+
+void View::showTitle() {
+    const Document* const shown = document;
+    if (!shown) return;
+    const CString title = shown->title() + " - " + text(nameText());
+    SetWindowTextA(getHWND(), title.c_str());
+}
+
+LRESULT View::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    Document* const shown = document;
+    switch (message) {
+        case WM_MDIACTIVATE:
+            // Sent to the window that is left as well.
+            if (reinterpret_cast<HWND>(lParam) == getHWND()) workbench_.childActivated(getHWND());
+            break;
+        case WM_QUERYENDSESSION:
+            // The document stays while another window shows it.
+            if (!shown || (wParam != kFrameCloses && shown->views.getCount() > 1)) return 1;
+            return shown->mayClose();
+        case WM_ENDSESSION:
+            if (shown && !wParam) shown->keepAsking();
+            return 0;
+        case WM_CLOSE:
+            if (shown && shown->views.getCount() <= 1 && !shown->mayClose()) return 0;
+            break;
+        default:
+            break;
+    }
+    return MDIWindowObject::handleMessage(message, wParam, lParam);
+}
+
+void registerViews(HINSTANCE instance) {
+    registerTableClass(instance);
+    registerDrawingClass(instance);
+}

@@ -175,9 +175,11 @@ class TB_API MDI {
   protected:
     /// Registers the class that getClassFrame() names. Returns its atom, 0 on failure.
     virtual unsigned short registerFrameClass();
-    /// The commands of the window menu, and of the keys that stand for them, on a document; 0 when
-    /// the command is another. A document is asked with WM_QUERYENDSESSION before it is closed, on
-    /// purpose not with WM_CLOSE: it refuses by answering 0.
+    /// The commands of the window menu, and of the keys that stand for them: 1 closes the frame, 6
+    /// the document, 7 and 10 tile vertically and horizontally, 8 cascades, 9 arranges the icons;
+    /// the document's system commands stand for themselves. 0 when the command is another. A
+    /// document is asked with WM_QUERYENDSESSION before it is closed, on purpose not with WM_CLOSE:
+    /// it refuses by answering 0.
     virtual int doFrameCommand(HWND child, UINT id, LPARAM lParam);
     /// Creates the pane above the client window, which the frame keeps room for while it is
     /// visible. Called when the client stands; the default has none and returns null.

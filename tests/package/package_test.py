@@ -14,6 +14,10 @@ import sys
 import tempfile
 import unittest
 
+sys.dont_write_bytecode = True
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "documents"))
+import pages
+
 parser = argparse.ArgumentParser()
 for name in ("source", "build", "cmake", "objcopy", "compiler", "libdir", "emulator"):
     parser.add_argument("--" + name)
@@ -56,7 +60,7 @@ class Package(unittest.TestCase):
         cls.files = [path for path in cls.prefix.rglob("*") if path.is_file()]
         shutil.copytree(SOURCE / "tests/package/consumer", cls.folder / "consumer")
 
-    def started(self, program):
+    def started(self, program, *arguments):
         """What a program prints that has nothing but the package's own libraries."""
         more = {}
         if WINDOWS:
@@ -66,7 +70,7 @@ class Package(unittest.TestCase):
             command = [program]
             libraries = str(self.prefix / options.libdir)
             more["env"] = {**os.environ, "LD_LIBRARY_PATH": libraries}
-        return run(*command, cwd=self.folder, **more).replace("\r", "").splitlines()
+        return run(*command, *arguments, cwd=self.folder, **more).replace("\r", "").splitlines()
 
     def expected(self, module, file_version):
         major, minor, patch = version()
@@ -77,11 +81,24 @@ class Package(unittest.TestCase):
             lines.append(f"{module}: file version {shown}, menu found")
         return lines
 
-    def test_a_project_builds_with_find_package(self):
-        built = self.folder / "built"
-        run(options.cmake, "-G", "Ninja", "-S", self.folder / "consumer", "-B", built,
+    def project(self, source):
+        """The folder with what a project builds that knows the package only."""
+        built = self.folder / (source.name + "-built")
+        run(options.cmake, "-G", "Ninja", "-S", source, "-B", built,
             f"-DCMAKE_PREFIX_PATH={self.prefix}", *("-D" + s for s in options.settings))
         run(options.cmake, "--build", built)
+        return built
+
+    def test_the_application_of_the_how_to_page(self):
+        page = SOURCE / "docs/howto-application.md"
+        pages.write_files(page, self.folder / "notes")
+        program = self.project(self.folder / "notes") / f"notes{EXE}"
+        lines = [line for note in ("Check the bridge", "Call the town")
+                 for line in self.started(program, "plan.dat", note)]
+        self.assertEqual(pages.printed(page).splitlines(), lines)
+
+    def test_a_project_builds_with_find_package(self):
+        built = self.project(self.folder / "consumer")
         self.assertEqual(self.expected("toolbox.dll", True), self.started(built / f"consumer{EXE}"))
         self.assertEqual(self.expected("static", False),
                          self.started(built / f"consumer_static{EXE}"))

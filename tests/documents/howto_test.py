@@ -1,0 +1,72 @@
+#!/usr/bin/env python3
+"""What a how-to page says works: its files and changes, put into a copy of the sources, build and run.
+
+A page's `text` block is what its program prints. What it adds or changes is compiled, with what
+includes a changed header of src/, and linked before the library as it was built: so what a page adds
+to a class or table of the public headers stands at its end.
+"""
+import argparse
+import pathlib
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+
+sys.dont_write_bytecode = True
+import pages  # beside this file
+
+parser = argparse.ArgumentParser()
+for name in ("page", "source", "library", "compiler", "emulator", "flags", "libraries"):
+    parser.add_argument("--" + name, default="")
+options = parser.parse_args()
+SOURCE = pathlib.Path(options.source)
+OTHER_SYSTEM = "posix" if options.emulator else "win32"
+PAGE = pathlib.Path(options.page)
+
+
+def run(*command, given="", **more):
+    """The output of a command that gets `given` to read."""
+    # Not a pipe: Wine's services, started with the first program, would keep it open.
+    with tempfile.TemporaryFile("w+") as written, tempfile.TemporaryFile("w+") as output:
+        written.write(given)
+        written.seek(0)
+        done = subprocess.run([str(part) for part in command], stdin=written, stdout=output,
+                              stderr=subprocess.STDOUT, timeout=100, **more)
+        output.seek(0)
+        text = output.read()
+    if done.returncode:
+        sys.exit(f"{' '.join(map(str, command))}\n{text}")
+    return text
+
+
+def main(root):
+    for folder in ("include", "resources", "src"):
+        shutil.copytree(SOURCE / folder, root / folder)
+    files = pages.write_files(PAGE, root)
+    for _, language, text in pages.blocks(PAGE):
+        if language == "diff":
+            run("git", "apply", "-C1", "-", given=text, cwd=root)
+            files += re.findall(r"^\+\+\+ b/(.+)$", text, re.M)
+    headers = [name for name in files if name.startswith("src/") and name.endswith(".h")]
+    for path in (root / "src").rglob("*.cpp"):
+        text = path.read_text("utf-8")
+        files += [str(path.relative_to(root)) for name in headers if f'"{name[4:]}"' in text]
+    sources = {name for name in files if name.endswith(".cpp") and OTHER_SYSTEM not in name}
+    flags = ["-std=c++20", "-Wall", "-Wextra", "-Werror", "-fmax-errors=5", *options.flags.split(),
+             *(f"-I{root / folder}" for folder in ("include", "resources", "src"))]
+    objects = []
+    for name in sorted(sources):
+        objects.append(root / (name.replace("/", "_") + ".o"))
+        run(options.compiler, *flags, "-c", root / name, "-o", objects[-1])
+    program = root / "page.exe"
+    run(options.compiler, *flags, *objects, options.library, *options.libraries.split(), "-o",
+        program)
+    start = [options.emulator, program] if options.emulator else [program]
+    output = run(*start, cwd=root).replace("\r", "")
+    if output != pages.printed(PAGE):
+        sys.exit(f"the page says\n{pages.printed(PAGE)}its program prints\n{output}")
+
+
+with tempfile.TemporaryDirectory(prefix="tb-howto-") as folder:
+    main(pathlib.Path(folder))

@@ -7,6 +7,7 @@
 #include "file_dialog.h"
 #include "project_store.h"
 #include "toolbox/meter.h"
+#include "tracing.h"
 #include "view.h"
 #include "workbench.h"
 #include "workbench_texts.h"
@@ -20,6 +21,15 @@ constexpr std::size_t kItemsBetweenSteps = 100;
 CString withoutFolder(const CString& file) {
     const std::size_t slash = file.view().find_last_of("\\/");
     return slash == std::string_view::npos ? file : CString(file.view().substr(slash + 1));
+}
+
+/// "14 August 2026", in the program's language.
+CString inWords(const TarvDate& date) {
+    TarvDateString::setLanguage(GMSG::language == GMSG::French ? TarvDateString::French
+                                                               : TarvDateString::English);
+    const TarvDateString words(date);
+    return CString(std::to_string(words.getDay()) + " ") + words.getMonthName() + " " +
+           std::to_string(words.getYear());
 }
 
 /// A meter over a job of many items; over one of few nothing is shown. Meanwhile the program takes
@@ -75,6 +85,7 @@ std::size_t Document::indexOf(std::uint32_t beam) const {
 }
 
 const BeamResults* Document::results(std::size_t index) const {
+    TVASSERT(results_.size() == project_.beams().size());
     return index < results_.size() && results_[index] ? &*results_[index] : nullptr;
 }
 
@@ -123,7 +134,7 @@ std::uint32_t Document::put(Beam beam) {
     if (id == 0) return 0;
     const std::size_t index = indexOf(id);
     if (project_.beams().size() > before)
-        results_.emplace(results_.begin() + static_cast<std::ptrdiff_t>(index));
+        results_.insert(results_.begin() + static_cast<std::ptrdiff_t>(index), std::nullopt);
     computeAt(index);
     changed();
     return id;
@@ -167,6 +178,8 @@ bool Document::recompute() {
         JobMeter meter(workbench_, kComputing, title(), 1);
         for (; done < count && meter(done, count); ++done) computeAt(done);
     }
+    CTvTrace::Trace(TraceComputing, "computed %u of %u beams", static_cast<unsigned>(done),
+                    static_cast<unsigned>(count));
     tellViews(Content);
     workbench_.showHint(text(kItemsDone, done, count));
     return done == count;
@@ -185,6 +198,8 @@ bool Document::open(const CString& file) {
         loaded = loadProject(file.c_str(), std::ref(meter));
     }
     const auto fault = static_cast<unsigned short>(int{loaded.error});
+    CTvTrace::Trace(TraceFiles, "opened %s: %d, %u items", file.c_str(), int{fault},
+                    static_cast<unsigned>(loaded.loaded));
     if (fault == kDamaged && loaded.loaded > 0) {
         // What can be recovered becomes a project without a file: the damaged one stays as it is.
         if (workbench_.report(kOpenRecovered, MB_YESNO | MB_ICONEXCLAMATION, withoutFolder(file),
@@ -200,6 +215,7 @@ bool Document::open(const CString& file) {
     }
     created_ = loaded.created;
     setProject(std::move(loaded.project));
+    workbench_.showHint(text(kCreatedOn, inWords(created_)));
     return true;
 }
 

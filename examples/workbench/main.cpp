@@ -10,12 +10,11 @@
 
 #include <cstdlib>
 #include <cstring>
-#include <fstream>
 #include <optional>
 #include <string>
 
 #include "resource.h"
-#include "toolbox/diagnostics.h"
+#include "tracing.h"
 #include "workbench.h"
 #include "workbench_frame.h"
 #include "workbench_texts.h"
@@ -67,12 +66,6 @@ Settings settingsIn(const std::string& folder) {
         lstrcpynA(full, folder.c_str(), sizeof full);
     const std::string place = full;
     return {place + "\\workbench.ini", place + "\\workbench.log"};
-}
-
-std::ofstream traces;  // what the sink below writes to
-
-void writeTrace(unsigned long, const char* text) {
-    traces << text << std::endl;
 }
 
 /// The library's services for the length of the program.
@@ -134,10 +127,7 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int show) {
     }
     const Settings settings =
         settingsIn(arguments->folder.empty() ? usualFolder() : arguments->folder);
-    if (arguments->trace) {
-        traces.open(settings.log.str() + ".trace");
-        CTvTrace::SetCurrentTraceCategoryEnabled(~0ul);
-        toolbox::setTraceSink(writeTrace);
-    }
+    if (arguments->trace) startTracing(settings.log + ".trace");
+    logFailedAssertions();
     return run(instance, *arguments, settings, show);
 }

@@ -11,6 +11,7 @@
 #include "section_csv.h"
 #include "toolbox/meter.h"
 #include "toolbox/processes.h"
+#include "tracing.h"
 #include "view.h"
 #include "workbench_frame.h"
 #include "workbench_texts.h"
@@ -212,6 +213,7 @@ void Workbench::setLanguage(GMSG::Language language) {
 
 int Workbench::command(HWND child, WPARAM wParam, LPARAM) {
     const int id = LOWORD(wParam);
+    CTvTrace::Trace(TraceCommands, "command %d", id);
     // An accelerator reaches a command that its menu shows as greyed.
     if (commands_ && (*commands_)[id] && !(*commands_)[id].isEnabled()) return 1;
     const auto* const view = child ? dynamic_cast<const View*>(WindowDict::find(child)) : nullptr;

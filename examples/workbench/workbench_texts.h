@@ -19,6 +19,7 @@ enum WorkbenchText : unsigned short {
     kWelcome,
     kTableName,
     kDrawingName,
+    kCreatedOn,
     kFirstModeHint = 3130,  ///< in the order of the modes' commands
 };
 

@@ -112,7 +112,10 @@ void Document::select(const Selection& selection) {
 }
 
 void Document::tellViews(unsigned changes) {
-    for (int i = 0; i < views.getCount(); ++i) views[i]->documentChanged(changes);
+    for (int i = 0; i < views.getCount(); ++i) {
+        views[i]->showTitle();
+        views[i]->documentChanged(changes);
+    }
     workbench_.refreshCommands();
 }
 

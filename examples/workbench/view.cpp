@@ -29,6 +29,9 @@ void View::showTitle() {
 LRESULT View::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     Document* const shown = document;
     switch (message) {
+        case WM_CREATE:
+            showTitle();
+            break;
         case WM_MDIACTIVATE:
             // Sent to the window that is left as well.
             if (reinterpret_cast<HWND>(lParam) == getHWND()) workbench_.childActivated(getHWND());

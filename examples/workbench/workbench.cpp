@@ -18,7 +18,7 @@
 
 namespace {
 
-constexpr int kModes = 1;  // the context of the drawing modes
+constexpr int kModes = 1, kLanguages = 2;  // contexts
 constexpr unsigned long kMenu = 1, kPalette = 2;
 constexpr UINT kPurgeDocuments = 0x3E0;  // a private message of the frame
 constexpr std::size_t kSampleBeams = 10000;
@@ -53,6 +53,8 @@ constexpr GCOMMBase::CommRec kModeCommands[] = {
     {CMD_SELECT_MODE, 0},       {CMD_BEAM_MODE, 0},  {CMD_POINT_LOAD_MODE, 0},
     {CMD_UNIFORM_LOAD_MODE, 0}, {CMD_LABEL_MODE, 0},
 };
+
+constexpr GCOMMBase::CommRec kLanguageCommands[] = {{CMD_FRENCH, 0}, {CMD_ENGLISH, 0}};
 
 /// The section table is part of the program.
 std::vector<Section> loadSections(HINSTANCE instance) {
@@ -111,7 +113,11 @@ void Workbench::createCommands(HWND frameWindow) {
     if (palette_) both.add(palette_.get());
     commands_->manage(static_cast<int>(std::size(kCommands)), kCommands, menu, -1);
     commands_->manage(static_cast<int>(std::size(kModeCommands)), kModeCommands, both, kModes);
+    commands_->createAndManageContext(kLanguages);
+    commands_->manage(static_cast<int>(std::size(kLanguageCommands)), kLanguageCommands, menu,
+                      kLanguages);
     (*commands_)[CMD_SELECT_MODE].setCheckStatus(1);
+    (*commands_)[GMSG::language == GMSG::French ? CMD_FRENCH : CMD_ENGLISH].setCheckStatus(1);
 }
 
 void Workbench::refreshCommands() {
@@ -207,6 +213,7 @@ void Workbench::closeDocument(Document& document) {
 
 void Workbench::setLanguage(GMSG::Language language) {
     GMSG::writeProfile("Program", "Language", int{language});
+    (*commands_)[language == GMSG::French ? CMD_FRENCH : CMD_ENGLISH].setCheckStatus(1);
     MessageBoxA(frame().getFrame(), text(kNextStart).c_str(), text(kProgram).c_str(),
                 MB_ICONINFORMATION);
 }

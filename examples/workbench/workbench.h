@@ -58,8 +58,8 @@ class Workbench : public MDIApplication {
     /// Reports an error: into the list and the log, and in a box. Returns the user's answer.
     template <class... Args>
     int report(unsigned short textId, unsigned short flags, const Args&... args) {
-        GMSG::errorMsg(textId, flags, args...);
-        return showLastError(flags);
+        const int answer = GMSG::errorMsg(textId, flags, args...);
+        return dialogs_ > 0 ? answer : showLastError(flags);
     }
 
     /// Takes the errors out of the message service's list, which a change of its reporting option
@@ -91,6 +91,7 @@ class Workbench : public MDIApplication {
 
   private:
     friend class ModalPhase;
+    friend class DialogPhase;
 
     int showLastError(unsigned short flags);
     void createCommands(HWND frame);
@@ -113,7 +114,8 @@ class Workbench : public MDIApplication {
     std::unique_ptr<MenuTool> menu_;
     std::unique_ptr<ToolDlg> palette_;
     std::vector<std::unique_ptr<Document>> documents_;
-    CString errors_;  // collected from the message service
+    CString errors_;   // collected from the message service
+    int dialogs_ = 0;  // dialog phases in force
 };
 
 /// While it lives the program takes no input but that of the modal dialog or meter on top: other
@@ -135,18 +137,20 @@ class [[nodiscard]] ModalPhase {
 /// limits say, is shown in boxes over it rather than kept in the list of errors.
 class [[nodiscard]] DialogPhase {
   public:
-    explicit DialogPhase(Workbench& workbench) : phase_(workbench) {
-        workbench.collectErrors();
+    explicit DialogPhase(Workbench& workbench) : workbench_(workbench), phase_(workbench) {
+        if (workbench_.dialogs_++ > 0) return;
+        workbench_.collectErrors();
         GMSG::setErrorReportingOption(GMSG::ReportInBox);
     }
     ~DialogPhase() {
-        GMSG::setErrorReportingOption(GMSG::ReportInList);
         GMSG::setParent(parent_);
+        if (--workbench_.dialogs_ == 0) GMSG::setErrorReportingOption(GMSG::ReportInList);
     }
     DialogPhase(const DialogPhase&) = delete;
     DialogPhase& operator=(const DialogPhase&) = delete;
 
   private:
+    Workbench& workbench_;
     ModalPhase phase_;
     HWND parent_ = GMSG::getParent();  // dialogs take its place
 };

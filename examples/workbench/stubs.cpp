@@ -1,13 +1,9 @@
 // Windows and dialogs that are being written.
 #include "dialogs.h"
-#include "drawing_view.h"
 #include "table_view.h"
 
 void registerTableClass(HINSTANCE) {}
 void showTable(Document&) {}
-
-void registerDrawingClass(HINSTANCE) {}
-void showDrawing(Document&) {}
 
 bool editBeam(HWND, Workbench&, Beam&) {
     return false;

@@ -21,6 +21,19 @@ enum WorkbenchText : unsigned short {
     kDrawingName,
     kCreatedOn,
     kFirstModeHint = 3130,  ///< in the order of the modes' commands
+    kBeamHint = 3300,
+    kPointLoadHint,
+    kUniformLoadHint,
+    kPlaceHint,
+    kLabelHint,
+    kPressOnBeam,
+    kDragTheArrow,
+    kNoBeamUnder,
+    kSpanRefused = 3320,
+    kTooManyLoads,
+    kNoBeamForLabel,
+    kBeamRefused,
+    kLabelRefused,
 };
 
 /// Makes the texts known where they are no resources of the program; on Windows they are.

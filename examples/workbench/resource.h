@@ -70,11 +70,14 @@
 #define IDC_LOAD_FORCE 2007
 #define IDC_LOAD_ADD 2008
 #define IDC_LOAD_REMOVE 2009
+#define IDC_LOAD_CHANGE 2010
 
 // Controls of the label dialog.
 #define IDC_LABEL_TEXT 2101
 #define IDC_LABEL_PREVIEW 2102
 #define IDC_LABEL_PROBLEM 2103
+#define IDC_LABEL_KEY 2104
+#define IDC_LABEL_INSERT 2105
 
 // Controls of the key list.
 #define IDC_KEYS 2201

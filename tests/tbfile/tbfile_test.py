@@ -1,0 +1,303 @@
+#!/usr/bin/env python3
+"""What tbfile prints and writes, checked by a reader that shares nothing with it.
+
+    tbfile_test.py PROGRAM [EMULATOR]       with an emulator, which takes its time, only a part
+"""
+import json
+import os
+import pathlib
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+
+from block_file import Block, BlockFile, made, record, words
+
+PROGRAM, EMULATOR = sys.argv[1], sys.argv[2:]
+
+BLOCKS = [Block(7, b"ten bytes.", "A block \u00e9", 3, 200), Block(9, b"", ""),
+          Block(0xFFFFFFF0, bytes(range(256)), "all bytes", 5, 6),
+          Block(12, b"\xff" * 300 + bytes(100), "d" * 64), Block(3, b"abcd" * 50, "words")]
+FORMATS = (210, 205, 150, 100)
+
+
+def versions(version, block):
+    """The block as a file of that format version keeps it."""
+    return Block(block.id, block.data, block.description, block.version if version >= 200 else 0,
+                 block.record_version if version >= 210 else 0)
+
+
+class Tbfile(unittest.TestCase):
+    def setUp(self):
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="tbfile-"))
+        self.addCleanup(shutil.rmtree, self.folder)
+
+    def write(self, name, content):
+        (self.folder / name).write_bytes(content)
+        return name
+
+    def read(self, name):
+        return BlockFile((self.folder / name).read_bytes())
+
+    def run_it(self, *arguments, status=0, lang="C.UTF-8", more=None):
+        """The standard output and error of a run, which must end with this status and leave its
+        inputs and no temporary file."""
+        inputs = {path: path.read_bytes() for path in self.folder.rglob("*") if path.is_file()}
+        environment = {**os.environ, "LC_ALL": "", "LC_MESSAGES": "", "LANG": lang, **(more or {})}
+        with tempfile.TemporaryFile() as output, tempfile.TemporaryFile() as errors:
+            done = subprocess.run([*EMULATOR, PROGRAM, *arguments], cwd=self.folder,
+                                  stdin=subprocess.DEVNULL, stdout=output, stderr=errors,
+                                  env=environment, timeout=60)
+            output.seek(0)
+            errors.seek(0)
+            printed, complained = output.read(), errors.read()
+        self.assertEqual(status, done.returncode, (arguments, printed, complained))
+        self.assertEqual(status == 2, bool(complained), complained)
+        if "--force" not in arguments:
+            for path, content in inputs.items():
+                self.assertEqual(content, path.read_bytes(), path)
+        self.assertEqual([], list(self.folder.rglob("*~tbfile*")))
+        return printed.decode("utf-8"), complained.decode("utf-8")
+
+    def json(self, *arguments, status=0):
+        return json.loads(self.run_it(*arguments, "--json", status=status)[0])
+
+    def findings(self, *arguments):
+        """What verify finds, each with where and of which block; its status must agree."""
+        output, _ = self.run_it("verify", *arguments, "--json",
+                                status=1 if self.expects_findings else 0)
+        told = json.loads(output)
+        self.assertEqual(not told["findings"], told["file"]["sound"])
+        return {(f["finding"], f["offset"]) for f in told["findings"]}
+
+    expects_findings = True
+
+
+class Listing(Tbfile):
+    def test_info_and_ls_of_every_format(self):
+        for version in FORMATS:
+            with self.subTest(version=version):
+                name = self.write("a.tbf", made(version, BLOCKS, mask=0x10))
+                plain = self.read(name)
+                told = self.json("info", name)
+                expected = {"size": plain.size, "version": 3, "mask": 0x10, "created": "2001-04-30",
+                            "stamped": "2001-05-02", "net": None, "description": "made by hand",
+                            "formatVersion": version, "blocks": len(BLOCKS),
+                            "indexOffset": plain.index_offset}
+                self.assertEqual(expected, {key: told[key] for key in expected})
+                rows = self.json("ls", name)["blocks"]
+                self.assertEqual([(b.id, b.offset, len(b.data), b.version, b.record_version,
+                                   b.description) for b in plain.blocks],
+                                 [(r["id"], r["offset"], r["length"], r["version"],
+                                   r["recordVersion"], r["description"]) for r in rows])
+
+    def test_ls_sorts(self):
+        name = self.write("a.tbf", made(210, BLOCKS))
+        keys = {"id": lambda b: b.id, "length": lambda b: len(b.data),
+                "description": lambda b: b.description.encode("cp1252"), "file": lambda b: 0}
+        for order, key in keys.items():
+            expected = [b.id for b in sorted(BLOCKS, key=key)]
+            for reverse in ((), ("--reverse",)):
+                rows = self.json("ls", name, "--sort", order, *reverse)["blocks"]
+                self.assertEqual(expected[::-1] if reverse else expected, [r["id"] for r in rows])
+
+    def test_dump(self):
+        name = self.write("a.tbf", made(205, BLOCKS))
+        for block in BLOCKS[:3]:
+            self.run_it("dump", name, hex(block.id), "--raw", "out.bin", "--force")
+            self.assertEqual(block.data, (self.folder / "out.bin").read_bytes())
+        text = self.run_it("dump", name, "7")[0]
+        self.assertEqual("00000000  74 65 6e 20 62 79 74 65  73 2e                    "
+                         "|ten bytes.|\n", text)
+        self.assertIn("|\u00e0\u00e1", self.run_it("dump", name, str(0xFFFFFFF0))[0])
+
+
+class Verify(Tbfile):
+    def test_sound_files(self):
+        self.expects_findings = False
+        for version in FORMATS:
+            for commits in ((), (2, 3)):
+                name = self.write("a.tbf", made(version, BLOCKS, commits))
+                for quick in ((), ("--quick",)):
+                    self.assertEqual(set(), self.findings(name, *quick), (version, commits, quick))
+
+    def test_damage(self):
+        whole = made(210, BLOCKS)
+        plain = BlockFile(whole)
+        first, second = plain.blocks[0].offset, plain.blocks[1].offset
+        index = plain.index_offset
+        # What replaces the bytes at a place, and what verify then says; quick says the same.
+        for what, at, bytes_, expected in [
+                ("format", 152, words(211), {("headerFormat", 152)}),
+                ("layout", 152, words(205), {("headerLayout", 152)}),
+                ("date", 136, words(5), {("headerDate", 136)}),
+                ("description", 135, b"x", {("headerDescription", 8)}),
+                ("header end", 156, words(0), {("headerTerminator", 156)}),
+                ("index place", 148, words(second), {("indexMoved", index)}),
+                ("terminator", second - 4, words(0), {("terminator", first)}),
+                ("padding", first + 100, b"x", {("description", first)}),
+                ("mask", 4, words(1), {("notWholeWords", first)}),
+                ("entry", index + 136 + 4, words(second), {("otherId", second)})]:
+            content = whole[:at] + bytes_ + whole[at + len(bytes_):]
+            name = self.write("a.tbf", content)
+            for quick in ((), ("--quick",)):
+                with self.subTest(what=what, quick=quick):
+                    self.assertLessEqual(expected, self.findings(name, *quick))
+
+    def test_places(self):
+        whole = made(210, BLOCKS)
+        index = BlockFile(whole).index_offset
+        late = record(210, Block(50, b"late"))
+        for what, content, expected in [
+                ("trailing bytes", whole + b"rest" * 60, ("strayBytes", len(whole))),
+                ("a block behind the index", whole + late, ("notIndexed", len(whole))),
+                ("never committed", whole[:148] + words(0) + whole[152:index],
+                 ("neverCommitted", 0)),
+                ("cut in the index", whole[:-9], ("indexDamaged", index)),
+                ("cut before the index", whole[:index], ("noIndex", index)),
+                ("too short", whole[:100], ("headerTooShort", 0))]:
+            with self.subTest(what=what):
+                self.assertIn(expected, self.findings(self.write("a.tbf", content)))
+
+
+class Outputs(Tbfile):
+    def expect(self, name, blocks):
+        """The file is sound, of the written version, without gaps, and has these blocks."""
+        plain = self.read(name)
+        self.assertEqual((210, blocks, True), (plain.format, plain.blocks, plain.compact))
+        self.assertEqual(plain.whole_words, bool(plain.mask & 1))
+        self.assertEqual(plain.size, plain.index_end)
+        self.assertEqual((3, "made by hand", (2452030, 2452032, -1)),
+                         (plain.version, plain.description, plain.dates))
+
+    def test_every_format(self):
+        for version in FORMATS:
+            blocks = [versions(version, block) for block in BLOCKS]
+            name = self.write("a.tbf", made(version, BLOCKS, commits=(2,)))
+            for command in ("repack", "recover"):
+                with self.subTest(version=version, command=command):
+                    self.run_it(command, name, "out.tbf", "--force")
+                    self.expect("out.tbf", blocks)
+            self.run_it("extract", name, f"folder{version}")
+            self.run_it("pack", f"folder{version}", "packed.tbf", "--force")
+            self.expect("packed.tbf", blocks)
+            self.assertEqual([], self.json("diff", "out.tbf", "packed.tbf")["differences"])
+
+    def test_a_compact_file_comes_back_byte_for_byte(self):
+        name = self.write("a.tbf", made(210, BLOCKS))
+        self.run_it("extract", name, "folder")
+        for arguments in (("repack", name), ("recover", name), ("pack", "folder")):
+            self.run_it(*arguments, "out.tbf", "--force")
+            self.assertEqual((self.folder / name).read_bytes(),
+                             (self.folder / "out.tbf").read_bytes(), arguments)
+
+    def test_recover_says_what_it_did(self):
+        whole = made(210, BLOCKS)
+        plain = BlockFile(whole)
+        second, third = plain.blocks[1].offset, plain.blocks[2].offset
+        flipped = bytearray(whole)
+        flipped[second + 132] ^= 0x20
+        torn = whole[:second] + b"?" * (third - second) + whole[third:]
+        for what, content, certain, kept, more in [
+                ("length", flipped, (), BLOCKS, {"doubtful": 1, "lostBytes": 0}),
+                ("length, certain", flipped, ("--certain",), BLOCKS[:1] + BLOCKS[2:],
+                 {"leftOut": 1}),
+                ("torn", torn, (), BLOCKS[:1] + BLOCKS[2:], {"lostBytes": third - second}),
+                ("cut off", whole[:plain.blocks[4].offset + 7], (), BLOCKS[:4], {"lostBytes": 7}),
+                ("no index", whole[:plain.index_offset], (), BLOCKS, {"lostBytes": 0})]:
+            with self.subTest(what=what):
+                told = self.json("recover", self.write("a.tbf", content), "out.tbf", "--force",
+                                 *certain, status=1)
+                self.expect("out.tbf", kept)
+                self.assertEqual(len(kept), told["rescued"])
+                self.assertEqual(more, {key: told[key] for key in more})
+                self.expects_findings = False
+                self.assertEqual(set(), self.findings("out.tbf"))
+
+    def test_of_two_blocks_with_one_identifier_both_are_kept(self):
+        twice = [BLOCKS[0], BLOCKS[4], Block(7, b"the second", "again")]
+        content = made(210, twice)
+        name = self.write("a.tbf", content[:BlockFile(content).index_offset])
+        told = self.json("recover", name, "out.tbf", status=1)
+        self.assertEqual((3, 1), (told["rescued"], told["doubtful"]))
+        self.expect("out.tbf", twice)
+        self.assertEqual(("repeatedId", self.read("out.tbf").blocks[2].offset),
+                         *self.findings("out.tbf"))
+
+    def test_diff(self):
+        changed = [BLOCKS[0], Block(9, b"", "new text"), Block(0xFFFFFFF0, bytes(256), "all bytes",
+                                                               5, 6), BLOCKS[3], Block(4, b"")]
+        self.write("a.tbf", made(210, BLOCKS))
+        later = made(210, changed)
+        self.write("b.tbf", later[:140] + words(2452033) + later[144:])
+        told = self.json("diff", "a.tbf", "b.tbf", status=1)["differences"]
+        self.assertEqual([("stamped", "2001-05-02", "2001-05-03")],
+                         [(d["header"], d["a"], d["b"]) for d in told if "header" in d])
+        self.assertEqual({(9, "description"), (0xFFFFFFF0, "data"), (3, "a"), (4, "b")},
+                         {(d["id"], d.get("field", d.get("onlyIn"))) for d in told if "id" in d})
+        self.assertEqual(4, len(self.json("diff", "a.tbf", "b.tbf", "--ignore-dates",
+                                          status=1)["differences"]))
+
+
+class Refusals(Tbfile):
+    def test_what_cannot_run(self):
+        name = self.write("a.tbf", made(210, BLOCKS))
+        self.write("other", b"something else")
+        damaged = bytearray(made(210, BLOCKS))
+        damaged[BlockFile(damaged).blocks[1].offset + 132] ^= 1
+        self.write("damaged.tbf", damaged)
+        (self.folder / "folder").mkdir()
+        self.write("folder/manifest.json", b'{"tbfileManifest":1,"header":{"version":1,"mask":0,'
+                   b'"description":"","created":-1,"stamped":-1,"net":-1},"index":{"description":'
+                   b'"","version":1,"recordVersion":1},"blocks":[{"id":1,"description":"",'
+                   b'"version":1,"recordVersion":1,"file":"../a.tbf"}]}')
+        for arguments, part in [
+                (("repack", name, "other"), "exists already"),
+                (("recover", name, name, "--force"), "would be the file"),
+                (("recover", name, "./a.tbf", "--force"), "would be the file"),
+                (("dump", name, "7", "--raw", name, "--force"), "would be the file"),
+                (("recover", "other", "out.tbf"), "no block was found"),
+                (("ls", "other"), "not a block file"),
+                (("repack", "damaged.tbf", "out.tbf"), "block 9"),
+                (("ls", "missing.tbf"), "no such file"),
+                (("ls", "folder"), "not a file"),
+                (("repack", name, "nowhere/out.tbf"), "no such file or folder"),
+                (("dump", name, "8"), "no block 8"),
+                (("dump", name, "0x"), "no identifier"),
+                (("pack", "folder", "out.tbf"), "../a.tbf"),
+                (("extract", name, "folder"), "exists already"),
+                (("ls",), "FILE"), (("frobnicate",), "tbfile --help"), ((), "tbfile --help")]:
+            with self.subTest(arguments=arguments):
+                printed, complained = self.run_it(*arguments, status=2)
+                self.assertIn(part, complained)
+                self.assertFalse((self.folder / "out.tbf").exists())
+
+    def test_languages(self):
+        for variables, french in [({"LANG": "fr_FR.UTF-8"}, True), ({"LANG": "de_DE"}, False),
+                                  ({"LC_ALL": "fr_CA", "LANG": "en_US"}, True),
+                                  ({"LC_MESSAGES": "en_GB", "LANG": "fr_FR"}, False)]:
+            self.assertEqual(french,
+                             "V\u00e9rifie tout" in self.run_it("--help", more=variables)[0])
+        self.assertIn("V\u00e9rifie tout", self.run_it("--lang", "fr", "--help")[0])
+        self.assertIn("Checks all", self.run_it("--lang=en", "--help", lang="fr_FR")[0])
+
+    def test_names_of_any_characters(self):
+        name = self.write("\u03bb \u65e5\u672c.tbf", made(210, BLOCKS))
+        self.run_it("repack", name, "\u20ac\u0416.tbf")
+        self.assertEqual(BLOCKS, self.read("\u20ac\u0416.tbf").blocks)
+        self.assertIn(name, self.run_it("info", name)[0])
+
+
+def usual(loader):
+    """All of it; with an emulator one test of each kind."""
+    if not EMULATOR:
+        return loader.loadTestsFromModule(sys.modules[__name__])
+    return unittest.TestSuite([Listing("test_dump"), Verify("test_places"),
+                               Outputs("test_recover_says_what_it_did"),
+                               Refusals("test_names_of_any_characters")])
+
+
+if __name__ == "__main__":
+    result = unittest.TextTestRunner(verbosity=2).run(usual(unittest.TestLoader()))
+    sys.exit(not result.wasSuccessful())

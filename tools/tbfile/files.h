@@ -1,0 +1,76 @@
+// The files that the program reads and makes, by names of any characters.
+//
+// Every failure is thrown as Failure, which names the file.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "source.h"
+
+namespace tbfile {
+
+using Path = std::filesystem::path;
+
+/// Names in UTF-8, as arguments, texts and JSON have them.
+[[nodiscard]] Path pathOf(std::string_view utf8);
+[[nodiscard]] std::string nameOf(const Path& path);
+
+/// A file open for reading; others may read it too.
+class InputFile final : public Source {
+  public:
+    explicit InputFile(Path path);
+    ~InputFile() override;
+    InputFile(const InputFile&) = delete;
+    InputFile& operator=(const InputFile&) = delete;
+
+    [[nodiscard]] std::uint64_t size() const override { return size_; }
+    std::size_t readAt(std::uint64_t offset, char* buffer, std::size_t n) const override;
+    [[nodiscard]] const Path& path() const { return path_; }
+
+  private:
+    friend class OutputFile;
+
+    Path path_;
+    std::intptr_t handle_ = -1;
+    std::uint64_t size_ = 0;
+};
+
+/// A file that is written under a temporary name beside its own and gets that once it is whole and
+/// on the device. Until then nothing under its own name changes; without finish() what was written
+/// is removed.
+class OutputFile {
+  public:
+    /// `replaces`: an existing file may lose its place.
+    OutputFile(Path target, bool replaces);
+    ~OutputFile();
+    OutputFile(const OutputFile&) = delete;
+    OutputFile& operator=(const OutputFile&) = delete;
+
+    /// Appends.
+    void write(const void* bytes, std::size_t n);
+    /// Appends bytes of a file, inside the system where it can.
+    void copy(const InputFile& from, std::uint64_t offset, std::uint64_t n);
+    /// Overwrites bytes at the start; write() goes on at the end.
+    void rewriteStart(const void* bytes, std::size_t n);
+    /// Puts the file in place.
+    void finish();
+
+    [[nodiscard]] const Path& target() const { return target_; }
+
+  private:
+    void create();
+    void close();
+
+    Path target_;
+    Path beside_;
+    bool replaces_;
+    std::intptr_t handle_ = -1;
+};
+
+/// Refuses an output that is one of the inputs, or that exists and may not be replaced.
+void checkTarget(const Path& target, const Path& input, bool replaces);
+
+}  // namespace tbfile

@@ -1,0 +1,205 @@
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <memory>
+
+#include "failure.h"
+#include "files.h"
+
+namespace tbfile {
+namespace {
+
+constexpr std::size_t kMostPerCall = 1u << 30;
+
+int descriptor(std::intptr_t handle) {
+    return static_cast<int>(handle);
+}
+
+[[noreturn]] void fail(Text text, const Path& path, int code = errno) {
+    throw Failure(text, {nameOf(path), reasonOf(code)});
+}
+
+template <class Call>
+ssize_t retried(Call call) {
+    ssize_t result = call();
+    while (result < 0 && errno == EINTR) result = call();
+    return result;
+}
+
+/// Whether the system itself can copy between these two; then it does, as far as it gets.
+bool copyInside(int from, std::uint64_t& offset, int to, std::uint64_t& n) {
+#if defined(__linux__)
+    while (n > 0) {
+        auto at = static_cast<off_t>(offset);
+        const ssize_t moved = retried([&] {
+            return ::copy_file_range(from, &at, to, nullptr,
+                                     std::min<std::uint64_t>(n, kMostPerCall), 0);
+        });
+        if (moved <= 0) return false;
+        offset += static_cast<std::uint64_t>(moved);
+        n -= static_cast<std::uint64_t>(moved);
+    }
+    return true;
+#else
+    return from < 0 && offset > 0 && to < 0 && n == 0;
+#endif
+}
+
+/// The name of a file is on the device once its folder is.
+void syncFolder(const Path& file) {
+    const Path folder = file.has_parent_path() ? file.parent_path() : Path(".");
+    const int handle = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (handle < 0) return;
+    ::fsync(handle);
+    ::close(handle);
+}
+
+}  // namespace
+
+InputFile::InputFile(Path path) : path_(std::move(path)) {
+    const auto opened = retried(
+        [&] { return ::open(path_.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK); });
+    if (opened < 0) fail(Text::cannotOpen, path_);
+    handle_ = opened;
+    struct stat facts {};
+    const bool known = ::fstat(descriptor(handle_), &facts) == 0;
+    const int error = errno;
+    const bool regular = known && S_ISREG(facts.st_mode);
+    // The library's writers hold such a lock; a file system without locks is no obstacle.
+    const bool taken =
+        regular && ::flock(descriptor(handle_), LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    if (regular && !taken) {
+        size_ = static_cast<std::uint64_t>(facts.st_size);
+        return;
+    }
+    ::close(descriptor(handle_));
+    if (!known) fail(Text::cannotOpen, path_, error);
+    throw Failure(taken ? Text::inUse : Text::notAFile, {nameOf(path_)});
+}
+
+InputFile::~InputFile() {
+    ::close(descriptor(handle_));
+}
+
+std::size_t InputFile::readAt(std::uint64_t offset, char* buffer, std::size_t n) const {
+    std::size_t done = 0;
+    while (done < n) {
+        const ssize_t got = retried([&] {
+            return ::pread(descriptor(handle_), buffer + done, std::min(n - done, kMostPerCall),
+                           static_cast<off_t>(offset + done));
+        });
+        if (got < 0) fail(Text::cannotRead, path_);
+        if (got == 0) break;
+        done += static_cast<std::size_t>(got);
+    }
+    return done;
+}
+
+void OutputFile::create() {
+    const auto opened = retried(
+        [&] { return ::open(beside_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666); });
+    if (opened < 0) fail(Text::cannotCreate, beside_);
+    handle_ = opened;
+    struct stat replaced {};
+    // A file system without permissions is no obstacle.
+    if (::stat(target_.c_str(), &replaced) == 0 &&
+        ::fchmod(descriptor(handle_), replaced.st_mode & 0777) != 0)
+        errno = 0;
+}
+
+void OutputFile::close() {
+    ::close(descriptor(handle_));
+    handle_ = -1;
+}
+
+void OutputFile::write(const void* bytes, std::size_t n) {
+    const char* from = static_cast<const char*>(bytes);
+    while (n > 0) {
+        const ssize_t done =
+            retried([&] { return ::write(descriptor(handle_), from, std::min(n, kMostPerCall)); });
+        if (done < 0) fail(Text::cannotWrite, target_);
+        from += done;
+        n -= static_cast<std::size_t>(done);
+    }
+}
+
+void OutputFile::copy(const InputFile& from, std::uint64_t offset, std::uint64_t n) {
+    constexpr std::size_t kPiece = 256 * 1024;
+    constexpr std::uint64_t kPays = 64 * 1024;
+    if (n >= kPays && copyInside(descriptor(from.handle_), offset, descriptor(handle_), n)) return;
+    const auto piece = std::make_unique_for_overwrite<char[]>(kPiece);
+    while (n > 0) {
+        const std::size_t got =
+            from.readAt(offset, piece.get(), std::min<std::uint64_t>(n, kPiece));
+        if (got == 0) throw Failure(Text::shortened, {nameOf(from.path())});
+        write(piece.get(), got);
+        offset += got;
+        n -= got;
+    }
+}
+
+void OutputFile::rewriteStart(const void* bytes, std::size_t n) {
+    const auto done = retried([&] { return ::pwrite(descriptor(handle_), bytes, n, 0); });
+    if (done != static_cast<ssize_t>(n)) fail(Text::cannotWrite, target_);
+}
+
+void OutputFile::finish() {
+    // What has no device behind it has nothing to flush.
+    if (retried([&] { return ::fsync(descriptor(handle_)); }) != 0 && errno != EINVAL)
+        fail(Text::cannotWrite, target_);
+    close();
+    if (!replaces_) {
+        // A link fails where the name has come to exist meanwhile.
+        if (::link(beside_.c_str(), target_.c_str()) == 0) {
+            ::unlink(beside_.c_str());
+            beside_.clear();
+            return syncFolder(target_);
+        }
+        if (errno == EEXIST) throw Failure(Text::exists, {nameOf(target_)});
+    }
+    if (::rename(beside_.c_str(), target_.c_str()) != 0) fail(Text::cannotCreate, target_);
+    beside_.clear();
+    syncFolder(target_);
+}
+
+OutputFile::OutputFile(Path target, bool replaces)
+    : target_(std::move(target)), replaces_(replaces) {
+    beside_ = target_;
+    beside_ += ".~tbfile" + std::to_string(::getpid());
+    create();
+}
+
+OutputFile::~OutputFile() {
+    if (handle_ != -1) close();
+    if (!beside_.empty()) ::unlink(beside_.c_str());
+}
+
+std::string reasonOf(int code) {
+    switch (code) {
+        case ENOENT:
+        case ENOTDIR:
+            return say(Text::reasonMissing);
+        case EACCES:
+        case EPERM:
+        case EROFS:
+            return say(Text::reasonDenied);
+        case EEXIST:
+            return say(Text::reasonExists);
+        case EISDIR:
+            return say(Text::reasonFolder);
+        case ENOSPC:
+        case EDQUOT:
+            return say(Text::reasonFull);
+        case EIO:
+            return say(Text::reasonDevice);
+        default:
+            return say(Text::reasonOther, {std::to_string(code)});
+    }
+}
+
+}  // namespace tbfile

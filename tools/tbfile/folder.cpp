@@ -1,0 +1,117 @@
+// extract and pack: the blocks of a file as files of a folder, and back.
+#include <memory>
+
+#include "commands.h"
+#include "failure.h"
+#include "file/block_lookup.h"
+#include "json.h"
+#include "manifest.h"
+#include "open_file.h"
+#include "writer.h"
+
+namespace tbfile {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A folder that is filled under a temporary name and gets its own once it is whole. One that
+/// exists is filled as it is, each file put in place by itself.
+class OutputFolder {
+  public:
+    OutputFolder(Path target, bool replaces) : target_(std::move(target)), folder_(target_) {
+        std::error_code error;
+        const bool exists = fs::exists(target_, error);
+        if (exists &&
+            !(fs::is_directory(target_, error) && (replaces || fs::is_empty(target_, error))))
+            throw Failure(Text::exists, {nameOf(target_)});
+        if (exists) return;
+        folder_ += ".~tbfile";
+        if (!fs::create_directory(folder_, error))
+            throw Failure(Text::cannotCreate, {nameOf(folder_), reasonOf(error.value())});
+        temporary_ = true;
+    }
+    ~OutputFolder() {
+        std::error_code ignored;
+        if (temporary_) fs::remove_all(folder_, ignored);
+    }
+    OutputFolder(const OutputFolder&) = delete;
+    OutputFolder& operator=(const OutputFolder&) = delete;
+
+    [[nodiscard]] Path file(const std::string& name) const { return folder_ / pathOf(name); }
+
+    void finish() {
+        if (!temporary_) return;
+        std::error_code error;
+        fs::rename(folder_, target_, error);
+        if (error) throw Failure(Text::cannotCreate, {nameOf(target_), reasonOf(error.value())});
+        temporary_ = false;
+    }
+
+  private:
+    Path target_;
+    Path folder_;
+    bool temporary_ = false;
+};
+
+std::string readAll(const Path& path) {
+    const InputFile file(path);
+    std::string text(static_cast<std::size_t>(file.size()), '\0');
+    text.resize(file.readAt(0, text.data(), text.size()));
+    return text;
+}
+
+void told(const Options& options, Text text, std::size_t blocks) {
+    const std::string output = nameOf(options.output);
+    if (options.json)
+        print(jsonObject({{"output", output}, {"blocks", std::uint64_t{blocks}}}).text + "\n");
+    else
+        print(say(text, {grouped(blocks), output}) + "\n");
+}
+
+}  // namespace
+
+int extract(const Options& options) {
+    OpenFile open(options.input);
+    const std::vector<BlocItem> entries = open.entries();
+    OutputFolder folder(options.output, options.force);
+    const Index& index = open.index();
+    std::string manifest =
+        manifestStart(open.map.header, labelOf(open.probe, open.map.shape, index.frame));
+    for (const BlocItem& entry : entries) {
+        const Frame frame = open.block(entry);
+        const ManifestBlock block{entry.id, labelOf(open.window, open.map.shape, frame),
+                                  std::to_string(entry.id) + ".bin"};
+        manifest += manifestBlock(block, &entry == entries.data());
+        OutputFile out(folder.file(block.file), options.force);
+        out.copy(open.file, frame.offset + open.map.shape.layout().head(), frame.length);
+        out.finish();
+    }
+    manifest += manifestEnd();
+    OutputFile out(folder.file(kManifestName), options.force);
+    out.write(manifest.data(), manifest.size());
+    out.finish();
+    folder.finish();
+    told(options, Text::extracted, entries.size());
+    return kSound;
+}
+
+int pack(const Options& options) {
+    const Path name = options.input / kManifestName;
+    const Manifest manifest = parseManifest(readAll(name), nameOf(name));
+    checkTarget(options.output, name, options.force);
+    OutputFile output(options.output, options.force);
+    Writer writer(output);
+    for (const ManifestBlock& block : manifest.blocks) {
+        const Path data = options.input / pathOf(block.file);
+        checkTarget(options.output, data, options.force);
+        writer.add(block.id, block.label, InputFile(data));
+        if (writer.repeated())
+            throw Failure(Text::badManifest, {nameOf(name), std::to_string(block.id)});
+    }
+    writer.finish(manifest.header, manifest.index);
+    output.finish();
+    told(options, Text::packed, manifest.blocks.size());
+    return kSound;
+}
+
+}  // namespace tbfile

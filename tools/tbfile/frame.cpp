@@ -1,0 +1,54 @@
+#include "frame.h"
+
+#include <algorithm>
+
+namespace tbfile {
+
+bool isPadded(std::string_view field) {
+    const std::size_t text = field.find('\0');
+    return text == std::string_view::npos ||
+           field.find_first_not_of('\0', text) == std::string_view::npos;
+}
+
+Frame frameAt(Window& file, const Shape& shape, std::uint64_t offset, std::uint64_t limit) {
+    const blocks::Layout layout = shape.layout();
+    Frame frame;
+    frame.offset = offset;
+    if (limit < offset + layout.head()) {
+        const auto rest = static_cast<std::size_t>(limit > offset ? limit - offset : 0);
+        const char* head = file.at(offset, rest);
+        constexpr std::size_t kId = 4;
+        frame.padded =
+            head && (rest <= kId ||
+                     isPadded({head + kId, std::min<std::size_t>(rest - kId, layout.description)}));
+        frame.plausible = frame.padded;
+        return frame;
+    }
+    const char* head = file.at(offset, layout.head());
+    if (!head) return frame;
+    frame.hasHead = true;
+    frame.id = wordAt(head);
+    frame.length = wordAt(head + 4 + layout.description);
+    frame.end = offset + shape.around() + frame.length;
+    frame.padded = isPadded({head + 4, layout.description});
+    frame.plausible = frame.padded && frame.length <= blocks::kMostBytes;
+    frame.fits = frame.end <= limit;
+    if (!frame.fits) return frame;
+    const char* last = file.at(frame.end - 4, 4);
+    frame.terminated = last && wordAt(last) == blocks::kTerminator;
+    return frame;
+}
+
+Label labelOf(Window& file, const Shape& shape, const Frame& frame) {
+    const blocks::Layout layout = shape.layout();
+    Label label;
+    if (const char* head = file.at(frame.offset, layout.head()))
+        label.description = blocks::textIn(head + 4, layout.description);
+    if (const char* tail = file.at(frame.end - layout.tail, layout.tail)) {
+        if (layout.tail >= 8) label.version = wordAt(tail);
+        if (layout.tail >= 12) label.recordVersion = wordAt(tail + 4);
+    }
+    return label;
+}
+
+}  // namespace tbfile

@@ -1,0 +1,46 @@
+#include "hints.h"
+
+#include <algorithm>
+
+namespace tbfile {
+
+Hints::Hints(const Index* index) : entries_(&sorted_) {
+    if (!index) return;
+    entries_ = &index->entries;
+    if (index->ascending) return;
+    sorted_ = index->entries;
+    std::ranges::stable_sort(sorted_, {}, &BlocItem::offset);
+    entries_ = &sorted_;
+}
+
+const BlocItem* Hints::from(std::uint64_t offset) {
+    const auto& entries = *entries_;
+    constexpr std::size_t kSteps = 8;
+    if (cursor_ > 0 && entries[cursor_ - 1].offset >= offset) cursor_ = 0;
+    for (std::size_t i = 0; i < kSteps; ++i) {
+        if (cursor_ == entries.size()) return nullptr;
+        if (entries[cursor_].offset >= offset) return &entries[cursor_];
+        ++cursor_;
+    }
+    const auto rest = std::ranges::lower_bound(
+        entries.begin() + static_cast<std::ptrdiff_t>(cursor_), entries.end(), offset, {},
+        [](const BlocItem& entry) { return std::uint64_t{entry.offset}; });
+    cursor_ = static_cast<std::size_t>(rest - entries.begin());
+    return rest == entries.end() ? nullptr : &*rest;
+}
+
+const BlocItem* Hints::at(std::uint64_t offset) {
+    const BlocItem* entry = from(offset);
+    return entry && entry->offset == offset ? entry : nullptr;
+}
+
+const BlocItem* Hints::after(std::uint64_t offset) {
+    return from(offset + 1);
+}
+
+const BlocItem* Hints::of(std::uint32_t id) const {
+    const auto found = std::ranges::find(*entries_, id, &BlocItem::id);
+    return found == entries_->end() ? nullptr : &*found;
+}
+
+}  // namespace tbfile

@@ -1,0 +1,34 @@
+// The places of blocks that an index names, in the order of the file.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "map.h"
+
+namespace tbfile {
+
+/// Answers for places that mostly rise, as a walk through the file asks.
+class Hints {
+  public:
+    /// Borrows the entries of the index, which may be null; they are copied only when they are not
+    /// in the order of the file.
+    explicit Hints(const Index* index);
+
+    /// The entry that names this place.
+    [[nodiscard]] const BlocItem* at(std::uint64_t offset);
+    /// The first entry that names a place behind this one.
+    [[nodiscard]] const BlocItem* after(std::uint64_t offset);
+    /// The first entry with this identifier. Slow.
+    [[nodiscard]] const BlocItem* of(std::uint32_t id) const;
+
+  private:
+    const BlocItem* from(std::uint64_t offset);
+
+    const std::vector<BlocItem>* entries_;
+    std::vector<BlocItem> sorted_;
+    std::size_t cursor_ = 0;
+};
+
+}  // namespace tbfile

@@ -1,0 +1,222 @@
+// recover and repack: block files made of the blocks of others.
+#include "commands.h"
+#include "failure.h"
+#include "json.h"
+#include "open_file.h"
+#include "toolbox/utf8.h"
+#include "walk.h"
+#include "writer.h"
+
+namespace tbfile {
+namespace {
+
+struct DoubtName {
+    unsigned doubt;
+    const char* json;
+    Text text;
+};
+
+constexpr unsigned kRepeatedId = 1u << 31;  ///< seen only when it is written
+
+constexpr DoubtName kDoubts[] = {
+    {kFoundBySearch, "foundBySearch", Text::doubtFound},
+    {kLengthRepaired, "lengthRepaired", Text::doubtLength},
+    {kTerminatorWrong, "terminatorWrong", Text::doubtTerminator},
+    {kOtherId, "otherId", Text::doubtId},
+    {kUnfollowed, "unfollowed", Text::doubtUnfollowed},
+    {kNotIndexed, "notIndexed", Text::doubtNotIndexed},
+    {kRepeatedId, "repeatedId", Text::doubtRepeated},
+};
+
+/// Doubts about a block's frame; the others are about its right to be there.
+constexpr unsigned kFrameDoubts = kLengthRepaired | kTerminatorWrong | kOtherId;
+
+class Rescue final : public Walker {
+  public:
+    Rescue(const Options& options, OpenFile& open, Writer& writer)
+        : options_(options), open_(open), writer_(writer) {}
+
+    void block(const Found& found) override {
+        if (options_.certain && found.doubts != 0) {
+            tellDoubts(found, found.doubts, false);
+            return;
+        }
+        writer_.add(open_.file, open_.probe, open_.map.shape, found.frame,
+                    (found.doubts & kFrameDoubts) == 0);
+        const unsigned doubts = found.doubts | (writer_.repeated() ? kRepeatedId : 0u);
+        if (doubts != 0) tellDoubts(found, doubts, true);
+    }
+
+    void index(const Frame& frame) override {
+        if (!open_.map.index || frame.offset != open_.map.index->frame.offset) ++oldIndexes_;
+    }
+
+    void loss(const Loss& loss) override {
+        lostBytes_ += loss.to - loss.from;
+        const std::string from = std::to_string(loss.from);
+        const std::string to = std::to_string(loss.to);
+        const std::string id = loss.id ? std::to_string(*loss.id) : "?";
+        const char* kind = loss.kind == LossKind::cutOff       ? "cutOff"
+                           : loss.kind == LossKind::indexBlock ? "index"
+                                                               : "damaged";
+        losses_.add(
+            jsonObject({{"kind", std::string(kind)},
+                        {"from", loss.from},
+                        {"to", loss.to},
+                        {"id", loss.id ? JsonValue(std::uint64_t{*loss.id}) : JsonValue(nullptr)},
+                        {"possibleBlocks", std::uint64_t{loss.possible}}}));
+        if (options_.json) return;
+        print(say(loss.kind == LossKind::cutOff       ? Text::lossCut
+                  : loss.kind == LossKind::indexBlock ? Text::lossIndex
+                  : loss.id                           ? Text::lossBlock
+                                                      : Text::lossBytes,
+                  {from, to, id}) +
+              "\n");
+        if (loss.possible > 0)
+            print(say(Text::lossPossible, {std::to_string(loss.possible)}) + "\n");
+    }
+
+    [[nodiscard]] bool sound() const { return lostBytes_ == 0 && doubtful_ == 0; }
+    [[nodiscard]] std::uint64_t lostBytes() const { return lostBytes_; }
+    [[nodiscard]] std::uint64_t doubtful() const { return doubtful_; }
+    [[nodiscard]] std::uint64_t leftOut() const { return leftOut_; }
+    [[nodiscard]] std::uint64_t oldIndexes() const { return oldIndexes_; }
+    [[nodiscard]] Json losses() const { return losses_.done(); }
+    [[nodiscard]] Json doubts() const { return doubts_.done(); }
+
+  private:
+    void tellDoubts(const Found& found, unsigned doubts, bool kept) {
+        ++doubtful_;
+        if (!kept) ++leftOut_;
+        const std::string at = std::to_string(found.frame.offset);
+        const std::string id = std::to_string(found.frame.id);
+        JsonArray names;
+        for (const DoubtName& name : kDoubts) {
+            if (!(doubts & name.doubt)) continue;
+            names.add({'"' + std::string(name.json) + '"'});
+            if (!options_.json)
+                print(say(Text::doubtLine,
+                          {id, at, say(name.text, {std::to_string(found.indexId)})}) +
+                      "\n");
+        }
+        doubts_.add(jsonObject({{"id", std::uint64_t{found.frame.id}},
+                                {"from", found.frame.offset},
+                                {"length", std::uint64_t{found.frame.length}},
+                                {"kept", kept},
+                                {"doubts", names.done()}}));
+    }
+
+    const Options& options_;
+    OpenFile& open_;
+    Writer& writer_;
+    std::uint64_t lostBytes_ = 0;
+    std::uint64_t doubtful_ = 0;
+    std::uint64_t leftOut_ = 0;
+    std::uint64_t oldIndexes_ = 0;
+    JsonArray losses_;
+    JsonArray doubts_;
+};
+
+/// The header's fields as far as they can be what was written.
+Header sane(Header header) {
+    if (header.has(HeaderFault::description) && !header.isReadable()) header.description.clear();
+    for (std::int32_t& day : header.dates)
+        if (dayText(day).empty()) day = -1;
+    return header;
+}
+
+Label indexLabel(OpenFile& open) {
+    if (!open.map.index || !open.map.index->isWhole()) return usualIndexLabel();
+    Label label = labelOf(open.probe, open.map.shape, open.map.index->frame);
+    if (open.map.shape.layout().tail < blocks::kTailBytes) {
+        const Label usual = usualIndexLabel();
+        label.version = usual.version;
+        label.recordVersion = usual.recordVersion;
+    }
+    return label;
+}
+
+/// What is wrong with the file beside its blocks.
+std::vector<Text> faultsOf(const Map& map) {
+    std::vector<Text> faults;
+    if (!map.header.isReadable()) faults.push_back(Text::headerDamaged);
+    if (map.shape.format != map.header.shape.format) faults.push_back(Text::formatWrong);
+    if (!map.index)
+        faults.push_back(map.header.indexOffset == 0 ? Text::neverCommitted : Text::noIndex);
+    else if (!map.index->isWhole())
+        faults.push_back(Text::indexDamaged);
+    else if (!map.index->atItsPlace)
+        faults.push_back(Text::indexMoved);
+    return faults;
+}
+
+void summarize(const Options& options, const Rescue& rescue, const Writer& writer,
+               const std::vector<Text>& faults) {
+    if (options.json) {
+        JsonArray general;
+        for (const Text fault : faults) general.add(jsonObject({{"text", say(fault)}}));
+        print(jsonObject({{"output", nameOf(options.output)},
+                          {"rescued", std::uint64_t{writer.count()}},
+                          {"doubtful", rescue.doubtful()},
+                          {"leftOut", rescue.leftOut()},
+                          {"lostBytes", rescue.lostBytes()},
+                          {"oldIndexes", rescue.oldIndexes()},
+                          {"faults", general.done()},
+                          {"losses", rescue.losses()},
+                          {"doubtfulBlocks", rescue.doubts()}})
+                  .text +
+              "\n");
+        return;
+    }
+    for (const Text fault : faults) print(say(fault) + "\n");
+    print(say(Text::rescued, {grouped(writer.count()), nameOf(options.output)}) + "\n");
+    if (rescue.doubtful() > 0)
+        print(say(options.certain ? Text::doubtfulLeftOut : Text::doubtfulKept,
+                  {grouped(rescue.doubtful())}) +
+              "\n");
+    if (rescue.lostBytes() > 0) print(say(Text::lostBytes, {grouped(rescue.lostBytes())}) + "\n");
+}
+
+}  // namespace
+
+int recover(const Options& options) {
+    checkTarget(options.output, options.input, options.force);
+    OpenFile open(options.input);
+    OutputFile output(options.output, options.force);
+    Writer writer(output);
+    Rescue rescue(options, open, writer);
+    Walk(open.window, open.probe, open.map, rescue).run();
+    const bool known = open.map.index && open.map.header.isReadable();
+    if (writer.count() == 0 && !known) throw Failure(Text::nothingFound, {nameOf(options.input)});
+    writer.finish(sane(open.map.header), indexLabel(open));
+    output.finish();
+    const std::vector<Text> faults = faultsOf(open.map);
+    summarize(options, rescue, writer, faults);
+    return rescue.sound() && faults.empty() ? kSound : kFindings;
+}
+
+int repack(const Options& options) {
+    checkTarget(options.output, options.input, options.force);
+    OpenFile open(options.input);
+    const std::vector<BlocItem> entries = open.entries();
+    OutputFile output(options.output, options.force);
+    Writer writer(output);
+    for (const BlocItem& entry : entries)
+        writer.add(open.file, open.probe, open.map.shape, open.block(entry), true);
+    writer.finish(open.map.header, indexLabel(open));
+    output.finish();
+    if (options.json)
+        print(jsonObject({{"output", nameOf(options.output)},
+                          {"blocks", std::uint64_t{writer.count()}},
+                          {"sizeBefore", open.file.size()},
+                          {"size", writer.size()}})
+                  .text +
+              "\n");
+    else
+        print(say(Text::repacked, {grouped(writer.count()), nameOf(options.output),
+                                   grouped(open.file.size()), grouped(writer.size())}) +
+              "\n");
+    return kSound;
+}
+
+}  // namespace tbfile

@@ -1,0 +1,109 @@
+#include "terminal.h"
+
+#include <csignal>
+#include <cstdio>
+
+#include "failure.h"
+#include "files.h"
+
+#if defined(_WIN32)
+#include <fcntl.h>
+#include <io.h>
+
+#include "toolbox/win_types.h"
+// clang-format off
+#include <shellapi.h>  // stands on the types above
+// clang-format on
+#else
+#include <unistd.h>
+#endif
+
+namespace tbfile {
+namespace {
+
+volatile std::sig_atomic_t interrupted = 0;
+
+extern "C" void interrupt(int) {
+    interrupted = 1;
+}
+
+bool errorsGoToTerminal() {
+#if defined(_WIN32)
+    return _isatty(_fileno(stderr)) != 0;
+#else
+    return ::isatty(STDERR_FILENO) != 0;
+#endif
+}
+
+}  // namespace
+
+Terminal::Terminal() {
+    static_cast<void>(std::signal(SIGINT, interrupt));
+    static_cast<void>(std::signal(SIGTERM, interrupt));
+#if defined(_WIN32)
+    before_ = GetConsoleOutputCP();
+    SetConsoleOutputCP(CP_UTF8);
+    _setmode(_fileno(stdout), _O_BINARY);
+    _setmode(_fileno(stderr), _O_BINARY);
+#endif
+}
+
+Terminal::~Terminal() {
+#if defined(_WIN32)
+    if (before_ != 0) SetConsoleOutputCP(before_);
+#endif
+}
+
+std::vector<std::string> arguments(int count, char** given) {
+#if defined(_WIN32)
+    static_cast<void>(count);
+    static_cast<void>(given);
+    int all = 0;
+    wchar_t** wide = ::CommandLineToArgvW(::GetCommandLineW(), &all);
+    std::vector<std::string> list;
+    for (int i = 1; i < all; ++i) list.push_back(nameOf(Path(wide[i])));
+    ::LocalFree(wide);
+    return list;
+#else
+    return {given + 1, given + count};
+#endif
+}
+
+void print(std::string_view utf8) {
+    std::fwrite(utf8.data(), 1, utf8.size(), stdout);
+}
+
+void printError(std::string_view utf8) {
+    std::fflush(stdout);
+    std::fwrite(utf8.data(), 1, utf8.size(), stderr);
+    std::fflush(stderr);
+}
+
+bool finishOutput() {
+    return std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+}
+
+Progress::Progress(std::uint64_t total)
+    : total_(total),
+      shows_(errorsGoToTerminal()),
+      next_(std::chrono::steady_clock::now() + std::chrono::milliseconds(500)) {}
+
+Progress::~Progress() {
+    if (shown_) printError("\r" + std::string(50, ' ') + "\r");
+}
+
+void Progress::update(std::uint64_t done) {
+    if (interrupted) throw Failure(Text::interrupted);
+    if (!shows_ || total_ == 0) return;
+    const auto now = std::chrono::steady_clock::now();
+    if (now < next_) return;
+    next_ = now + std::chrono::milliseconds(100);
+    constexpr std::size_t kWidth = 40;
+    const auto part = static_cast<std::size_t>(done >= total_ ? kWidth : done * kWidth / total_);
+    const std::string percent = std::to_string(done >= total_ ? 100 : done * 100 / total_);
+    printError("\r[" + std::string(part, '#') + std::string(kWidth - part, '.') + "] " + percent +
+               " %");
+    shown_ = true;
+}
+
+}  // namespace tbfile

@@ -1,0 +1,59 @@
+// Makes a block file of format version 210 from blocks of other files.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "file/block_lookup.h"
+#include "files.h"
+#include "header.h"
+
+namespace tbfile {
+
+/// Blocks go straight to the output; only the index is kept. Small ones leave together, and what
+/// lies side by side in a file of the same format is copied in one piece.
+class Writer {
+  public:
+    explicit Writer(OutputFile& output);
+
+    /// Copies a block. As it stands when it is laid out as it will be and its frame is not damaged
+    /// (`asItStands`), otherwise with its frame made anew.
+    void add(const InputFile& from, Window& window, const Shape& shape, const Frame& frame,
+             bool asItStands);
+    /// Adds a block whose data is all of a file.
+    void add(std::uint32_t id, const Label& label, const InputFile& data);
+    /// Adds the index and writes the header, of which the mask's lowest bit and the offset of the
+    /// index are seen to here.
+    void finish(Header header, const Label& indexLabel);
+
+    [[nodiscard]] std::size_t count() const { return entries_.size(); }
+    /// Whether the block added last has an identifier that was there already.
+    [[nodiscard]] bool repeated() const { return repeated_; }
+    [[nodiscard]] std::uint64_t size() const { return position_; }
+
+  private:
+    void begin(std::uint32_t id, std::uint64_t bytes);
+    void put(const void* bytes, std::size_t n);
+    void putHead(std::uint32_t id, const std::string& description, std::uint32_t length);
+    void putTail(std::uint32_t version, std::uint32_t recordVersion);
+    void putData(const InputFile& from, Window* window, std::uint64_t offset, std::uint64_t n);
+    void sendRun();
+    void sendGathered();
+
+    OutputFile& output_;
+    std::uint64_t position_ = blocks::kHeaderBytes;
+    bool wholeWords_ = true;
+    bool repeated_ = false;
+    std::vector<BlocItem> entries_;
+    toolbox::BlockLookup lookup_;
+    std::string gathered_;
+    const InputFile* runFrom_ = nullptr;
+    std::uint64_t runStart_ = 0;
+    std::uint64_t runBytes_ = 0;
+};
+
+/// What the index of a file is called that had none.
+[[nodiscard]] Label usualIndexLabel();
+
+}  // namespace tbfile

@@ -15,20 +15,7 @@ constexpr int kTop = 120;
 
 PictureWindow* theWindow = nullptr;
 
-void send(const INPUT& event) {
-    INPUT copy = event;
-    EXPECT_EQ(SendInput(1, &copy, sizeof copy), 1u);
-}
-
 }  // namespace
-
-std::vector<POINT> differences(const Picture& a, const Picture& b) {
-    std::vector<POINT> points;
-    for (int y = 0; y < a.height; ++y)
-        for (int x = 0; x < a.width; ++x)
-            if (a.at(x, y) != b.at(x, y)) points.push_back({x, y});
-    return points;
-}
 
 PictureWindow::PictureWindow() {
     theWindow = this;
@@ -87,43 +74,10 @@ void PictureWindow::paint() {
     EndPaint(window_, &state_);
 }
 
-Picture PictureWindow::picture() const {
-    BITMAPINFO info{};
-    info.bmiHeader = {sizeof info.bmiHeader, kWidth, -kHeight, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-    void* bits = nullptr;
-    const HDC from = GetDC(window_);
-    const HDC to = CreateCompatibleDC(from);
-    const HBITMAP bitmap = CreateDIBSection(from, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-    const HGDIOBJ before = SelectObject(to, bitmap);
-    EXPECT_TRUE(BitBlt(to, 0, 0, kWidth, kHeight, from, 0, 0, SRCCOPY));
-    GdiFlush();
-    Picture result{kWidth, kHeight, {}};
-    const auto* colours = static_cast<const std::uint32_t*>(bits);
-    for (int i = 0; i < kWidth * kHeight; ++i) result.pixels.push_back(colours[i] & 0xFFFFFF);
-    SelectObject(to, before);
-    DeleteObject(bitmap);
-    DeleteDC(to);
-    ReleaseDC(window_, from);
-    return result;
-}
-
 void PictureWindow::moveTo(int x, int y) {
-    const int width = GetSystemMetrics(SM_CXSCREEN);
-    const int height = GetSystemMetrics(SM_CYSCREEN);
-    INPUT event{};
-    event.type = INPUT_MOUSE;
-    event.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
-    // In parts of 65536 of the screen, rounded up so that rounding down gives the pixel.
-    event.mi.dx = ((x + kLeft) * 65536 + width - 1) / width;
-    event.mi.dy = ((y + kTop) * 65536 + height - 1) / height;
-    send(event);
-    pumpMessages();
+    moveMouse(window_, {x, y});
 }
 
 void PictureWindow::button(DWORD mouseEvent) {
-    INPUT event{};
-    event.type = INPUT_MOUSE;
-    event.mi.dwFlags = mouseEvent;
-    send(event);
-    pumpMessages();
+    mouseButton(mouseEvent);
 }

@@ -2,25 +2,11 @@
 #pragma once
 
 #include <utility>
-#include <vector>
 
+#include "support/picture.h"
 #include "toolbox/graphics.h"
 
-/// Colours of a client area, as 0x00RRGGBB.
-struct Picture {
-    int width = 0;
-    int height = 0;
-    std::vector<std::uint32_t> pixels;
-
-    [[nodiscard]] std::uint32_t at(int x, int y) const {
-        return pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
-                      static_cast<std::size_t>(x)];
-    }
-    bool operator==(const Picture&) const = default;
-};
-
-/// Points at which two pictures differ.
-std::vector<POINT> differences(const Picture& a, const Picture& b);
+using toolbox::testing::Picture;
 
 class PictureWindow {
   public:
@@ -33,7 +19,7 @@ class PictureWindow {
     void use(MouseDragger* mouse) { mouse_ = mouse; }
 
     [[nodiscard]] HWND handle() const { return window_; }
-    [[nodiscard]] Picture picture() const;
+    [[nodiscard]] Picture picture() const { return toolbox::testing::pictureOf(window_); }
 
     // Real input, and what comes of it is handled before they return.
     void moveTo(int x, int y);

@@ -94,6 +94,28 @@ void typeText(const std::string& text) {
     }
 }
 
+void moveMouse(HWND window, POINT point) {
+    ClientToScreen(window, &point);
+    const int width = GetSystemMetrics(SM_CXSCREEN);
+    const int height = GetSystemMetrics(SM_CYSCREEN);
+    INPUT event{};
+    event.type = INPUT_MOUSE;
+    event.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
+    // In parts of 65536 of the screen, rounded up so that rounding down gives the pixel.
+    event.mi.dx = (point.x * 65536 + width - 1) / width;
+    event.mi.dy = (point.y * 65536 + height - 1) / height;
+    EXPECT_EQ(SendInput(1, &event, sizeof event), 1u);
+    pumpMessages();
+}
+
+void mouseButton(DWORD event) {
+    INPUT input{};
+    input.type = INPUT_MOUSE;
+    input.mi.dwFlags = event;
+    EXPECT_EQ(SendInput(1, &input, sizeof input), 1u);
+    pumpMessages();
+}
+
 void clickOn(HWND window) {
     RECT area{};
     GetWindowRect(window, &area);

@@ -35,6 +35,12 @@ void pressKey(WORD key, const std::vector<WORD>& modifiers = {});
 /// Types a text of characters that have a key.
 void typeText(const std::string& text);
 
+// Real input of the mouse, and what comes of it is handled before they return.
+
+/// Moves the mouse to a point of a window's client area.
+void moveMouse(HWND window, POINT point);
+void mouseButton(DWORD event);  ///< MOUSEEVENTF_LEFTDOWN...
+
 /// Moves the mouse to the middle of a window and clicks the left button there.
 void clickOn(HWND window);
 

@@ -106,7 +106,7 @@ std::vector<Pixel> DrawingLayout::deflected(const BeamPlace& place, double defle
 int DrawingLayout::nameLine(const BeamPlace& place) const {
     constexpr int kHalfLine = 9;
     const int sag = whole(kDeepestSag * smaller(plane.scale()));
-    return place.bottom + std::max(sag, kSupportHeight) + kHalfLine;
+    return std::max(place.bottom + std::max(sag, kSupportHeight), place.comb) + kHalfLine;
 }
 
 int DrawingLayout::dimensionLine(const BeamPlace& place) const {

@@ -113,8 +113,8 @@ void DrawingPainter::beam(std::size_t index) {
     const bool isLegible = place.width() >= kLegible;
     taken_.clear();
     if (isSelected(Selection::OneBeam, beam.id)) selectionOf(place);
-    if (isLegible) supports(place);
     uniformLoad(beam, place);
+    if (isLegible) supports(place);
     body(place, results);
     if (results && isLegible)
         canvas_.polyline(layout_.deflected(place, results->deflection), tools_.curve);
@@ -212,6 +212,7 @@ void DrawingPainter::pointLoad(const PointLoad& load, const Arrow& arrow, bool i
         if (std::ranges::any_of(taken_, [&](const PixelRect& other) { return other.meets(box); }))
             continue;
         taken_.push_back(box);
+        canvas_.fill(box, tools_.paper);
         canvas_.text({box.left, middle}, figure, tools_.font, paint);
         return;
     }
@@ -290,10 +291,9 @@ void DrawingPainter::label(const Label& label) {
         canvas_.line({(box.left + box.right) / 2, (box.top + box.bottom) / 2},
                      {place.middle(), place.axis}, tools_.chosen);
     }
-    if (label.border || isChosen || !isLegible)
-        canvas_.fill(box, isChosen ? tools_.halo : tools_.label);
-    if (label.border || isChosen || !isLegible)
-        canvas_.frame(box, isChosen ? tools_.chosen : tools_.labelBorder);
+    const bool hasBorder = label.border || isChosen || !isLegible;
+    canvas_.fill(box, isChosen ? tools_.halo : hasBorder ? tools_.label : tools_.paper);
+    if (hasBorder) canvas_.frame(box, isChosen ? tools_.chosen : tools_.labelBorder);
     canvas_.text({box.left + (box.width() - canvas_.textWidth(text, tools_.font)) / 2,
                   (box.top + box.bottom) / 2},
                  text, tools_.font, tools_.ink);

@@ -24,6 +24,7 @@ class Scrolling : public DispatchClient {
                 message.handled = key(message.wParam);
                 break;
             case WM_MBUTTONDOWN:
+            case WM_MBUTTONDBLCLK:
                 SetCapture(message.hwnd);
                 grip_ = pixelOf(message.lParam);
                 message.handled = 1;

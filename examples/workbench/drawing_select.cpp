@@ -51,7 +51,8 @@ LRESULT SelectMode::handleMessage(TarvMess& message) {
         return 0;
     }
     // The other button belongs to a gesture first, which it abandons.
-    if (message.message == WM_RBUTTONDOWN) isMenuButtonDown_ = isIdle;
+    if (message.message == WM_RBUTTONDOWN || message.message == WM_RBUTTONDBLCLK)
+        isMenuButtonDown_ = isIdle;
     if (message.message == WM_RBUTTONUP && std::exchange(isMenuButtonDown_, false) && isIdle) {
         openMenu(message);
         return 0;

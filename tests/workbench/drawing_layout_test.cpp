@@ -1,0 +1,263 @@
+// Where a project is drawn, what lies under the mouse, and what gestures make of it.
+#include "drawing_layout.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <utility>
+
+#include "drawing_amounts.h"
+#include "drawing_edits.h"
+
+namespace {
+
+constexpr PixelRect kPart{50, 0, 1050, 600};
+
+/// 40 pixels a metre, (0, 0) at (100, 300); sections are 200 mm deep, 8 pixels.
+class Drawing : public ::testing::Test {
+  protected:
+    Drawing() {
+        layout.plane = DrawingPlane({0, 0, 1, 0}, {});
+        layout.plane.zoom(40 / layout.plane.scale(), {0, 0});
+        const Pixel now = layout.plane.toWindow({0, 0});
+        layout.plane.pan(100 - now.x, 300 - now.y);
+    }
+
+    std::uint32_t add(double x, double y, double span, double uniform = 0,
+                      std::vector<PointLoad> loads = {}) {
+        Beam beam;
+        beam.name = freeBeamName(project);
+        beam.x = x;
+        beam.y = y;
+        beam.span = span;
+        beam.uniform = uniform;
+        beam.loads = std::move(loads);
+        const std::uint32_t id = project.put(beam);
+        EXPECT_NE(id, 0u);
+        layout.measureLoads(project);
+        return id;
+    }
+    [[nodiscard]] const Beam& beam(std::uint32_t id) const { return *project.beam(id); }
+
+    Project project;
+    DrawingLayout layout{[](const Beam&) { return 200.0; }};
+};
+
+TEST_F(Drawing, FitsAProjectIntoAPartOfTheWindow) {
+    struct Case {
+        const char* what;
+        toolbox::PlaneRect extent;
+    };
+    const Case cases[] = {{"wide", {-20, 4, 100, -4}},
+                          {"high", {0, 10, 9, -4000}},
+                          {"one beam", {2, 3, 5, 3}},
+                          {"far away", {9e5, 9e5, 9e5 + 6, 9e5 - 8}}};
+    for (const Case& test : cases) {
+        SCOPED_TRACE(test.what);
+        const DrawingPlane plane(test.extent, kPart);
+        const Pixel first = plane.toWindow({test.extent.left, test.extent.top});
+        const Pixel last = plane.toWindow({test.extent.right, test.extent.bottom});
+        EXPECT_TRUE(kPart.grown(-40).contains(first)) << first.x << ' ' << first.y;
+        EXPECT_TRUE(kPart.grown(-40).contains(last)) << last.x << ' ' << last.y;
+        // As large as it goes in one direction, or as large as is comfortable; in the middle.
+        const bool isFull = last.x - first.x > 850 || last.y - first.y > 400;
+        EXPECT_TRUE(isFull || plane.scale() == 150);
+        EXPECT_NEAR(first.x - kPart.left, kPart.right - last.x, 2);
+    }
+}
+
+TEST_F(Drawing, ZoomsAboutAPixelWithinLimits) {
+    DrawingPlane& plane = layout.plane;
+    const Pixel about{340, 220};
+    const Place before = plane.toPlane(about);
+    for (const double factor : {1.25, 3.0, 1e6, 1e-3, 1e-6, 40.0}) {
+        plane.zoom(factor, about);
+        const Place now = plane.toPlane(about);
+        EXPECT_NEAR(now.x, before.x, 1e-6);
+        EXPECT_NEAR(now.y, before.y, 1e-6);
+        EXPECT_GE(plane.scale(), DrawingPlane::kScaleMin);
+        EXPECT_LE(plane.scale(), DrawingPlane::kScaleMax);
+    }
+    plane.pan(-30, 12);
+    EXPECT_EQ(plane.toWindow(before), (Pixel{310, 232}));
+}
+
+TEST_F(Drawing, SpacesItsGridByRoundSteps) {
+    struct Case {
+        double scale;
+        int pixels;
+        double step;
+    };
+    for (const Case& test : {Case{40, 16, 0.5},
+                             {40, 80, 2},
+                             {100, 16, 0.2},
+                             {1, 80, 100},
+                             {0.02, 80, 5000},
+                             {2000, 16, 0.01}})
+        EXPECT_DOUBLE_EQ(gridStep(test.scale, test.pixels), test.step) << test.scale;
+}
+
+TEST_F(Drawing, DrawsForcesInProportionWithRoomForTheLargest) {
+    const std::uint32_t id = add(0, 0, 6, 5, {{2, 10}, {4, 20}, {5, -10}});
+    const auto length = [&](std::size_t load) {
+        const Arrow arrow = layout.arrow(beam(id), layout.place(beam(id)), beam(id).loads[load]);
+        return arrow.tip.y - arrow.tail.y;
+    };
+    const BeamPlace place = layout.place(beam(id));
+    EXPECT_EQ(place.left, 100);
+    EXPECT_EQ(place.right, 340);
+    EXPECT_EQ(place.bottom - place.top, 8);
+    EXPECT_EQ(length(1), 2 * length(0));
+    EXPECT_EQ(length(2), -length(0)) << "uplift stands below";
+    EXPECT_LT(place.comb, place.top);
+    add(0, -4, 6, 500, {{1, 2000}});
+    EXPECT_LT(length(0), 20) << "beside a load of 2000 kN";
+    const Beam& heavy = project.beams().back();
+    const BeamPlace its = layout.place(heavy);
+    EXPECT_LE(layout.arrow(heavy, its, heavy.loads[0]).tip.y -
+                  layout.arrow(heavy, its, heavy.loads[0]).tail.y,
+              150);
+    EXPECT_LE(its.top - its.comb, 44);
+}
+
+TEST_F(Drawing, StandsCombAndCurveBetweenTheSupports) {
+    const std::uint32_t id = add(0, 0, 6, 5);
+    const BeamPlace place = layout.place(beam(id));
+    const std::vector<Arrow> comb = layout.comb(place);
+    ASSERT_GT(comb.size(), 4u);
+    EXPECT_EQ(comb.front().tip, (Pixel{place.left, place.top}));
+    EXPECT_EQ(comb.back().tip, (Pixel{place.right, place.top}));
+    EXPECT_TRUE(layout.comb(layout.place(beam(add(0, -4, 6)))).empty());
+
+    for (const double deflection : {8.0, -8.0, 1e6, 0.0}) {
+        const std::vector<Pixel> curve = layout.deflected(place, deflection);
+        EXPECT_EQ(curve.front(), (Pixel{place.left, place.bottom}));
+        EXPECT_EQ(curve.back(), (Pixel{place.right, place.bottom}));
+        const int sag = curve[curve.size() / 2].y - place.bottom;
+        EXPECT_EQ(sag > 0, deflection > 0);
+        EXPECT_EQ(sag < 0, deflection < 0);
+        EXPECT_LE(std::abs(sag), 30);
+    }
+    EXPECT_TRUE(layout.deflected(place, HUGE_VAL).empty());
+}
+
+TEST_F(Drawing, AlignsTheBoxOfALabelToItsPlace) {
+    Label label;
+    label.x = 1;
+    label.y = 2;
+    const Pixel at = layout.plane.toWindow({1, 2});
+    label.alignment = Label::Left;
+    EXPECT_EQ(layout.box(label, 60, 14).left, at.x);
+    EXPECT_EQ(layout.box(label, 60, 14).top, at.y);
+    label.alignment = Label::Right;
+    EXPECT_EQ(layout.box(label, 60, 14).right, at.x);
+    label.alignment = Label::Center;
+    const PixelRect box = layout.box(label, 60, 14);
+    EXPECT_EQ(box.left + box.right, 2 * at.x);
+    EXPECT_GT(box.width(), 60);
+}
+
+TEST_F(Drawing, FindsWhatIsUnderTheMouse) {
+    const std::uint32_t first = add(0, 0, 6, 5, {{2, 10}, {4, -10}});  // x 100 to 340, y 300
+    const std::uint32_t second = add(3, 0, 6);                         // over its right half
+    const std::vector<LabelPlace> labels = {{7, {200, 290, 260, 306}}, {8, {250, 290, 270, 306}}};
+    struct Case {
+        const char* what;
+        Pixel at;
+        Selection expected;
+    };
+    const Case cases[] = {{"a beam", {120, 300}, {Selection::OneBeam, first}},
+                          {"its uniform load", {150, 285}, {Selection::OneBeam, first}},
+                          {"its support", {97, 314}, {Selection::OneBeam, first}},
+                          {"under it", {150, 316}, {}},
+                          {"the later of two beams", {330, 300}, {Selection::OneBeam, second}},
+                          {"an arrow above the comb", {183, 250}, {Selection::OneLoad, first, 0}},
+                          {"an arrow below", {260, 340}, {Selection::OneLoad, first, 1}},
+                          {"a label over a beam", {210, 300}, {Selection::OneLabel, 7}},
+                          {"the later of two labels", {255, 300}, {Selection::OneLabel, 8}},
+                          {"nothing", {500, 500}, {}}};
+    for (const Case& test : cases)
+        EXPECT_TRUE(hitTest(project, layout, labels, test.at) == test.expected) << test.what;
+
+    const std::uint32_t far = add(0, -5, 6);
+    EXPECT_EQ(nearestBeam(project, layout, {150, 420})->id, far);
+    EXPECT_EQ(nearestBeam(project, layout, {470, 420})->id, second);
+    EXPECT_EQ(nearestBeam(Project(), layout, {0, 0}), nullptr);
+}
+
+TEST_F(Drawing, MakesBeamsOfDraggedLines) {
+    struct Case {
+        Pixel start, end;
+        double x, y, span;
+    };
+    const Case cases[] = {{{100, 300}, {340, 300}, 0, 0, 6},
+                          {{341, 299}, {99, 250}, 0, 0, 6},       // backwards, and not level
+                          {{183, 221}, {303, 221}, 2.1, 2, 3.0},  // 2.075 to 5.075
+                          {{100, 300}, {101, 300}, 0, 0, 0}};
+    for (const Case& test : cases) {
+        const Beam made = beamBetween(layout.plane, test.start, test.end);
+        EXPECT_DOUBLE_EQ(made.x, test.x);
+        EXPECT_DOUBLE_EQ(made.y, test.y);
+        EXPECT_DOUBLE_EQ(made.span, test.span);
+    }
+    add(0, 0, 3);
+    Beam other;
+    other.name = "P3";
+    project.put(other);
+    EXPECT_EQ(freeBeamName(project), "P4");
+}
+
+TEST_F(Drawing, ReadsForcesFromLengthsInHalvesOfAKilonewton) {
+    const std::uint32_t id = add(0, 0, 6);
+    const BeamPlace place = layout.place(beam(id));
+    const double scale = layout.forceScale();
+    struct Case {
+        int y;
+        double force;
+    };
+    for (const Case& test : {Case{place.top - static_cast<int>(12.5 * scale), 12.5},
+                             {place.top, 0},
+                             {place.axis, 0},
+                             {place.bottom + static_cast<int>(4 * scale), -4},
+                             {place.top - 1, 0},
+                             {place.top - 100000000, kLoadMax}})
+        EXPECT_DOUBLE_EQ(forceFrom(layout, beam(id), test.y), test.force) << test.y;
+    // What is drawn of a force reads back as that force.
+    for (const double force : {3.5, 14.0, -9.0}) {
+        const Arrow arrow = layout.arrow(beam(id), place, {2, force});
+        EXPECT_DOUBLE_EQ(forceFrom(layout, beam(id), arrow.tail.y), force);
+    }
+    const double uniform = layout.uniformScale();
+    const int high = place.top - static_cast<int>(8 * uniform);
+    const int low = place.bottom + static_cast<int>(3 * uniform);
+    EXPECT_DOUBLE_EQ(uniformFrom(layout, beam(id), {120, high, 200, place.axis}), 8);
+    EXPECT_DOUBLE_EQ(uniformFrom(layout, beam(id), {120, high, 200, low}), 8);
+    EXPECT_DOUBLE_EQ(uniformFrom(layout, beam(id), {120, place.axis, 200, low}), -3);
+}
+
+TEST_F(Drawing, TakesTheBeamThatARectangleCoversMost) {
+    const std::uint32_t first = add(0, 0, 6), second = add(7, 0, 6);
+    EXPECT_EQ(beamUnder(project, layout, {300, 250, 390, 310})->id, first);
+    EXPECT_EQ(beamUnder(project, layout, {320, 250, 500, 310})->id, second);
+    EXPECT_EQ(beamUnder(project, layout, {300, 250, 390, 280}), nullptr) << "above both";
+    EXPECT_EQ(beamUnder(project, layout, {345, 250, 375, 310}), nullptr) << "between them";
+}
+
+TEST_F(Drawing, MovesInTenthsOfAMetre) {
+    const std::uint32_t id = add(0, 0, 6);
+    EXPECT_EQ(dragged(layout.plane, {1.23, 2}, {100, 100}, {140, 183}), (Place{2.2, -0.1}));
+    for (const auto& [x, position] : {std::pair{181, 2.0}, {0, 0.0}, {900, 6.0}, {104, 0.1}})
+        EXPECT_DOUBLE_EQ(positionOn(layout, beam(id), x), position) << x;
+    EXPECT_FALSE(isDrag({10, 10}, {13, 7}));
+    EXPECT_TRUE(isDrag({10, 10}, {10, 15}));
+}
+
+TEST(Amount, WritesNoMoreDecimalsThanItNeeds) {
+    EXPECT_EQ(amount(12.5, 1, "kN"), "12.5 kN");
+    EXPECT_EQ(amount(6, 2, "m"), "6 m");
+    EXPECT_EQ(amount(100, 0, "%"), "100 %");
+    EXPECT_EQ(amount(-0.004, 2), "0");
+}
+
+}  // namespace

@@ -6,7 +6,7 @@
 /// How a key begins; what the user changed comes later.
 struct DeclaredKey {
     const char* key;
-    const char* header;
+    RWCString header;
     const char* units;
     unsigned short description;  ///< number of a text
 };

@@ -19,18 +19,19 @@ void savePlacement(HWND window, const char* section) {
     GMSG::writeProfile(section, kMaximized, placement.showCmd == SW_SHOWMAXIMIZED ? 1 : 0);
 }
 
-void restorePlacement(HWND window, const char* section) {
+bool restorePlacement(HWND window, const char* section) {
     int sides[4];
     for (int i = 0; i < 4; ++i)
-        if (!GMSG::getProfile(section, kSides[i], sides[i], 0)) return;
+        if (!GMSG::getProfile(section, kSides[i], sides[i], 0)) return false;
     WINDOWPLACEMENT placement{};
     placement.length = sizeof placement;
     placement.rcNormalPosition = {sides[0], sides[1], sides[2], sides[3]};
     if (IsRectEmpty(&placement.rcNormalPosition) ||
         !MonitorFromRect(&placement.rcNormalPosition, MONITOR_DEFAULTTONULL))
-        return;
+        return false;
     int maximized = 0;
     GMSG::getProfile(section, kMaximized, maximized, 0);
     placement.showCmd = maximized ? SW_SHOWMAXIMIZED : SW_SHOWNORMAL;
-    SetWindowPlacement(window, &placement);
+    if (!IsWindowVisible(window)) placement.showCmd = SW_HIDE;
+    return SetWindowPlacement(window, &placement) != 0;
 }

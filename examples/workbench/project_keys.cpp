@@ -4,6 +4,7 @@
 #include <numeric>
 #include <string_view>
 
+#include "toolbox/messages.h"
 #include "workbench_texts.h"
 
 namespace {
@@ -19,7 +20,7 @@ double force(const Values& of) {
                                  [](const PointLoad& load) { return load.force; });
 }
 
-/// A number of a beam; texts have no `value`.
+/// A number of a beam; texts have no `value`. A header that is a word is a text of the program.
 struct Quantity {
     const char* key;
     const char* header;
@@ -32,8 +33,8 @@ struct Quantity {
 enum : UINT { kName = 1, kSection = 2 };
 
 constexpr std::array<Quantity, 17> kQuantities = {{
-    {"NAME", "beam", "", 10, 0, nullptr},
-    {"SECTION", "section", "", 10, 0, nullptr},
+    {"NAME", nullptr, "", 10, 0, nullptr},
+    {"SECTION", nullptr, "", 10, 0, nullptr},
     {"L", "L", "m", 6, 2, [](const Values& of) { return of.beam.span; }},
     {"Q", "q", "kN/m", 7, 2, [](const Values& of) { return of.beam.uniform; }},
     {"N", "n", "", 3, 0,
@@ -45,7 +46,7 @@ constexpr std::array<Quantity, 17> kQuantities = {{
     {"M", "M", "kNm", 8, 2, [](const Values& of) { return of.results.moment; }},
     {"X", "x", "m", 6, 2, [](const Values& of) { return of.results.momentAt; }},
     {"S", "s", "N/mm2", 7, 1, [](const Values& of) { return of.results.stress; }},
-    {"USE", "use", "%", 6, 1, [](const Values& of) { return of.results.use; }},
+    {"USE", nullptr, "%", 6, 1, [](const Values& of) { return of.results.use; }},
     {"F", "f", "mm", 7, 2, [](const Values& of) { return of.results.deflection; }},
     {"H", "h", "mm", 5, 0, [](const Values& of) { return of.section.h; }},
     {"IY", "Iy", "cm4", 9, 1, [](const Values& of) { return of.section.iY; }},
@@ -58,8 +59,12 @@ constexpr UINT kUsual[] = {kName, kSection, 3, 4, 6, 7, 10, 12, 13, 14};
 ProjectKeys::ProjectKeys(const RWCString& profile) : profile_(profile) {
     UINT id = kName;
     for (const Quantity& quantity : kQuantities) {
-        const DeclaredKey key{quantity.key, quantity.header, quantity.units,
-                              static_cast<unsigned short>(kFirstKeyDescription + id - kName)};
+        const UINT number = id - kName;
+        RWCString header = quantity.header;
+        if (!quantity.header)
+            GMSG::getString(static_cast<unsigned short>(kFirstKeyHeader + number), header);
+        const DeclaredKey key{quantity.key, header, quantity.units,
+                              static_cast<unsigned short>(kFirstKeyDescription + number)};
         if (quantity.value) {
             declareNumber(*this, id, key, quantity.width, quantity.precision);
         } else {

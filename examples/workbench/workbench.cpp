@@ -22,6 +22,7 @@ constexpr int kModes = 1, kLanguages = 2;  // contexts
 constexpr unsigned long kMenu = 1, kPalette = 2;
 constexpr UINT kPurgeDocuments = 0x3E0;  // a private message of the frame
 constexpr std::size_t kSampleBeams = 10000;
+constexpr int kPaletteMargin = 24;  // pixels from the edge of the documents
 
 // Attributes of commands: what must be there for them. Bit 0 is the manager's own way of enabling
 // many at once.
@@ -188,9 +189,30 @@ bool Workbench::openFile(const CString& file) {
 void Workbench::showDocument(std::unique_ptr<Document> document) {
     documents_.push_back(std::move(document));
     Document& shown = *documents_.back();
-    showDrawing(shown);
     showTable(shown);
+    showDrawing(shown);
+    if (documents_.size() == 1) {
+        MDI::tileVertically(frame().getClient());
+        showPalette();
+    }
     refreshCommands();
+}
+
+/// The palette appears with the first document: there is nothing to draw in before.
+void Workbench::showPalette() {
+    if (!palette_ || palette_->isVisible() || !paletteWanted_) return;
+    const HWND window = palette_->getHWND();
+    if (!restorePlacement(window, "Palette")) {
+        RECT client, own;
+        GetWindowRect(frame().getClient(), &client);
+        GetWindowRect(window, &own);
+        SetWindowPos(window, nullptr, client.right - (own.right - own.left) - kPaletteMargin,
+                     client.top + 2 * kPaletteMargin, 0, 0,
+                     SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+    palette_->setVisibleStatus(1, 0);
+    // It was created before the frame came to the front.
+    SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
 void Workbench::noteRecent(const CString& file) {
@@ -284,7 +306,11 @@ bool Workbench::programCommand(int id) {
             showKeyList(*this);
             return true;
         case CMD_PALETTE:
-            if (palette_) palette_->setVisibleStatus(!palette_->isVisible(), 0);
+            paletteWanted_ = !(palette_ && palette_->isVisible());
+            if (paletteWanted_)
+                showPalette();
+            else
+                palette_->setVisibleStatus(0, 0);
             refreshCommands();
             return true;
         case CMD_MESSAGES:
@@ -333,7 +359,7 @@ int Workbench::frameCreated(HWND frameWindow, HINSTANCE) {
     recent_.init(frameWindow, CMD_EXIT, CMD_RECENT);
     recent_.lire(settings_.file.c_str());
     restorePlacement(frameWindow, "Frame");
-    if (palette_) palette_->setVisibleStatus(1, 0);
+    GMSG::getProfile("Palette", "Shown", paletteWanted_, 1);
     refreshCommands();
     showHint(text(kWelcome));
     return 1;
@@ -342,6 +368,8 @@ int Workbench::frameCreated(HWND frameWindow, HINSTANCE) {
 void Workbench::frameDestroyed() {
     const HWND frameWindow = frame().getFrame();
     savePlacement(frameWindow, "Frame");
+    if (palette_) savePlacement(palette_->getHWND(), "Palette");
+    GMSG::writeProfile("Palette", "Shown", paletteWanted_);
     GMSG::writeProfile("Table", "Columns", keys_.columnsText());
     recent_.ecrire(settings_.file.c_str());
     closeKeyList();

@@ -98,6 +98,7 @@ class Workbench : public MDIApplication {
     bool documentCommand(Document& document, int id);
     bool programCommand(int id);
     void showDocument(std::unique_ptr<Document> document);
+    void showPalette();
     void openSample();
     void closeDocument(Document& document);
     void editSelected(Document& document);
@@ -113,6 +114,7 @@ class Workbench : public MDIApplication {
     std::unique_ptr<GCOMMBase> commands_;
     std::unique_ptr<MenuTool> menu_;
     std::unique_ptr<ToolDlg> palette_;
+    int paletteWanted_ = 1;
     std::vector<std::unique_ptr<Document>> documents_;
     CString errors_;   // collected from the message service
     int dialogs_ = 0;  // dialog phases in force

@@ -3,6 +3,7 @@
 
 enum WorkbenchText : unsigned short {
     kFirstKeyDescription = 3000,  ///< of the keys, in the order of their identifiers
+    kFirstKeyHeader = 3020,       ///< in the same order; only those that are words
     // From 3100 on: the codes of project_store.h.
     kOpenRecovered = 3110,
     kSaveFirst,

@@ -139,6 +139,9 @@ std::uint32_t Document::put(Beam beam) {
     if (project_.beams().size() > before)
         results_.insert(results_.begin() + static_cast<std::ptrdiff_t>(index), std::nullopt);
     computeAt(index);
+    const std::size_t loads = project_.beams()[index].loads.size();
+    if (selection_.kind == Selection::OneLoad && selection_.id == id && selection_.load >= loads)
+        selection_ = {Selection::OneBeam, id};
     changed();
     return id;
 }

@@ -104,7 +104,7 @@ std::vector<Pixel> DrawingLayout::deflected(const BeamPlace& place, double defle
 }
 
 int DrawingLayout::nameLine(const BeamPlace& place) const {
-    constexpr int kHalfLine = 9;
+    constexpr int kHalfLine = 11;
     const int sag = whole(kDeepestSag * smaller(plane.scale()));
     return std::max(place.bottom + std::max(sag, kSupportHeight), place.comb) + kHalfLine;
 }

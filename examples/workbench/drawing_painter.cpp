@@ -9,11 +9,11 @@
 namespace {
 
 constexpr int kBetweenLines = 16, kBetweenStrongLines = 80;
-/// A beam shorter than this is drawn without supports and texts.
-constexpr int kLegible = 30;
-/// Labels are marks where a metre is less.
-constexpr double kLegibleScale = 8;
-constexpr double kRoomyScale = 30;
+/// A beam shorter than this is drawn without supports and texts, one even shorter without loads.
+constexpr int kLegible = 30, kVisible = 10;
+/// Pixels a metre from which on there is room for the texts of labels, for the figures of loads,
+/// for dimension lines.
+constexpr double kLabelScale = 8, kFigureScale = 20, kDimensionScale = 30;
 
 /// Lines of a grid within a range, by their number.
 template <class Draw>
@@ -178,6 +178,7 @@ void DrawingPainter::uniformLoad(const Beam& beam, const BeamPlace& place) {
     for (const Arrow& arrow : arrows)
         if (arrow.tip.x >= part_.left && arrow.tip.x <= part_.right)
             canvas_.arrow(arrow, 5, tools_.uniform, tools_.uniform);
+    if (layout_.plane.scale() < kFigureScale) return;
     const CString figure = amount(beam.uniform, 1, "kN/m");
     canvas_.text({place.right + 8, (place.comb + tip) / 2}, figure, tools_.smallFont,
                  tools_.uniform);
@@ -188,6 +189,7 @@ void DrawingPainter::pointLoads(const Beam& beam, const BeamPlace& place) {
         const Arrow arrow = layout_.arrow(beam, place, beam.loads[i]);
         const bool isChosen =
             isSelected(Selection::OneLoad, beam.id) && document_.selection().load == i;
+        if (place.width() < kVisible && !isChosen) continue;
         if (place.width() < kLegible && !isChosen)
             canvas_.line(arrow.tail, arrow.tip, tools_.force);
         else
@@ -199,6 +201,7 @@ void DrawingPainter::pointLoad(const PointLoad& load, const Arrow& arrow, bool i
     const Paint& paint = isChosen ? tools_.chosen : tools_.force;
     canvas_.arrow(arrow, 9, paint, isChosen ? tools_.strongChosen : tools_.strongForce);
     if (isChosen) handle(arrow.tail);
+    if (layout_.plane.scale() < kFigureScale) return;
     const CString figure = amount(load.force, 1, "kN");
     const int width = canvas_.textWidth(figure, tools_.font);
     const int away = arrow.tail.y < arrow.tip.y ? -1 : 1;
@@ -248,7 +251,7 @@ void DrawingPainter::beamTexts(const Beam& beam, const BeamPlace& place,
         at.x += canvas_.textWidth(word.text, word.font) + kApart;
     }
     // Rows of beams are closer than these lines where everything is small.
-    if (layout_.plane.scale() >= kRoomyScale) dimension(beam, place);
+    if (layout_.plane.scale() >= kDimensionScale) dimension(beam, place);
 }
 
 void DrawingPainter::dimension(const Beam& beam, const BeamPlace& place) const {
@@ -278,7 +281,7 @@ void DrawingPainter::label(const Label& label) {
     if (at.y < part_.top - kHighest || at.y > part_.bottom || at.x < part_.left - kWidest ||
         at.x > part_.right + kWidest)
         return;
-    const bool isLegible = layout_.plane.scale() >= kLegibleScale;
+    const bool isLegible = layout_.plane.scale() >= kLabelScale;
     const CString text = isLegible ? document_.textOf(label) : CString();
     const PixelRect box = isLegible ? layout_.box(label, canvas_.textWidth(text, tools_.font),
                                                   canvas_.textHeight(tools_.font))
@@ -300,7 +303,9 @@ void DrawingPainter::label(const Label& label) {
 }
 
 void DrawingPainter::selectionOf(const BeamPlace& place) const {
-    canvas_.fill({place.left - 8, place.top - 8, place.right + 9, place.bottom + 8}, tools_.halo);
+    canvas_.fill({place.left - 8, std::min(place.top, place.comb) - 8, place.right + 9,
+                  std::max(place.bottom, place.comb) + 8},
+                 tools_.halo);
 }
 
 void DrawingPainter::handle(Pixel at) const {

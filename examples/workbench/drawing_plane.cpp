@@ -38,16 +38,21 @@ toolbox::PlaneRect extentOf(const Project& project) {
     return extent;
 }
 
-DrawingPlane::DrawingPlane(const toolbox::PlaneRect& extent, const PixelRect& part) {
-    const double width = std::max(extent.right - extent.left, 1.0);
-    const double height = std::max(extent.top - extent.bottom, 0.1);
+DrawingPlane::DrawingPlane(const toolbox::PlaneRect& extent, const PixelRect& part,
+                           double scaleMin) {
+    const double width = extent.right - extent.left;
+    const double height = extent.top - extent.bottom;
     const double across = std::max(part.width() - 2 * kBeside, 1);
     const double up = std::max(part.height() - kAbove - kBelow, 1);
     // A single beam does not fill the window: there would be no room for its loads.
     constexpr double kComfortable = 150;
-    const double scale = std::clamp(std::min(across / width, up / height), kScaleMin, kComfortable);
-    place(scale, part.left + kBeside + (across - scale * width) / 2 - scale * extent.left,
-          part.top + kAbove + (up - scale * (extent.top - extent.bottom)) / 2 + scale * extent.top);
+    const double fitting = std::min(across / std::max(width, 1.0), up / std::max(height, 0.1));
+    const double scale =
+        std::clamp(fitting, std::max(kScaleMin, scaleMin), std::max(kComfortable, scaleMin));
+    const double beside = std::max(across - scale * width, 0.0) / 2;
+    const double above = std::max(up - scale * height, 0.0) / 2;
+    place(scale, part.left + kBeside + beside - scale * extent.left,
+          part.top + kAbove + above + scale * extent.top);
 }
 
 void DrawingPlane::place(double scale, double x, double y) {

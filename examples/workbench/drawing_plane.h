@@ -51,8 +51,8 @@ class DrawingPlane {
 
     DrawingPlane() { place(1, 0, 0); }
     /// All of an extent in the middle of a part of the window, with room around it for what is
-    /// drawn of beams at its edge.
-    DrawingPlane(const toolbox::PlaneRect& extent, const PixelRect& part);
+    /// drawn of beams at its edge. Where that would be smaller than a scale, the upper left of it.
+    DrawingPlane(const toolbox::PlaneRect& extent, const PixelRect& part, double scaleMin = 0);
 
     [[nodiscard]] double scale() const { return scale_; }
     [[nodiscard]] Pixel toWindow(const Place& place) const;

@@ -12,7 +12,7 @@ namespace {
 
 /// Metres are at least so many pixels when a drawing is opened: of a large project the first part
 /// is shown then.
-constexpr double kScaleAtFirst = 12;
+constexpr double kScaleAtFirst = 34;
 
 /// A device context with a picture of its own, as large as a window.
 class BackBuffer {
@@ -204,15 +204,7 @@ void DrawingView::resized() {
 }
 
 void DrawingView::fit(double scaleMin) {
-    const PixelRect place = part();
-    layout_.plane = DrawingPlane(extentOf(project()), place);
-    if (layout_.plane.scale() < scaleMin) {
-        const toolbox::PlaneRect all = extentOf(project());
-        const double share = layout_.plane.scale() / scaleMin;
-        layout_.plane = DrawingPlane({all.left, all.top, all.left + (all.right - all.left) * share,
-                                      all.top + (all.bottom - all.top) * share},
-                                     place);
-    }
+    layout_.plane = DrawingPlane(extentOf(project()), part(), scaleMin);
     repaint();
 }
 

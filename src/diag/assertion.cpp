@@ -1,6 +1,5 @@
 #include <csignal>
 #include <cstdlib>
-#include <utility>
 
 #include "diag/assertion_text.h"
 #include "text/text_resources.h"
@@ -66,7 +65,9 @@ void _tvassert(const char* expression, const char* file, int line) {
 namespace toolbox {
 
 AssertionHandler setAssertionHandler(AssertionHandler handler) {
-    return std::exchange(theHandler, handler);
+    const AssertionHandler before = theHandler;
+    theHandler = handler;
+    return before;
 }
 
 }  // namespace toolbox

@@ -1,5 +1,4 @@
 #include <cstdarg>
-#include <utility>
 
 #include "base/template_text.h"
 #include "toolbox/diagnostics.h"
@@ -37,7 +36,9 @@ void CTvTrace::Trace(unsigned long category, const char* format, ...) {
 namespace toolbox {
 
 TraceSink setTraceSink(TraceSink sink) {
-    return std::exchange(theSink, sink);
+    const TraceSink before = theSink;
+    theSink = sink;
+    return before;
 }
 
 }  // namespace toolbox

@@ -126,9 +126,8 @@ int writeInteger(const Setting& setting, std::int32_t value) {
     return setting.writeText(std::to_string(value).c_str());
 }
 
-/// The number in a profile may be larger than the 32 bits of the registry: the nearer of the two
-/// ends is read then.
-int readInteger(const Setting& setting, long long& value, long long lowest, long long highest) {
+/// The number in a profile may be larger than the 32 bits of the registry.
+int readInteger(const Setting& setting, long long& value) {
     if (GMSG::useRegistry()) {
         std::int32_t stored = 0;
         const int found = setting.readValue(REG_DWORD, &stored, sizeof stored);
@@ -137,7 +136,7 @@ int readInteger(const Setting& setting, long long& value, long long lowest, long
     }
     RWCString text;
     const int found = setting.readText(text);
-    value = std::clamp(base::leadingInteger(text.view()), lowest, highest);
+    value = base::leadingInteger(text.view());
     return found;
 }
 
@@ -188,9 +187,9 @@ int GMSG::getProfile(const SettingName& section, const SettingName& entry, int& 
                      int byDefault, const char* dest) {
     using Limits = std::numeric_limits<int>;
     long long stored = 0;
-    const int found =
-        readInteger(Setting(section, entry, dest), stored, Limits::min(), Limits::max());
-    value = found ? static_cast<int>(stored) : byDefault;
+    const int found = readInteger(Setting(section, entry, dest), stored);
+    value = found ? static_cast<int>(std::clamp<long long>(stored, Limits::min(), Limits::max()))
+                  : byDefault;
     return found;
 }
 
@@ -205,8 +204,10 @@ int GMSG::getProfile(const SettingName& section, const SettingName& entry, unsig
     using Low = std::numeric_limits<std::int32_t>;
     using High = std::numeric_limits<std::uint32_t>;
     long long stored = 0;
-    const int found = readInteger(Setting(section, entry, dest), stored, Low::min(), High::max());
-    value = found ? static_cast<std::uint32_t>(stored) : byDefault;
+    const int found = readInteger(Setting(section, entry, dest), stored);
+    value = found
+                ? static_cast<std::uint32_t>(std::clamp<long long>(stored, Low::min(), High::max()))
+                : byDefault;
     return found;
 }
 

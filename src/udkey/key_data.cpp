@@ -1,10 +1,9 @@
-#include <algorithm>
 #include <string_view>
 
-#include "base/trimmed.h"
 #include "toolbox/keys.h"
+#include "udkey/text_parts.h"
 
-using toolbox::base::trimmed;
+using toolbox::udkey::stripped;
 
 namespace {
 
@@ -93,7 +92,7 @@ RWCString UDKeyData::saveStringData() const {
 
 int UDKeyData::restoreStringData(RWCString text) {
     std::string_view rest = text.view();
-    setDescStr(RWCString(trimmed(nextPart(rest, '|'))));
-    const std::string_view format = trimmed(nextPart(rest, '|'));
+    setDescStr(RWCString(stripped(nextPart(rest, '|'))));
+    const std::string_view format = stripped(nextPart(rest, '|'));
     return format_->restoreStringFormat(RWCString(format.substr(0, format.find(','))));
 }

@@ -42,7 +42,7 @@ class FakeStrings : public platform::StringResources {
     Table english_;
 };
 
-/// Keeps every box and answers it. In use from its construction to its end.
+/// Keeps every box and answers it.
 class RecordingPrompt : public platform::UserPrompt {
   public:
     struct Box {
@@ -56,7 +56,6 @@ class RecordingPrompt : public platform::UserPrompt {
     int answer = IDOK;
     HWND liveWindow = nullptr;       ///< the one window that exists
     std::vector<std::string> fatal;  ///< texts that would have ended the process
-    std::string cursor;              ///< "wait " and "arrow " as they were shown
 
     int messageBox(HWND owner, const char* text, const char* caption, unsigned int flags) override {
         boxes.push_back({owner, text, caption, flags});
@@ -64,19 +63,17 @@ class RecordingPrompt : public platform::UserPrompt {
     }
     void fatalExit(const char* text) override { fatal.emplace_back(text); }
     bool isWindow(HWND window) override { return window && window == liveWindow; }
-    void showWaitCursor(bool wait) override { cursor += wait ? "wait " : "arrow "; }
-
-  private:
-    platform::Replaced<platform::UserPrompt> guard_{platform::current().prompt, *this};
+    void showWaitCursor(bool) override {}
 };
 
-/// Both in place for its lifetime.
+/// Puts both in place for its lifetime.
 struct FakedTexts {
     FakeStrings strings;
     RecordingPrompt prompt;
 
   private:
     platform::Replaced<platform::StringResources> strings_{platform::current().strings, strings};
+    platform::Replaced<platform::UserPrompt> prompt_{platform::current().prompt, prompt};
 };
 
 }  // namespace toolbox::testing

@@ -65,6 +65,12 @@ TEST_F(Drawing, FitsAProjectIntoAPartOfTheWindow) {
         EXPECT_TRUE(isFull || plane.scale() == 150);
         EXPECT_NEAR(first.x - kPart.left, kPart.right - last.x, 2);
     }
+    const DrawingPlane legible({-20, 4, 500, -900}, kPart, 34);
+    EXPECT_DOUBLE_EQ(legible.scale(), 34);
+    const Pixel first = legible.toWindow({-20, 4});
+    EXPECT_TRUE(
+        (PixelRect{kPart.left, kPart.top, kPart.left + 100, kPart.top + 100}.contains(first)))
+        << "the upper left of a large project";
 }
 
 TEST_F(Drawing, ZoomsAboutAPixelWithinLimits) {

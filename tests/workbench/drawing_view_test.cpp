@@ -3,6 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <memory>
+#include <utility>
+
 #include "open_workbench.h"
 #include "resource.h"
 #include "support/picture.h"
@@ -14,8 +18,18 @@ namespace {
 
 class DrawingWindow : public ::testing::Test {
   protected:
+    // Opening the workbench takes longer than what most tests do with it.
+    static void SetUpTestSuite() {
+        opened = std::make_unique<OpenWorkbench>();
+        view = opened->maximized<DrawingView>(CMD_DRAWING);
+        ASSERT_NE(view, nullptr);
+    }
+    static void TearDownTestSuite() { opened.reset(); }
+
     DrawingWindow() {
-        EXPECT_NE(view, nullptr);
+        workbench.document().setProject(Project());
+        workbench.command(CMD_SELECT_MODE);
+        workbench.command(CMD_ZOOM_ALL);
         const Pixel corner = pixel({0, 0});
         moveMouse(window(), {corner.x, corner.y});
     }
@@ -65,8 +79,9 @@ class DrawingWindow : public ::testing::Test {
         (void)picture();
     }
 
-    OpenWorkbench workbench;
-    DrawingView* view = workbench.maximized<DrawingView>(CMD_DRAWING);
+    static inline std::unique_ptr<OpenWorkbench> opened;
+    static inline DrawingView* view = nullptr;
+    const OpenWorkbench& workbench = *opened;
 };
 
 TEST_F(DrawingWindow, DrawsABeam) {
@@ -119,7 +134,6 @@ TEST_F(DrawingWindow, PutsLoadsOnABeam) {
 
 TEST_F(DrawingWindow, MovesWhatIsDragged) {
     putBeam();
-    workbench.command(CMD_SELECT_MODE);
     const Pixel tail =
         view->layout().arrow(beam(), view->layout().place(beam()), beam().loads[0]).tail;
     drag({tail.x, tail.y + 4}, {pixel({7.5, 0}).x, tail.y - 50});
@@ -144,9 +158,17 @@ TEST_F(DrawingWindow, MovesWhatIsDragged) {
     EXPECT_DOUBLE_EQ(beam().x, 3);
 }
 
+TEST_F(DrawingWindow, ALoadThatAnEditTookAwayIsSelectedNoMore) {
+    putBeam();
+    workbench.document().select({Selection::OneLoad, 1, 0});
+    Beam bare = beam();
+    bare.loads.clear();
+    workbench.document().put(bare);
+    EXPECT_TRUE(workbench.document().selection() == (Selection{Selection::OneBeam, 1}));
+}
+
 TEST_F(DrawingWindow, AClickSelectsAndMovesNothing) {
     putBeam();
-    workbench.command(CMD_SELECT_MODE);
     const Project before = project();
     const Pixel at = pixel({3, 0});
     drag(at, {at.x + 2, at.y + 2});
@@ -158,7 +180,6 @@ TEST_F(DrawingWindow, AClickSelectsAndMovesNothing) {
 
 TEST_F(DrawingWindow, AbandonsAGestureWithoutATrace) {
     putBeam();
-    workbench.command(CMD_SELECT_MODE);
     workbench.document().select({Selection::OneBeam, 1});
     const Project before = project();
     const Picture clean = picture();

@@ -50,9 +50,9 @@ OpenWorkbench::OpenWorkbench() {
         workbench_.get());
     EXPECT_TRUE(frame_->initMainWindow(SW_SHOW));
     MoveWindow(frame(), 0, 0, 1100, 800, TRUE);
-    EnumThreadWindows(GetCurrentThreadId(), hideOther, reinterpret_cast<LPARAM>(frame()));
     SetForegroundWindow(frame());
     command(CMD_NEW);
+    EnumThreadWindows(GetCurrentThreadId(), hideOther, reinterpret_cast<LPARAM>(frame()));
 }
 
 OpenWorkbench::~OpenWorkbench() {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "base/trimmed.h"
 #include "base/windows1252.h"
 #include "platform/profile_names.h"
 
@@ -16,7 +15,9 @@ constexpr std::string_view kUtf16leMark = "\xFF\xFE";
 constexpr std::string_view kUtf16beMark = "\xFE\xFF";
 
 std::string_view trimmed(std::string_view text) {
-    return base::trimmed(text, kProfileBlanks);
+    const std::size_t first = text.find_first_not_of(kProfileBlanks);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(kProfileBlanks) - first + 1);
 }
 
 /// The part of a line that Windows sees.

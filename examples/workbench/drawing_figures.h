@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 
 #include "drawing_plane.h"
 #include "toolbox/graphics.h"
@@ -10,40 +11,8 @@
 using Guide = std::function<Pixel(Pixel mouse)>;
 
 /// A line that starts at a given pixel.
-class GuidedLine : public VectIniDragger {
-  public:
-    GuidedLine(Pixel start, HCURSOR cursor, Guide guide);
-
-  protected:
-    void modifyDraggedPoint(POINT& point) override;
-
-  private:
-    Guide guide_;
-};
-
-/// A line of fixed length and direction.
-class GuidedStick : public StickDragger {
-  public:
-    GuidedStick(Pixel stick, HCURSOR cursor, Guide guide);
-
-  protected:
-    void modifyDraggedPoint(POINT& point) override;
-
-  private:
-    Guide guide_;
-};
-
-/// A box of fixed size; `box` is where it is when the dragged point is at (0, 0).
-class GuidedBox : public RectDragger {
-  public:
-    GuidedBox(const PixelRect& box, HCURSOR cursor, Guide guide);
-
-  protected:
-    void modifyDraggedPoint(POINT& point) override;
-    void drawVisible(HDC dc, const POINT& start, const POINT& end) override;
-    void drawInvisible(HDC dc, const POINT& start, const POINT& end) override;
-
-  private:
-    PixelRect box_;
-    Guide guide_;
-};
+[[nodiscard]] std::unique_ptr<Dragger> guidedLine(Pixel start, HCURSOR cursor, Guide guide);
+/// A line that leads from the dragged point to where `stick` says, seen from there.
+[[nodiscard]] std::unique_ptr<Dragger> guidedStick(Pixel stick, HCURSOR cursor, Guide guide);
+/// A box; `box` is where it is when the dragged point is at (0, 0).
+[[nodiscard]] std::unique_ptr<Dragger> guidedBox(const PixelRect& box, HCURSOR cursor, Guide guide);

@@ -22,7 +22,9 @@ LRESULT DrawingMode::handleMessage(TarvMess& message) {
 
 void DrawingMode::start(TarvMess& message) {
     message.handled = 1;
-    std::unique_ptr<Dragger> figure = begin(pixelOf(message.lParam));
+    const Pixel at = pixelOf(message.lParam);
+    if (!view_.part().contains(at)) return;  // on a ruler
+    std::unique_ptr<Dragger> figure = begin(at);
     if (!figure) return;
     gesture_ = std::make_unique<Gesture>(std::move(figure));
     gesture_->mouse.setAnchorEvent(MouseDragger::OnDown, MouseDragger::LeftButton,

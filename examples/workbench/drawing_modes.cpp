@@ -31,7 +31,7 @@ class BeamMode : public DrawingMode {
             return plane.toWindow(plane.snappedPlace(mouse));
         };
         const Pixel start = guide(at);
-        return std::make_unique<GuidedLine>(start, cross(), [guide, start](Pixel mouse) {
+        return guidedLine(start, cross(), [guide, start](Pixel mouse) {
             return Pixel{guide(mouse).x, start.y};
         });
     }
@@ -40,7 +40,7 @@ class BeamMode : public DrawingMode {
         hint(text(kBeamHint, beam.span, beam.x, beam.y));
     }
     void finished(Pixel start, Pixel end) override {
-        if (start == end) return;
+        if (!isDrag(start, end)) return;
         Beam beam = beamBetween(view().layout().plane, start, end);
         if (beam.span < kSpanMin || beam.span > kSpanMax)
             return refuse(kSpanRefused, kSpanMin, kSpanMax, beam.span);
@@ -64,9 +64,7 @@ class PointLoadMode : public DrawingMode {
         beam_ = beam->id;
         const double position = positionOn(view().layout(), *beam, at.x);
         const Pixel start = view().layout().plane.toWindow({beam->x + position, beam->y});
-        return std::make_unique<GuidedLine>(start, cross(), [start](Pixel mouse) {
-            return Pixel{start.x, mouse.y};
-        });
+        return guidedLine(start, cross(), [start](Pixel mouse) { return Pixel{start.x, mouse.y}; });
     }
     void dragged(Pixel start, Pixel end) override {
         const Beam* const beam = view().project().beam(beam_);

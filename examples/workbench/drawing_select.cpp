@@ -92,7 +92,7 @@ std::unique_ptr<Dragger> SelectMode::beamFigure(Pixel at) {
     const auto guide = [this, at, from = Place{beam.x, beam.y}](Pixel mouse) {
         return isDrag(at, mouse) ? plane().toWindow(::dragged(plane(), from, at, mouse)) : origin_;
     };
-    return std::make_unique<GuidedStick>(Pixel{place.width(), 0}, arrowCursor(), guide);
+    return guidedStick(Pixel{place.width(), 0}, arrowCursor(), guide);
 }
 
 std::unique_ptr<Dragger> SelectMode::loadFigure(Pixel at) {
@@ -106,8 +106,7 @@ std::unique_ptr<Dragger> SelectMode::loadFigure(Pixel at) {
         const double position = positionOn(view().layout(), beam, mouse.x);
         return Pixel{plane().toWindow({beam.x + position, beam.y}).x, origin_.y};
     };
-    return std::make_unique<GuidedStick>(Pixel{0, arrow.tip.y - arrow.tail.y}, arrowCursor(),
-                                         guide);
+    return guidedStick(Pixel{0, arrow.tip.y - arrow.tail.y}, arrowCursor(), guide);
 }
 
 std::unique_ptr<Dragger> SelectMode::labelFigure(Pixel at) {
@@ -120,7 +119,7 @@ std::unique_ptr<Dragger> SelectMode::labelFigure(Pixel at) {
     const auto guide = [this, at, from = Place{label.x, label.y}](Pixel mouse) {
         return isDrag(at, mouse) ? plane().toWindow(::dragged(plane(), from, at, mouse)) : origin_;
     };
-    return std::make_unique<GuidedBox>(box, arrowCursor(), guide);
+    return guidedBox(box, arrowCursor(), guide);
 }
 
 void SelectMode::dragged(Pixel, Pixel end) {

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <functional>
 #include <memory>
 #include <utility>
@@ -130,6 +131,75 @@ TEST_F(DrawingWindow, PutsLoadsOnABeam) {
     drag({at.x, place.axis}, {at.x + 60, place.top - high});
     EXPECT_DOUBLE_EQ(beam().uniform, 8);
     EXPECT_EQ(project().beams().size(), 1u);
+}
+
+TEST_F(DrawingWindow, AsksForTheTextOfALabel) {
+    putBeam();
+    workbench.command(CMD_LABEL_MODE);
+    const auto answer = [](const char* text, WORD key) {
+        return [=](HWND dialog) {
+            setText(dialog, IDC_LABEL_TEXT, text);
+            pressKey(key);
+        };
+    };
+    {
+        DialogScript script;
+        script.run(answer("L = $L$ m", VK_RETURN));
+        drag(pixel({3, -1}), pixel({3, -1}));
+    }
+    ASSERT_EQ(project().labels().size(), 2u);
+    EXPECT_EQ(project().labels()[1].text, "L = $L$ m");
+    EXPECT_EQ(project().labels()[1].beam, beam().id);
+    EXPECT_DOUBLE_EQ(project().labels()[1].y, -1);
+    (void)picture();
+    EXPECT_NE(view->boxOf(2), nullptr);
+    {
+        DialogScript script;
+        script.run(answer("never mind", VK_ESCAPE));
+        drag(pixel({7, -1}), pixel({7, -1}));
+    }
+    EXPECT_EQ(project().labels().size(), 2u);
+}
+
+TEST_F(DrawingWindow, OpensWhatIsClickedTwice) {
+    putBeam();
+    const Pixel at = pixel({6, 0});
+    bool isOpened = false;
+    DialogScript script;
+    script.run([&](HWND dialog) {
+        isOpened = textOf(dialog, IDC_BEAM_NAME) == "P1";
+        setText(dialog, IDC_BEAM_NAME, "P7");
+        pressKey(VK_RETURN);
+    });
+    moveTo(at);
+    // At once: handling the first click takes its time.
+    for (int i = 0; i < 2; ++i) {
+        mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
+        mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
+    }
+    EXPECT_TRUE(pumpUntil([&] { return beam().name == "P7"; }));
+    EXPECT_TRUE(isOpened);
+}
+
+TEST_F(DrawingWindow, PaintsABeamRedBeyondTheElasticLimit) {
+    putBeam();
+    const auto colour = [&] {
+        const BeamPlace place = view->layout().place(beam());
+        return picture().at(place.left + place.width() / 4, place.axis);
+    };
+    const auto red = [](std::uint32_t pixel) { return static_cast<int>(pixel >> 16); };
+    const auto blue = [](std::uint32_t pixel) { return static_cast<int>(pixel & 0xFF); };
+    const std::uint32_t sound = colour();
+    EXPECT_GT(blue(sound), red(sound) + 40);
+    Beam weak = beam();
+    weak.section = "IPE 80";
+    workbench.document().put(weak);
+    const std::uint32_t broken = colour();
+    EXPECT_GT(red(broken), blue(broken) + 40);
+    weak.section = "no such section";
+    workbench.document().put(weak);
+    const std::uint32_t unknown = colour();
+    EXPECT_LT(std::abs(red(unknown) - blue(unknown)), 40);
 }
 
 TEST_F(DrawingWindow, MovesWhatIsDragged) {

@@ -95,6 +95,7 @@ DrawingView::DrawingView(Document& document_)
       modes_(drawingModes(*this, server_)),
       scrolling_(::scrolling(*this, server_)) {
     layout_.measureLoads(project());
+    isEmpty_ = project().beams().empty();
 }
 
 DrawingView::~DrawingView() = default;

@@ -37,8 +37,7 @@ class DrawingView : public View {
     [[nodiscard]] bool isMode(int command) const;
     /// Where a label was drawn; null when it is out of sight.
     [[nodiscard]] const PixelRect* boxOf(std::uint32_t label) const;
-    /// The section that a new beam gets: of the selected beam, else of the newest, else a usual
-    /// one.
+    /// The section for a new beam: of the selected beam, else of the newest, else a usual one.
     [[nodiscard]] CString usualSection() const;
 
     void zoom(double factor, Pixel about);
@@ -64,7 +63,7 @@ class DrawingView : public View {
     DrawingTools tools_;
     DrawingLayout layout_;
     std::vector<LabelPlace> labels_;
-    bool isEmpty_ = true;   // no beam was there when the project was looked at last
+    bool isEmpty_;          // no beam was there when the project was looked at last
     bool isFitted_ = true;  // the user has not looked around yet: the project follows the size
     DispatchServer server_;
     std::vector<std::unique_ptr<DrawingMode>> modes_;

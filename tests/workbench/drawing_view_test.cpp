@@ -328,7 +328,7 @@ TEST_F(DrawingWindow, ChangesALabelFromItsMenu) {
     EXPECT_EQ(project().beams().size(), 1u);
 }
 
-TEST_F(DrawingWindow, ZoomsAboutTheMouseAndBackToEverything) {
+TEST_F(DrawingWindow, LooksAroundAndBackAtEverything) {
     putBeam();
     const Pixel at = pixel({4, 1});
     const Place there = view->layout().plane.toPlane(at);
@@ -341,6 +341,13 @@ TEST_F(DrawingWindow, ZoomsAboutTheMouseAndBackToEverything) {
     EXPECT_EQ(pixel(there), at);
     pressKey(VK_RIGHT);
     EXPECT_TRUE(pumpUntil([&] { return pixel(there).x < at.x; }));
+    const Pixel before = pixel(there);
+    moveTo(at);
+    mouseButton(MOUSEEVENTF_MIDDLEDOWN);
+    moveTo({at.x + 25, at.y - 40});
+    mouseButton(MOUSEEVENTF_MIDDLEUP);
+    moveTo(at);
+    EXPECT_EQ(pixel(there), (Pixel{before.x + 25, before.y - 40}));
     workbench.command(CMD_ZOOM_ALL);
     const BeamPlace place = view->layout().place(beam());
     EXPECT_TRUE(view->part().contains({place.left, place.axis}));

@@ -9,8 +9,8 @@ namespace {
 // Scales of a drawing at its usual size; a smaller one, below so many pixels a metre, has shorter
 // arrows.
 constexpr double kUsualScale = 40;
-constexpr double kForceScale = 6, kUniformScale = 4;
-constexpr double kLongestArrow = 150, kHighestComb = 44;
+constexpr double kForceScale = 5, kUniformScale = 4;
+constexpr double kLongestArrow = 120, kHighestComb = 44;
 constexpr int kShortestArrow = 8;
 constexpr double kSagScale = 1.5;  // pixels a mm
 constexpr int kDeepestSag = 26;
@@ -91,8 +91,9 @@ std::vector<Arrow> DrawingLayout::comb(const BeamPlace& place) const {
 
 std::vector<Pixel> DrawingLayout::deflected(const BeamPlace& place, double deflection) const {
     if (!std::isfinite(deflection)) return {};
-    const double sag = std::clamp(deflection * kSagScale * smaller(plane.scale()),
-                                  -1.0 * kDeepestSag, 1.0 * kDeepestSag);
+    const double deepest = kDeepestSag * smaller(plane.scale());
+    const double sag =
+        std::clamp(deflection * kSagScale * smaller(plane.scale()), -deepest, deepest);
     const int parts = std::clamp(place.width() / 8, 4, 64);
     std::vector<Pixel> curve;
     for (int i = 0; i <= parts; ++i) {

@@ -6,7 +6,7 @@
 namespace {
 
 // Around the extent: arrows above, supports and texts below.
-constexpr int kBeside = 50, kAbove = 90, kBelow = 80;
+constexpr int kBeside = 50, kAbove = 80, kBelow = 66;
 
 // Nothing farther is drawn; the system's functions for lines add coordinates up.
 constexpr double kFarPixel = 1e8;
@@ -24,7 +24,7 @@ double snapped(double value, double step) {
 }
 
 toolbox::PlaneRect extentOf(const Project& project) {
-    if (project.beams().empty()) return {0, 3, 12, -3};
+    if (project.beams().empty()) return {0, 1.5, 12, -1.5};
     constexpr double kFar = 1e9;
     toolbox::PlaneRect extent{kFar, -kFar, -kFar, kFar};
     const auto include = [&extent](double left, double right, double y) {

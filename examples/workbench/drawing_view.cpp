@@ -10,9 +10,9 @@
 
 namespace {
 
-/// Metres are at least so many pixels when a drawing is opened: of a large project the first part
-/// is shown then.
-constexpr double kScaleAtFirst = 34;
+/// A project whose metres would be fewer pixels than the first cannot be read as a whole: its upper
+/// left is shown, with the second.
+constexpr double kTooSmall = 14, kReadable = 34;
 
 /// A device context with a picture of its own, as large as a window.
 class BackBuffer {
@@ -108,7 +108,7 @@ void DrawingView::documentChanged(unsigned changes) {
     if (changes & Document::Content) {
         layout_.measureLoads(project());
         // Another project, rather than the first beam drawn.
-        if (isEmpty_ && project().beams().size() > 1) fit(kScaleAtFirst);
+        if (isEmpty_ && project().beams().size() > 1) showFirst();
         isEmpty_ = project().beams().empty();
     }
     repaint();
@@ -201,17 +201,19 @@ PixelRect DrawingView::part() const {
 }
 
 void DrawingView::resized() {
-    if (isFitted_ && part().width() > 0 && part().height() > 0) fit(kScaleAtFirst);
+    if (isFitted_ && part().width() > 0 && part().height() > 0) showFirst();
 }
 
-void DrawingView::fit(double scaleMin) {
-    layout_.plane = DrawingPlane(extentOf(project()), part(), scaleMin);
-    repaint();
+void DrawingView::showFirst() {
+    zoomAll();
+    if (layout_.plane.scale() < kTooSmall)
+        layout_.plane = DrawingPlane(extentOf(project()), part(), kReadable);
 }
 
 void DrawingView::zoomAll() {
     isFitted_ = true;
-    fit(0);
+    layout_.plane = DrawingPlane(extentOf(project()), part());
+    repaint();
 }
 
 void DrawingView::zoom(double factor, Pixel about) {

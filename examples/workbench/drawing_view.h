@@ -53,7 +53,7 @@ class DrawingView : public View {
     bool command(UINT id);
     void changeLabel(UINT command);
     void resized();
-    void fit(double scaleMin);
+    void showFirst();
     void repaint() const;
     void paint();
     void drawPicture(HDC dc);

@@ -29,8 +29,11 @@ class BeamDialog : public DialogWindow {
     bool addLoad();
     bool changeLoad();
     void removeLoad();
-    /// A load that was typed and is not in the list: the user says what becomes of it. False when
-    /// the dialog stays open.
+    /// A load was typed that is not in the list.
+    [[nodiscard]] bool isLoadPending() const;
+    /// While a load is typed, Enter puts it into the list.
+    void chooseDefault();
+    /// The user says what becomes of a pending load. False when the dialog stays open.
     [[nodiscard]] bool settlePendingLoad();
     [[nodiscard]] bool enter();
 
@@ -109,11 +112,10 @@ bool BeamDialog::command(int id, int notification) {
             return true;
         case IDC_LOAD_POSITION:
         case IDC_LOAD_FORCE:
-            // While a load is typed, Enter puts it into the list.
-            if (notification == EN_SETFOCUS)
-                SendMessageA(window(), DM_SETDEFID,
-                             hasSelectedLoad() ? IDC_LOAD_CHANGE : IDC_LOAD_ADD, 0);
-            if (notification == EN_KILLFOCUS) SendMessageA(window(), DM_SETDEFID, IDOK, 0);
+            if (notification == EN_KILLFOCUS)
+                SendMessageA(window(), DM_SETDEFID, IDOK, 0);
+            else if (GetFocus() == control(id))
+                chooseDefault();
             return true;
         default:
             return false;
@@ -167,10 +169,18 @@ void BeamDialog::removeLoad() {
     showSelectedLoad();
 }
 
+bool BeamDialog::isLoadPending() const {
+    return (position_.isChanged() || force_.isChanged()) &&
+           !(position_.isEmpty() && force_.isEmpty());
+}
+
+void BeamDialog::chooseDefault() {
+    const int button = !isLoadPending() ? IDOK : hasSelectedLoad() ? IDC_LOAD_CHANGE : IDC_LOAD_ADD;
+    SendMessageA(window(), DM_SETDEFID, static_cast<WPARAM>(button), 0);
+}
+
 bool BeamDialog::settlePendingLoad() {
-    const bool pending =
-        (position_.isChanged() || force_.isChanged()) && !(position_.isEmpty() && force_.isEmpty());
-    if (!pending) return true;
+    if (!isLoadPending()) return true;
     switch (GMSG::errorMsg(kPendingLoad, MB_YESNOCANCEL | MB_ICONQUESTION)) {
         case IDYES:
             return hasSelectedLoad() ? changeLoad() : addLoad();

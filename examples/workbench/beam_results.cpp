@@ -57,22 +57,34 @@ BeamResults BeamComputer::compute(const Beam& beam, const Section& section) {
     const double figures[] = {beam.span, beam.uniform, section.iY, section.welY, section.mass, 0,
                               0};
     for (int row = 0; const double figure : figures) grid_.setCell(row++, kA, figure);
-    for (std::size_t i = 0; i < kLoadsMax; ++i) {
-        const PointLoad load = i < beam.loads.size() ? beam.loads[i] : PointLoad{};
-        grid_.setCell(static_cast<int>(i), kB, load.force);
-        grid_.setCell(static_cast<int>(i), kC, load.position);
-    }
-    grid_.recalculate();
+    setLoads(beam);
+    // Each formula after those that it names; the rows below are zero.
+    grid_.getCell("G1");
+    for (int row = 0; row < rows_; ++row)
+        for (const int column : {kE, kF}) grid_.getCell(row, column);
     BeamResults results;
     results.leftReaction = grid_.getCell("G2");
     results.deflection = grid_.getCell("G4");
     results.weight = grid_.getCell("G5");
     results.rightReaction = grid_.getCell("G6");
     findLargestMoment(beam, results);
+    rows_ = static_cast<int>(beam.loads.size());
     grid_.setCell(kLargest, kA, results.moment);
     results.stress = grid_.getCell("G7");
     results.use = grid_.getCell("G8");
     return results;
+}
+
+/// Also clears the rows of the beam before.
+void BeamComputer::setLoads(const Beam& beam) {
+    const int loads = static_cast<int>(beam.loads.size());
+    rows_ = std::max(rows_, loads);
+    for (int row = 0; row < rows_; ++row) {
+        const PointLoad load =
+            row < loads ? beam.loads[static_cast<std::size_t>(row)] : PointLoad{};
+        grid_.setCell(row, kB, load.force);
+        grid_.setCell(row, kC, load.position);
+    }
 }
 
 /// The moment is largest under a load or where the shear force vanishes between two.
@@ -82,7 +94,7 @@ void BeamComputer::findLargestMoment(const Beam& beam, BeamResults& results) {
     loads.push_back({beam.span, 0});
     const double uniform = grid_.getCell("G1");
     const auto consider = [&](double x) {
-        const double moment = momentAt(x, beam.loads.size());
+        const double moment = momentAt(x);
         if (std::fabs(moment) <= std::fabs(results.moment)) return;
         results.moment = moment;
         results.momentAt = x;
@@ -98,8 +110,8 @@ void BeamComputer::findLargestMoment(const Beam& beam, BeamResults& results) {
     }
 }
 
-double BeamComputer::momentAt(double x, std::size_t loads) {
+double BeamComputer::momentAt(double x) {
     grid_.setCell(kPlace, kA, x);
-    for (std::size_t i = 0; i < loads; ++i) grid_.getCell(static_cast<int>(i), kD);
+    for (int row = 0; row < rows_; ++row) grid_.getCell(row, kD);
     return grid_.getCell("G3");
 }

@@ -25,8 +25,10 @@ class BeamComputer {
     [[nodiscard]] BeamResults compute(const Beam& beam, const Section& section);
 
   private:
+    void setLoads(const Beam& beam);
     void findLargestMoment(const Beam& beam, BeamResults& results);
-    double momentAt(double x, std::size_t loads);
+    double momentAt(double x);
 
     Parser grid_;
+    int rows_ = static_cast<int>(kLoadsMax);  // of point loads that may not be zero; all unset yet
 };

@@ -14,6 +14,7 @@ enum DialogText : unsigned short {
     kPositionHeading,
     kForceHeading,
     kNumber,
+    kNumberNeeded,
 
     kUnknownKey = 3220,  ///< word, as the next
     kKeyNotAvailable,

@@ -114,7 +114,9 @@ bool NumberField::read(double& value) {
         if (isNumber(text.view())) SetDlgItemTextA(GMSG::getParent(), control_, text);
     }
     const HWND dialog = GMSG::getParent();
-    if (!isNumber(text.view()))
+    if (text.empty())
+        GMSG::errorMsg(kNumberNeeded, MB_ICONEXCLAMATION);
+    else if (!isNumber(text.view()))
         GMSG::errorMsg(kNoNumber, MB_ICONEXCLAMATION, entered());
     else if (GMSG::getDouble(control_, value, range_))
         return true;

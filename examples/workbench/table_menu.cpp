@@ -31,17 +31,15 @@ class PopupMenu {
 
 }  // namespace
 
-void TableView::openMenu(HWND window, POINT place) {
+void TableView::openMenu(POINT place) {
+    if (place.x == -1 && place.y == -1) return openRowMenu(placeOfRow());  // by the keyboard
+    // A click on the header comes as one on the list.
     const HWND header = ListView_GetHeader(list_);
-    if (window == header) {
-        HDHITTESTINFO hit{place, 0, -1};
-        ScreenToClient(header, &hit.pt);
-        SendMessageA(header, HDM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
-        if (hit.iItem >= 0) openColumnMenu(place, hit.iItem);
-        return;
-    }
-    const bool byKeyboard = place.x == -1 && place.y == -1;
-    openRowMenu(byKeyboard ? placeOfRow() : place);
+    HDHITTESTINFO hit{place, 0, -1};
+    ScreenToClient(header, &hit.pt);
+    SendMessageA(header, HDM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+    if (!(hit.flags & (HHT_ONHEADER | HHT_ONDIVIDER | HHT_NOWHERE))) return openRowMenu(place);
+    if (hit.iItem >= 0) openColumnMenu(place, hit.iItem);
 }
 
 POINT TableView::placeOfRow() const {

@@ -85,7 +85,7 @@ LRESULT TableView::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             if (command(LOWORD(wParam))) return 0;
             break;
         case WM_CONTEXTMENU:
-            openMenu(reinterpret_cast<HWND>(wParam), {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
+            openMenu({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
             return 0;
         case kSelectionMoved:
             selectionMoved_ = false;

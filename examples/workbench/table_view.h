@@ -43,7 +43,7 @@ class TableView : public View {
     void editMarkedFormat();
 
     // Menus, at screen coordinates.
-    void openMenu(HWND window, POINT place);
+    void openMenu(POINT place);
     void openRowMenu(POINT place);
     void openColumnMenu(POINT place, int column);
     /// Of the row that has the focus, for the keyboard.

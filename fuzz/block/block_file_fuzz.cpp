@@ -9,7 +9,7 @@
 
 #include "plain_reader.h"
 #include "require.h"
-#include "support/prompt_log.h"
+#include "support/text_fakes.h"
 
 namespace {
 
@@ -25,11 +25,11 @@ const char* fileOf(const std::uint8_t* data, std::size_t size) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    PromptLog told;
+    toolbox::testing::RecordingPrompt told;
     const block_kit::PlainReader bytes({reinterpret_cast<const char*>(data), size});
     TarvFileRead file;
     require(file.open(fileOf(data, size)) == (bytes.opens() ? 1 : 0));
     require(!bytes.opens() || givesWhatItHolds(file, bytes));
-    require(told.shown.empty());
+    require(told.boxes.empty());
     return 0;
 }

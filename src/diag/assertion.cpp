@@ -1,5 +1,6 @@
 #include <csignal>
 #include <cstdlib>
+#include <utility>
 
 #include "diag/assertion_text.h"
 #include "text/text_resources.h"
@@ -65,9 +66,7 @@ void _tvassert(const char* expression, const char* file, int line) {
 namespace toolbox {
 
 AssertionHandler setAssertionHandler(AssertionHandler handler) {
-    const AssertionHandler before = theHandler;
-    theHandler = handler;
-    return before;
+    return std::exchange(theHandler, handler);
 }
 
 }  // namespace toolbox

@@ -1,4 +1,5 @@
 #include <cstdarg>
+#include <utility>
 
 #include "base/template_text.h"
 #include "toolbox/diagnostics.h"
@@ -36,9 +37,7 @@ void CTvTrace::Trace(unsigned long category, const char* format, ...) {
 namespace toolbox {
 
 TraceSink setTraceSink(TraceSink sink) {
-    const TraceSink before = theSink;
-    theSink = sink;
-    return before;
+    return std::exchange(theSink, sink);
 }
 
 }  // namespace toolbox

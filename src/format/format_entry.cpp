@@ -2,6 +2,8 @@
 
 #include <charconv>
 
+#include "base/trimmed.h"
+
 namespace toolbox::format {
 namespace {
 
@@ -13,9 +15,7 @@ constexpr int kWidest = 9999;
 
 /// A whole number, blanks around it apart, between two limits.
 std::optional<int> numberWithin(std::string_view text, int minimum, int maximum) {
-    const std::size_t first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos) return {};
-    text = text.substr(first, text.find_last_not_of(' ') - first + 1);
+    text = base::trimmed(text);
     int number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (error != std::errc() || end != text.data() + text.size()) return {};

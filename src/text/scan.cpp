@@ -3,19 +3,14 @@
 #include <cmath>
 #include <string_view>
 
+#include "base/trimmed.h"
 #include "toolbox/text.h"
 
 namespace {
 
-std::string_view withoutBlanks(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 template <class Number>
 bool scanNumber(const CString& text, Number* out) {
-    std::string_view digits = withoutBlanks(text.view());
+    std::string_view digits = toolbox::base::trimmed(text.view());
     if (digits.starts_with('+')) {
         digits.remove_prefix(1);
         if (digits.starts_with('-')) return false;

@@ -126,8 +126,9 @@ int writeInteger(const Setting& setting, std::int32_t value) {
     return setting.writeText(std::to_string(value).c_str());
 }
 
-/// The number in a profile may be larger than the 32 bits of the registry.
-int readInteger(const Setting& setting, long long& value) {
+/// The number in a profile may be larger than the 32 bits of the registry: the nearer of the two
+/// ends is read then.
+int readInteger(const Setting& setting, long long& value, long long lowest, long long highest) {
     if (GMSG::useRegistry()) {
         std::int32_t stored = 0;
         const int found = setting.readValue(REG_DWORD, &stored, sizeof stored);
@@ -136,7 +137,7 @@ int readInteger(const Setting& setting, long long& value) {
     }
     RWCString text;
     const int found = setting.readText(text);
-    value = base::leadingInteger(text.view());
+    value = std::clamp(base::leadingInteger(text.view()), lowest, highest);
     return found;
 }
 
@@ -187,9 +188,9 @@ int GMSG::getProfile(const SettingName& section, const SettingName& entry, int& 
                      int byDefault, const char* dest) {
     using Limits = std::numeric_limits<int>;
     long long stored = 0;
-    const int found = readInteger(Setting(section, entry, dest), stored);
-    value = found ? static_cast<int>(std::clamp<long long>(stored, Limits::min(), Limits::max()))
-                  : byDefault;
+    const int found =
+        readInteger(Setting(section, entry, dest), stored, Limits::min(), Limits::max());
+    value = found ? static_cast<int>(stored) : byDefault;
     return found;
 }
 
@@ -204,10 +205,8 @@ int GMSG::getProfile(const SettingName& section, const SettingName& entry, unsig
     using Low = std::numeric_limits<std::int32_t>;
     using High = std::numeric_limits<std::uint32_t>;
     long long stored = 0;
-    const int found = readInteger(Setting(section, entry, dest), stored);
-    value = found
-                ? static_cast<std::uint32_t>(std::clamp<long long>(stored, Low::min(), High::max()))
-                : byDefault;
+    const int found = readInteger(Setting(section, entry, dest), stored, Low::min(), High::max());
+    value = found ? static_cast<std::uint32_t>(stored) : byDefault;
     return found;
 }
 

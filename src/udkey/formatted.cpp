@@ -1,13 +1,13 @@
 // Values of keys as text.
+#include "base/trimmed.h"
 #include "udkey/shared.h"
-#include "udkey/text_parts.h"
 
 namespace udkey = toolbox::udkey;
 
 namespace {
 
 void appendText(const RWCString& text, int strip, std::string& out) {
-    out += strip ? udkey::stripped(text.view()) : text.view();
+    out += strip ? toolbox::base::trimmed(text.view()) : text.view();
 }
 
 }  // namespace

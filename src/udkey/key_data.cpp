@@ -1,9 +1,10 @@
+#include <algorithm>
 #include <string_view>
 
+#include "base/trimmed.h"
 #include "toolbox/keys.h"
-#include "udkey/text_parts.h"
 
-using toolbox::udkey::stripped;
+using toolbox::base::trimmed;
 
 namespace {
 
@@ -92,7 +93,7 @@ RWCString UDKeyData::saveStringData() const {
 
 int UDKeyData::restoreStringData(RWCString text) {
     std::string_view rest = text.view();
-    setDescStr(RWCString(stripped(nextPart(rest, '|'))));
-    const std::string_view format = stripped(nextPart(rest, '|'));
+    setDescStr(RWCString(trimmed(nextPart(rest, '|'))));
+    const std::string_view format = trimmed(nextPart(rest, '|'));
     return format_->restoreStringFormat(RWCString(format.substr(0, format.find(','))));
 }

@@ -4,11 +4,11 @@
 
 #include <string>
 
+#include "base/trimmed.h"
 #include "format/format_entry.h"
 #include "toolbox/keys.h"
 #include "toolbox/messages.h"
 #include "toolbox/platform.h"
-#include "udkey/text_parts.h"
 #include "window/dialog_template.h"
 
 namespace {
@@ -142,7 +142,7 @@ void FormatDialog::confirm() {
     // In place: the caller may have come by way of the key's own format.
     key_.getFormat()->setFormat(*draft_.getFormat());
     // Without the blanks that would be lost when the key is saved and restored.
-    key_.setDescStr(RWCString(udkey::stripped(textIn(IDC_FORMAT_DESCRIPTION))));
+    key_.setDescStr(RWCString(base::trimmed(textIn(IDC_FORMAT_DESCRIPTION))));
     EndDialog(dialog_, kConfirmed);
 }
 

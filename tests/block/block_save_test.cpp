@@ -4,8 +4,8 @@
 
 #include "block/block_kit.h"
 #include "support/faulty_files.h"
-#include "support/prompt_log.h"
 #include "support/temp_folder.h"
+#include "support/text_fakes.h"
 
 using namespace block_kit;
 
@@ -26,7 +26,7 @@ class BlockSave : public testing::Test {
 
     TempFolder folder;
     std::string name = folder / "plan.dat";
-    PromptLog told;
+    toolbox::testing::RecordingPrompt told;
     const std::vector<Block> fresh = newBlocks();
 };
 
@@ -42,7 +42,7 @@ TEST_F(BlockSave, FailsAndTellsWhenAnyWriteOrSeekFails) {
                     faults.fail(FileCall::write, nth, ERROR_DISK_FULL);
                 else
                     faults.shorten(FileCall::write, nth, 100, fault == ShortForGood);
-                told.shown.clear();
+                told.boxes.clear();
                 const int result = save(name, fresh, safely);
                 if (faults.made(FileCall::write) < nth) {
                     EXPECT_EQ(result, 1);
@@ -50,7 +50,7 @@ TEST_F(BlockSave, FailsAndTellsWhenAnyWriteOrSeekFails) {
                     break;
                 }
                 ASSERT_EQ(result, 0) << nth;
-                EXPECT_FALSE(told.shown.empty()) << nth;
+                EXPECT_FALSE(told.boxes.empty()) << nth;
                 EXPECT_TRUE(folder.read("plan.bak") == old) << nth;
                 if (safely) {
                     EXPECT_TRUE(folder.read("plan.dat") == old) << nth;
@@ -143,11 +143,11 @@ TEST_F(BlockSave, NeverGrowsPastWhatSeekToTakes) {
         ASSERT_EQ(file.open(name.c_str()), 1);
         ASSERT_EQ(file.getFile()->SeekTo(static_cast<long>(each.at)), 1);
         FaultyFiles calls;
-        told.shown.clear();
+        told.boxes.clear();
         EXPECT_EQ(file.writeBloc(made({9, "four"})), each.result);
         EXPECT_EQ(file.getIndex()->getOffset(9), each.result ? each.at : 0);
         EXPECT_EQ(calls.made(FileCall::write), each.result);
-        EXPECT_EQ(told.shown.size(), each.result ? 0 : tells);
+        EXPECT_EQ(told.boxes.size(), each.result ? 0 : tells);
         calls.fail(FileCall::write, 1, ERROR_DISK_FULL);  // nothing is to be 2 GiB long here
         if (each.at == most) {
             EXPECT_EQ(file.commit(), 0);

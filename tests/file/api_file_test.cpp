@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "support/faulty_files.h"
-#include "support/prompt_log.h"
 #include "support/temp_folder.h"
+#include "support/text_fakes.h"
 #include "toolbox/files.h"
 
 namespace {
@@ -24,7 +24,7 @@ class ApiFile : public testing::Test {
     }
 
     TempFolder folder;
-    PromptLog prompt;
+    toolbox::testing::RecordingPrompt prompt;
 };
 
 std::string bytes(std::initializer_list<int> values) {
@@ -95,7 +95,7 @@ TEST_F(ApiFile, EndOfFileFailsInSilence) {
     EXPECT_EQ(file.Error(), 0ul);
     EXPECT_EQ(file.Eof(), 0);
     EXPECT_EQ(file.good(), 1);
-    EXPECT_TRUE(prompt.shown.empty());
+    EXPECT_TRUE(prompt.boxes.empty());
 }
 
 TEST_F(ApiFile, FailuresOfReadAndWriteAreStoredAndShown) {
@@ -108,15 +108,15 @@ TEST_F(ApiFile, FailuresOfReadAndWriteAreStoredAndShown) {
     EXPECT_EQ(file.Error(), ERROR_HANDLE_EOF);
     EXPECT_EQ(file.Eof(), 1);
     EXPECT_EQ(file.good(), 0);
-    ASSERT_EQ(prompt.shown.size(), 1u);
+    ASSERT_EQ(prompt.boxes.size(), 1u);
 
     file.ClearErr();
     faults.shorten(FileCall::write, 1, 3);
     EXPECT_EQ(file.write(buffer, 4), 0);
     EXPECT_EQ(file.Error(), ERROR_DISK_FULL);
-    ASSERT_EQ(prompt.shown.size(), 2u);
-    EXPECT_FALSE(prompt.shown[1].empty());
-    EXPECT_NE(prompt.shown[0], prompt.shown[1]);
+    ASSERT_EQ(prompt.boxes.size(), 2u);
+    EXPECT_FALSE(prompt.boxes[1].text.empty());
+    EXPECT_NE(prompt.boxes[0].text, prompt.boxes[1].text);
 
     // What is not a read or write stores its code only.
     faults.fail(FileCall::seek, 1, ERROR_INVALID_HANDLE, true);
@@ -124,7 +124,7 @@ TEST_F(ApiFile, FailuresOfReadAndWriteAreStoredAndShown) {
     EXPECT_EQ(file.SeekToEnd(), 0);
     EXPECT_EQ(file.CurOffset(), 0xFFFFFFFFul);
     EXPECT_EQ(file.Error(), ERROR_INVALID_HANDLE);
-    EXPECT_EQ(prompt.shown.size(), 2u);
+    EXPECT_EQ(prompt.boxes.size(), 2u);
 }
 
 TEST_F(ApiFile, AFileThatDoesNotOpenTakesNoCalls) {

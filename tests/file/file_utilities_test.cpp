@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "support/faulty_files.h"
-#include "support/prompt_log.h"
 #include "support/temp_folder.h"
+#include "support/text_fakes.h"
 #include "toolbox/files.h"
 
 namespace {
@@ -51,7 +51,7 @@ TEST(KillFile, DeletesByBareNameInTheCurrentFolder) {
     char before[260];
     ASSERT_EQ(GetCurDir(before), 1);
     ASSERT_EQ(SelectDir(folder.path().c_str(), nullptr), 1);
-    PromptLog prompt;
+    toolbox::testing::RecordingPrompt prompt;
     KillFile("sub\\*.tmp");
     EXPECT_EQ(folder.names(), (std::vector<std::string>{"b.tmp", "sub"}));
     KillFile("*.tmp");

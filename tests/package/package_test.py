@@ -47,6 +47,15 @@ def version():
             for part in ("MAJOR", "MINOR", "PATCH")]
 
 
+def exported_bytes(program):
+    """Size of the table of exports of a Windows program."""
+    data = program.read_bytes()
+    header = int.from_bytes(data[0x3C:0x40], "little") + 24
+    wide = data[header:header + 2] == b"\x0b\x02"
+    entry = header + (112 if wide else 96)
+    return int.from_bytes(data[entry + 4:entry + 8], "little")
+
+
 class Package(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
@@ -102,6 +111,9 @@ class Package(unittest.TestCase):
         self.assertEqual(self.expected("toolbox.dll", True), self.started(built / f"consumer{EXE}"))
         self.assertEqual(self.expected("static", False),
                          self.started(built / f"consumer_static{EXE}"))
+        if WINDOWS:
+            self.assertGreater(exported_bytes(self.prefix / "bin/toolbox.dll"), 10000)
+            self.assertEqual(0, exported_bytes(built / f"consumer_static{EXE}"))
 
     def test_a_program_builds_with_pkg_config(self):
         where = {**os.environ, "PKG_CONFIG_LIBDIR": str(self.prefix / options.libdir / "pkgconfig")}

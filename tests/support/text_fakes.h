@@ -42,7 +42,7 @@ class FakeStrings : public platform::StringResources {
     Table english_;
 };
 
-/// Keeps every box and answers it.
+/// Keeps every box and answers it. In use from its construction to its end.
 class RecordingPrompt : public platform::UserPrompt {
   public:
     struct Box {
@@ -56,6 +56,7 @@ class RecordingPrompt : public platform::UserPrompt {
     int answer = IDOK;
     HWND liveWindow = nullptr;       ///< the one window that exists
     std::vector<std::string> fatal;  ///< texts that would have ended the process
+    std::string cursor;              ///< "wait " and "arrow " as they were shown
 
     int messageBox(HWND owner, const char* text, const char* caption, unsigned int flags) override {
         boxes.push_back({owner, text, caption, flags});
@@ -63,17 +64,19 @@ class RecordingPrompt : public platform::UserPrompt {
     }
     void fatalExit(const char* text) override { fatal.emplace_back(text); }
     bool isWindow(HWND window) override { return window && window == liveWindow; }
-    void showWaitCursor(bool) override {}
+    void showWaitCursor(bool wait) override { cursor += wait ? "wait " : "arrow "; }
+
+  private:
+    platform::Replaced<platform::UserPrompt> guard_{platform::current().prompt, *this};
 };
 
-/// Puts both in place for its lifetime.
+/// Both in place for its lifetime.
 struct FakedTexts {
     FakeStrings strings;
     RecordingPrompt prompt;
 
   private:
     platform::Replaced<platform::StringResources> strings_{platform::current().strings, strings};
-    platform::Replaced<platform::UserPrompt> prompt_{platform::current().prompt, prompt};
 };
 
 }  // namespace toolbox::testing

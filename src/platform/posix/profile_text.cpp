@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/trimmed.h"
 #include "base/windows1252.h"
 #include "platform/profile_names.h"
 
@@ -15,9 +16,7 @@ constexpr std::string_view kUtf16leMark = "\xFF\xFE";
 constexpr std::string_view kUtf16beMark = "\xFE\xFF";
 
 std::string_view trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(kProfileBlanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(kProfileBlanks) - first + 1);
+    return base::trimmed(text, kProfileBlanks);
 }
 
 /// The part of a line that Windows sees.

@@ -3,6 +3,7 @@
 #include <charconv>
 
 #include "base/codec.h"
+#include "base/trimmed.h"
 #include "base/windows1252.h"
 #include "toolbox/win_types.h"
 
@@ -12,12 +13,9 @@ namespace {
 using Kind = LineMeaning::Kind;
 
 constexpr std::string_view kFirstLine = "REGEDIT4\r\n\r\n";
-constexpr std::string_view kBlanks = " \t\r\n";
 
 std::string_view trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(kBlanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+    return base::trimmed(text, " \t\r\n");
 }
 
 std::string folded(std::string_view name) {

@@ -36,7 +36,7 @@ class DialogWindow {
     [[nodiscard]] HWND control(int id) const { return GetDlgItem(dialog_, id); }
     /// Gives a control the focus and selects what an edit field holds.
     void focus(int id) const;
-    /// A control without focus only, which otherwise would hold it disabled.
+    /// A control that is disabled hands the focus on first: it would keep it.
     void enable(int id, bool enabled) const;
 
   private:

@@ -165,7 +165,11 @@ bool KeyList::command(int id, int) {
 bool KeyList::notified(const NMHDR& note) {
     if (note.idFrom != IDC_KEYS || refreshing_) return false;
     const int row = selectedRow(note.hwndFrom);
-    if (row < 0) return false;
+    if (row < 0) {
+        // Below the last line: the buttons are always for the line that is selected.
+        if (note.code == NM_CLICK || note.code == NM_RCLICK) refresh();
+        return false;
+    }
     selected_ = shown_[static_cast<std::size_t>(row)];
     if (note.code == LVN_ITEMCHANGED) showButtons();
     if (note.code == NM_DBLCLK) workbench_.editFormat(window(), selected_);

@@ -1,9 +1,9 @@
 // A record that was restored from any bytes is the same again after it is saved and restored.
 #include <cstdint>
 
+#include "base/trimmed.h"
 #include "require.h"
 #include "toolbox/keys.h"
-#include "udkey/text_parts.h"
 
 namespace {
 
@@ -26,7 +26,7 @@ void check(const RWCString& record, const FormatType& format) {
     UDKeyData again = declared(format);
     const RWCString saved = data.saveStringData();
     require(again.restoreStringData(saved) == 1);
-    require(again.getDescStr() == toolbox::udkey::stripped(data.getDescStr().view()));
+    require(again.getDescStr() == toolbox::base::trimmed(data.getDescStr().view()));
     require(again.getFormat()->operator==(*data.getFormat()) == 1);
 }
 

@@ -50,6 +50,17 @@ auto waitFor(const std::string& what, Ask ask, std::chrono::milliseconds patienc
     }
 }
 
+/// Whether the answer is true before long.
+template <class Ask>
+bool isSoon(Ask ask, std::chrono::milliseconds patience) {
+    const auto end = std::chrono::steady_clock::now() + patience;
+    for (;;) {
+        if (ask()) return true;
+        if (std::chrono::steady_clock::now() > end) return false;
+        ::Sleep(10);
+    }
+}
+
 /// A running program. One that still runs at the end is ended.
 class Program {
   public:

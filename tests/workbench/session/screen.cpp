@@ -96,9 +96,11 @@ void emptyClipboard() {
     EmptyClipboard();
 }
 
+bool hasClipboardText() {
+    return IsClipboardFormatAvailable(CF_UNICODETEXT) != FALSE;
+}
+
 std::string clipboardText() {
-    waitFor("a text in the clipboard",
-            [] { return IsClipboardFormatAvailable(CF_UNICODETEXT) != FALSE; });
     const OpenedClipboard opened;
     const HANDLE data = GetClipboardData(CF_UNICODETEXT);
     const auto* text = data ? static_cast<const wchar_t*>(GlobalLock(data)) : nullptr;

@@ -13,7 +13,7 @@ void savePicture(const RECT& area, const std::string& file);
 
 /// Empties the clipboard, so that what a program copies next is told from what was there.
 void emptyClipboard();
-/// Waits until there is a text in the clipboard.
+[[nodiscard]] bool hasClipboardText();
 [[nodiscard]] std::string clipboardText();
 
 }  // namespace session

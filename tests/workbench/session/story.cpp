@@ -1,9 +1,7 @@
 #include "story.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <fstream>
-#include <iterator>
 
 #include "format_dialogs.h"
 #include "hands.h"
@@ -16,15 +14,21 @@ namespace {
 
 constexpr const char* kFirstTitle = "Projet 1";
 constexpr const char* kBeamName = "Trav\u00e9e 1";
-constexpr const char* kSection = "IPE 330";
+constexpr const char* kSection = "IPE 220";
 
 // Where the mouse goes in the drawing: parts of its width and height, and pixels above the beam.
-constexpr double kLeft = 0.2, kRight = 0.5, kSecondLeft = 0.6, kSecondRight = 0.8, kHeight = 0.45;
+constexpr double kLeft = 0.2, kRight = 0.5, kSecondLeft = 0.58, kSecondRight = 0.75, kHeight = 0.45;
 constexpr double kLabelX = 0.2, kLabelY = 0.85;
 constexpr LONG kForceDrag = 70, kUniformDrag = 30;
 
 void expect(bool condition, const std::string& what) {
     if (!condition) throw Failure("not so: " + what);
+}
+
+void expectSame(const CopiedTable& table, const CopiedTable& wanted, const std::string& what) {
+    if (table != wanted)
+        throw Failure("not so: " + what + "; the table shows\n" + table.text() + "\ninstead of\n" +
+                      wanted.text());
 }
 
 /// Puts a text into an edit field, as a user does who comes with the mouse.
@@ -115,7 +119,7 @@ void Story::takeResultsPicture() const {
         {{"text", {first.left, first.top, last.right, first.bottom}},
          {"text", {first.left, first.bottom, last.right, first.bottom + 2 * row}},
          {"empty", {first.left, first.bottom + 4 * row, last.right, list.bottom}},
-         {"beam", {leftEnd_.x + 12, load.y - 2, rightEnd_.x - 12, load.y + 3}},
+         {"beam", {leftEnd_.x + 12, load.y - 1, rightEnd_.x - 12, load.y + 2}},
          {"uniform", {leftEnd_.x + 12, load.y - kUniformDrag + 6, load.x - 12, load.y - 20}},
          {"arrow", {load.x - 6, top, load.x + 7, bottom}},
          {"paper", {load.x - 60, top, load.x - 40, bottom}},
@@ -148,8 +152,7 @@ void Story::showViews(const std::string& title) {
 
 void Story::drawBeams() {
     workbench_->activate(VK_F7, drawing_);
-    workbench_->command('2', {VK_CONTROL});
-    workbench_->waitForHint("Poutre");
+    workbench_->enterMode('2', "Poutre");
     leftEnd_ = inDrawing(kLeft, kHeight);
     rightEnd_ = inDrawing(kRight, kHeight);
     drag(leftEnd_, rightEnd_);
@@ -181,7 +184,7 @@ HWND Story::palette() const {
 
 CopiedTable Story::copyTable() const {
     workbench_->activate(VK_F6, table_);
-    CopiedTable table = workbench_->copyTable();
+    CopiedTable table = workbench_->copyTable(childrenOf(table_).front());
     workbench_->activate(VK_F7, drawing_);
     return table;
 }
@@ -196,8 +199,7 @@ void Story::addLoads() {
     say("added a point load with the mouse: " + loaded.cell(1, "P") + " kN, moment " +
         loaded.cell(1, "M") + " kNm");
 
-    workbench_->command('4', {VK_CONTROL});
-    workbench_->waitForHint("Charge uniforme");
+    workbench_->enterMode('4', "Charge uniforme");
     drag({leftEnd_.x, leftEnd_.y - kUniformDrag}, {rightEnd_.x, rightEnd_.y + 2});
     const POINT second = inDrawing(kSecondLeft, kHeight), end = inDrawing(kSecondRight, kHeight);
     drag({end.x, end.y - kUniformDrag}, {second.x, second.y + 2});
@@ -210,8 +212,7 @@ void Story::addLoads() {
 
 void Story::addLabel() {
     const std::string words = "$NAME$ : fl\u00e8che $F$ mm";
-    workbench_->command('5', {VK_CONTROL});
-    workbench_->waitForHint("\u00c9tiquette");
+    workbench_->enterMode('5', "\u00c9tiquette");
     click(inDrawing(kLabelX, kLabelY));
     const HWND dialog = workbench_->program().waitForDialog("the label's dialog");
     enter(dialog, IDC_LABEL_TEXT, words);
@@ -223,14 +224,12 @@ void Story::addLabel() {
 }
 
 void Story::editBeam() {
-    workbench_->command('1', {VK_CONTROL});
-    workbench_->waitForHint("S\u00e9lection");
+    workbench_->enterMode('1', "S\u00e9lection");
     click({leftEnd_.x + 30, leftEnd_.y});
     workbench_->command(VK_F2);
     const HWND dialog = workbench_->program().waitForDialog("the beam's dialog");
     enter(dialog, IDC_BEAM_NAME, kBeamName);
-    const HWND section = control(dialog, IDC_BEAM_SECTION);
-    pick(section, kSection);
+    pick(control(dialog, IDC_BEAM_SECTION), kSection);
     workbench_->answer(dialog, IDOK);
     CopiedTable edited = copyTable();
     expect(edited.cell(1, "poutre") == kBeamName, "the beam has its new name");
@@ -260,14 +259,15 @@ void Story::changeFormat() {
 void Story::recompute() {
     workbench_->command(VK_F9);
     workbench_->waitForHint("2 sur 2");
-    expect(copyTable() == results_, "recomputing gives the same");
-    click(inDrawing(kLabelX, 0.1));
+    expectSame(copyTable(), results_, "recomputing gives the same");
+    click(inDrawing(kLabelX, 0.1));  // selects nothing
+    (void)palette();
     takeResultsPicture();
     say("recomputed with F9: the same results");
 }
 
 void Story::saveAs() {
-    workbench_->command('S', {VK_CONTROL});
+    workbench_->choose('F', 'E');
     const HWND dialog = workbench_->program().waitForDialog("the dialog for the file's name");
     type(projectFile());
     waitFor("the name typed", [&] {
@@ -290,7 +290,7 @@ void Story::closeAndReopen() {
     closeProject();
     workbench_->choose('F', '1');
     showViews(kName);
-    expect(copyTable() == results_, "the project opened is the one that was saved");
+    expectSame(copyTable(), results_, "the project opened is the one that was saved");
     say("closed it and opened it again from the list of recent files: the same results");
 }
 
@@ -307,7 +307,7 @@ void Story::recoverDamagedFile() {
            "the question says what can be read: " + question);
     workbench_->answer(box, IDYES);
     showViews(std::string(kName) + " (r\u00e9cup\u00e9r\u00e9)*");
-    expect(copyTable() == results_, "the beams were recovered");
+    expectSame(copyTable(), results_, "the beams were recovered");
     workbench_->choose('F', 'F');
     workbench_->answer(workbench_->program().waitForDialog("the question about saving"), IDNO);
     workbench_->waitForNoDocument();
@@ -319,7 +319,8 @@ void Story::recoverDamagedFile() {
 void Story::cancelMeter() {
     const HWND meter = workbench_->program().waitForDialog("the progress meter");
     const HWND line = control(meter, IDC_METER_LINE_1);
-    waitFor("the meter to move on", [&] { return textOf(line) > "200 sur 10000"; });
+    const std::string before = textOf(line);
+    waitFor("the meter to move on", [&] { return textOf(line) != before; });
     workbench_->answer(meter, IDCANCEL);
     waitFor("the hint of a part", [&] {
         const std::string hint = workbench_->hint();
@@ -335,7 +336,8 @@ void Story::computeLargeSample() {
     showViews(title.substr(0, title.find(" - ")));
     CopiedTable all = copyTable();
     expect(all.rows() == 10000, "the table has 10000 rows");
-    expect(all.cell(1, "f") != all.cell(10000, "f"), "the last row has no result");
+    expect(!all.cell(1, "f").empty() && all.cell(10000, "f").empty(),
+           "the first row has a result, the last one has none");
     say("opened the large sample and cancelled the meter: " + part);
     workbench_->command(VK_F9);
     if (plan_.isPatient) {

@@ -1,5 +1,7 @@
 #include "workbench_window.h"
 
+#include <commctrl.h>
+
 #include <algorithm>
 #include <iostream>
 #include <sstream>
@@ -8,8 +10,11 @@
 #include "screen.h"
 
 namespace session {
-
 namespace {
+
+/// After which a user does again what had no effect. A window that has just become the active one
+/// may take the keyboard's state over, in which a key that is being held is not.
+constexpr std::chrono::seconds kAWhile{2};
 
 std::string trimmed(const std::string& text) {
     const auto first = text.find_first_not_of(' ');
@@ -42,6 +47,15 @@ const std::string& CopiedTable::cell(std::size_t row, const std::string& header)
     return lines[row][index];
 }
 
+std::string CopiedTable::text() const {
+    std::string text;
+    for (const auto& line : lines) {
+        for (const std::string& cell : line) text += cell + " | ";
+        text += '\n';
+    }
+    return text;
+}
+
 WorkbenchWindow::WorkbenchWindow(const std::string& program, const std::string& settings,
                                  const std::string& more)
     : program_('"' + program + "\" --settings \"" + settings + '"' + more) {
@@ -58,11 +72,14 @@ WorkbenchWindow::WorkbenchWindow(const std::string& program, const std::string& 
 }
 
 void WorkbenchWindow::waitUntilReady() const {
-    waitFor("the frame to take the keys", [&] {
+    const auto isReady = [&] {
         const HWND focused = program_.focus();
         return IsWindowEnabled(frame_) && focused && GetAncestor(focused, GA_ROOT) == frame_ &&
                !program_.isInMenu();
-    });
+    };
+    // A window manager gives the keys to what has just appeared, the palette say.
+    if (!isSoon(isReady, kAWhile) && IsWindowEnabled(frame_)) click(pane_);
+    waitFor("the frame to take the keys", isReady);
 }
 
 void WorkbenchWindow::waitForHint(const std::string& beginning) const {
@@ -92,29 +109,37 @@ void WorkbenchWindow::waitForNoDocument() const {
 
 void WorkbenchWindow::choose(char menu, char item) const {
     waitUntilReady();
-    // Not Alt with the letter: a window that has just appeared may still take the keyboard's state
-    // over, in which Alt is not held.
-    waitFor("the menu bar", [&] {
-        // Like a user presses it again when nothing happens.
-        constexpr std::chrono::seconds kAWhile{2};
+    // Not Alt with the letter: see above. What is still changing in the frame ends a menu, too.
+    waitFor(std::string("the menu ") + menu, [&] {
         press(VK_F10);
-        try {
-            return waitFor(
-                "", [&] { return program_.isInMenu(); }, kAWhile);
-        } catch (const Failure&) {
-            return false;
-        }
+        if (!isSoon([&] { return program_.isInMenu(); }, kAWhile)) return false;
+        press(static_cast<WORD>(menu));
+        if (isSoon([&] { return program_.find("#32768") != nullptr; }, kAWhile)) return true;
+        if (program_.isInMenu()) press(VK_ESCAPE);
+        return false;
     });
-    press(static_cast<WORD>(menu));
-    waitFor(std::string("the menu ") + menu, [&] { return program_.find("#32768") != nullptr; });
     press(static_cast<WORD>(item));
     waitFor("the end of the menu",
             [&] { return !program_.isInMenu() && !program_.find("#32768"); });
 }
 
-void WorkbenchWindow::command(WORD key, std::initializer_list<WORD> held) const {
+void WorkbenchWindow::command(WORD key) const {
     waitUntilReady();
-    press(key, held);
+    press(key);
+}
+
+void WorkbenchWindow::commandUntil(const std::string& what, WORD key,
+                                   const std::function<bool()>& isDone) const {
+    waitFor(what, [&] {
+        waitUntilReady();
+        press(key, {VK_CONTROL});
+        return isSoon(isDone, kAWhile);
+    });
+}
+
+void WorkbenchWindow::enterMode(WORD digit, const std::string& beginning) const {
+    commandUntil("the hint \"" + beginning + "...\"", digit,
+                 [&] { return hint().starts_with(beginning); });
 }
 
 void WorkbenchWindow::activate(WORD key, HWND document) const {
@@ -123,10 +148,13 @@ void WorkbenchWindow::activate(WORD key, HWND document) const {
             [&] { return GetWindow(client_, GW_CHILD) == document; });
 }
 
-CopiedTable WorkbenchWindow::copyTable() const {
+CopiedTable WorkbenchWindow::copyTable(HWND list) const {
+    commandUntil("every row to be selected", 'A', [&] {
+        const LRESULT rows = SendMessageW(list, LVM_GETITEMCOUNT, 0, 0);
+        return SendMessageW(list, LVM_GETSELECTEDCOUNT, 0, 0) == rows;
+    });
     emptyClipboard();
-    command('A', {VK_CONTROL});
-    command('C', {VK_CONTROL});
+    commandUntil("the table in the clipboard", 'C', hasClipboardText);
     CopiedTable table;
     std::istringstream text(clipboardText());
     for (std::string line; std::getline(text, line);) {
@@ -153,13 +181,11 @@ void WorkbenchWindow::answer(HWND dialog, int button) const {
 }
 
 void WorkbenchWindow::quit() const {
-    command(VK_F4, {VK_MENU});
-    waitFor("the end of the program or its question", [&] {
+    waitFor("the end of the program", [&] {
         if (!program_.isRunning()) return true;
-        const HWND box = program_.find("#32770");
-        // Tool dialogs have no such button.
-        if (box && GetDlgItem(box, IDNO)) answer(box, IDNO);
-        return false;
+        waitUntilReady();
+        press(VK_F4, {VK_MENU});
+        return isSoon([&] { return !program_.isRunning(); }, kAWhile);
     });
     if (const DWORD code = program_.exitCode())
         throw Failure("the workbench has ended with " + std::to_string(code));

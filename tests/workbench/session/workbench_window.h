@@ -21,6 +21,9 @@ struct CopiedTable {
     [[nodiscard]] const std::string& cell(std::size_t row, const std::string& header) const;
     [[nodiscard]] std::size_t rows() const { return lines.empty() ? 0 : lines.size() - 1; }
 
+    /// For reading.
+    [[nodiscard]] std::string text() const;
+
     bool operator==(const CopiedTable&) const = default;
 };
 
@@ -43,21 +46,26 @@ class WorkbenchWindow {
 
     /// Chooses from the menu bar by the keyboard: the letter of the menu, then that of the item.
     void choose(char menu, char item) const;
-    /// Presses a key that the frame takes for a command.
-    void command(WORD key, std::initializer_list<WORD> held = {}) const;
+    /// Presses a key that stands for a command.
+    void command(WORD key) const;
+    /// Enters a drawing mode by Ctrl and its digit; the hint then begins so.
+    void enterMode(WORD digit, const std::string& hint) const;
     /// Brings a document window to the front by a command of its own.
     void activate(WORD key, HWND document) const;
 
-    [[nodiscard]] CopiedTable copyTable() const;
+    /// All of a result table, by the commands for it; its window is in front.
+    [[nodiscard]] CopiedTable copyTable(HWND list) const;
     /// The header of a column of a result table, on the screen.
     [[nodiscard]] RECT headerItem(HWND table, std::size_t column) const;
     /// Answers a message box or dialog by one of its buttons, with the mouse.
     void answer(HWND dialog, int button) const;
-    /// Ends the program as its user does, answering no when it asks whether to save.
+    /// Ends the program by Alt and F4; nothing is left to save.
     void quit() const;
 
   private:
     void waitUntilReady() const;
+    /// Presses Ctrl and a key.
+    void commandUntil(const std::string& what, WORD key, const std::function<bool()>& isDone) const;
 
     Program program_;
     HWND frame_ = nullptr;

@@ -11,8 +11,9 @@
 //     }
 //
 // The meter lives by the job's calls: every operation first handles the messages that wait for the
-// thread, unless said otherwise. Their handlers run inside the call. Where there is no dialog every
-// operation is harmless. Its parent window is disabled while it is up.
+// thread, unless said otherwise. Their handlers run inside the call. On purpose keys are not a
+// dialog's: the button that has the focus is pressed by Space, not by Enter or Escape. Where there
+// is no dialog every operation is harmless. Its parent window is disabled while it is up.
 #pragma once
 
 #include <ctime>

@@ -5,9 +5,13 @@
 namespace tbfile {
 
 bool isPadded(std::string_view field) {
-    const std::size_t text = field.find('\0');
-    return text == std::string_view::npos ||
-           field.find_first_not_of('\0', text) == std::string_view::npos;
+    const std::size_t text = std::min(field.find('\0'), field.size());
+    const char* at = field.data() + text;
+    const char* end = field.data() + field.size();
+    std::uint64_t rest = 0;
+    for (; end - at >= 8; at += 8) rest |= toolbox::base::load<std::uint64_t>(at);
+    for (; at < end; ++at) rest |= static_cast<unsigned char>(*at);
+    return rest == 0;
 }
 
 Frame frameAt(Window& file, const Shape& shape, std::uint64_t offset, std::uint64_t limit) {

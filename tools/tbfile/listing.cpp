@@ -95,18 +95,28 @@ Row rowOf(OpenFile& open, const BlocItem& entry) {
     return row;
 }
 
-std::string padded(const std::string& text, std::size_t width) {
-    return std::string(width > text.size() ? width - text.size() : 0, ' ') + text;
+/// Appends a number at the right of a column.
+void appendRight(std::string& line, std::uint32_t number, std::size_t width) {
+    std::array<char, 10> digits{};
+    const char* end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+    const auto size = static_cast<std::size_t>(end - digits.data());
+    line.append(width > size ? width - size : 0, ' ');
+    line.append(digits.data(), size);
 }
 
-std::string rowText(const Row& row) {
-    std::string text = padded(std::to_string(row.entry.id), 10) + " " +
-                       padded(std::to_string(row.entry.offset), 10) + " ";
-    if (!row.whole) return text + say(Text::notWhole) + "\n";
-    return text + padded(std::to_string(row.frame.length), 10) + " " +
-           padded(std::to_string(row.label.version), 8) + " " +
-           padded(std::to_string(row.label.recordVersion), 8) + "  " +
-           toolbox::toUtf8(row.label.description) + "\n";
+void appendRow(std::string& line, const Row& row) {
+    appendRight(line, row.entry.id, 10);
+    appendRight(line, row.entry.offset, 11);
+    if (!row.whole) {
+        line += ' ' + say(Text::notWhole) + '\n';
+        return;
+    }
+    appendRight(line, row.frame.length, 11);
+    appendRight(line, row.label.version, 9);
+    appendRight(line, row.label.recordVersion, 9);
+    line += "  ";
+    line += toolbox::toUtf8(row.label.description);
+    line += '\n';
 }
 
 Json rowJson(const Row& row) {
@@ -203,13 +213,16 @@ int list(const Options& options) {
     const std::vector<BlocItem>& entries = open.index().entries;
     bool sound = open.index().atItsPlace;
     std::size_t shown = 0;
+    std::string line;
     const auto show = [&](const BlocItem& entry) {
         const Row row = rowOf(open, entry);
         sound = sound && row.whole;
+        line.clear();
         if (options.json)
-            print((shown > 0 ? ",\n " : "\n ") + rowJson(row).text);
+            line = (shown > 0 ? ",\n " : "\n ") + rowJson(row).text;
         else
-            print(rowText(row));
+            appendRow(line, row);
+        print(line);
         ++shown;
     };
     print(options.json ? "{\"blocks\":[" : say(Text::listHead) + "\n");

@@ -183,7 +183,7 @@ int recover(const Options& options) {
     checkTarget(options.output, options.input, options.force);
     OpenFile open(options.input);
     OutputFile output(options.output, options.force);
-    Writer writer(output);
+    Writer writer(output, open.map.index ? open.map.index->entries.size() : 0);
     Rescue rescue(options, open, writer);
     Walk(open.window, open.probe, open.map, rescue).run();
     const bool known = open.map.index && open.map.header.isReadable();
@@ -200,7 +200,7 @@ int repack(const Options& options) {
     OpenFile open(options.input);
     const std::vector<BlocItem> entries = open.entries();
     OutputFile output(options.output, options.force);
-    Writer writer(output);
+    Writer writer(output, entries.size());
     for (const BlocItem& entry : entries)
         writer.add(open.file, open.probe, open.map.shape, open.block(entry), true);
     writer.finish(open.map.header, indexLabel(open));

@@ -1,5 +1,6 @@
 // verify: what a reader, or a program that trusts the file, would stumble over.
 #include <algorithm>
+#include <span>
 
 #include "commands.h"
 #include "failure.h"
@@ -100,8 +101,12 @@ void checkIndex(const OpenFile& open, Findings& findings) {
 /// Looks at every block that the index names, in the order of the file.
 class EntryCheck {
   public:
+    /// `gaps`: what lies between the blocks is a finding too.
     EntryCheck(OpenFile& open, Findings& findings, bool gaps)
         : open_(open), findings_(findings), gaps_(gaps), end_(open.map.shape.start()) {}
+
+    /// Whether the blocks and the indexes are all that the file has.
+    [[nodiscard]] bool isAll() const { return all_; }
 
     void run() {
         const Index& index = *open_.map.index;
@@ -114,30 +119,27 @@ class EntryCheck {
             for (const BlocItem& entry : sorted) check(entry);
         }
         gapUpTo(index.frame.offset);
-        if (index.isWhole() && index.frame.end < open_.file.size() && gaps_)
-            findings_.add({"trailingBytes", Text::findTrailing}, index.frame.end);
+        if (!index.isWhole() || index.frame.end == open_.file.size()) return;
+        all_ = false;
+        if (gaps_) findings_.add({"trailingBytes", Text::findTrailing}, index.frame.end);
     }
 
   private:
     void checkIds(const std::vector<BlocItem>& entries) {
         toolbox::BlockLookup lookup;
-        std::vector<BlocItem> seen;
-        seen.reserve(entries.size());
-        for (const BlocItem& entry : entries) {
-            if (lookup.add(seen, entry.id))
-                seen.push_back(entry);
-            else
-                findings_.add({"repeatedId", Text::findRepeated}, entry.offset, entry.id);
-        }
+        for (std::size_t i = 0; i < entries.size(); ++i)
+            if (!lookup.add(std::span(entries).first(i), entries[i].id))
+                findings_.add({"repeatedId", Text::findRepeated}, entries[i].offset, entries[i].id);
     }
 
     void gapUpTo(std::uint64_t next) {
-        if (!gaps_ || next <= end_) return;
+        if (next <= end_) return;
         // What older commits left behind is no fault.
         for (std::uint64_t at = end_; at < next;) {
             const Frame frame = frameAt(open_.window, open_.map.shape, at, next);
             if (!frame.isWhole() || !frame.isIndex()) {
-                findings_.add({"gap", Text::findGap}, at, {}, std::to_string(next));
+                all_ = false;
+                if (gaps_) findings_.add({"gap", Text::findGap}, at, {}, std::to_string(next));
                 return;
             }
             at = frame.end;
@@ -166,6 +168,7 @@ class EntryCheck {
     Findings& findings_;
     bool gaps_;
     std::uint64_t end_;  ///< of what was looked at
+    bool all_ = true;
 };
 
 /// Tells of what the index does not name.
@@ -207,15 +210,20 @@ int verify(const Options& options) {
     std::size_t count = 0;
     if (!open.map.header.has(HeaderFault::tooShort)) {
         checkIndex(open, findings);
-        // The walk through all of the file tells what lies between the blocks.
-        if (open.map.index) EntryCheck(open, findings, options.quick).run();
-        count = open.map.index ? open.map.index->entries.size() : 0;
-        if (!options.quick) {
+        bool all = false;
+        if (open.map.index) {
+            count = open.map.index->entries.size();
+            EntryCheck check(open, findings, options.quick);
+            check.run();
+            all = open.map.index->isWhole() && findings.count() == 0 && check.isAll();
+        }
+        // A walk tells what the index does not name.
+        if (!options.quick && !all) {
             Unnamed unnamed(open, findings);
             Walk(open.window, open.probe, open.map, unnamed).run();
-            open.window.finish();
             count = unnamed.blocks();
         }
+        open.window.finish();
     }
     findings.finish(count, options.input);
     return findings.count() == 0 ? kSound : kFindings;

@@ -7,8 +7,8 @@ namespace {
 
 /// Who asks for less than this behind the last place goes through the file; who asks for more
 /// jumps, and gets a small piece.
-constexpr std::uint64_t kNear = 16 * 1024;
-constexpr std::size_t kSmall = 4 * 1024;
+constexpr std::uint64_t kNear = 2 * 1024;
+constexpr std::size_t kSmall = 1024;
 
 }  // namespace
 
@@ -32,7 +32,7 @@ const char* Window::at(std::uint64_t offset, std::size_t n) {
     if (offset < start_ || offset + n > start_ + held_) {
         if (reads_ == Reads::everything)
             while (furthest_ + kMost < offset) load(furthest_, kMost);
-        const bool follows = offset >= start_ && offset <= start_ + held_ + kNear;
+        const bool follows = offset >= asked_ && offset <= asked_ + kNear;
         const bool everything = reads_ == Reads::everything && offset + n > furthest_;
         if (everything)
             load(std::min(offset, furthest_), kMost);
@@ -40,6 +40,7 @@ const char* Window::at(std::uint64_t offset, std::size_t n) {
             load(offset, follows ? kMost : std::max(kSmall, n));
         if (offset + n > start_ + held_) load(offset, kMost);
     }
+    asked_ = offset + n;
     return offset + n <= start_ + held_ ? bytes_.get() + (offset - start_) : nullptr;
 }
 
@@ -49,6 +50,7 @@ std::size_t Window::piece(std::uint64_t offset, std::uint64_t most, const char*&
         load(offset, static_cast<std::size_t>(std::min<std::uint64_t>(kMost, most)));
         if (held_ == 0) return 0;
     }
+    asked_ = offset;
     bytes = bytes_.get() + (offset - start_);
     return static_cast<std::size_t>(std::min<std::uint64_t>(most, start_ + held_ - offset));
 }

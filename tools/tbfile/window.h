@@ -40,6 +40,7 @@ class Window {
     std::unique_ptr<char[]> bytes_;
     std::uint64_t start_ = 0;
     std::size_t held_ = 0;
+    std::uint64_t asked_ = 0;     ///< end of what was asked for last
     std::uint64_t furthest_ = 0;  ///< end of what was read, when everything is
 };
 

@@ -21,7 +21,8 @@ Label usualIndexLabel() {
     return {"Master index", 210, 200};
 }
 
-Writer::Writer(OutputFile& output) : output_(output) {
+Writer::Writer(OutputFile& output, std::size_t expected) : output_(output) {
+    entries_.reserve(expected);
     gathered_.assign(blocks::kHeaderBytes, '\0');
 }
 

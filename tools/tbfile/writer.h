@@ -15,7 +15,8 @@ namespace tbfile {
 /// lies side by side in a file of the same format is copied in one piece.
 class Writer {
   public:
-    explicit Writer(OutputFile& output);
+    /// `expected` blocks or so.
+    explicit Writer(OutputFile& output, std::size_t expected = 0);
 
     /// Copies a block. As it stands when it is laid out as it will be and its frame is not damaged
     /// (`asItStands`), otherwise with its frame made anew.

@@ -34,7 +34,8 @@ enum Row { kSpan, kOwnLoad, kSecondMoment, kModulus, kMass, kPlace, kLargest };
 /// larger half of their sum with it.
 void setLoadFormulas(Parser& grid, int row) {
     const std::string n = std::to_string(row + 1);
-    const std::string force = "B" + n, at = "C" + n;
+    const std::string force = "B" + n;
+    const std::string at = "C" + n;
     const std::string apart = "ABS(A6-" + at + ")";
     const std::string moment =
         force + "*(A6+" + at + "-" + apart + ")/2*(A1-(A6+" + at + "+" + apart + ")/2)/A1";

@@ -6,7 +6,8 @@
 #include <string>
 
 Beam beamBetween(const DrawingPlane& plane, Pixel start, Pixel end) {
-    const Place from = plane.snappedPlace(start), to = plane.snappedPlace(end);
+    const Place from = plane.snappedPlace(start);
+    const Place to = plane.snappedPlace(end);
     Beam beam;
     beam.x = std::min(from.x, to.x);
     beam.y = from.y;
@@ -16,7 +17,7 @@ Beam beamBetween(const DrawingPlane& plane, Pixel start, Pixel end) {
 
 CString freeBeamName(const Project& project) {
     for (std::size_t number = project.beams().size() + 1;; ++number) {
-        const CString name = "P" + std::to_string(number);
+        CString name = "P" + std::to_string(number);
         if (std::ranges::none_of(project.beams(),
                                  [&](const Beam& beam) { return beam.name == name; }))
             return name;
@@ -68,7 +69,8 @@ double positionOn(const DrawingLayout& layout, const Beam& beam, int x) {
 }
 
 Place dragged(const DrawingPlane& plane, const Place& from, Pixel start, Pixel end) {
-    const Place first = plane.toPlane(start), last = plane.toPlane(end);
+    const Place first = plane.toPlane(start);
+    const Place last = plane.toPlane(end);
     return {snapped(from.x + last.x - first.x, kLengthStep),
             snapped(from.y + last.y - first.y, kLengthStep)};
 }

@@ -115,7 +115,8 @@ int DrawingLayout::dimensionLine(const BeamPlace& place) const {
 }
 
 PixelRect DrawingLayout::box(const Label& label, int textWidth, int textHeight) const {
-    constexpr int kBeside = 6, kAbove = 3;
+    constexpr int kBeside = 6;
+    constexpr int kAbove = 3;
     const Pixel at = plane.toWindow({label.x, label.y});
     const int width = textWidth + 2 * kBeside;
     const int left = label.alignment == Label::Left    ? at.x

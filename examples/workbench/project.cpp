@@ -91,8 +91,9 @@ Project sampleProject(std::size_t count, const std::vector<CString>& sections) {
         beam.name = "P" + std::to_string(i + 1);
         if (!sections.empty()) beam.section = sections[i % sections.size()];
         beam.span = 3 + 0.5 * static_cast<double>(i % 13);
+        const std::size_t row = i / kInRow;
         beam.x = 12 * static_cast<double>(i % kInRow);
-        beam.y = -5 * static_cast<double>(i / kInRow);
+        beam.y = -5 * static_cast<double>(row);
         beam.uniform = 2 + static_cast<double>(i % 7);
         for (std::size_t load = 0; load < i % 4; ++load)
             beam.loads.push_back({beam.span * static_cast<double>(load + 1) / 4,

@@ -217,11 +217,11 @@ LoadedProject loadProject(const char* file, const StoreProgress& progress) {
     return Reader(file, progress).load();
 }
 
-ErrObj saveProject(const Project& project, const char* name, const TarvDate& created,
+ErrObj saveProject(const Project& project, const char* file, const TarvDate& created,
                    const StoreProgress& progress) {
-    TarvFileWrite file;
-    file.setSafeSave(1);
-    const bool written = file.open(name) && writeAll(file, project, created, progress);
+    TarvFileWrite writer;
+    writer.setSafeSave(1);
+    const bool written = writer.open(file) && writeAll(writer, project, created, progress);
     // Closing also takes an unfinished file away.
-    return ErrObj(file.close() && written ? 0 : kNotWritten);
+    return ErrObj(writer.close() && written ? 0 : kNotWritten);
 }

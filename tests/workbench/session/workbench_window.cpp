@@ -69,6 +69,8 @@ WorkbenchWindow::WorkbenchWindow(const std::string& program, const std::string& 
     }
     if (!client_ || !pane_) throw Failure("the frame has no documents' area or no line of hints");
     waitUntilReady();
+    waitFor("the frame's title", [&] { return !textOf(frame_).empty(); });
+    waitFor("a hint", [&] { return !hint().empty(); });
 }
 
 void WorkbenchWindow::waitUntilReady() const {
@@ -77,9 +79,12 @@ void WorkbenchWindow::waitUntilReady() const {
         return IsWindowEnabled(frame_) && focused && GetAncestor(focused, GA_ROOT) == frame_ &&
                !program_.isInMenu();
     };
-    // A window manager gives the keys to what has just appeared, the palette say.
-    if (!isSoon(isReady, kAWhile) && IsWindowEnabled(frame_)) click(pane_);
-    waitFor("the frame to take the keys", isReady);
+    waitFor("the frame to take the keys", [&] {
+        if (isSoon(isReady, kAWhile) || !IsWindow(frame_)) return true;
+        // A window manager gives the keys to what has just appeared, the palette say.
+        if (IsWindowEnabled(frame_)) click(pane_);
+        return false;
+    });
 }
 
 void WorkbenchWindow::waitForHint(const std::string& beginning) const {
@@ -182,9 +187,10 @@ void WorkbenchWindow::answer(HWND dialog, int button) const {
 
 void WorkbenchWindow::quit() const {
     waitFor("the end of the program", [&] {
-        if (!program_.isRunning()) return true;
-        waitUntilReady();
-        press(VK_F4, {VK_MENU});
+        if (program_.find("MDIFrame")) {
+            waitUntilReady();
+            press(VK_F4, {VK_MENU});
+        }
         return isSoon([&] { return !program_.isRunning(); }, kAWhile);
     });
     if (const DWORD code = program_.exitCode())

@@ -14,6 +14,7 @@ import subprocess
 import sys
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tests/tbfile"))
+sys.dont_write_bytecode = True
 from block_file import INDEX, Block, header, record, words
 
 ROUNDS = 5

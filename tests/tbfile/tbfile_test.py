@@ -12,6 +12,7 @@ import sys
 import tempfile
 import unittest
 
+sys.dont_write_bytecode = True
 from block_file import Block, BlockFile, made, record, words
 
 PROGRAM, EMULATOR = sys.argv[1], sys.argv[2:]

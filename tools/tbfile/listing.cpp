@@ -141,11 +141,13 @@ std::vector<std::uint32_t> ordered(OpenFile& open, const Options& options) {
         std::ranges::stable_sort(order, {}, [&](std::uint32_t i) { return entries[i].id; });
     if (options.order == Order::length) {
         std::vector<std::uint32_t> lengths;
+        lengths.reserve(entries.size());
         for (const BlocItem& entry : entries) lengths.push_back(rowOf(open, entry).frame.length);
         std::ranges::stable_sort(order, {}, [&](std::uint32_t i) { return lengths[i]; });
     }
     if (options.order == Order::description) {
         std::vector<std::string> texts;
+        texts.reserve(entries.size());
         for (const BlocItem& entry : entries) texts.push_back(rowOf(open, entry).label.description);
         std::ranges::stable_sort(order, {},
                                  [&](std::uint32_t i) -> const std::string& { return texts[i]; });

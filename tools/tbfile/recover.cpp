@@ -11,21 +11,21 @@ namespace tbfile {
 namespace {
 
 struct DoubtName {
-    unsigned doubt;
     const char* json;
+    unsigned doubt;
     Text text;
 };
 
 constexpr unsigned kRepeatedId = 1u << 31;  ///< seen only when it is written
 
 constexpr DoubtName kDoubts[] = {
-    {kFoundBySearch, "foundBySearch", Text::doubtFound},
-    {kLengthRepaired, "lengthRepaired", Text::doubtLength},
-    {kTerminatorWrong, "terminatorWrong", Text::doubtTerminator},
-    {kOtherId, "otherId", Text::doubtId},
-    {kUnfollowed, "unfollowed", Text::doubtUnfollowed},
-    {kNotIndexed, "notIndexed", Text::doubtNotIndexed},
-    {kRepeatedId, "repeatedId", Text::doubtRepeated},
+    {"foundBySearch", kFoundBySearch, Text::doubtFound},
+    {"lengthRepaired", kLengthRepaired, Text::doubtLength},
+    {"terminatorWrong", kTerminatorWrong, Text::doubtTerminator},
+    {"otherId", kOtherId, Text::doubtId},
+    {"unfollowed", kUnfollowed, Text::doubtUnfollowed},
+    {"notIndexed", kNotIndexed, Text::doubtNotIndexed},
+    {"repeatedId", kRepeatedId, Text::doubtRepeated},
 };
 
 /// Doubts about a block's frame; the others are about its right to be there.

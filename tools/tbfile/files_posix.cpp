@@ -37,8 +37,9 @@ bool copyInside(int from, std::uint64_t& offset, int to, std::uint64_t& n) {
     while (n > 0) {
         auto at = static_cast<off_t>(offset);
         const ssize_t moved = retried([&] {
-            return ::copy_file_range(from, &at, to, nullptr,
-                                     std::min<std::uint64_t>(n, kMostPerCall), 0);
+            return ::copy_file_range(
+                from, &at, to, nullptr,
+                static_cast<std::size_t>(std::min<std::uint64_t>(n, kMostPerCall)), 0);
         });
         if (moved <= 0) return false;
         offset += static_cast<std::uint64_t>(moved);
@@ -134,8 +135,8 @@ void OutputFile::copy(const InputFile& from, std::uint64_t offset, std::uint64_t
     if (n >= kPays && copyInside(descriptor(from.handle_), offset, descriptor(handle_), n)) return;
     const auto piece = std::make_unique_for_overwrite<char[]>(kPiece);
     while (n > 0) {
-        const std::size_t got =
-            from.readAt(offset, piece.get(), std::min<std::uint64_t>(n, kPiece));
+        const std::size_t got = from.readAt(
+            offset, piece.get(), static_cast<std::size_t>(std::min<std::uint64_t>(n, kPiece)));
         if (got == 0) throw Failure(Text::shortened, {nameOf(from.path())});
         write(piece.get(), got);
         offset += got;

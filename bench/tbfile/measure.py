@@ -13,7 +13,7 @@ import statistics
 import subprocess
 import sys
 
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tests/tbfile"))
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tests/support"))
 sys.dont_write_bytecode = True
 from block_file import INDEX, Block, header, record, words
 

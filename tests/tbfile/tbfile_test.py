@@ -13,6 +13,7 @@ import tempfile
 import unittest
 
 sys.dont_write_bytecode = True
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
 from block_file import Block, BlockFile, made, record, words
 
 PROGRAM, EMULATOR = sys.argv[1], sys.argv[2:]
@@ -39,7 +40,7 @@ class Tbfile(unittest.TestCase):
         return name
 
     def read(self, name):
-        return BlockFile((self.folder / name).read_bytes())
+        return BlockFile.read(self.folder / name)
 
     def run_it(self, *arguments, status=0, lang="C.UTF-8", more=None):
         """The standard output and error of a run, which must end with this status and leave its

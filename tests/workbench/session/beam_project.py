@@ -3,7 +3,7 @@ says."""
 import struct
 from typing import NamedTuple
 
-from plain_block_file import BlockFile, expect, text
+from block_file import BlockFile, expect, plain
 
 PROJECT, FIRST_BEAM, FIRST_LABEL = 1, 0x10000000, 0x20000000
 
@@ -33,12 +33,12 @@ def beam_of(data):
     id, name, section, x, y, span, uniform, count = struct.unpack_from("<I16s16s4dI", data)
     loads = list(struct.iter_unpack("<2d", data[72:]))
     expect(len(loads) == count, f"beam {id} has {len(loads)} loads and says {count}")
-    return Beam(id, text(name), text(section), x, y, span, uniform, loads)
+    return Beam(id, plain(name), plain(section), x, y, span, uniform, loads)
 
 
 def label_of(data):
     *fields, words = struct.unpack("<II2dII128s", data)
-    return Label(*fields, text(words))
+    return Label(*fields, plain(words))
 
 
 class Project(NamedTuple):
@@ -49,7 +49,9 @@ class Project(NamedTuple):
     def read(cls, name):
         file = BlockFile.read(name)
         expect(file.description == "Beam project" and file.version == 1, "no beam project")
-        expect(file.mask & 1, "its blocks cannot be searched for")
+        expect(file.format == 210, "written in an old format")
+        expect(file.mask & 1 and file.whole_words, "its blocks cannot be searched for")
+        expect(file.compact and file.index_end == file.size, "it has room that no block uses")
         head, *items = file.blocks
         beams, labels = struct.unpack("<II", head.data)
         wanted = [*range(FIRST_BEAM, FIRST_BEAM + beams), *range(FIRST_LABEL, FIRST_LABEL + labels)]

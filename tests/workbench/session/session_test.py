@@ -11,8 +11,8 @@ import unittest
 sys.dont_write_bytecode = True
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "support"))
 from beam_project import Project
+from block_file import BadFile
 from picture import Picture, is_dark
-from plain_block_file import BadFile
 
 parser = argparse.ArgumentParser()
 for name in ("emulator", "driver", "workbench", "folder"):

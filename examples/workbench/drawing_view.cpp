@@ -69,21 +69,10 @@ void registerDrawingClass(HINSTANCE instance) {
 }
 
 void showDrawing(Document& document) {
-    for (int i = 0; i < document.views.getCount(); ++i) {
-        if (!dynamic_cast<DrawingView*>(document.views[i])) continue;
-        const HWND client = Workbench::frame().getClient();
-        const HWND window = document.views[i]->getHWND();
-        if (IsIconic(window))
-            SendMessageA(client, WM_MDIRESTORE, reinterpret_cast<WPARAM>(window), 0);
-        SendMessageA(client, WM_MDIACTIVATE, reinterpret_cast<WPARAM>(window), 0);
-        return;
-    }
-    auto view = std::make_unique<DrawingView>(document);
-    constexpr short kAnywhere = MDI::kDefaultPlace;
-    // The window owns its object.
-    if (view->create(DrawingView::kClass, "", WS_VISIBLE, kAnywhere, kAnywhere, kAnywhere,
-                     kAnywhere, 0))
-        view.release();
+    if (const DrawingView* const shown = viewOf<DrawingView>(document))
+        shown->bringToFront();
+    else
+        View::open(new DrawingView(document), DrawingView::kClass);
 }
 
 DrawingView::DrawingView(Document& document_)

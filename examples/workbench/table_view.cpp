@@ -47,21 +47,10 @@ void registerTableClass(HINSTANCE instance) {
 }
 
 void showTable(Document& document) {
-    for (int i = 0; i < document.views.getCount(); ++i) {
-        auto* const shown = dynamic_cast<TableView*>(document.views[i]);
-        if (!shown) continue;
-        const HWND window = shown->getHWND();
-        SendMessageA(GetParent(window), WM_MDIACTIVATE, reinterpret_cast<WPARAM>(window), 0);
-        if (IsIconic(window))
-            SendMessageA(GetParent(window), WM_MDIRESTORE, reinterpret_cast<WPARAM>(window), 0);
-        return;
-    }
-    const short place = MDI::kDefaultPlace;
-    auto* const table = new TableView(document);
-    if (!table->create(kClass, "", WS_VISIBLE | WS_OVERLAPPEDWINDOW, place, place, place, place,
-                       0) &&
-        document.views.isInSet(table) && !table->getHWND())
-        delete table;  // it never had a window
+    if (const TableView* const shown = viewOf<TableView>(document))
+        shown->bringToFront();
+    else
+        View::open(new TableView(document), kClass);
 }
 
 unsigned short TableView::nameText() const {

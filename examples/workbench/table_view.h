@@ -12,13 +12,15 @@ class TableView : public View {
 
     void documentChanged(unsigned changes) override;
     [[nodiscard]] unsigned short nameText() const override;
+    /// Carries out a command that is the table's own: copies, changes the marked column's format.
+    /// False: it is none.
+    bool command(int id);
 
   protected:
     LRESULT handleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
   private:
     void createList();
-    bool command(int id);
     LRESULT notified(NMHDR& note);
     void giveText(NMLVDISPINFOA& wanted);
     [[nodiscard]] LRESULT findByName(const NMLVFINDITEMA& wanted) const;

@@ -19,6 +19,22 @@ View::~View() {
     workbench_.viewClosed();
 }
 
+void View::open(View* view, const char* className) {
+    const Document* const shown = view->document;
+    constexpr short kAnywhere = MDI::kDefaultPlace;
+    if (view->create(className, "", WS_VISIBLE, kAnywhere, kAnywhere, kAnywhere, kAnywhere, 0))
+        return;
+    // One whose window came to its end is deleted, and not among the document's views any more.
+    if (shown->views.isInSet(view)) delete view;
+}
+
+void View::bringToFront() const {
+    const HWND client = Workbench::frame().getClient();
+    const auto window = reinterpret_cast<WPARAM>(getHWND());
+    if (IsIconic(getHWND())) SendMessageA(client, WM_MDIRESTORE, window, 0);
+    SendMessageA(client, WM_MDIACTIVATE, window, 0);
+}
+
 void View::showTitle() {
     const Document* const shown = document;
     if (!shown) return;

@@ -10,6 +10,10 @@ class View : public MDIWindowObject {
   public:
     explicit View(Document& document);
     ~View() override;
+    /// Opens the window of a new view, which owns it then. A view that gets none is deleted.
+    static void open(View* view, const char* className);
+    /// An icon is restored.
+    void bringToFront() const;
 
     /// Some of Document::Change happened.
     virtual void documentChanged(unsigned changes) = 0;
@@ -29,6 +33,14 @@ class View : public MDIWindowObject {
 
     Workbench& workbench_;
 };
+
+/// The document's view of a kind; null when it has none.
+template <class Kind>
+[[nodiscard]] Kind* viewOf(const Document& document) {
+    for (int i = 0; i < document.views.getCount(); ++i)
+        if (auto* const view = dynamic_cast<Kind*>(document.views[i])) return view;
+    return nullptr;
+}
 
 // Each opens a window of its kind for a document, or brings the one that it has to the front.
 void showTable(Document& document);

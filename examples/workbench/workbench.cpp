@@ -9,6 +9,7 @@
 #include "placement.h"
 #include "resource.h"
 #include "section_csv.h"
+#include "table_view.h"
 #include "toolbox/meter.h"
 #include "toolbox/processes.h"
 #include "tracing.h"
@@ -276,6 +277,12 @@ bool Workbench::documentCommand(Document& document, int id) {
             return true;
         case CMD_RECOMPUTE:
             document.recompute();
+            return true;
+        case CMD_COPY:
+        case CMD_FORMAT:
+            // From the drawing: the table carries it out.
+            if (!viewOf<TableView>(document)) showTable(document);
+            if (auto* const table = viewOf<TableView>(document)) table->command(id);
             return true;
         default:
             return false;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "dialogs.h"
+#include "drawing_view.h"
 #include "format_dialogs.h"
 #include "open_workbench.h"
 #include "resource.h"
@@ -52,6 +53,7 @@ class TableWindow : public ::testing::Test {
         return rows;
     }
     std::string copied() const {
+        toolbox::platform::current().clipboard->setText("");
         workbench.command(CMD_COPY);
         return clipboard();
     }
@@ -99,6 +101,16 @@ TEST_F(TableWindow, CopiesWhatItShowsUnderTheFormatsOfTheKeys) {
     clickRow(0);
     EXPECT_TRUE(pumpUntil([&] { return document().selection().kind == Selection::OneBeam; }));
     EXPECT_EQ(copied(), "beam\tsection\tL [m]\tM [kNm]\r\nA\tIPE 300\t6.00\t37.863\r\n");
+}
+
+TEST_F(TableWindow, CopiesFromTheDrawingToo) {
+    const std::string shown = copied();
+    workbench.command(CMD_DRAWING);
+    EXPECT_EQ(copied(), shown);
+    EXPECT_EQ(viewOf<DrawingView>(document())->getHWND(),
+              workbench.workbench().frame().getActiveMDIChild());
+    view->destroy();
+    EXPECT_EQ(copied(), shown) << "it opens the table again";
 }
 
 TEST_F(TableWindow, SelectsWithTheDocumentBothWays) {

@@ -6,6 +6,7 @@
 import json
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import sys
@@ -269,7 +270,15 @@ class Refusals(Tbfile):
                 (("dump", name, "0x"), "no identifier"),
                 (("pack", "folder", "out.tbf"), "../a.tbf"),
                 (("extract", name, "folder"), "exists already"),
-                (("ls",), "FILE"), (("frobnicate",), "tbfile --help"), ((), "tbfile --help")]:
+                (("ls",), "FILE is missing"), (("recover", "--json", name), "OUT is missing"),
+                (("frobnicate",), "unknown command: frobnicate ('tbfile --help')"),
+                (("ls", name, "more", "--all"), "more --all is not expected"),
+                (("info", name, "--sort", "id"), "--sort id is not expected"),
+                (("ls", name, "--sort", "date"), "the value of --sort"),
+                (("ls", name, "--sort"), "the value of --sort"),
+                (("dump", name, "7", "--raw"), "the value of --raw"),
+                (("--lang", "de", "ls", name), "the value of --lang"),
+                ((), "the command is missing"), (("--lang", "fr"), "il manque la commande")]:
             with self.subTest(arguments=arguments):
                 printed, complained = self.run_it(*arguments, status=2)
                 self.assertIn(part, complained)
@@ -283,6 +292,30 @@ class Refusals(Tbfile):
                              "V\u00e9rifie tout" in self.run_it("--help", more=variables)[0])
         self.assertIn("V\u00e9rifie tout", self.run_it("--lang", "fr", "--help")[0])
         self.assertIn("Checks all", self.run_it("--lang=en", "--help", lang="fr_FR")[0])
+
+    def test_completions_offer_what_the_commands_take(self):
+        folder = pathlib.Path(__file__).resolve().parents[2] / "tools/tbfile/completions"
+        in_bash = ("source $0; COMP_WORDS=(tbfile $1 --); COMP_CWORD=2; _tbfile;"
+                   "echo ${COMPREPLY[*]}")
+        everything = set()
+
+        def part(title, *command):
+            return self.run_it(*command, "--help")[0].split(title)[1].split("\n\n")[0]
+
+        commands = re.findall(r"^  (\w+) ", part("Commands:"), re.M)
+        self.assertEqual(9, len(commands))
+        for command in commands:
+            options = set(re.findall(r"--[a-z]+(?:-[a-z]+)*", part("Options:", command)))
+            everything |= options
+            offered = subprocess.run(["bash", "-c", in_bash, folder / "tbfile.bash", command],
+                                     capture_output=True, text=True, check=True).stdout.split()
+            self.assertEqual(options | {"--lang"}, set(offered), command)
+            for name in ("_tbfile", "tbfile.fish"):
+                self.assertRegex((folder / name).read_text(), rf"\b{command}\b", name)
+        for name in ("_tbfile", "tbfile.fish"):
+            text = (folder / name).read_text()
+            for option in everything - {"--help"}:
+                self.assertRegex(text, rf"(--|-l ){option[2:]}\b", name)
 
     def test_names_of_any_characters(self):
         name = self.write("\u03bb \u65e5\u672c.tbf", made(210, BLOCKS))

@@ -162,6 +162,25 @@ class Declared {
     std::string raw_;
 };
 
+/// What is wrong with the arguments, in the program's language.
+std::string wrongIn(const CLI::App& app, const CLI::ParseError& error) {
+    const auto given = app.get_subcommands();
+    std::string extra;
+    for (const std::string& word : app.remaining(true)) extra += (extra.empty() ? "" : " ") + word;
+    if (dynamic_cast<const CLI::ExtrasError*>(&error))
+        return say(Text::unexpectedArgument, {extra});
+    if (given.empty() && dynamic_cast<const CLI::RequiredError*>(&error))
+        return extra.empty() ? say(Text::missingCommand) : say(Text::unknownCommand, {extra});
+    if (dynamic_cast<const CLI::RequiredError*>(&error)) {
+        for (const CLI::Option* option : given.front()->get_options())
+            if (option->get_required() && option->count() == 0)
+                return say(Text::missingArgument, {option->get_name()});
+    }
+    // The others name the option first: "--sort: ...".
+    const std::string_view text = error.what();
+    return say(Text::badValue, {std::string(text.substr(0, text.find(':')))});
+}
+
 }  // namespace
 
 std::optional<Options> readOptions(std::vector<std::string> arguments, int& status) {
@@ -180,7 +199,7 @@ std::optional<Options> readOptions(std::vector<std::string> arguments, int& stat
         status = kSound;
         print(std::string(version.what()) + "\n");
     } catch (const CLI::ParseError& error) {
-        printError("tbfile: " + say(Text::badArguments, {error.what()}) + "\n");
+        printError("tbfile: " + say(Text::badArguments, {wrongIn(declared.app(), error)}) + "\n");
     }
     return std::nullopt;
 }

@@ -15,11 +15,23 @@ namespace {
 
 class Blocks final : public Walker {
   public:
-    void block(const Found& found) override { blocks.push_back(found); }
-    void index(const Frame&) override {}
-    void loss(const Loss&) override {}
+    explicit Blocks(std::uint64_t start) : told(start) {}
+    void block(const Found& found) override {
+        blocks.push_back(found);
+        pass(found.frame.offset, found.frame.end);
+    }
+    void index(const Frame& frame) override { pass(frame.offset, frame.end); }
+    void loss(const Loss& loss) override { pass(loss.from, loss.to); }
 
     std::vector<Found> blocks;
+    std::uint64_t told;
+    bool gapless = true;
+
+  private:
+    void pass(std::uint64_t from, std::uint64_t to) {
+        gapless = gapless && from == told && to > from;
+        told = to;
+    }
 };
 
 std::vector<Found> found(const std::string& bytes) {
@@ -27,8 +39,11 @@ std::vector<Found> found(const std::string& bytes) {
     Window file(source);
     Window probe(source);
     const Map map = readMap(file, probe);
-    Blocks walker;
+    Blocks walker(map.shape.start());
     Walk(file, probe, map, walker).run();
+    EXPECT_TRUE(walker.gapless &&
+                walker.told == std::max<std::uint64_t>(bytes.size(), map.shape.start()))
+        << "every byte belongs to one block, index or loss";
     return walker.blocks;
 }
 

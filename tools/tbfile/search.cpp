@@ -79,6 +79,11 @@ Resumption resume(Window& file, Window& probe, const Shape& shape, std::uint64_t
                   std::uint64_t limit) {
     Resumption found{.at = limit, .unproven = {}};
     Follower follower(probe, shape, limit);
+    // Runs that begin at different bytes may overlap; of those the first counts.
+    const auto keepUnproven = [&](const Run& run) {
+        if (found.unproven.empty() || found.unproven.back().end <= run.start)
+            found.unproven.push_back(run);
+    };
     for (std::uint64_t at = from; const auto place = afterTerminator(file, shape, at, limit);) {
         at = *place - (kWord - 1);
         const Run run = follower.follow(*place);
@@ -90,13 +95,12 @@ Resumption resume(Window& file, Window& probe, const Shape& shape, std::uint64_t
             // Ones and then zeros look like an empty block too.
             const Frame first = frameAt(probe, shape, run.start, limit);
             if (first.id == blocks::kTerminator) {
-                found.unproven.push_back({first.offset, first.end});
+                keepUnproven({first.offset, first.end});
                 found.at = first.end;
             }
             break;
         }
-        if (found.unproven.empty() || found.unproven.back().end <= run.start)
-            found.unproven.push_back(run);
+        keepUnproven(run);
     }
     return found;
 }

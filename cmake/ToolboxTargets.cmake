@@ -124,11 +124,11 @@ function(toolbox_test name)
     endif()
 endfunction()
 
-# toolbox_fuzz(<name> [RUNS <n>] SOURCES <file>...)
+# toolbox_fuzz(<name> [RUNS <n>] [SEEDS <folder>] SOURCES <file>...)
 #   A libFuzzer program. As a test it makes a fixed number of runs from a fixed seed, starting from
-#   the files in the folder <name>_seeds beside its sources, when there is one.
+#   the files in a folder, else in <name>_seeds beside its sources, when there is one.
 function(toolbox_fuzz name)
-    cmake_parse_arguments(arg "" "RUNS" "SOURCES" ${ARGN})
+    cmake_parse_arguments(arg "" "RUNS;SEEDS" "SOURCES" ${ARGN})
     if(NOT arg_RUNS)
         set(arg_RUNS 20000)
     endif()
@@ -136,7 +136,10 @@ function(toolbox_fuzz name)
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/fuzz
                                                ${PROJECT_SOURCE_DIR}/tests)
     target_link_options(${name} PRIVATE -fsanitize=fuzzer)
-    set(seeds ${CMAKE_CURRENT_SOURCE_DIR}/${name}_seeds)
+    set(seeds ${arg_SEEDS})
+    if(NOT seeds)
+        set(seeds ${CMAKE_CURRENT_SOURCE_DIR}/${name}_seeds)
+    endif()
     if(NOT IS_DIRECTORY ${seeds})
         set(seeds)
     endif()

@@ -1,0 +1,142 @@
+// Of a file of any bytes a walk accounts for every byte. What recover makes of it is a block file
+// that the library opens, with only data that stood in those bytes; recovering that gives the same
+// once more, repacking the same blocks. A file that recover finds sound gives every block it names.
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include "../block/plain_reader.h"
+#include "commands.h"
+#include "failure.h"
+#include "require.h"
+#include "support/text_fakes.h"
+#include "tbfile/corpus.h"
+#include "terminal.h"
+#include "walk.h"
+
+using namespace tbfile;
+
+namespace {
+
+/// Requires that what a walk tells of follows one behind another.
+class Gapless final : public Walker {
+  public:
+    explicit Gapless(std::uint64_t start) : told_(start) {}
+    void block(const Found& found) override { pass(found.frame.offset, found.frame.end); }
+    void index(const Frame& frame) override { pass(frame.offset, frame.end); }
+    void loss(const Loss& loss) override { pass(loss.from, loss.to); }
+    [[nodiscard]] std::uint64_t told() const { return told_; }
+
+  private:
+    void pass(std::uint64_t from, std::uint64_t to) {
+        require(from == told_ && to > from);
+        told_ = to;
+    }
+    std::uint64_t told_;
+};
+
+void walk(const std::string& bytes) {
+    const corpus::Bytes source(bytes);
+    Window file(source);
+    Window probe(source);
+    const Map map = readMap(file, probe);
+    Gapless walker(map.shape.start());
+    Walk(file, probe, map, walker).run();
+    require(walker.told() == std::max<std::uint64_t>(bytes.size(), map.shape.start()));
+}
+
+/// A folder of its own, in memory where the machine has such a place.
+class Folder {
+  public:
+    Folder() {
+        std::string name = (std::filesystem::is_directory("/dev/shm")
+                                ? "/dev/shm"
+                                : std::filesystem::temp_directory_path().string()) +
+                           "/recover_fuzz_XXXXXX";
+        require(mkdtemp(name.data()) != nullptr);
+        path_ = name;
+        require(std::freopen("/dev/null", "w", stdout) != nullptr);
+    }
+    ~Folder() { std::filesystem::remove_all(path_); }
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+
+    [[nodiscard]] Path operator/(const char* name) const { return path_ / name; }
+
+  private:
+    Path path_;
+};
+
+std::string bytesOf(const Path& file) {
+    std::ifstream in(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+using Make = int (*)(const Options&);
+
+int made(Make make, const Path& input, const Path& output) {
+    Options options;
+    options.input = input;
+    options.output = output;
+    options.force = true;
+    const int status = make(options);
+    require(finishOutput());
+    return status;
+}
+
+/// Whether every block of a file is in another.
+bool hasBlocksOf(const block_kit::PlainReader& file, const block_kit::PlainReader& other) {
+    return std::ranges::all_of(other.entries(), [&](const BlocItem& entry) {
+        const auto block = other.block(entry.id);
+        return block && block == file.block(entry.id);
+    });
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const Folder folder;
+    static const Path given = folder / "given", rescued = folder / "rescued",
+                      again = folder / "again";
+    toolbox::testing::RecordingPrompt told;
+    const std::string bytes(reinterpret_cast<const char*>(data), size);
+    walk(bytes);
+
+    std::ofstream(given, std::ios::binary) << bytes;
+    std::filesystem::remove(rescued);
+    int status = kCannotRun;
+    try {
+        status = made(recover, given, rescued);
+    } catch (const Failure&) {  // nothing was found
+        require(!std::filesystem::exists(rescued));
+        return 0;
+    }
+    require(bytesOf(given) == bytes);
+
+    const std::string output = bytesOf(rescued);
+    const block_kit::PlainReader after(output);
+    TarvFileRead file;
+    require(after.opens() && file.open(rescued.c_str()) == 1 &&
+            block_kit::givesWhatItHolds(file, after));
+    for (const BlocItem& entry : after.entries()) {
+        const auto block = after.block(entry.id);
+        require(block && bytes.find(block->data) != std::string::npos);
+    }
+    if (status == kSound) {
+        const block_kit::PlainReader before(bytes);
+        require(before.opens() && hasBlocksOf(after, before));
+    }
+    (void)made(recover, rescued, again);
+    require(bytesOf(again) == output);
+    // Of several blocks with one identifier only the first is left by this.
+    require(made(repack, rescued, again) == kSound);
+    require(hasBlocksOf(block_kit::PlainReader(bytesOf(again)), after));
+    require(told.boxes.empty());
+    return 0;
+}

@@ -103,10 +103,10 @@ class TB_API TvString {
 #pragma GCC diagnostic pop
 
 /// Reads the rules of resource text `resourceId` (see TvString). Returns the TvString::Rule bits of
-/// the fields that it supplies, 0 when there is no such text or it lacks the tag; the outputs are
-/// then unchanged, but the list of forbidden values is empty when the text exists. A field that is
-/// missing, empty or unreadable gives its default: -1, an empty text, and resource text 1094 for
-/// the message. Any output may be null.
+/// the fields that it supplies. A field that is missing, empty or unreadable gives its default: -1,
+/// an empty text, and resource text 1094 for the message. 0 when it supplies none, and also when
+/// there is no such text or it lacks the tag; the outputs are then unchanged, but the list of
+/// forbidden values is empty when the text exists. Any output may be null.
 TB_API char TvStringParseResStr(unsigned int resourceId, CString* message, CString* defaultValue,
                                 int* minLength, int* maxLength, CString* validChars,
                                 CString* invalidChars, CArray<CString>* forbiddenValues);
@@ -152,5 +152,6 @@ TB_API int ShowMsgBox(const char* title, const char* text, unsigned int flags);
 TB_API int Lead(char* s, int n);
 
 /// Cuts blanks and line ends at the end of the first `n` characters of `s`, and whatever follows
-/// them. Returns the new length. On purpose a text of blanks only is left alone.
+/// them. Returns the new length. On purpose a text of blanks only is left alone, and so is any text
+/// where n is below 2.
 TB_API int Trail(char* s, int n);

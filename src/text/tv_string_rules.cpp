@@ -30,9 +30,30 @@ int takeRule(std::string_view& rest, int rule, T* out, const T& otherwise) {
     return read ? rule : 0;
 }
 
-template <class To, class From>
-void passOn(To* to, const From& from) {
-    if (to) *to = To(from);
+template <class Text>
+char parse(unsigned int resourceId, Text* message, Text* defaultValue, int* minLength,
+           int* maxLength, Text* validChars, Text* invalidChars, CArray<Text>* forbiddenValues) {
+    const std::string text = text::loadText(resourceId);
+    if (text.empty()) return 0;
+    if (forbiddenValues) forbiddenValues->RemoveAll();
+    std::string_view rest = text;
+    if (takeField(rest).view() != kTag) return 0;
+
+    const Text none;
+    int supplied = takeRule(rest, TvString::HasMessage, message, none);
+    if (!supplied && message) *message = Text(CString(text::loadText(kDefaultMessage)));
+    supplied |= takeRule(rest, TvString::MinLength, minLength, -1);
+    supplied |= takeRule(rest, TvString::MaxLength, maxLength, -1);
+    supplied |= takeRule(rest, TvString::HasDefault, defaultValue, none);
+    supplied |= takeRule(rest, TvString::ValidChars, validChars, none);
+    supplied |= takeRule(rest, TvString::InvalidChars, invalidChars, none);
+    while (!rest.empty()) {
+        const CString value = takeField(rest);
+        if (value.IsEmpty()) continue;
+        supplied |= TvString::ForbiddenValues;
+        if (forbiddenValues) forbiddenValues->Add(Text(value));
+    }
+    return static_cast<char>(supplied);
 }
 
 }  // namespace
@@ -40,43 +61,13 @@ void passOn(To* to, const From& from) {
 char TvStringParseResStr(unsigned int resourceId, CString* message, CString* defaultValue,
                          int* minLength, int* maxLength, CString* validChars, CString* invalidChars,
                          CArray<CString>* forbiddenValues) {
-    const std::string text = text::loadText(resourceId);
-    if (text.empty()) return 0;
-    if (forbiddenValues) forbiddenValues->RemoveAll();
-    std::string_view rest = text;
-    if (takeField(rest).view() != kTag) return 0;
-
-    int supplied = takeRule(rest, TvString::HasMessage, message, CString());
-    if (!supplied && message) *message = CString(text::loadText(kDefaultMessage));
-    supplied |= takeRule(rest, TvString::MinLength, minLength, -1);
-    supplied |= takeRule(rest, TvString::MaxLength, maxLength, -1);
-    supplied |= takeRule(rest, TvString::HasDefault, defaultValue, CString());
-    supplied |= takeRule(rest, TvString::ValidChars, validChars, CString());
-    supplied |= takeRule(rest, TvString::InvalidChars, invalidChars, CString());
-    while (!rest.empty()) {
-        CString value = takeField(rest);
-        if (value.IsEmpty()) continue;
-        supplied |= TvString::ForbiddenValues;
-        if (forbiddenValues) forbiddenValues->Add(std::move(value));
-    }
-    return static_cast<char>(supplied);
+    return parse(resourceId, message, defaultValue, minLength, maxLength, validChars, invalidChars,
+                 forbiddenValues);
 }
 
 char TvStringParseResStr(unsigned int resourceId, RWCString* message, RWCString* defaultValue,
                          int* minLength, int* maxLength, RWCString* validChars,
                          RWCString* invalidChars, CArray<RWCString>* forbiddenValues) {
-    CString texts[4];
-    CArray<CString> forbidden;
-    const char supplied = TvStringParseResStr(resourceId, &texts[0], &texts[1], minLength,
-                                              maxLength, &texts[2], &texts[3], &forbidden);
-    if (supplied == 0) return 0;
-    passOn(message, texts[0]);
-    passOn(defaultValue, texts[1]);
-    passOn(validChars, texts[2]);
-    passOn(invalidChars, texts[3]);
-    if (forbiddenValues) {
-        forbiddenValues->RemoveAll();
-        for (const CString& value : forbidden) forbiddenValues->Add(RWCString(value));
-    }
-    return supplied;
+    return parse(resourceId, message, defaultValue, minLength, maxLength, validChars, invalidChars,
+                 forbiddenValues);
 }

@@ -136,6 +136,32 @@ TEST_F(TvStringTest, ParsesEveryFieldOfItsResource) {
     EXPECT_EQ(message.length(), 5000u);
 }
 
+template <class Text>
+void expectDefaultsOfNoRules(FakedTexts& texts, unsigned int id) {
+    const auto parse = [&](Text& message, int& shortest, CArray<Text>& forbidden) {
+        forbidden.Add(Text("kept"));
+        return TvStringParseResStr(id, &message, static_cast<Text*>(nullptr), &shortest, nullptr,
+                                   nullptr, nullptr, &forbidden);
+    };
+    Text message("?");
+    int shortest = 0;
+    CArray<Text> forbidden;
+    texts.strings.put(id, "no rules");
+    EXPECT_EQ(parse(message, shortest, forbidden), 0);
+    EXPECT_EQ(shortest, 0);
+    EXPECT_EQ(forbidden.GetSize(), 0) << "of a text that exists";
+    texts.strings.put(id, "TVSTRING|");
+    EXPECT_EQ(parse(message, shortest, forbidden), 0);
+    EXPECT_EQ(shortest, -1);
+    EXPECT_EQ(message, "Invalid.");
+    EXPECT_EQ(forbidden.GetSize(), 0);
+}
+
+TEST_F(TvStringTest, GivesTheDefaultsWhenNoFieldIsSupplied) {
+    expectDefaultsOfNoRules<CString>(texts, kRule);
+    expectDefaultsOfNoRules<RWCString>(texts, kRule);
+}
+
 template <class T>
 void expectScans(const char* text, bool expected, T value) {
     T out = 77;

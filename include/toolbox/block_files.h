@@ -263,7 +263,8 @@ class TB_API TarvFile {
     std::shared_ptr<toolbox::BlockOutput> output_;  ///< what a file open for writing writes through
 };
 
-/// Reads block files of the format versions 100, 200 to 209 and 210.
+/// Reads block files of every format version: their layout changed at 200 and 210
+/// (docs/block-file-format.md).
 class TB_API TarvFileRead : public virtual TarvFile {
   public:
     TarvFileRead();

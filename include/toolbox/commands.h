@@ -37,11 +37,13 @@ class TB_API Command : public CObject {
     /// 1 for a real command, 0 for the one that stands for an undefined number.
     virtual operator int() const;
 
-    /// Checks or unchecks the command and then tells its tools. In a context, checking makes it the
+    /// Tells the command's tools that it is checked or unchecked, and then it is: who asks it
+    /// meanwhile gets the old status. Unless it is so already. In a context, checking makes it the
     /// selection, with the rules of Context::setSel(), and unchecking the selection clears it.
+    /// Returns 1, or what setSel() returns.
     virtual int setCheckStatus(int status);
-    /// Enables or disables the command and tells its tools, unless it is so already. A disabled
-    /// command stays its context's selection.
+    /// Tells the command's tools that it is enabled or disabled, and then it is, unless it is so
+    /// already. A disabled command stays its context's selection. Returns 1.
     virtual int setEnableStatus(int status);
     // The statuses and the number, as they are.
     virtual int isChecked() const;

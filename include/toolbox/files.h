@@ -80,7 +80,8 @@ class TB_API TVFile {
 
     /// 1 when a file is open.
     [[nodiscard]] int isValid() const;
-    /// The last error code of the system, 0 when none. It stays until ClearErr().
+    /// The last error code of the system, 0 when none. It stays until the next failure or
+    /// ClearErr(); a read that ends at the end of the file sets it to 0.
     [[nodiscard]] unsigned long Error() const;
     /// Sets the last error code to 0.
     void ClearErr();

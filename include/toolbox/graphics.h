@@ -71,8 +71,8 @@ class TB_API Dragger {
   protected:
     /// Moves a dragged point to where the mode allows it.
     virtual void modifyDraggedPoint(POINT& point);
-    // Draw the shape between two points, or draw it once more so that it is gone. Never called
-    // without a device context.
+    // Draw the shape between two points, or draw it once more so that it is gone. The device
+    // context is null when drag() or erase() was called without one: there is nothing to draw then.
     virtual void drawVisible(HDC dc, const POINT& start, const POINT& end) = 0;
     virtual void drawInvisible(HDC dc, const POINT& start, const POINT& end) = 0;
     /// anchor() without a change of the origin.

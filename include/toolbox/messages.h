@@ -299,7 +299,9 @@ class TB_API GMSG {
     /// `buf` has room for decimals + 16 characters (decimals above 1100 count as 1100). Zero is
     /// empty when `blankIfZero` is set. From 0.00001 to 99999 a number has `decimals` decimals, on
     /// purpose without a zero before the point (".25"); one that rounds to zero at 0 decimals has
-    /// no digit at all. Other numbers, and zero ("0."), have decimals + 6 significant digits.
+    /// no digit at all. Other numbers have at most decimals + 6 significant digits, without zeros
+    /// at the end, and always a point; an exponent of three digits where these do not suffice
+    /// ("1.2345679e+009"). Zero is "0." whatever the decimals.
     static char* ftoa(double x, int decimals, char* buf, int blankIfZero);
     /// `buf` has room for 22 characters.
     static char* ntoa(long n, char* buf, int blankIfZero);

@@ -46,7 +46,9 @@ class TB_API UserPrompt {
     virtual ~UserPrompt() = default;
 
     /// Shows a box and returns the button chosen (IDOK...). `flags` are the MB_ flags. Texts are
-    /// shown as they stand, never as templates.
+    /// shown as they stand, never as templates. Where there is no window system the text goes to
+    /// the standard error, and the answer is the button that changes nothing: IDCANCEL where there
+    /// is one, IDNO to a box with Yes and No, else IDOK.
     virtual int messageBox(HWND owner, const char* text, const char* caption,
                            unsigned int flags) = 0;
 

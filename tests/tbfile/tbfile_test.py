@@ -227,6 +227,9 @@ class Outputs(Tbfile):
         self.expect("out.tbf", twice)
         self.assertEqual(("repeatedId", self.read("out.tbf").blocks[2].offset),
                          *self.findings("out.tbf"))
+        told = self.json("recover", name, "out.tbf", "--certain", "--force", status=1)
+        self.assertEqual((2, 1, 1), (told["rescued"], told["doubtful"], told["leftOut"]))
+        self.expect("out.tbf", twice[:2])
 
     def test_diff(self):
         changed = [BLOCKS[0], Block(9, b"", "new text"), Block(0xFFFFFFF0, bytes(256), "all bytes",

@@ -37,9 +37,9 @@ class Rescue final : public Walker {
         : options_(options), open_(open), writer_(writer) {}
 
     void block(const Found& found) override {
-        if (options_.certain && found.doubts != 0) {
-            tellDoubts(found, found.doubts, false);
-            return;
+        if (options_.certain) {
+            const unsigned doubts = found.doubts | (writer_.has(found.frame.id) ? kRepeatedId : 0u);
+            if (doubts != 0) return tellDoubts(found, doubts, false);
         }
         writer_.add(open_.file, open_.probe, open_.map.shape, found.frame,
                     (found.doubts & kFrameDoubts) == 0);

@@ -29,6 +29,8 @@ class Writer {
     void finish(Header header, const Label& indexLabel);
 
     [[nodiscard]] std::size_t count() const { return entries_.size(); }
+    /// Whether there is a block with this identifier.
+    [[nodiscard]] bool has(std::uint32_t id) { return lookup_.find(entries_, id).has_value(); }
     /// Whether the block added last has an identifier that was there already.
     [[nodiscard]] bool repeated() const { return repeated_; }
     [[nodiscard]] std::uint64_t size() const { return position_; }

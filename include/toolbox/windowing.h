@@ -180,6 +180,11 @@ class TB_API MDI {
     /// the document's system commands stand for themselves. 0 when the command is another. A
     /// document is asked with WM_QUERYENDSESSION before it is closed, on purpose not with WM_CLOSE:
     /// it refuses by answering 0.
+    ///
+    /// Commands from firstChildId on do not come here, so a document's system commands do only in a
+    /// frame that sets it above them, to 0xF161 or more. Otherwise the system hands them to the
+    /// document while that is maximized, and SC_CLOSE, the close button in the menu bar, is a
+    /// WM_CLOSE to it.
     virtual int doFrameCommand(HWND child, UINT id, LPARAM lParam);
     /// Creates the pane above the client window, which the frame keeps room for while it is
     /// visible. Called when the client stands; the default has none and returns null.

@@ -27,6 +27,28 @@ TEST_F(FrameTest, ClosesADocumentThatAgreesOnly) {
     EXPECT_EQ(frame.doFrameCommand(nullptr, 6, 0), 1);
 }
 
+TEST_F(FrameTest, LeavesSystemCommandsToAMaximizedDocument) {
+    open();
+    const HWND a = addDocument("A").getHWND();
+    send(WM_COMMAND, SC_CLOSE);  // it is not maximized
+    EXPECT_EQ(taken(), Log{});
+    ShowWindow(a, SW_SHOWMAXIMIZED);
+    send(WM_COMMAND, SC_CLOSE);
+    EXPECT_EQ(taken(), (Log{"A 16 0", "A deleted"}));
+}
+
+TEST_F(FrameTest, TakesSystemCommandsBelowTheListOfDocuments) {
+    MDI::ConstructInfo high = info();
+    high.firstChildId = SC_DEFAULT + 1;
+    TestFrame other(instance, nullptr, high, &application);
+    ASSERT_EQ(other.initMainWindow(SW_SHOWNORMAL), 1);
+    ShowWindow(addDocument("A").getHWND(), SW_SHOWMAXIMIZED);
+    log.clear();
+    SendMessageA(other.getFrame(), WM_COMMAND, SC_CLOSE, 0);
+    EXPECT_EQ(taken(), (Log{"A 17 " + std::to_string(SC_CLOSE), "A deleted"}));
+    DestroyWindow(other.getFrame());
+}
+
 TEST_F(FrameTest, StaysOpenUnlessTheApplicationSaysExactlyOne) {
     open();
     for (const int answer : {0, 2, -1}) {

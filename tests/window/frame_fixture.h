@@ -56,7 +56,7 @@ struct Document : MDIWindowObject {
     LRESULT handleMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
         const bool isPrivate = message >= 0x3E0 && message <= 0x3E8;
         if (message == WM_QUERYENDSESSION || message == WM_ENDSESSION || message == WM_COMMAND ||
-            isPrivate) {
+            message == WM_CLOSE || isPrivate) {
             log.push_back(name + " " + std::to_string(message) + " " + std::to_string(wParam));
             if (message == WM_QUERYENDSESSION) return agrees;
             if (isPrivate) return 77;

@@ -92,7 +92,9 @@ TEST_F(FrameTest, TurnsKeysIntoCommandsUnlessFrozen) {
             pressKey('N', {VK_CONTROL});
             pressKey(VK_F4, {VK_CONTROL});
         })
-        .until([&] { return log == Log{"B deleted"}; })
+        .until([&] {
+            return log == Log{"B 16 0", "B deleted"};
+        })
         .run([&] {
             log.clear();
             frame.setMDIMenu(nullptr, 0);  // the frame's own accelerators with its own menu

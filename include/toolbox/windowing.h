@@ -264,7 +264,10 @@ class TB_API WindowObjectEx : public WindowObject {
                void* param);
 };
 
-/// A document: a window object in the client window of the process's frame.
+/// A document: a window object in the client window of the process's frame. The frame and its
+/// commands ask it by WM_QUERYENDSESSION whether it may be closed, and it refuses by answering 0.
+/// Its close button, its system menu and Ctrl+F4 send it WM_CLOSE: a document that has something to
+/// save answers both, and WM_CLOSE by passing it on or not.
 class TB_API MDIWindowObject : public WindowObject {
   public:
     ~MDIWindowObject() override;

@@ -19,7 +19,7 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "documents"
 import pages
 
 parser = argparse.ArgumentParser()
-for name in ("source", "build", "cmake", "objcopy", "compiler", "libdir", "emulator"):
+for name in ("source", "build", "cmake", "objcopy", "compiler", "libdir", "emulator", "driver"):
     parser.add_argument("--" + name)
 parser.add_argument("--settings", nargs="*")
 options = parser.parse_args()
@@ -105,6 +105,15 @@ class Package(unittest.TestCase):
         lines = [line for note in ("Check the bridge", "Call the town")
                  for line in self.started(program, "plan.dat", note)]
         self.assertEqual(pages.printed(page).splitlines(), lines)
+        if WINDOWS:
+            self.frame_of_the_how_to_page(program)
+
+    def frame_of_the_how_to_page(self, program):
+        notes = f"{self.prefix.name}\\bin\\{program.name}"
+        user = (options.emulator, options.driver, notes)
+        run(*user, "plan.dat", "saved", cwd=self.folder)
+        self.assertEqual(["04 note(s) in plan.dat"], self.started(program, "plan.dat", "Fourth"))
+        run(*user, "missing\\plan.dat", "refused", cwd=self.folder)
 
     def test_a_project_builds_with_find_package(self):
         built = self.project(self.folder / "consumer")

@@ -4,6 +4,9 @@
 A page's `text` block is what its program prints. What it adds or changes is compiled, with what
 includes a changed header of src/, and linked before the library as it was built: so what a page adds
 to a class or table of the public headers stands at its end.
+
+The copy passes the checks of a change: that of the layers here, those of format and comments, which
+need tools that the tests do not, with --checks.
 """
 import argparse
 import pathlib
@@ -19,6 +22,7 @@ import pages  # beside this file
 parser = argparse.ArgumentParser()
 for name in ("page", "source", "library", "compiler", "emulator", "flags", "libraries"):
     parser.add_argument("--" + name, default="")
+parser.add_argument("--checks", action="store_true")
 options = parser.parse_args()
 SOURCE = pathlib.Path(options.source)
 OTHER_SYSTEM = "posix" if options.emulator else "win32"
@@ -40,14 +44,27 @@ def run(*command, given="", **more):
     return text
 
 
-def main(root):
-    for folder in ("include", "resources", "src"):
+def apply_page(root):
+    """Makes the copy with the page's files and changes; their names."""
+    for folder in ("include", "resources", "scripts", "src"):
         shutil.copytree(SOURCE / folder, root / folder)
     files = pages.write_files(PAGE, root)
     for _, language, text in pages.blocks(PAGE):
         if language == "diff":
             run("git", "apply", "-C1", "-", given=text, cwd=root)
             files += re.findall(r"^\+\+\+ b/(.+)$", text, re.M)
+    return files
+
+
+def check(root, files):
+    shutil.copy(SOURCE / ".clang-format", root)
+    run("clang-format", "--dry-run", "--Werror",
+        *(root / name for name in files if name.endswith((".cpp", ".h"))))
+    run(SOURCE / "scripts/check-docs", root)
+
+
+def build_and_run(root, files):
+    run(root / "scripts/check-layers", root)
     headers = [name for name in files if name.startswith("src/") and name.endswith(".h")]
     for path in (root / "src").rglob("*.cpp"):
         text = path.read_text("utf-8")
@@ -69,4 +86,5 @@ def main(root):
 
 
 with tempfile.TemporaryDirectory(prefix="tb-howto-") as folder:
-    main(pathlib.Path(folder))
+    copy = pathlib.Path(folder)
+    (check if options.checks else build_and_run)(copy, apply_page(copy))

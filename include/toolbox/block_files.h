@@ -303,10 +303,10 @@ class TB_API TarvFileWrite : public virtual TarvFile {
     using TarvFile::open;
 
     /// Copies an existing file to its backup name (APIFile::backupName) and prints the code of that
-    /// to the standard output, on purpose; goes on when it fails. Then empties or creates the file
-    /// and writes a header. 0 when the object is open already or the file cannot be written; on
-    /// purpose the object then counts as open. A file set before is used as it stands: it gets a
-    /// header when it is empty, and no backup.
+    /// to the standard output, on purpose; goes on when it fails. (With safe saving, close() does
+    /// so.) Then empties or creates the file and writes a header. 0 when the object is open already
+    /// or the file cannot be written; on purpose the object then counts as open. A file set before
+    /// is used as it stands: it gets a header when it is empty, and no backup.
     int open(const RWCString& name) override;
     int open(const char* name) override;
     /// Lets go of the file, which keeps what was written. 0 when the object is not open for
@@ -326,10 +326,11 @@ class TB_API TarvFileWrite : public virtual TarvFile {
 
     /// Safe saving, for the next open: on, the file is written beside, under its name with ".~save"
     /// behind, and close() puts it in place: it brings the file to the device, reads it back
-    /// (header, index, both ends of every block), makes the backup and renames. An existing file is
-    /// whole under its name until the new one, whole, has that name. close() then returns 1 when
-    /// the new file is in place; without a successful commit since open, after a failed write or
-    /// when the file does not read back, it removes what was written and returns 0.
+    /// (header, index, both ends of every block), makes the backup, whose code it prints as open()
+    /// does, and renames. An existing file is whole under its name until the new one, whole, has
+    /// that name. close() then returns 1 when the new file is in place; without a successful commit
+    /// since open, after a failed write or when the file does not read back, it removes what was
+    /// written and returns 0.
     void setSafeSave(int on);
 
   private:

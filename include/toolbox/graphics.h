@@ -183,7 +183,8 @@ class TB_API StickDragger : public Dragger {
 };
 
 /// An ellipse and a line from its center to the dragged point, which is moved onto the ellipse, on
-/// purpose mirrored about the horizontal through the center.
+/// purpose mirrored about the horizontal through the center. On purpose its distance from the
+/// center is rounded to single precision, which decides on which side of a pixel it falls.
 class TB_API ThetaDragger : public Dragger {
   public:
     /// An ellipse without size until setDims().
@@ -250,8 +251,9 @@ class TB_API MouseDragger {
 
     /// Takes one message and returns the state after it. `start` and `end` are set when the state
     /// becomes or stays Dragging by it and when it becomes Finished; the shape is removed by then.
-    /// A message that was the gesture's is marked as handled, the Cancel command is not. Finished
-    /// and Cancelled last until the next message.
+    /// On purpose the points of a finished gesture are those of the last move, not of the message
+    /// that ended it. A message that was the gesture's is marked as handled, the Cancel command is
+    /// not. Finished and Cancelled last until the next message.
     State drag(TarvMess& message, POINT& start, POINT& end);
     /// The state after the last message.
     [[nodiscard]] State getState() const { return state_; }

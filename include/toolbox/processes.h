@@ -67,9 +67,10 @@ TB_API HWND FindWin(const char* text, HWND except);
 TB_API int IsAppRunning(const toolbox::RunningApp* app);
 
 /// Starts a program in a console of its own. `program` names an .EXE, with or without that
-/// extension; `commandLine` is passed on as it is, null when there is none. A program that is not
-/// found is looked up in the section "programs" of the user's profile (win.ini), under its name in
-/// capitals; then the user may browse for it, and the place is stored there.
+/// extension; on purpose a bare name is looked for in the current folder only. `commandLine` is
+/// passed on as it is, null when there is none. A program that is not found is looked up in the
+/// section "programs" of the user's profile (win.ini), under its name in capitals; then the user
+/// may browse for it, and the place is stored there.
 ///
 /// Returns 1 when it was started, 2 when it was not, 3 for a name with another extension. On 1
 /// `info` holds the process and its thread, which the caller closes, else zeros; with a null `info`

@@ -179,7 +179,8 @@ class TB_API MDI {
     /// the document, 7 and 10 tile vertically and horizontally, 8 cascades, 9 arranges the icons;
     /// the document's system commands stand for themselves. 0 when the command is another. A
     /// document is asked with WM_QUERYENDSESSION before it is closed, on purpose not with WM_CLOSE:
-    /// it refuses by answering 0.
+    /// it refuses by answering 0. On purpose SC_NEXTWINDOW and SC_PREVWINDOW show a minimized
+    /// neighbour and do not raise one that is shown.
     ///
     /// Commands from firstChildId on do not come here, so a document's system commands do only in a
     /// frame that sets it above them, to 0xF161 or more. Otherwise the system hands them to the
@@ -190,6 +191,8 @@ class TB_API MDI {
     /// visible. Called when the client stands; the default has none and returns null.
     virtual HWND createFramePane();
     /// Every message of the frame's window. Frame classes that replace it pass on what they leave.
+    /// WM_QUERYENDSESSION asks the documents. On purpose none of them hears WM_ENDSESSION when the
+    /// session ends; those that agreed hear it, with 0, when a later one refused.
     virtual LRESULT frameWndProc(TarvMess& message);
     /// "MDIFrame".
     virtual const char* getClassFrame() const;

@@ -172,6 +172,10 @@ TEST_F(FrameTest, MinimizesMaximizesRestoresAndWalksDocuments) {
     EXPECT_FALSE(IsIconic(a));
     EXPECT_EQ(frame.getActiveMDIChild(), a);
 
+    SetWindowPos(b, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+    EXPECT_EQ(frame.doFrameCommand(b, SC_NEXTWINDOW, 0), 1);
+    EXPECT_EQ(GetTopWindow(frame.getClient()), b);  // one that is shown is not raised
+
     ShowWindow(b, SW_SHOWMINIMIZED);
     SetWindowPos(b, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     ASSERT_EQ(GetWindow(a, GW_HWNDPREV), b);

@@ -2,9 +2,11 @@
 
 #include <fstream>
 #include <sstream>
+#include <utility>
 
 #include "block/block_kit.h"
 #include "support/temp_folder.h"
+#include "toolbox/messages.h"
 
 using namespace block_kit;
 
@@ -43,10 +45,11 @@ TEST(BlockLayout, IsTheOneOfTheDocument) {
     TempFolder folder;
     const std::string name = folder / "example.dat";
     TarvFileWrite file;
+    const auto language = std::exchange(GMSG::language, GMSG::English);
     ASSERT_EQ(file.open(name.c_str()), 1);
+    GMSG::language = language;
     file.getHeader()->setDescription("Example");
     setDates(*file.getHeader());
-    file.getIndex()->setDescription("Master index");
     ASSERT_EQ(file.writeBloc(made({7, "ten bytes.", "A block", 3, 200})), 1);
     ASSERT_EQ(file.commit(), 1);
     ASSERT_EQ(file.close(), 1);

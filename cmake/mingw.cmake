@@ -4,10 +4,8 @@ set(CMAKE_SYSTEM_PROCESSOR ${TOOLBOX_ARCH})
 set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES TOOLBOX_ARCH)
 
 set(triple ${TOOLBOX_ARCH}-w64-mingw32)
-# GoogleTest declares C as one of its languages.
-set(CMAKE_C_COMPILER ${triple}-gcc-posix)
-set(CMAKE_CXX_COMPILER ${triple}-g++-posix)
 set(CMAKE_C_COMPILER ${triple}-gcc-posix)  # GoogleTest's build asks for one
+set(CMAKE_CXX_COMPILER ${triple}-g++-posix)
 set(CMAKE_RC_COMPILER ${triple}-windres)
 set(CMAKE_RC_FLAGS_INIT "--codepage=1252")
 set(CMAKE_FIND_ROOT_PATH /usr/${triple})

@@ -169,7 +169,8 @@ void Reader::loadAll(unsigned long first, Number count, Take take) {
 }
 
 LoadedProject Reader::load() {
-    if (!file_.getFile()) loaded_.error.setCode(kNotRead);
+    // A file that cannot be opened is kept as an object all the same.
+    if (!file_.getFile() || !file_.getFile()->isValid()) loaded_.error.setCode(kNotRead);
     if (isWhole_ && file_.getHeader()->getVersion() > kProjectVersion)
         loaded_.error.setCode(kTooNew);
     if (loaded_.error != 0) return std::move(loaded_);

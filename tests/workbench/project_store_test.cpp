@@ -69,6 +69,12 @@ TEST_F(ProjectStore, KeepsAnotherFileWhole) {
     EXPECT_EQ(load().error, kNotAProject);
 }
 
+TEST_F(ProjectStore, CannotReadWhatAnotherProgramKeepsToItself) {
+    const APIFile other(file.c_str(), GENERIC_READ | GENERIC_WRITE, 0, OPEN_EXISTING);
+    ASSERT_TRUE(other.isValid());
+    EXPECT_EQ(load().error, kNotRead);
+}
+
 TEST_F(ProjectStore, LoadsWhatADamagedFileStillHolds) {
     const std::string whole = bytes();
     const std::size_t seventh = whole.find(std::string_view("P7\0", 3));

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 #include <optional>
 
 #include "toolbox/block_files.h"
@@ -9,13 +10,19 @@
 namespace {
 
 constexpr const char* kFileDescription = "Beam project";
-/// Blocks in a row that a search may miss before the rest of the file counts as lost: each search
-/// reads the file to its end.
-constexpr int kMissesMax = 32;
 constexpr std::size_t kProgressEvery = 100;
+constexpr unsigned long kBehindLabelBlocks = 2 * kFirstLabelBlock - kFirstBeamBlock;
+
+// Bytes of the records; those of a beam's point loads come on top.
+constexpr unsigned kCountsSize = 8, kBeamSize = 72, kPointLoadSize = 16, kLabelSize = 160;
 
 using Record = VarRecord;
 using Number = std::uint32_t;
+
+/// How many beams and labels a project has.
+struct Counts {
+    Number beams = 0, labels = 0;
+};
 
 void put(Record& record, Number value) {
     record << static_cast<int>(value);
@@ -40,6 +47,21 @@ CString takeText(Record& record) {
     return {bytes.data(), static_cast<std::size_t>(end - bytes.begin())};
 }
 
+/// A longer record is as damaged as a shorter one, whose missing numbers may read as zeros.
+void expectSize(const Record& record, unsigned size) {
+    if (record.getLen() != size) throw VarRecord::VarRecordException();
+}
+
+void put(Record& record, const Counts& counts) {
+    put(record, counts.beams);
+    put(record, counts.labels);
+}
+void take(Record& record, Counts& counts) {
+    expectSize(record, kCountsSize);
+    counts.beams = takeNumber(record);
+    counts.labels = takeNumber(record);
+}
+
 void put(Record& record, const Beam& beam) {
     put(record, beam.id);
     put<kNameMax>(record, beam.name);
@@ -48,17 +70,17 @@ void put(Record& record, const Beam& beam) {
     put(record, static_cast<Number>(beam.loads.size()));
     for (const PointLoad& load : beam.loads) record << load.position << load.force;
 }
-Beam takeBeam(Record& record) {
-    Beam beam;
+void take(Record& record, Beam& beam) {
+    if (record.getLen() < kBeamSize) throw VarRecord::VarRecordException();
     beam.id = takeNumber(record);
     beam.name = takeText<kNameMax>(record);
     beam.section = takeText<kNameMax>(record);
     record >> beam.x >> beam.y >> beam.span >> beam.uniform;
     const Number loads = takeNumber(record);
     if (loads > kLoadsMax) throw VarRecord::VarRecordException();
+    expectSize(record, kBeamSize + kPointLoadSize * loads);
     beam.loads.resize(loads);
     for (PointLoad& load : beam.loads) record >> load.position >> load.force;
-    return beam;
 }
 
 void put(Record& record, const Label& label) {
@@ -69,15 +91,25 @@ void put(Record& record, const Label& label) {
     put(record, Number{label.border});
     put<kLabelMax>(record, label.text);
 }
-Label takeLabel(Record& record) {
-    Label label;
+void take(Record& record, Label& label) {
+    expectSize(record, kLabelSize);
     label.id = takeNumber(record);
     label.beam = takeNumber(record);
     record >> label.x >> label.y;
     label.alignment = static_cast<Label::Alignment>(takeNumber(record));
     label.border = takeNumber(record) != 0;
     label.text = takeText<kLabelMax>(record);
-    return label;
+}
+
+/// False when the record does not hold what it should.
+template <class Item>
+bool taken(Record& record, Item& item) {
+    try {
+        take(record, item);
+    } catch (const VarRecord::VarRecordException&) {
+        return false;
+    }
+    return true;
 }
 
 /// Writes blocks one after another and tells how far it is.
@@ -105,7 +137,39 @@ class Writer {
     std::size_t done_ = 0;
 };
 
-/// The blocks of a file, whole or not.
+/// Where blocks may begin, by their identifiers.
+using Places = std::map<unsigned long, std::vector<unsigned long>>;
+
+bool isOurs(unsigned long block) {
+    return block == kProjectBlock || (block >= kFirstBeamBlock && block < kBehindLabelBlocks);
+}
+
+/// Adds the places that a search finds: behind the header, and behind what may be a block's end.
+void search(APIFile& file, Places& places) {
+    constexpr Number kEnd = 0xFFFFFFFF;
+    constexpr unsigned long kHeaderSize = 160;
+    constexpr unsigned long long kSizeMax = 0x7FFFFFFF;  // of a block file
+    std::array<char, 1u << 16> piece{};
+    unsigned long long size = 0;
+    if (!file.size(size) || !file.SeekToBegin()) return;
+    size = std::min(size, kSizeMax);
+    Number before = 0;
+    for (unsigned long at = 0; at + sizeof before <= size;) {
+        const auto wanted =
+            static_cast<unsigned long>(std::min<unsigned long long>(piece.size(), size - at));
+        if (!file.read(piece.data(), wanted)) return;
+        VarRecord words;
+        words.setData(wanted, piece.data());
+        for (unsigned long i = 0; i + sizeof before <= wanted;
+             i += sizeof before, at += sizeof before) {
+            const Number word = takeNumber(words);
+            if ((before == kEnd || at == kHeaderSize) && isOurs(word)) places[word].push_back(at);
+            before = word;
+        }
+    }
+}
+
+/// The project of a file, whole or not.
 class Reader {
   public:
     Reader(const char* name, const StoreProgress& progress);
@@ -113,59 +177,132 @@ class Reader {
     LoadedProject load();
 
   private:
-    [[nodiscard]] bool find(unsigned long id, TarvBlocFile& block);
-    template <class Item, class Take>
-    void loadAll(unsigned long first, Number count, Take take);
-    template <class Item, class Take>
-    std::optional<Item> fetch(unsigned long id, Take take);
+    /// Everything, each block where the index says. False when something is missing or too much.
+    bool loadWhole();
+    template <class Item>
+    bool loadAll(unsigned long first, Number count);
+    /// What is left, wherever it is.
+    void recover();
+    template <class Item>
+    void recoverAll(const Places& places, unsigned long first, unsigned long behind);
+    template <class Item>
+    [[nodiscard]] std::optional<Item> recovered(unsigned long id,
+                                                const std::vector<unsigned long>& places);
+
+    template <class Item>
+    bool keep(Item item);
+    [[nodiscard]] const Beam* same(const Beam& beam) const { return loaded_.project.beam(beam.id); }
+    [[nodiscard]] const Label* same(const Label& label) const {
+        return loaded_.project.label(label.id);
+    }
+    [[nodiscard]] std::vector<unsigned long> indexed();
+    void tellProgress();
 
     TarvFileRead file_;
-    bool isWhole_ = false;      // header and index were found
-    unsigned long behind_ = 0;  // where the last block found begins its search for the next
+    bool isWhole_ = false;  // header and index were found
+    bool hasCounts_ = false;
     const StoreProgress& progress_;
     LoadedProject loaded_;
 };
 
 Reader::Reader(const char* name, const StoreProgress& progress) : progress_(progress) {
-    isWhole_ = file_.open(name) == 1 && file_.getHeader()->getDescription() == kFileDescription;
-    if (isWhole_ || !APIFile::Exists(name)) return;
-    file_.close();
+    const bool opened = file_.open(name) == 1;
+    isWhole_ = opened && file_.getHeader()->getDescription() == kFileDescription;
+    if (opened || !APIFile::Exists(name)) return;
     file_.setFile(new APIFile(name, GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING));
     file_.setFileType(TarvFile::OpenForReading);
 }
 
-/// Without an index blocks are searched for in the order in which they were written.
-bool Reader::find(unsigned long id, TarvBlocFile& block) {
-    if (isWhole_) return file_.getBloc(id, block) == 1;
-    if (!file_.getFile() || !file_.getFile()->isValid()) return false;
-    const unsigned long found = block.findBloc(id, file_, behind_);
-    if (found == 0) return false;
-    behind_ = found;
-    return block.readBloc(file_) == 1;
+/// Identifiers in the index.
+std::vector<unsigned long> Reader::indexed() {
+    std::vector<unsigned long> ids;
+    TarvFileIndex* const index = file_.getIndex();
+    unsigned long id = 0;
+    if (!index || !index->getFirstID(id)) return ids;
+    do ids.push_back(id);
+    while (index->getNextID(id));
+    return ids;
 }
 
-template <class Item, class Take>
-std::optional<Item> Reader::fetch(unsigned long id, Take take) {
+std::size_t countBetween(const std::vector<unsigned long>& ids, unsigned long first,
+                         unsigned long behind) {
+    return static_cast<std::size_t>(
+        std::ranges::count_if(ids, [=](unsigned long id) { return id >= first && id < behind; }));
+}
+
+/// An identifier that comes twice is a loss: nobody knows which of the two it is.
+template <class Item>
+bool Reader::keep(Item item) {
+    if (item.id == 0 || same(item) || loaded_.project.put(std::move(item)) == 0) return false;
+    tellProgress();
+    return true;
+}
+
+void Reader::tellProgress() {
+    const std::size_t done = loaded_.project.beams().size() + loaded_.project.labels().size();
+    if (progress_ && done % kProgressEvery == 0) progress_(done, loaded_.expected);
+}
+
+template <class Item>
+bool Reader::loadAll(unsigned long first, Number count) {
+    for (Number i = 0; i < count; ++i) {
+        TarvBlocFile block;
+        Item item;
+        if (!file_.getBloc(first + i, block) || !taken(block, item) || !keep(std::move(item)))
+            return false;
+    }
+    return true;
+}
+
+bool Reader::loadWhole() {
+    if (!isWhole_) return false;
+    // A search for each block that is missing would read the file each time.
+    file_.getHeader()->setMask(0);
     TarvBlocFile block;
-    if (!find(id, block)) return std::nullopt;
-    try {
-        return take(block);
-    } catch (const VarRecord::VarRecordException&) {
-        return std::nullopt;  // shorter than what it should hold
-    }
+    Counts counts;
+    if (!file_.getBloc(kProjectBlock, block) || !taken(block, counts)) return false;
+    loaded_.expected = std::size_t{counts.beams} + counts.labels;
+    const std::vector<unsigned long> ids = indexed();
+    return countBetween(ids, kFirstBeamBlock, kFirstLabelBlock) == counts.beams &&
+           countBetween(ids, kFirstLabelBlock, kBehindLabelBlocks) == counts.labels &&
+           loadAll<Beam>(kFirstBeamBlock, counts.beams) &&
+           loadAll<Label>(kFirstLabelBlock, counts.labels);
 }
 
-template <class Item, class Take>
-void Reader::loadAll(unsigned long first, Number count, Take take) {
-    int misses = 0;
-    for (Number i = 0; i < count && misses < kMissesMax; ++i) {
-        std::optional<Item> item = fetch<Item>(first + i, take);
-        const bool taken = item && item->id != 0 && loaded_.project.put(std::move(*item)) != 0;
-        misses = taken ? 0 : misses + 1;
-        loaded_.loaded += taken;
-        const std::size_t done = loaded_.project.beams().size() + loaded_.project.labels().size();
-        if (progress_ && done % kProgressEvery == 0) progress_(done, loaded_.expected);
+/// Of several places the first that holds a whole one.
+template <class Item>
+std::optional<Item> Reader::recovered(unsigned long id, const std::vector<unsigned long>& places) {
+    for (const unsigned long place : places) {
+        TarvBlocFile block;
+        Item item;
+        if (block.read(id, file_, place, 0) && taken(block, item)) return item;
     }
+    return std::nullopt;
+}
+
+template <class Item>
+void Reader::recoverAll(const Places& places, unsigned long first, unsigned long behind) {
+    for (auto block = places.lower_bound(first); block != places.lower_bound(behind); ++block)
+        if (auto item = recovered<Item>(block->first, block->second)) keep(std::move(*item));
+}
+
+void Reader::recover() {
+    loaded_.project = {};
+    const std::vector<unsigned long> ids = indexed();
+    Places places;
+    for (const unsigned long id : ids) places[id].push_back(file_.getIndex()->getOffset(id));
+    search(*file_.getFile(), places);
+
+    const auto counts = recovered<Counts>(kProjectBlock, places[kProjectBlock]);
+    hasCounts_ = counts.has_value();
+    const auto expected = [&](unsigned long first, unsigned long behind, Number counted) {
+        return std::max<std::size_t>(countBetween(ids, first, behind), counted);
+    };
+    const Counts known = counts.value_or(Counts{});
+    loaded_.expected = expected(kFirstBeamBlock, kFirstLabelBlock, known.beams) +
+                       expected(kFirstLabelBlock, kBehindLabelBlocks, known.labels);
+    recoverAll<Beam>(places, kFirstBeamBlock, kFirstLabelBlock);
+    recoverAll<Label>(places, kFirstLabelBlock, kBehindLabelBlocks);
 }
 
 LoadedProject Reader::load() {
@@ -176,21 +313,13 @@ LoadedProject Reader::load() {
     if (loaded_.error != 0) return std::move(loaded_);
     if (isWhole_) loaded_.created = file_.getHeader()->getdateCreation();
 
-    struct Counts {
-        Number beams, labels;
-    };
-    const auto counts = fetch<Counts>(kProjectBlock, [](Record& record) {
-        const Number beams = takeNumber(record);
-        return Counts{beams, takeNumber(record)};
-    });
-    // Without the counts every block is looked for until too many in a row are missing.
-    const Number beams = counts ? counts->beams : kFirstLabelBlock - kFirstBeamBlock;
-    const Number labels = counts ? counts->labels : kFirstLabelBlock - kFirstBeamBlock;
-    if (counts) loaded_.expected = std::size_t{beams} + labels;
-    loadAll<Beam>(kFirstBeamBlock, beams, takeBeam);
-    loadAll<Label>(kFirstLabelBlock, labels, takeLabel);
-    if (!isWhole_ || !counts || loaded_.loaded != loaded_.expected)
-        loaded_.error.setCode(isWhole_ || counts || loaded_.loaded > 0 ? kDamaged : kNotAProject);
+    const bool complete = loadWhole();
+    if (!complete) recover();
+    loaded_.loaded = loaded_.project.beams().size() + loaded_.project.labels().size();
+    if (loaded_.expected > 0) loaded_.expected = std::max(loaded_.expected, loaded_.loaded);
+    if (!complete)
+        loaded_.error.setCode(isWhole_ || hasCounts_ || loaded_.loaded > 0 ? kDamaged
+                                                                           : kNotAProject);
     return std::move(loaded_);
 }
 
@@ -205,8 +334,8 @@ bool writeAll(TarvFileWrite& file, const Project& project, const TarvDate& creat
     TarvBlocFile counts;
     counts.setID(kProjectBlock);
     counts.setDescription(kFileDescription);
-    put(counts, static_cast<Number>(project.beams().size()));
-    put(counts, static_cast<Number>(project.labels().size()));
+    put(counts, Counts{static_cast<Number>(project.beams().size()),
+                       static_cast<Number>(project.labels().size())});
     Writer writer(file, progress, project.beams().size() + project.labels().size());
     return file.writeBloc(counts) && writer.write(project.beams(), kFirstBeamBlock, "Beam") &&
            writer.write(project.labels(), kFirstLabelBlock, "Label") && file.commit();

@@ -5,7 +5,9 @@
 
 #include <cstring>
 #include <fstream>
-#include <sstream>
+#include <functional>
+#include <utility>
+#include <vector>
 
 #include "support/temp_folder.h"
 #include "toolbox/block_files.h"
@@ -14,6 +16,13 @@
 namespace {
 
 constexpr std::size_t kHeaderSize = 160;
+
+/// The data of the block that describes the project.
+std::string counts(int beams, int labels) {
+    VarRecord record;
+    record << beams << labels;
+    return {record.getPData(), record.getLen()};
+}
 
 class ProjectStore : public ::testing::Test {
   protected:
@@ -38,6 +47,38 @@ class ProjectStore : public ::testing::Test {
     }
     void setBytes(const std::string& content) const {
         std::ofstream(file, std::ios::binary | std::ios::trunc) << content;
+    }
+    /// Writes the file anew with its blocks changed.
+    void change(const std::function<void(TarvBlocFile&)>& changeBlock) const {
+        std::vector<TarvBlocFile> blocks;
+        TarvFileHeader header;
+        {
+            TarvFileRead in;
+            ASSERT_TRUE(in.open(file.c_str()));
+            header = *in.getHeader();
+            unsigned long id = 0;
+            ASSERT_TRUE(in.getIndex()->getFirstID(id));
+            do ASSERT_TRUE(in.getBloc(id, blocks.emplace_back()));
+            while (in.getIndex()->getNextID(id));
+        }
+        TarvFileWrite out;
+        out.setSafeSave(1);
+        ASSERT_TRUE(out.open(file.c_str()));
+        TarvFileHeader newHeader = *out.getHeader();
+        newHeader.setDescription(header.getDescription());
+        newHeader.setVersion(header.getVersion());
+        out.setHeader(newHeader);
+        for (TarvBlocFile& block : blocks) {
+            changeBlock(block);
+            ASSERT_TRUE(out.writeBloc(block));
+        }
+        ASSERT_TRUE(out.commit() && out.close());
+    }
+    static void setData(TarvBlocFile& block, const std::string& data) {
+        block.setData(static_cast<unsigned long>(data.size()), data.data());
+    }
+    static std::string dataOf(const TarvBlocFile& block) {
+        return {block.getPData(), block.getLen()};
     }
     [[nodiscard]] LoadedProject load() const { return loadProject(file.c_str(), {}); }
 
@@ -107,6 +148,103 @@ TEST_F(ProjectStore, LoadsWhatADamagedFileStillHolds) {
         for (const Beam& beam : loaded.project.beams()) EXPECT_TRUE(beam == *project.beam(beam.id));
         for (const Label& label : loaded.project.labels())
             EXPECT_TRUE(label == *project.label(label.id));
+    }
+}
+
+TEST_F(ProjectStore, MissesWhatTheCountsDoNotTell) {
+    const auto expectAll = [&](const char* what) {
+        SCOPED_TRACE(what);
+        const LoadedProject loaded = load();
+        EXPECT_EQ(loaded.error, kDamaged);
+        EXPECT_EQ(loaded.expected, 42u);
+        EXPECT_EQ(loaded.loaded, 42u);
+        EXPECT_TRUE(loaded.project == project);
+    };
+    const std::string whole = bytes();
+    std::string empty = whole;
+    std::memset(empty.data() + kHeaderSize + 132, 0, 4);
+    setBytes(empty);
+    expectAll("the counts have the length 0");
+
+    for (const auto& [beams, labels] : {std::pair{1, 0}, {40, 1}, {39, 2}, {0, 0}}) {
+        setBytes(whole);
+        change([&, beams = beams, labels = labels](TarvBlocFile& block) {
+            if (block.getID() == kProjectBlock) setData(block, counts(beams, labels));
+        });
+        expectAll("the counts are too small");
+    }
+    change([&](TarvBlocFile& block) {
+        if (block.getID() == kProjectBlock) setData(block, counts(41, 2));
+    });
+    EXPECT_EQ(load().error, kDamaged);
+    EXPECT_EQ(load().expected, 43u);
+    EXPECT_EQ(load().loaded, 42u);
+}
+
+TEST_F(ProjectStore, TellsHowManyThereAreWithoutTheCounts) {
+    std::string content = bytes();
+    std::memset(content.data() + kHeaderSize, 0, 136);
+    setBytes(content);
+    EXPECT_EQ(load().error, kDamaged);
+    EXPECT_EQ(load().expected, 42u) << "the index knows";
+
+    content.resize(content.size() - 42 * 8 - 148);
+    setBytes(content);
+    const LoadedProject loaded = load();
+    EXPECT_EQ(loaded.error, kDamaged);
+    EXPECT_EQ(loaded.expected, 0u);
+    EXPECT_EQ(loaded.loaded, 42u);
+}
+
+TEST_F(ProjectStore, MissesABeamWhoseIdentifierComesTwice) {
+    std::string first;
+    change([&](TarvBlocFile& block) {
+        if (block.getID() == kFirstBeamBlock) first = dataOf(block);
+        if (block.getID() == kFirstBeamBlock + 2) setData(block, first);
+    });
+    const LoadedProject loaded = load();
+    EXPECT_EQ(loaded.error, kDamaged);
+    EXPECT_EQ(loaded.expected, 42u);
+    EXPECT_EQ(loaded.loaded, 41u);
+    EXPECT_EQ(loaded.project.beams().size(), 39u);
+}
+
+TEST_F(ProjectStore, TakesRecordsOfTheirSizeOnly) {
+    const std::string whole = bytes();
+    for (const unsigned long id : {kProjectBlock, kFirstBeamBlock + 5, kFirstLabelBlock}) {
+        for (const int more : {-4, 4}) {
+            SCOPED_TRACE(std::to_string(id) + (more < 0 ? " shorter" : " longer"));
+            setBytes(whole);
+            change([&](TarvBlocFile& block) {
+                if (block.getID() != id) return;
+                std::string data = dataOf(block);
+                data.resize(data.size() + static_cast<std::size_t>(more));
+                setData(block, data);
+            });
+            const LoadedProject loaded = load();
+            EXPECT_EQ(loaded.error, kDamaged);
+            EXPECT_EQ(loaded.loaded, id == kProjectBlock ? 42u : 41u);
+        }
+    }
+}
+
+TEST_F(ProjectStore, FindsEverythingBehindALargeHole) {
+    project = sampleProject(10000, {"IPE 300"});
+    ASSERT_EQ(saveProject(project, file.c_str(), created, {}), 0);
+    std::string content = bytes();
+    const std::size_t hole = content.find(std::string_view("P3000\0", 6));
+    ASSERT_NE(hole, std::string::npos);
+    std::memset(content.data() + hole, 0, 8192);
+    for (const bool indexed : {true, false}) {
+        if (!indexed) content.resize(content.size() - 10001 * 8 - 148);
+        setBytes(content);
+        const LoadedProject loaded = load();
+        EXPECT_EQ(loaded.error, kDamaged);
+        EXPECT_EQ(loaded.expected, 10000u);
+        EXPECT_GT(loaded.loaded, 9950u) << indexed;
+        EXPECT_LT(loaded.loaded, 10000u);
+        for (const Beam& beam : loaded.project.beams())
+            ASSERT_TRUE(beam == *project.beam(beam.id)) << beam.name;
     }
 }
 

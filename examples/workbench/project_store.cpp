@@ -5,6 +5,7 @@
 #include <map>
 #include <optional>
 
+#include "crc32.h"
 #include "toolbox/block_files.h"
 
 namespace {
@@ -13,8 +14,9 @@ constexpr const char* kFileDescription = "Beam project";
 constexpr std::size_t kProgressEvery = 100;
 constexpr unsigned long kBehindLabelBlocks = 2 * kFirstLabelBlock - kFirstBeamBlock;
 
-// Bytes of the records; those of a beam's point loads come on top.
+// Bytes of the records without their checksum; those of a beam's point loads come on top.
 constexpr unsigned kCountsSize = 8, kBeamSize = 72, kPointLoadSize = 16, kLabelSize = 160;
+constexpr unsigned kChecksumSize = 4;
 
 using Record = VarRecord;
 using Number = std::uint32_t;
@@ -49,7 +51,7 @@ CString takeText(Record& record) {
 
 /// A longer record is as damaged as a shorter one, whose missing numbers may read as zeros.
 void expectSize(const Record& record, unsigned size) {
-    if (record.getLen() != size) throw VarRecord::VarRecordException();
+    if (record.getLen() != size + kChecksumSize) throw VarRecord::VarRecordException();
 }
 
 void put(Record& record, const Counts& counts) {
@@ -71,7 +73,7 @@ void put(Record& record, const Beam& beam) {
     for (const PointLoad& load : beam.loads) record << load.position << load.force;
 }
 void take(Record& record, Beam& beam) {
-    if (record.getLen() < kBeamSize) throw VarRecord::VarRecordException();
+    if (record.getLen() < kBeamSize + kChecksumSize) throw VarRecord::VarRecordException();
     beam.id = takeNumber(record);
     beam.name = takeText<kNameMax>(record);
     beam.section = takeText<kNameMax>(record);
@@ -101,9 +103,27 @@ void take(Record& record, Label& label) {
     label.text = takeText<kLabelMax>(record);
 }
 
-/// False when the record does not hold what it should.
+/// What a record has behind its values.
+Number checksum(const Record& record, unsigned size) {
+    return crc32({record.getPData(), size});
+}
+template <class Item>
+void putChecked(Record& record, const Item& item) {
+    put(record, item);
+    put(record, checksum(record, record.getLen()));
+}
+bool isIntact(const Record& record) {
+    if (record.getLen() < kChecksumSize) return false;
+    const unsigned size = record.getLen() - kChecksumSize;
+    Record end;
+    end.setData(kChecksumSize, record.getPData() + size);
+    return takeNumber(end) == checksum(record, size);
+}
+
+/// False when the record does not hold what was put into it.
 template <class Item>
 bool taken(Record& record, Item& item) {
+    if (!isIntact(record)) return false;
     try {
         take(record, item);
     } catch (const VarRecord::VarRecordException&) {
@@ -124,7 +144,7 @@ class Writer {
             TarvBlocFile block;
             block.setID(first++);
             block.setDescription(what);
-            put(block, item);
+            putChecked(block, item);
             if (progress_ && ++done_ % kProgressEvery == 0) progress_(done_, total_);
             return file_.writeBloc(block) == 1;
         });
@@ -334,8 +354,8 @@ bool writeAll(TarvFileWrite& file, const Project& project, const TarvDate& creat
     TarvBlocFile counts;
     counts.setID(kProjectBlock);
     counts.setDescription(kFileDescription);
-    put(counts, Counts{static_cast<Number>(project.beams().size()),
-                       static_cast<Number>(project.labels().size())});
+    putChecked(counts, Counts{static_cast<Number>(project.beams().size()),
+                              static_cast<Number>(project.labels().size())});
     Writer writer(file, progress, project.beams().size() + project.labels().size());
     return file.writeBloc(counts) && writer.write(project.beams(), kFirstBeamBlock, "Beam") &&
            writer.write(project.labels(), kFirstLabelBlock, "Label") && file.commit();

@@ -4,9 +4,12 @@
 // kFirstBeamBlock and kFirstLabelBlock and the numbers behind them without gaps, in the order of
 // the project. Numbers are little-endian; texts have a fixed size, zeros behind them:
 //     project  beams u32, labels u32
-//     beam     id u32, name 16, section 16, x, y, span, uniform f64, loads u32, (position, force)
-//     f64 label    id u32, beam u32, x, y f64, alignment u32, border u32, text 128
-// Every block is a multiple of 4 bytes long, so that a file whose index is lost can be searched.
+//     beam     id u32, name 16, section 16, x, y, span, uniform f64, loads u32,
+//              of each load: position, force f64
+//     label    id u32, beam u32, x, y f64, alignment u32, border u32, text 128
+// Behind the last value of each stands the checksum of the bytes before it in the record, u32
+// (crc32.h). Every block is a multiple of 4 bytes long, so that a file whose index is lost can be
+// searched.
 #pragma once
 
 #include <functional>
@@ -41,8 +44,8 @@ struct LoadedProject {
 /// Called now and then with what is done and how much there is to do.
 using StoreProgress = std::function<void(std::size_t done, std::size_t total)>;
 
-/// Loads a project. Of a damaged file everything that is whole, found through the index or, where
-/// that is lost or wrong, by searching.
+/// Loads a project. Of a damaged file everything that is intact, found through the index and by
+/// searching: also where nothing is lost but that the index does not tell where it is.
 [[nodiscard]] LoadedProject loadProject(const char* file, const StoreProgress& progress);
 
 /// Saves safely: an existing file stays whole under its name until the new one, whole, has that

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "crc32.h"
 #include "support/temp_folder.h"
 #include "toolbox/block_files.h"
 #include "toolbox/text.h"
@@ -74,11 +75,14 @@ class ProjectStore : public ::testing::Test {
         }
         ASSERT_TRUE(out.commit() && out.close());
     }
+    /// Puts the right checksum behind the data.
     static void setData(TarvBlocFile& block, const std::string& data) {
         block.setData(static_cast<unsigned long>(data.size()), data.data());
+        block << static_cast<int>(crc32(data));
     }
+    /// Without the checksum.
     static std::string dataOf(const TarvBlocFile& block) {
-        return {block.getPData(), block.getLen()};
+        return {block.getPData(), block.getLen() - 4};
     }
     [[nodiscard]] LoadedProject load() const { return loadProject(file.c_str(), {}); }
 
@@ -246,6 +250,36 @@ TEST_F(ProjectStore, FindsEverythingBehindALargeHole) {
         for (const Beam& beam : loaded.project.beams())
             ASSERT_TRUE(beam == *project.beam(beam.id)) << beam.name;
     }
+}
+
+TEST_F(ProjectStore, NoticesEveryBitThatFlips) {
+    const std::string whole = bytes();
+    struct Record {
+        const char* what;
+        std::size_t start, size, lost;
+    };
+    const Record records[] = {
+        {"counts", kHeaderSize + 136, 12, 0},
+        {"beam", whole.find(std::string_view("P5\0", 3)) - 4, 76, 1},
+        {"label", whole.find("$NAME$ : f") - 32, 164, 1},
+    };
+    for (const Record& record : records) {
+        for (std::size_t i = 0; i < record.size; ++i) {
+            SCOPED_TRACE(record.what + std::to_string(i));
+            std::string content = whole;
+            content[record.start + i] ^= static_cast<char>(1 << i % 8);
+            setBytes(content);
+            const LoadedProject loaded = load();
+            ASSERT_EQ(loaded.error, kDamaged);
+            ASSERT_EQ(loaded.expected, 42u);
+            ASSERT_EQ(loaded.loaded, 42 - record.lost);
+        }
+    }
+}
+
+TEST(Crc32, IsThatOfTheStandard) {
+    EXPECT_EQ(crc32("123456789"), 0xCBF43926u);
+    EXPECT_EQ(crc32(""), 0u);
 }
 
 TEST_F(ProjectStore, RefusesAProjectOfALaterVersion) {

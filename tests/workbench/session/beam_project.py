@@ -1,6 +1,7 @@
 """Reads a beam project, and refuses one that is not written as examples/workbench/project_store.h
 says."""
 import struct
+import zlib
 from typing import NamedTuple
 
 from block_file import BlockFile, expect, plain
@@ -29,6 +30,13 @@ class Label(NamedTuple):
     text: str
 
 
+def values_of(block):
+    """The record without the checksum behind it."""
+    values, found = block.data[:-4], block.data[-4:]
+    expect(found == struct.pack("<I", zlib.crc32(values)), f"block {block.id:#x} is damaged")
+    return values
+
+
 def beam_of(data):
     id, name, section, x, y, span, uniform, count = struct.unpack_from("<I16s16s4dI", data)
     loads = list(struct.iter_unpack("<2d", data[72:]))
@@ -53,12 +61,12 @@ class Project(NamedTuple):
         expect(file.mask & 1 and file.whole_words, "its blocks cannot be searched for")
         expect(file.compact and file.index_end == file.size, "it has room that no block uses")
         head, *items = file.blocks
-        beams, labels = struct.unpack("<II", head.data)
+        beams, labels = struct.unpack("<II", values_of(head))
         wanted = [*range(FIRST_BEAM, FIRST_BEAM + beams), *range(FIRST_LABEL, FIRST_LABEL + labels)]
         expect(head.id == PROJECT and [item.id for item in items] == wanted,
                "blocks are missing or out of order")
-        project = cls([beam_of(item.data) for item in items[:beams]],
-                      [label_of(item.data) for item in items[beams:]])
+        project = cls([beam_of(values_of(item)) for item in items[:beams]],
+                      [label_of(values_of(item)) for item in items[beams:]])
         for ids in ([beam.id for beam in project.beams], [label.id for label in project.labels]):
             expect(all(a < b for a, b in zip([0, *ids], ids)), "identifiers do not ascend")
         known = {beam.id for beam in project.beams}

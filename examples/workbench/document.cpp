@@ -102,7 +102,7 @@ bool Document::setCurrentKeys(std::size_t index) {
 
 CString Document::textOf(const Label& label) {
     if (!setCurrentKeys(indexOf(label.beam))) return label.text;
-    return workbench_.keys().getParseString(label.text, 1);
+    return workbench_.keys().expanded(label.text);
 }
 
 void Document::select(const Selection& selection) {

@@ -20,21 +20,21 @@ Keys columnsOf(const ProjectKeys& keys) {
 }
 
 /// How a key of its format prints a value; the kinds have nothing else in common.
-CString sampleOf(UDManager& keys, UINT id) {
+CString sampleOf(ProjectKeys& keys, UINT id) {
     const UDKeyData key = keys.getKeyData(id);
     if (key.getFormat()->isReal()) {
         RealFormatedValue value;
         value = 1234.5678;
-        return keys.getFormatedString(id, value, 1);
+        return keys.shown(id, value);
     }
     if (key.getFormat()->isNumber()) {
         NumberFormatedValue value;
         value = 12;
-        return keys.getFormatedString(id, value, 1);
+        return keys.shown(id, value);
     }
     StringFormatedValue value;
     value = RWCString(text(kSampleValue));
-    return keys.getFormatedString(id, value, 1);
+    return keys.shown(id, value);
 }
 
 class KeyList : public DialogWindow {

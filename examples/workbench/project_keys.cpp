@@ -2,8 +2,10 @@
 
 #include <array>
 #include <numeric>
+#include <string>
 #include <string_view>
 
+#include "printed_number.h"
 #include "toolbox/messages.h"
 #include "workbench_texts.h"
 
@@ -32,27 +34,33 @@ struct Quantity {
 
 enum : UINT { kName = 1, kSection = 2 };
 
+// Widths have room for what any beam within its limits gives with a section of the table, with
+// fewer decimals where numbers are extreme.
 constexpr std::array<Quantity, 17> kQuantities = {{
-    {"NAME", nullptr, "", 10, 0, nullptr},
+    {"NAME", nullptr, "", static_cast<int>(kNameMax), 0, nullptr},
     {"SECTION", nullptr, "", 10, 0, nullptr},
     {"L", "L", "m", 6, 2, [](const Values& of) { return of.beam.span; }},
-    {"Q", "q", "kN/m", 7, 2, [](const Values& of) { return of.beam.uniform; }},
+    {"Q", "q", "kN/m", 9, 2, [](const Values& of) { return of.beam.uniform; }},
     {"N", "n", "", 3, 0,
      [](const Values& of) { return static_cast<double>(of.beam.loads.size()); }},
-    {"P", "P", "kN", 8, 2, force},
+    {"P", "P", "kN", 9, 2, force},
     {"WEIGHT", "G", "kg", 8, 1, [](const Values& of) { return of.results.weight; }},
-    {"RA", "RA", "kN", 8, 2, [](const Values& of) { return of.results.leftReaction; }},
-    {"RB", "RB", "kN", 8, 2, [](const Values& of) { return of.results.rightReaction; }},
-    {"M", "M", "kNm", 8, 2, [](const Values& of) { return of.results.moment; }},
+    {"RA", "RA", "kN", 9, 2, [](const Values& of) { return of.results.leftReaction; }},
+    {"RB", "RB", "kN", 9, 2, [](const Values& of) { return of.results.rightReaction; }},
+    {"M", "M", "kNm", 9, 2, [](const Values& of) { return of.results.moment; }},
     {"X", "x", "m", 6, 2, [](const Values& of) { return of.results.momentAt; }},
-    {"S", "s", "N/mm2", 7, 1, [](const Values& of) { return of.results.stress; }},
-    {"USE", nullptr, "%", 6, 1, [](const Values& of) { return of.results.use; }},
-    {"F", "f", "mm", 7, 2, [](const Values& of) { return of.results.deflection; }},
+    {"S", "s", "N/mm2", 10, 1, [](const Values& of) { return of.results.stress; }},
+    {"USE", nullptr, "%", 10, 1, [](const Values& of) { return of.results.use; }},
+    {"F", "f", "mm", 13, 2, [](const Values& of) { return of.results.deflection; }},
     {"H", "h", "mm", 5, 0, [](const Values& of) { return of.section.h; }},
     {"IY", "Iy", "cm4", 9, 1, [](const Values& of) { return of.section.iY; }},
     {"WELY", "Wel.y", "cm3", 8, 1, [](const Values& of) { return of.section.welY; }},
 }};
 constexpr UINT kUsual[] = {kName, kSection, 3, 4, 6, 7, 10, 12, 13, 14};
+
+RWCString believable(const RWCString& text, double value) {
+    return text.empty() || standsFor(text.view(), value) ? text : RWCString(kTooNarrow);
+}
 
 }  // namespace
 
@@ -119,6 +127,44 @@ void ProjectKeys::selectColumns(const RWCString& text) {
         rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
     }
     setSelection(ids.entries() > 0 ? ids : usualColumns());
+}
+
+RWCString ProjectKeys::shown(UINT id) {
+    const UDKeyData key = getKeyData(id);
+    if (key.getFormat()->isReal()) {
+        RealFormatedValue value;
+        return getKeyValue(id, &value) ? shown(id, value) : RWCString();
+    }
+    if (key.getFormat()->isNumber()) {
+        NumberFormatedValue value;
+        return getKeyValue(id, &value) ? shown(id, value) : RWCString();
+    }
+    return getFormatedString(id, 1);
+}
+
+RWCString ProjectKeys::shown(UINT id, FormatedValue& value) {
+    RWCString text = getFormatedString(id, value, 1);
+    if (value.isReal()) return believable(text, static_cast<RealFormatedValue&>(value).getValue());
+    if (value.isNumber())
+        return believable(text, static_cast<NumberFormatedValue&>(value).getValue());
+    return text;
+}
+
+RWCString ProjectKeys::expanded(const RWCString& text) {
+    // The manager knows no other text for a value: tokens of those too wide are replaced first.
+    std::string out;
+    std::string_view rest = text.view();
+    for (std::size_t start = 0; (start = rest.find('$')) != std::string_view::npos;) {
+        const std::size_t end = rest.find('$', start + 1);
+        if (end == std::string_view::npos) break;
+        const RWCString word(rest.substr(start + 1, end - start - 1));
+        const bool isToken = isValidToken(word) != 0;
+        const bool isTooWide = isToken && shown(getId(word)) == kTooNarrow;
+        out += rest.substr(0, isTooWide ? start : isToken ? end + 1 : end);
+        if (isTooWide) out += kTooNarrow;
+        rest.remove_prefix(isToken ? end + 1 : end);
+    }
+    return getParseString(RWCString(out.append(rest)), 1);
 }
 
 int ProjectKeys::getKeyValue(UINT id, FormatedValue* value) {

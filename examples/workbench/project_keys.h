@@ -6,6 +6,9 @@
 #include "declared_keys.h"
 #include "toolbox/keys.h"
 
+/// Stands where a number should.
+inline constexpr const char* kTooNarrow = "####";
+
 class ProjectKeys : public TokenizerUDManager {
   public:
     /// Declares the keys in the language of the message service and takes over what the profile
@@ -26,6 +29,16 @@ class ProjectKeys : public TokenizerUDManager {
     /// Selects the keys of such a text, in its order; unknown words count as nothing, and a text
     /// without any key as the usual columns.
     void selectColumns(const RWCString& text);
+
+    // How the program shows values: a number that its format is too narrow for, and would print
+    // with half of its exponent, is kTooNarrow.
+
+    /// The current value of a key, printed by its format, without blanks around it.
+    [[nodiscard]] RWCString shown(UINT id);
+    /// Another value, of the kind of the key's format.
+    [[nodiscard]] RWCString shown(UINT id, FormatedValue& value);
+    /// A text with its tokens replaced.
+    [[nodiscard]] RWCString expanded(const RWCString& text);
 
     RWCString getProfilePath() override { return profile_; }
     int getKeyValue(UINT id, FormatedValue* value) override;

@@ -4,7 +4,7 @@
 
 CString cellText(Document& document, std::size_t row, UINT key) {
     ProjectKeys& keys = document.workbench().keys();
-    if (document.setCurrentKeys(row)) return keys.getFormatedString(key, 1);
+    if (document.setCurrentKeys(row)) return keys.shown(key);
     if (row >= document.project().beams().size()) return {};
     const Beam& beam = document.project().beams()[row];
     StringFormatedValue given;
@@ -14,7 +14,7 @@ CString cellText(Document& document, std::size_t row, UINT key) {
         given = beam.section;
     else
         return {};
-    return keys.getFormatedString(key, given, 1);
+    return keys.shown(key, given);
 }
 
 CString headingOf(UDManager& keys, UINT key) {

@@ -103,6 +103,22 @@ TEST_F(TableWindow, CopiesWhatItShowsUnderTheFormatsOfTheKeys) {
     EXPECT_EQ(copied(), "beam\tsection\tL [m]\tM [kNm]\r\nA\tIPE 300\t6.00\t37.863\r\n");
 }
 
+TEST_F(TableWindow, ShowsNoNumberThatItsFormatCuts) {
+    Beam beam = document().project().beams()[0];
+    beam.uniform = 8000;
+    document().put(beam);
+    const Label label{.beam = first, .text = "$M$"};
+    EXPECT_EQ(copied().substr(28, 25), "A\tIPE 300\t6.00\t36001.86\r\n");
+    EXPECT_EQ(document().textOf(label), "36001.86");
+    RealFormat narrow;
+    narrow.setFormat(5, 2, Right);
+    ProjectKeys& keys = workbench.workbench().keys();
+    keys.setKeyFormat(keys.getId("M"), narrow);
+    workbench.workbench().keysChanged();
+    EXPECT_EQ(copied().substr(28, 21), "A\tIPE 300\t6.00\t####\r\n");
+    EXPECT_EQ(document().textOf(label), "####");
+}
+
 TEST_F(TableWindow, CopiesFromTheDrawingToo) {
     const std::string shown = copied();
     workbench.command(CMD_DRAWING);

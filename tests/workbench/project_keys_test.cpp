@@ -1,0 +1,160 @@
+// The values of a beam as the program shows them, and what the user changes about them.
+#include "project_keys.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <optional>
+#include <string>
+
+#include "printed_number.h"
+#include "support/temp_folder.h"
+#include "toolbox/text.h"
+#include "workbench_texts.h"
+
+namespace {
+
+Section sectionOf(double h, double mass, double iY, double welY) {
+    Section section;
+    section.h = h;
+    section.mass = mass;
+    section.iY = iY;
+    section.welY = welY;
+    return section;
+}
+
+class Keys : public ::testing::Test {
+  protected:
+    Keys() {
+        GMSG::initStaticVars();
+        UDManager::initStaticVars();
+        registerWorkbenchTexts();
+        GMSG::language = GMSG::English;
+        start();
+        beam.name = "P1";
+        beam.section = "IPE 80";
+    }
+    ~Keys() override {
+        keys.reset();
+        UDManager::destroyStaticVars();
+        GMSG::destroyStaticVars();
+    }
+    /// As the program does, with what is in the profile.
+    void start() {
+        keys.reset();
+        keys.emplace(profile);
+    }
+    void compute() {
+        results = BeamComputer().compute(beam, section);
+        keys->setCurrent(beam, section, results);
+    }
+    [[nodiscard]] std::string shown(const char* key) { return keys->shown(keys->getId(key)).str(); }
+    void setFormat(const char* key, int width, int precision) {
+        RealFormat format;
+        ASSERT_TRUE(format.setFormat(width, precision, Right));
+        ASSERT_TRUE(keys->setKeyFormat(keys->getId(key), format));
+    }
+
+    GMSG service;
+    TempFolder folder;
+    std::string profile = folder / "workbench.ini";
+    std::optional<ProjectKeys> keys;
+    Beam beam;
+    Section section = sectionOf(80, 6.0, 80.14, 20.03);
+    BeamResults results;
+};
+
+TEST_F(Keys, ShowWhatABeamOfAnySizeGives) {
+    beam.span = 60;
+    beam.uniform = 1;
+    compute();
+    EXPECT_NEAR(std::stod(shown("F")), results.deflection, 0.01);
+    EXPECT_GT(results.deflection, 1e6);
+    beam.uniform = 100;
+    compute();
+    EXPECT_NEAR(std::stod(shown("S")), results.stress, 0.1);
+    EXPECT_GT(results.stress, 2e6);
+
+    for (const Section& other : {section, sectionOf(600, 122, 92080, 3069)}) {
+        section = other;
+        for (const double load : {-kLoadMax, 0.0, kLoadMax}) {
+            for (const double position : {0.0, 30.0, 60.0}) {
+                beam.uniform = load;
+                beam.loads.assign(kLoadsMax, {position, load});
+                ASSERT_TRUE(isSound(beam));
+                compute();
+                for (const UINT key : ProjectKeys::all()) {
+                    EXPECT_NE(keys->shown(key), kTooNarrow)
+                        << keys->getKey(key) << " of " << load << " at " << position;
+                    EXPECT_FALSE(keys->shown(key).empty());
+                }
+            }
+        }
+    }
+}
+
+TEST_F(Keys, ShowNoNumberThatIsCut) {
+    beam.span = 60;
+    beam.uniform = -100;
+    compute();
+    ASSERT_LT(results.moment, -44000);
+    setFormat("M", 5, 2);
+    setFormat("F", 7, 2);
+    EXPECT_EQ(shown("F"), "-1e+008") << "rounded, but whole";
+    setFormat("F", 6, 2);
+    setFormat("L", 3, 1);
+    EXPECT_EQ(shown("M"), kTooNarrow);
+    EXPECT_EQ(shown("F"), kTooNarrow);
+    EXPECT_EQ(shown("L"), "60") << "fewer decimals are right";
+    EXPECT_EQ(keys->expanded("$NAME$: M = $M$ kNm$, $L$ m, f = $F$, $M$F$").str(),
+              "P1: M = #### kNm$, 60 m, f = ####, ####F$");
+    EXPECT_EQ(keys->expanded("$MM$M$").str(), "$MM####");
+    setFormat("M", 9, 2);
+    EXPECT_EQ(keys->expanded("M = $M$").str(), "M = " + shown("M"));
+    EXPECT_NEAR(std::stod(shown("M")), results.moment, 0.01);
+
+    NumberFormat narrow;
+    narrow.setFormat(1, Right);
+    beam.loads.assign(10, {1, 1});
+    compute();
+    EXPECT_EQ(shown("N"), "10");
+    keys->setKeyFormat(keys->getId("N"), narrow);
+    EXPECT_EQ(shown("N"), kTooNarrow);
+    RealFormatedValue sample;
+    sample = 1234.5678;
+    setFormat("M", 4, 2);
+    EXPECT_EQ(keys->shown(keys->getId("M"), sample), kTooNarrow);
+}
+
+TEST(PrintedNumber, StandsForAValueThatRoundsToIt) {
+    struct Case {
+        const char* text;
+        double value;
+        bool stands;
+    };
+    const Case cases[] = {
+        {"1.1e+00", 1.06e6, false},
+        {"1.1e+006", 1.06e6, true},
+        {"1e+006", 1.06e6, true},
+        {"-4e+0", -44998, false},
+        {"0.00", 0.0049, true},
+        {"0.01", 0.0049, false},
+        {"0.12", 0.125, true},
+        {"0.13", 0.125, true},
+        {"1000.", 999.96, true},
+        {"-5", -5.2, true},
+        {"1", 12, false},
+        {"", 0, false},
+        {"1.0e", 1, false},
+        {"inf", HUGE_VAL, true},
+        {"-in", -HUGE_VAL, false},
+        {"-inf", HUGE_VAL, false},
+        {"nan", NAN, true},
+        {"0", NAN, false},
+        {"1.2e-003", 0.00123, true},
+        {"1.2e-00", 0.00123, false},
+    };
+    for (const Case& c : cases) EXPECT_EQ(standsFor(c.text, c.value), c.stands) << c.text;
+}
+
+}  // namespace

@@ -210,7 +210,7 @@ void KeyList::copyToken() {
 
 void KeyList::reset() {
     keys().resetKey(selected_);
-    if (!keys().saveKey(selected_))
+    if (!keys().save(selected_))
         workbench_.report(kKeyNotSaved, MB_ICONEXCLAMATION, keys().getKey(selected_));
     workbench_.keysChanged();
 }

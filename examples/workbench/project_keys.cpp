@@ -58,6 +58,12 @@ constexpr std::array<Quantity, 17> kQuantities = {{
 }};
 constexpr UINT kUsual[] = {kName, kSection, 3, 4, 6, 7, 10, 12, 13, 14};
 
+RWCString declaredDescription(UINT id) {
+    RWCString description;
+    GMSG::getString(static_cast<unsigned short>(kFirstKeyDescription + id - kName), description);
+    return description;
+}
+
 RWCString believable(const RWCString& text, double value) {
     return text.empty() || standsFor(text.view(), value) ? text : RWCString(kTooNarrow);
 }
@@ -83,6 +89,8 @@ ProjectKeys::ProjectKeys(const RWCString& profile) : profile_(profile) {
         ++id;
     }
     initUDApp();
+    for (const UINT key : all())
+        if (getKeyDesc(key).empty()) setKeyDesc(key, declaredDescription(key));
     setSelection(usualColumns());
 }
 
@@ -127,6 +135,15 @@ void ProjectKeys::selectColumns(const RWCString& text) {
         rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
     }
     setSelection(ids.entries() > 0 ? ids : usualColumns());
+}
+
+int ProjectKeys::save(UINT id) {
+    const RWCString description = getKeyDesc(id);
+    const RWCString declared = declaredDescription(id);
+    if (description == declared) setKeyDesc(id, "");
+    const int saved = saveKey(id);
+    setKeyDesc(id, description.empty() ? declared : description);
+    return saved;
 }
 
 RWCString ProjectKeys::shown(UINT id) {

@@ -30,6 +30,10 @@ class ProjectKeys : public TokenizerUDManager {
     /// without any key as the usual columns.
     void selectColumns(const RWCString& text);
 
+    /// In place of saveKey(): a description that is the declared one is not kept, so that it
+    /// follows the language of the program. 0 when the profile could not be written.
+    int save(UINT id);
+
     // How the program shows values: a number that its format is too narrow for, and would print
     // with half of its exponent, is kTooNarrow.
 

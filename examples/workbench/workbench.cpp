@@ -169,7 +169,7 @@ void Workbench::editFormat(HWND parent, UINT key) {
     }
     keys_.setKeyDesc(key, data.getDescStr());
     keys_.setKeyFormat(key, *data.getFormat());
-    if (!keys_.saveKey(key)) report(kKeyNotSaved, MB_ICONEXCLAMATION, data.getKeyStr());
+    if (!keys_.save(key)) report(kKeyNotSaved, MB_ICONEXCLAMATION, data.getKeyStr());
     keysChanged();
 }
 

@@ -126,6 +126,35 @@ TEST_F(Keys, ShowNoNumberThatIsCut) {
     EXPECT_EQ(keys->shown(keys->getId("M"), sample), kTooNarrow);
 }
 
+TEST_F(Keys, KeepADescriptionOnlyWhenTheUserWroteIt) {
+    GMSG::language = GMSG::French;
+    start();
+    const UINT moment = keys->getId("M"), stress = keys->getId("S"), span = keys->getId("L");
+    EXPECT_EQ(keys->getKeyDesc(moment), "Moment maximal");
+    setFormat("M", 5, 2);
+    EXPECT_TRUE(keys->save(moment));
+    EXPECT_EQ(keys->getKeyDesc(moment), "Moment maximal");
+    keys->setKeyDesc(stress, "Sigma");
+    EXPECT_TRUE(keys->save(stress));
+    EXPECT_EQ(keys->getKeyDesc(stress), "Sigma");
+    keys->setKeyDesc(span, "");
+    EXPECT_TRUE(keys->save(span));
+    EXPECT_EQ(keys->getKeyDesc(span), "Port\351e");
+
+    GMSG::language = GMSG::English;
+    start();
+    EXPECT_EQ(keys->getKeyDesc(moment), "Largest moment");
+    EXPECT_EQ(keys->getKeyData(moment).getFormat()->getWidth(), 5);
+    EXPECT_EQ(keys->getKeyDesc(stress), "Sigma");
+    EXPECT_EQ(keys->getKeyDesc(span), "Span");
+    keys->resetKey(stress);
+    EXPECT_TRUE(keys->save(stress));
+
+    GMSG::language = GMSG::French;
+    start();
+    EXPECT_EQ(keys->getKeyDesc(stress), "Contrainte maximale de flexion");
+}
+
 TEST(PrintedNumber, StandsForAValueThatRoundsToIt) {
     struct Case {
         const char* text;

@@ -3,8 +3,8 @@
 //     workbench [--lang fr|en] [--settings FOLDER] [--trace] [FILE]
 //
 // Without --lang the language is the one chosen in the program, at first French. Settings, changed
-// keys and the log lie in FOLDER, which is made when it is missing; "Toolbox Workbench" among the
-// user's application data when it is not given. --trace writes traces to
+// keys and the log lie in FOLDER, which is made when it is missing, with those above it; "Toolbox
+// Workbench" among the user's application data when it is not given. --trace writes traces to
 // workbench.log.trace.
 #include <windows.h>
 
@@ -58,16 +58,6 @@ std::string usualFolder() {
     return std::string(data ? data : ".") + "\\Toolbox Workbench";
 }
 
-/// The full name of a file in the folder, which is made when it is missing.
-Settings settingsIn(const std::string& folder) {
-    CreateDirectoryA(folder.c_str(), nullptr);
-    char full[MAX_PATH] = "";
-    if (!GetFullPathNameA(folder.c_str(), sizeof full, full, nullptr))
-        lstrcpynA(full, folder.c_str(), sizeof full);
-    const std::string place = full;
-    return {place + "\\workbench.ini", place + "\\workbench.log"};
-}
-
 /// The library's services for the length of the program.
 class Services {
   public:
@@ -112,6 +102,7 @@ int run(HINSTANCE instance, const Arguments& arguments, const Settings& settings
                           .firstChildId = CMD_FIRST_CHILD},
                          &workbench);
     if (!frame.initMainWindow(show)) return 1;
+    if (!settings.isWritable) workbench.report(kSettingsNotKept, MB_ICONEXCLAMATION, settings.file);
     if (arguments.file) workbench.openFile(arguments.file);
     return frame.run(show);
 }

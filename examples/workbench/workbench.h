@@ -6,17 +6,12 @@
 
 #include "document.h"
 #include "project_keys.h"
+#include "settings.h"
 #include "toolbox/command_manager.h"
 #include "toolbox/messages.h"
 #include "toolbox/recent_files.h"
 #include "toolbox/tools.h"
 #include "toolbox/windowing.h"
-
-/// Where the program keeps what survives it.
-struct Settings {
-    CString file;  ///< profile file of the settings and the changed keys
-    CString log;   ///< of the errors of this run
-};
 
 /// The number of a menu, accelerator table or dialog in the program's language.
 [[nodiscard]] inline int inLanguage(int french) {

@@ -22,6 +22,7 @@ enum WorkbenchText : unsigned short {
     kDrawingName,
     kCreatedOn,
     kFirstModeHint = 3130,  ///< in the order of the modes' commands
+    kSettingsNotKept = 3153,  ///< their file
     kBeamHint = 3300,
     kPointLoadHint,
     kUniformLoadHint,

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "file_dialog.h"
+#include "full_path.h"
 #include "project_store.h"
 #include "toolbox/meter.h"
 #include "tracing.h"
@@ -249,7 +250,15 @@ bool Document::save() {
 
 bool Document::saveAs() {
     const CString file = askForFile(workbench_, file_, true);
-    return !file.empty() && saveTo(file);
+    return !file.empty() && saveAs(file);
+}
+
+bool Document::saveAs(const CString& file) {
+    const CString fullName = fullPath(file);
+    const Document* const has = workbench_.documentOf(fullName);
+    if (!has || has == this) return saveTo(fullName);
+    workbench_.report(kOpenElsewhere, MB_ICONEXCLAMATION, withoutFolder(fullName));
+    return false;
 }
 
 bool Document::mayClose() {

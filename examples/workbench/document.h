@@ -61,9 +61,13 @@ class Document {
     bool recompute();
 
     // Files. Each tells the user what went wrong; false: it did not happen.
+    /// By its full name.
     bool open(const CString& file);
     bool save();
+    /// Under a name that the user chooses.
     bool saveAs();
+    /// Not under the name of a file that another document has.
+    bool saveAs(const CString& file);
     void setProject(Project project);
     /// True when the document may go: it is saved, or the user does not want it to be.
     bool mayClose();

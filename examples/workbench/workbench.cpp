@@ -6,6 +6,7 @@
 
 #include "dialogs.h"
 #include "file_dialog.h"
+#include "full_path.h"
 #include "placement.h"
 #include "resource.h"
 #include "section_csv.h"
@@ -173,16 +174,23 @@ void Workbench::editFormat(HWND parent, UINT key) {
     keysChanged();
 }
 
+Document* Workbench::documentOf(const CString& fullName) const {
+    const auto found = std::ranges::find_if(documents_, [&](const auto& document) {
+        const CString& name = document->fileName();
+        return !name.empty() && isSamePath(name, fullName);
+    });
+    return found == documents_.end() ? nullptr : found->get();
+}
+
 bool Workbench::openFile(const CString& file) {
-    const auto isOpen = std::ranges::find(
-        documents_, file, [](const auto& document) { return document->fileName(); });
-    if (isOpen != documents_.end()) {
-        showTable(**isOpen);
+    const CString fullName = fullPath(file);
+    if (Document* const open = documentOf(fullName)) {
+        showTable(*open);
         return true;
     }
     auto document = std::make_unique<Document>(*this);
-    if (!document->open(file)) return false;
-    if (!document->fileName().empty()) noteRecent(file);
+    if (!document->open(fullName)) return false;
+    if (!document->fileName().empty()) noteRecent(fullName);
     showDocument(std::move(document));
     return true;
 }

@@ -45,6 +45,8 @@ class Workbench : public MDIApplication {
     /// The document of the active window, or null.
     [[nodiscard]] Document* activeDocument() const;
 
+    /// The document of a file, given by its full name; null when it is not open.
+    [[nodiscard]] Document* documentOf(const CString& fullName) const;
     /// Opens a document for a file and shows it. False, and the user was told, when it was refused.
     bool openFile(const CString& file);
     /// A file was opened or saved under this name.

@@ -22,7 +22,8 @@ enum WorkbenchText : unsigned short {
     kDrawingName,
     kCreatedOn,
     kFirstModeHint = 3130,  ///< in the order of the modes' commands
-    kSettingsNotKept = 3153,  ///< their file
+    kOpenElsewhere = 3152,
+    kSettingsNotKept,  ///< their file
     kBeamHint = 3300,
     kPointLoadHint,
     kUniformLoadHint,

@@ -18,6 +18,8 @@ class OpenWorkbench {
     /// The active one.
     [[nodiscard]] Document& document() const { return *workbench_->activeDocument(); }
     [[nodiscard]] HWND frame() const { return frame_->getFrame(); }
+    /// For files, beside the settings.
+    [[nodiscard]] const TempFolder& folder() const { return folder_; }
     /// The line above the documents.
     [[nodiscard]] std::string hint() const;
 

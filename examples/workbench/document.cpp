@@ -67,6 +67,22 @@ class JobMeter {
     std::optional<toolbox::ShownMeter> shown_;
 };
 
+/// True when something is left of a damaged file and the user wants it.
+bool tellDamage(Workbench& workbench, const CString& name, const LoadedProject& loaded) {
+    constexpr unsigned short kQuestion = MB_YESNO | MB_ICONEXCLAMATION;
+    const bool isCounted = loaded.expected > 0;
+    if (loaded.loaded > 0)
+        return (isCounted
+                    ? workbench.report(kOpenRecovered, kQuestion, name, loaded.loaded,
+                                       loaded.expected)
+                    : workbench.report(kOpenUncounted, kQuestion, name, loaded.loaded)) == IDYES;
+    if (isCounted)
+        workbench.report(kDamaged, MB_ICONSTOP, name, loaded.loaded, loaded.expected);
+    else
+        workbench.report(kNothingReadable, MB_ICONSTOP, name);
+    return false;
+}
+
 }  // namespace
 
 Document::Document(Workbench& workbench) : views(this, &View::document), workbench_(workbench) {
@@ -207,11 +223,9 @@ bool Document::open(const CString& file) {
     const auto fault = static_cast<unsigned short>(int{loaded.error});
     CTvTrace::Trace(TraceFiles, "opened %s: %d, %u items", file.c_str(), int{fault},
                     static_cast<unsigned>(loaded.loaded));
-    if (fault == kDamaged && loaded.loaded > 0) {
+    if (fault == kDamaged) {
+        if (!tellDamage(workbench_, withoutFolder(file), loaded)) return false;
         // What can be recovered becomes a project without a file: the damaged one stays as it is.
-        if (workbench_.report(kOpenRecovered, MB_YESNO | MB_ICONEXCLAMATION, withoutFolder(file),
-                              loaded.loaded, loaded.expected) != IDYES)
-            return false;
         modified_ = true;
         untitled_ = text(kRecovered, withoutFolder(file));
     } else if (fault != 0) {

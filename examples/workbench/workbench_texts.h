@@ -22,7 +22,9 @@ enum WorkbenchText : unsigned short {
     kDrawingName,
     kCreatedOn,
     kFirstModeHint = 3130,  ///< in the order of the modes' commands
-    kOpenElsewhere = 3152,
+    kOpenUncounted = 3150,
+    kNothingReadable,
+    kOpenElsewhere,
     kSettingsNotKept,  ///< their file
     kBeamHint = 3300,
     kPointLoadHint,

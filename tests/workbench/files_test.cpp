@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <fstream>
 #include <string>
 
 #include "full_path.h"
@@ -21,6 +22,10 @@ class Files : public ::testing::Test {
         project.put(Label{.beam = 1, .text = "$NAME$"});
         EXPECT_EQ(saveProject(project, file.c_str(), TarvDate(2026, 8, 14), {}), 0);
     }
+    [[nodiscard]] std::string bytes() const {
+        std::ifstream in(file, std::ios::binary);
+        return {std::istreambuf_iterator<char>(in), {}};
+    }
     [[nodiscard]] Workbench& program() const { return workbench.workbench(); }
     bool open(const std::string& name) const { return program().openFile(CString(name)); }
     /// Answers a message box, which says this.
@@ -33,6 +38,15 @@ class Files : public ::testing::Test {
             PostMessageA(box, WM_COMMAND, static_cast<WPARAM>(button), 0);
         });
     }
+    /// Opens the file with other bytes, after which there is no document for it.
+    void expectDamage(const std::string& content, const char* message) {
+        workbench.folder().write("plan.tbf", content);
+        DialogScript script;
+        answer(script, message, IDCANCEL);
+        EXPECT_FALSE(open(file));
+        EXPECT_EQ(program().documentOf(CString(file)), nullptr);
+    }
+
     OpenWorkbench workbench;
     std::string file = workbench.folder() / "plan.tbf";
 };
@@ -74,6 +88,31 @@ TEST_F(Files, AreOpenInOneDocumentWhateverTheirNameIs) {
     EXPECT_EQ(other.fileName(), CString(workbench.folder() / "second.tbf"));
     EXPECT_TRUE(document->saveAs("Plan.tbf")) << "its own";
     SetCurrentDirectoryA(before);
+}
+
+TEST_F(Files, TellWhatIsLeftOfThem) {
+    const std::string whole = bytes();
+    constexpr std::size_t kCounts = 160, kIndex = 5 * 8 + 148;
+    std::string content = whole;
+    content[whole.find("P2")] ^= 1;
+    expectDamage(content,
+                 "plan.tbf: damaged file, 3 of 4 items can be read.\n\n"
+                 "Open what can be read, as a new project?");
+    content = whole;
+    content.replace(kCounts, 4, 4, '\0');
+    content.resize(whole.size() - kIndex);
+    expectDamage(content,
+                 "plan.tbf: damaged file, 4 items can be read. It no longer says how many there "
+                 "were.\n\nOpen what can be read, as a new project?");
+    content = whole;
+    for (std::size_t i = kCounts + 160; i < whole.size() - kIndex; ++i) content[i] = 'x';
+    expectDamage(content, "plan.tbf: damaged file, 0 of 4 items can be read.");
+    GMSG::language = GMSG::French;
+    expectDamage(content, "plan.tbf : fichier endommag\351, 0 \351l\351ments lisibles sur 4.");
+    ASSERT_EQ(saveProject({}, file.c_str(), TarvDate(2026, 8, 14), {}), 0);
+    content = bytes();
+    content[kCounts + 136] ^= 1;
+    expectDamage(content, "plan.tbf : fichier endommag\351, rien n'y est lisible.");
 }
 
 }  // namespace

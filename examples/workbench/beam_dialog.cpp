@@ -194,6 +194,11 @@ bool BeamDialog::settlePendingLoad() {
 bool BeamDialog::enter() {
     RWCString name;
     GMSG::getCtrlString(IDC_BEAM_NAME, name, static_cast<int>(kNameMax) + 1);
+    if (name.view().find_first_not_of(' ') == std::string_view::npos) {
+        GMSG::errorMsg(kNameNeeded, MB_ICONEXCLAMATION);
+        focus(IDC_BEAM_NAME);
+        return false;
+    }
     beam_.name = name;
     const LRESULT section = SendDlgItemMessageA(window(), IDC_BEAM_SECTION, CB_GETCURSEL, 0, 0);
     if (section == CB_ERR) {

@@ -15,6 +15,7 @@ enum DialogText : unsigned short {
     kForceHeading,
     kNumber,
     kNumberNeeded,
+    kNameNeeded,
 
     kUnknownKey = 3220,  ///< word, as the next
     kKeyNotAvailable,

@@ -129,6 +129,8 @@ TEST_F(BeamDialogTest, TakesWhatIsTyped) {
 
 TEST_F(BeamDialogTest, RefusesWhatABeamCannotBe) {
     const char* const span = "The span goes from 0.5 to 60 m.";
+    expectRefused({{IDC_BEAM_NAME, ""}}, IDOK, "Give the beam a name.", IDC_BEAM_NAME);
+    expectRefused({{IDC_BEAM_NAME, "  "}}, IDOK, "Give the beam a name.", IDC_BEAM_NAME);
     expectRefused({{IDC_BEAM_SPAN, "0.4"}}, IDOK, span, IDC_BEAM_SPAN);
     expectRefused({{IDC_BEAM_SPAN, "60.1"}}, IDOK, span, IDC_BEAM_SPAN);
     expectRefused({{IDC_BEAM_SPAN, "6 m"}}, IDOK, "\"6 m\" is no number.", IDC_BEAM_SPAN);

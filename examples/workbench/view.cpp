@@ -1,13 +1,17 @@
 #include "view.h"
 
 #include "drawing_view.h"
+#include "resource.h"
 #include "table_view.h"
 #include "workbench.h"
 
 namespace {
 
-/// What the frame asks with when it closes itself, rather than one document.
-constexpr WPARAM kFrameCloses = 1;
+/// What the frame asks a window with that it is about to close alone. Anything else asks for the
+/// end of all: 1 when the frame closes, what the system sends when the session ends.
+bool isAboutOneWindow(WPARAM command) {
+    return command == CMD_CLOSE_WINDOW || command == SC_CLOSE || command == SC_DEFAULT;
+}
 
 }  // namespace
 
@@ -54,7 +58,7 @@ LRESULT View::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             break;
         case WM_QUERYENDSESSION:
             // The document stays while another window shows it.
-            if (!shown || (wParam != kFrameCloses && shown->views.getCount() > 1)) return 1;
+            if (!shown || (isAboutOneWindow(wParam) && shown->views.getCount() > 1)) return 1;
             return shown->mayClose();
         case WM_ENDSESSION:
             if (shown && !wParam) shown->keepAsking();

@@ -1,0 +1,81 @@
+// How the workbench ends: who is asked, and what keeps it open.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "dialogs.h"
+#include "open_workbench.h"
+#include "placement.h"
+#include "resource.h"
+#include "support/window_kit.h"
+#include "view.h"
+
+using namespace toolbox::testing;
+
+namespace {
+
+class Closing : public ::testing::Test {
+  protected:
+    [[nodiscard]] Document& document() const { return workbench.document(); }
+    LRESULT send(UINT message, WPARAM wParam = 0) const {
+        return SendMessageA(workbench.frame(), message, wParam, 0);
+    }
+    /// What the user would lose.
+    void change() const {
+        Beam beam;
+        beam.name = "P1";
+        beam.section = "IPE 300";
+        document().put(beam);
+    }
+    /// Answers the next question and notes which project it was about.
+    void answer(DialogScript& script, int button) {
+        script.run([this, button](HWND box) {
+            asked.push_back(textOf(box, kTextOfBox));
+            PostMessageA(box, WM_COMMAND, static_cast<WPARAM>(button), 0);
+        });
+    }
+    static std::string questionAbout(const Document& document) {
+        std::string name = document.title().str();
+        if (name.ends_with('*')) name.pop_back();
+        return "Save " + name + " first?";
+    }
+
+    static constexpr int kTextOfBox = 0xFFFF;
+    OpenWorkbench workbench;
+    std::vector<std::string> asked;
+};
+
+TEST_F(Closing, AsksOnceAboutEachProjectWhenTheSessionEnds) {
+    change();
+    const std::string first = questionAbout(document());
+    workbench.command(CMD_NEW);
+    workbench.command(CMD_NEW);
+    change();
+    const std::string last = questionAbout(document());
+    {
+        DialogScript script;
+        answer(script, IDCANCEL);
+        EXPECT_EQ(send(WM_QUERYENDSESSION), 0);
+    }
+    EXPECT_EQ(asked, std::vector{last});
+    asked.clear();
+    DialogScript script;
+    answer(script, IDNO);
+    answer(script, IDNO);
+    EXPECT_EQ(send(WM_QUERYENDSESSION), 1);
+    EXPECT_EQ(asked, (std::vector{last, first}));
+}
+
+TEST_F(Closing, AsksNothingWhileAnotherWindowShowsTheProject) {
+    change();
+    ASSERT_EQ(document().views.getCount(), 2);
+    const DialogScript none;
+    for (const WPARAM closesOne : {WPARAM{SC_CLOSE}, WPARAM{SC_DEFAULT}})
+        EXPECT_EQ(SendMessageA(document().views[0]->getHWND(), WM_QUERYENDSESSION, closesOne, 0),
+                  1);
+    workbench.command(CMD_CLOSE_WINDOW);
+    EXPECT_EQ(document().views.getCount(), 1);
+}
+
+}  // namespace

@@ -138,6 +138,7 @@ void Document::tellViews(unsigned changes) {
 
 void Document::changed() {
     modified_ = true;
+    discarded_ = false;
     tellViews(Content);
 }
 

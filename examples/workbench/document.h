@@ -69,7 +69,8 @@ class Document {
     /// Not under the name of a file that another document has.
     bool saveAs(const CString& file);
     void setProject(Project project);
-    /// True when the document may go: it is saved, or the user does not want it to be.
+    /// True when the document may go: it is saved, or the user does not want it to be. Such a No
+    /// holds until the next change.
     bool mayClose();
     /// The session goes on after all: mayClose() asks again.
     void keepAsking() { discarded_ = false; }

@@ -157,6 +157,10 @@ void Workbench::viewClosed() {
     if (const HWND window = frame().getFrame()) PostMessageA(window, kPurgeDocuments, 0, 0);
 }
 
+void Workbench::sessionGoesOn() {
+    for (const auto& document : documents_) document->keepAsking();
+}
+
 void Workbench::keysChanged() {
     for (const auto& document : documents_) document->tellViews(Document::KeysChanged);
     refreshKeyList();

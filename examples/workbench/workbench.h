@@ -71,6 +71,8 @@ class Workbench : public MDIApplication {
     void refreshCommands();
     /// The line above the documents.
     void showHint(const CString& hint);
+    /// The session was to end and goes on: the user is asked again about what is not saved.
+    void sessionGoesOn();
     /// A view is gone: documents without views go too, once the message at hand is done.
     void viewClosed();
 

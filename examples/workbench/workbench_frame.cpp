@@ -1,5 +1,7 @@
 #include "workbench_frame.h"
 
+#include "workbench.h"
+
 namespace {
 
 constexpr int kPaneHeight = 20;
@@ -10,6 +12,10 @@ void WorkbenchFrame::showHint(const CString& hint) {
     if (pane_) SetWindowTextA(pane_, hint.c_str());
 }
 
+Workbench* WorkbenchFrame::workbench() const {
+    return static_cast<Workbench*>(getApplication());
+}
+
 HWND WorkbenchFrame::createFramePane() {
     pane_ = CreateWindowExA(0, "STATIC", "", WS_CHILD | WS_VISIBLE | SS_CENTERIMAGE | SS_NOPREFIX,
                             0, 0, 0, kPaneHeight, getFrame(), nullptr, getInstance(), nullptr);
@@ -18,6 +24,9 @@ HWND WorkbenchFrame::createFramePane() {
 }
 
 LRESULT WorkbenchFrame::frameWndProc(TarvMess& message) {
+    // Of this one the frame tells nobody.
+    if (message.message == WM_ENDSESSION && !message.wParam)
+        if (Workbench* const program = workbench()) program->sessionGoesOn();
     const LRESULT result = MDI::frameWndProc(message);
     // The frame keeps the pane's height free; its width follows here.
     if (message.message == WM_SIZE && pane_) {

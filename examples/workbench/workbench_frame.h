@@ -4,6 +4,9 @@
 #include "toolbox/strings.h"
 #include "toolbox/windowing.h"
 
+class Workbench;
+
+/// Its application is the workbench.
 class WorkbenchFrame : public MDI {
   public:
     using MDI::MDI;
@@ -14,5 +17,8 @@ class WorkbenchFrame : public MDI {
     LRESULT frameWndProc(TarvMess& message) override;
 
   private:
+    /// Null once it was told that the frame is destroyed.
+    [[nodiscard]] Workbench* workbench() const;
+
     HWND pane_ = nullptr;
 };

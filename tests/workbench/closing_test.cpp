@@ -78,4 +78,29 @@ TEST_F(Closing, AsksNothingWhileAnotherWindowShowsTheProject) {
     EXPECT_EQ(document().views.getCount(), 1);
 }
 
+TEST_F(Closing, ANoIsForgottenWhenTheSessionGoesOn) {
+    change();
+    workbench.command(CMD_CLOSE_WINDOW);
+    DialogScript script;
+    answer(script, IDNO);
+    answer(script, IDCANCEL);
+    EXPECT_EQ(send(WM_QUERYENDSESSION), 1);
+    send(WM_ENDSESSION, 0);
+    EXPECT_EQ(send(WM_QUERYENDSESSION), 0);
+    EXPECT_EQ(asked.size(), 2u);
+}
+
+TEST_F(Closing, ANoIsForgottenWithTheNextChange) {
+    change();
+    DialogScript script;
+    answer(script, IDNO);
+    answer(script, IDCANCEL);
+    EXPECT_TRUE(document().mayClose());
+    EXPECT_TRUE(document().mayClose());
+    EXPECT_EQ(asked.size(), 1u);
+    change();
+    EXPECT_FALSE(document().mayClose());
+    EXPECT_EQ(asked.size(), 2u);
+}
+
 }  // namespace

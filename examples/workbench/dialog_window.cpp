@@ -48,6 +48,9 @@ INT_PTR CALLBACK DialogWindow::procedure(HWND dialog, UINT message, WPARAM word,
             if (LOWORD(word) != IDCANCEL) return FALSE;
             self->close(false);
             return TRUE;
+        case WM_ACTIVATE:
+            self->activated(LOWORD(word) != WA_INACTIVE);
+            return FALSE;
         case WM_NOTIFY:
             return self->notified(*reinterpret_cast<const NMHDR*>(data));
         case WM_NCDESTROY:

@@ -29,6 +29,8 @@ class DialogWindow {
     /// IDCANCEL closes a modal dialog unless that is handled here.
     virtual bool command(int control, int notification) = 0;
     virtual bool notified(const NMHDR& note);
+    /// The dialog became the active window, or another did.
+    virtual void activated(bool /*active*/) {}
     /// The window is gone. May delete the object.
     virtual void destroyed() {}
 

@@ -8,6 +8,7 @@
 #include "resource.h"
 #include "table_text.h"
 #include "workbench.h"
+#include "workbench_frame.h"
 #include "workbench_texts.h"
 
 namespace {
@@ -56,6 +57,7 @@ class KeyList : public DialogWindow {
     void opened() override;
     bool command(int id, int notification) override;
     bool notified(const NMHDR& note) override;
+    void activated(bool active) override;
     void destroyed() override;
 
     void showButtons();
@@ -90,8 +92,14 @@ void KeyList::opened() {
     refresh();
 }
 
+/// Delete would delete what is selected in the document, and Ctrl+C copy the table.
+void KeyList::activated(bool active) {
+    static_cast<WorkbenchFrame&>(Workbench::frame()).setEditingKeys(!active);
+}
+
 void KeyList::destroyed() {
     theList = nullptr;
+    activated(false);
     delete this;
 }
 
@@ -164,6 +172,11 @@ bool KeyList::command(int id, int) {
 
 bool KeyList::notified(const NMHDR& note) {
     if (note.idFrom != IDC_KEYS || refreshing_) return false;
+    if (note.code == LVN_KEYDOWN) {
+        const WORD key = reinterpret_cast<const NMLVKEYDOWN&>(note).wVKey;
+        if ((key == 'C' || key == VK_INSERT) && GetKeyState(VK_CONTROL) < 0) copyToken();
+        return false;
+    }
     const int row = selectedRow(note.hwndFrom);
     if (row < 0) {
         // Below the last line: the buttons are always for the line that is selected.

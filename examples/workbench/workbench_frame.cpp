@@ -1,12 +1,35 @@
 #include "workbench_frame.h"
 
+#include <vector>
+
+#include "resource.h"
 #include "workbench.h"
 
 namespace {
 
 constexpr int kPaneHeight = 20;
 
+/// The accelerators but those of the commands that edit what is selected.
+HACCEL withoutEditing(HACCEL table) {
+    std::vector<ACCEL> keys(static_cast<std::size_t>(CopyAcceleratorTableA(table, nullptr, 0)));
+    CopyAcceleratorTableA(table, keys.data(), static_cast<int>(keys.size()));
+    std::erase_if(keys,
+                  [](const ACCEL& key) { return key.cmd == CMD_DELETE || key.cmd == CMD_COPY; });
+    return CreateAcceleratorTableA(keys.data(), static_cast<int>(keys.size()));
+}
+
 }  // namespace
+
+WorkbenchFrame::~WorkbenchFrame() {
+    if (otherKeys_) DestroyAcceleratorTable(otherKeys_);
+}
+
+void WorkbenchFrame::setEditingKeys(bool areCommands) {
+    const HACCEL all = LoadAcceleratorsA(
+        getInstance(), MAKEINTRESOURCEA(static_cast<WORD>(getConstructInfo().acceleratorId)));
+    if (!areCommands && !otherKeys_) otherKeys_ = withoutEditing(all);
+    setMDIAccel(areCommands ? all : otherKeys_);
+}
 
 void WorkbenchFrame::showHint(const CString& hint) {
     if (pane_) SetWindowTextA(pane_, hint.c_str());

@@ -10,7 +10,11 @@ class Workbench;
 class WorkbenchFrame : public MDI {
   public:
     using MDI::MDI;
+    ~WorkbenchFrame() override;
     void showHint(const CString& hint);
+    /// The keys of the commands that edit what is selected are commands, as at first, or they go to
+    /// the active window like any other key: for a modeless dialog with its own use for them.
+    void setEditingKeys(bool areCommands);
 
   protected:
     HWND createFramePane() override;
@@ -21,4 +25,5 @@ class WorkbenchFrame : public MDI {
     [[nodiscard]] Workbench* workbench() const;
 
     HWND pane_ = nullptr;
+    HACCEL otherKeys_ = nullptr;  // owned; made when it is needed
 };

@@ -9,6 +9,13 @@ using namespace toolbox::testing;
 
 namespace {
 
+constexpr ULONGLONG kPatience = 15000;  // ms
+constexpr UINT kTick = 10;              // ms
+
+void CALLBACK leaveLoop(HWND, UINT, UINT_PTR, DWORD) {
+    PostQuitMessage(0);
+}
+
 /// Tool windows would lie over what is tested.
 BOOL CALLBACK hideOther(HWND window, LPARAM frame) {
     if (window != reinterpret_cast<HWND>(frame) && IsWindowVisible(window))
@@ -63,6 +70,18 @@ OpenWorkbench::~OpenWorkbench() {
 void OpenWorkbench::command(int id) const {
     SendMessageA(frame(), WM_COMMAND, static_cast<WPARAM>(id), 0);
     pumpMessages();
+}
+
+bool OpenWorkbench::runUntil(const std::function<bool()>& condition) const {
+    const ULONGLONG end = GetTickCount64() + kPatience;
+    bool holds = condition();
+    while (!holds && GetTickCount64() <= end) {
+        const UINT_PTR timer = SetTimer(nullptr, 0, kTick, leaveLoop);
+        frame_->run(SW_SHOW);
+        KillTimer(nullptr, timer);
+        holds = condition();
+    }
+    return holds;
 }
 
 std::string OpenWorkbench::hint() const {

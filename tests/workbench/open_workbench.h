@@ -1,6 +1,8 @@
 // The workbench with its frame and an empty project, in this process (Windows only).
 #pragma once
 
+#include <functional>
+
 #include "support/temp_folder.h"
 #include "workbench.h"
 #include "workbench_frame.h"
@@ -14,6 +16,9 @@ class OpenWorkbench {
 
     /// As from the menu.
     void command(int id) const;
+    /// Runs the frame's own loop, with its accelerators, until the condition holds; false after
+    /// some seconds.
+    bool runUntil(const std::function<bool()>& condition) const;
     [[nodiscard]] Workbench& workbench() const { return *workbench_; }
     /// The active one.
     [[nodiscard]] Document& document() const { return *workbench_->activeDocument(); }

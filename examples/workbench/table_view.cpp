@@ -214,8 +214,11 @@ void TableView::showSelection() {
     const bool isRow = selection.kind == Selection::OneBeam || selection.kind == Selection::OneLoad;
     const int count = ListView_GetSelectedCount(list_);
     const int row = isRow ? static_cast<int>(shown->indexOf(selection.id)) : kEveryRow;
-    const bool isShown = isRow ? count == 1 && ListView_GetItemState(list_, row, LVIS_SELECTED) != 0
-                               : count != 1;  // none, or several that the user is choosing
+    bool isShown = count == 0;
+    if (isRow)
+        isShown = count == 1 && ListView_GetItemState(list_, row, LVIS_SELECTED) != 0;
+    else if (selection.kind == Selection::Nothing)
+        isShown = count != 1;  // several that the user is choosing are no selection
     if (isShown) return;
     showing_ = true;
     ListView_SetItemState(list_, kEveryRow, 0, LVIS_SELECTED);
@@ -235,8 +238,10 @@ void TableView::takeSelection() {
     Document* const shown = document;
     if (!shown) return;
     const Selection& before = shown->selection();
-    if (ListView_GetSelectedCount(list_) != 1) {
-        if (before.kind != Selection::OneLabel) shown->select({});
+    const UINT count = ListView_GetSelectedCount(list_);
+    if (count != 1) {
+        // A label stays selected as long as no row is.
+        if (count > 1 || before.kind != Selection::OneLabel) shown->select({});
         return;
     }
     const auto row =

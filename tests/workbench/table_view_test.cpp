@@ -149,6 +149,24 @@ TEST_F(TableWindow, SelectsWithTheDocumentBothWays) {
     EXPECT_TRUE(selectedRows().empty());
 }
 
+TEST_F(TableWindow, ALabelAndRowsAreNotSelectedAtOnce) {
+    Label label;
+    label.beam = first;
+    label.text = "$L$";
+    const Selection labelSelected{Selection::OneLabel, document().put(label)};
+    document().select(labelSelected);
+    pressKey('A', {VK_CONTROL});
+    EXPECT_TRUE(pumpUntil([&] { return document().selection().kind == Selection::Nothing; }));
+    EXPECT_EQ(selectedRows(), (std::vector{0, 1}));
+    workbench.command(CMD_DELETE);
+    EXPECT_EQ(document().project().labels().size(), 1u);
+
+    document().select(labelSelected);
+    EXPECT_TRUE(selectedRows().empty());
+    pumpMessages();
+    EXPECT_TRUE(document().selection() == labelSelected);
+}
+
 TEST_F(TableWindow, EditsTheBeamOfARow) {
     clickRow(0);
     DialogScript script;

@@ -39,6 +39,11 @@ class JobMeter {
   public:
     JobMeter(Workbench& workbench, unsigned short caption, const CString& what, int cancelEnabled)
         : workbench_(workbench), caption_(text(caption)), what_(what), canCancel_(cancelEnabled) {}
+    ~JobMeter() {
+        if (phase_) workbench_.showsMeter(outer_);
+    }
+    JobMeter(const JobMeter&) = delete;
+    JobMeter& operator=(const JobMeter&) = delete;
 
     /// False when the user cancelled.
     bool operator()(std::size_t done, std::size_t total) {
@@ -52,6 +57,7 @@ class JobMeter {
   private:
     void show(std::size_t total) {
         phase_.emplace(workbench_);
+        outer_ = workbench_.showsMeter(&meter_);
         meter_.setParentWindow(workbench_.frame().getFrame());
         shown_.emplace(meter_, caption_.c_str(), canCancel_);
         meter_.setMeterString(0, what_.c_str());
@@ -64,6 +70,7 @@ class JobMeter {
     int canCancel_;
     std::optional<ModalPhase> phase_;
     TarvMeter meter_;
+    TarvMeter* outer_ = nullptr;  // shown before, if any
     std::optional<toolbox::ShownMeter> shown_;
 };
 

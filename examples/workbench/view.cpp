@@ -57,6 +57,7 @@ LRESULT View::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             if (reinterpret_cast<HWND>(lParam) == getHWND()) workbench_.childActivated(getHWND());
             break;
         case WM_QUERYENDSESSION:
+            if (workbench_.isModal()) return 0;
             // The document stays while another window shows it.
             if (!shown || (isAboutOneWindow(wParam) && shown->views.getCount() > 1)) return 1;
             return shown->mayClose();
@@ -64,6 +65,7 @@ LRESULT View::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             if (shown && !wParam) shown->keepAsking();
             return 0;
         case WM_CLOSE:
+            if (workbench_.isModal()) return 0;
             if (shown && shown->views.getCount() <= 1 && !shown->mayClose()) return 0;
             break;
         default:

@@ -242,7 +242,7 @@ void Workbench::openSample() {
 }
 
 void Workbench::closeDocument(Document& document) {
-    if (!document.mayClose()) return;
+    if (isModal() || !document.mayClose()) return;
     while (document.views.getCount() > 0) document.views[0]->destroy();
 }
 
@@ -368,7 +368,10 @@ void Workbench::openLog() {
 }
 
 int Workbench::canClose() {
-    return 1;  // the documents are asked next
+    // As if the user had pressed its button.
+    if (meter_ && meter_->isCancelEnabled())
+        SendMessageA(meter_->getMeterHandle(), WM_COMMAND, IDCANCEL, 0);
+    return !isModal();  // the documents are asked next
 }
 
 int Workbench::frameCreated(HWND frameWindow, HINSTANCE) {
@@ -392,7 +395,8 @@ void Workbench::frameDestroyed() {
     GMSG::writeProfile("Table", "Columns", keys_.columnsText());
     recent_.ecrire(settings_.file.c_str());
     closeKeyList();
-    commands_.reset();
+    // Somebody destroyed the frame below a dialog: its modal phase still ends.
+    if (!isModal()) commands_.reset();
     GMSG::setParent(nullptr);
 }
 

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <memory>
+#include <optional>
+#include <utility>
 #include <vector>
 
 #include "document.h"
@@ -9,6 +11,7 @@
 #include "settings.h"
 #include "toolbox/command_manager.h"
 #include "toolbox/messages.h"
+#include "toolbox/meter.h"
 #include "toolbox/recent_files.h"
 #include "toolbox/tools.h"
 #include "toolbox/windowing.h"
@@ -73,6 +76,12 @@ class Workbench : public MDIApplication {
     void showHint(const CString& hint);
     /// The session was to end and goes on: the user is asked again about what is not saved.
     void sessionGoesOn();
+    /// A dialog, a box or a meter is up: what waits behind it needs the documents and their
+    /// windows.
+    [[nodiscard]] bool isModal() const { return modalPhases_ > 0; }
+    /// The meter that is up, null for none; it is cancelled when the frame is to close. Returns the
+    /// one before.
+    TarvMeter* showsMeter(TarvMeter* meter) { return std::exchange(meter_, meter); }
     /// A view is gone: documents without views go too, once the message at hand is done.
     void viewClosed();
 
@@ -115,23 +124,30 @@ class Workbench : public MDIApplication {
     std::unique_ptr<ToolDlg> palette_;
     int paletteWanted_ = 1;
     std::vector<std::unique_ptr<Document>> documents_;
-    CString errors_;   // collected from the message service
-    int dialogs_ = 0;  // dialog phases in force
+    CString errors_;       // collected from the message service
+    int modalPhases_ = 0;  // in force
+    int dialogs_ = 0;      // dialog phases among them
+    TarvMeter* meter_ = nullptr;
 };
 
 /// While it lives the program takes no input but that of the modal dialog or meter on top: other
-/// dialogs are disabled and accelerators frozen.
+/// dialogs are disabled, accelerators frozen, and nothing closes.
 class [[nodiscard]] ModalPhase {
   public:
     explicit ModalPhase(Workbench& workbench)
-        : accelerators_(workbench.frame()),
-          dialogs_(workbench.frame()),
-          tools_(*workbench.commands_) {}
+        : workbench_(workbench), accelerators_(workbench.frame()), dialogs_(workbench.frame()) {
+        ++workbench_.modalPhases_;
+        if (workbench_.commands_) tools_.emplace(*workbench_.commands_);
+    }
+    ~ModalPhase() { --workbench_.modalPhases_; }
+    ModalPhase(const ModalPhase&) = delete;
+    ModalPhase& operator=(const ModalPhase&) = delete;
 
   private:
+    Workbench& workbench_;
     toolbox::AcceleratorFreeze accelerators_;
     toolbox::ModelessOff dialogs_;
-    toolbox::FrozenTools tools_;
+    std::optional<toolbox::FrozenTools> tools_;  // none before the frame is created and after
 };
 
 /// A modal phase of a dialog: what the message service reports meanwhile, a number beyond its

@@ -47,9 +47,11 @@ HWND WorkbenchFrame::createFramePane() {
 }
 
 LRESULT WorkbenchFrame::frameWndProc(TarvMess& message) {
-    // Of this one the frame tells nobody.
-    if (message.message == WM_ENDSESSION && !message.wParam)
-        if (Workbench* const program = workbench()) program->sessionGoesOn();
+    // Of the session's end the frame asks and tells the application nothing.
+    if (Workbench* const program = workbench()) {
+        if (message.message == WM_QUERYENDSESSION && !program->canClose()) return 0;
+        if (message.message == WM_ENDSESSION && !message.wParam) program->sessionGoesOn();
+    }
     const LRESULT result = MDI::frameWndProc(message);
     // The frame keeps the pane's height free; its width follows here.
     if (message.message == WM_SIZE && pane_) {

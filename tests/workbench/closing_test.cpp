@@ -103,4 +103,34 @@ TEST_F(Closing, ANoIsForgottenWithTheNextChange) {
     EXPECT_EQ(asked.size(), 2u);
 }
 
+TEST_F(Closing, WaitsForTheDialogThatIsOpen) {
+    change();
+    document().select({Selection::OneBeam, document().project().beams()[0].id});
+    DialogScript script;
+    script.run([&](HWND dialog) {
+        setText(dialog, IDC_BEAM_NAME, "P7");
+        send(WM_CLOSE);
+        EXPECT_EQ(send(WM_QUERYENDSESSION), 0);
+        const HWND view = workbench.workbench().frame().getActiveMDIChild();
+        SendMessageA(view, WM_CLOSE, 0, 0);
+        EXPECT_TRUE(IsWindow(view));
+        ASSERT_TRUE(IsWindow(dialog));
+        PostMessageA(dialog, WM_COMMAND, IDOK, 0);
+    });
+    workbench.command(CMD_EDIT);
+    ASSERT_NE(workbench.frame(), nullptr);
+    EXPECT_EQ(document().project().beams()[0].name, "P7");
+}
+
+TEST_F(Closing, CancelsTheMeterThatIsUpAndStays) {
+    PostMessageA(workbench.frame(), WM_CLOSE, 0, 0);
+    send(WM_COMMAND, CMD_SAMPLE);
+    ASSERT_NE(workbench.frame(), nullptr);
+    const std::size_t beams = document().project().beams().size();
+    ASSERT_GT(beams, 0u);
+    EXPECT_EQ(document().results(beams - 1), nullptr) << "computed to the end";
+    send(WM_CLOSE);
+    EXPECT_EQ(workbench.frame(), nullptr) << "the meter is gone";
+}
+
 }  // namespace

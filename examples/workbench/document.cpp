@@ -33,25 +33,54 @@ CString inWords(const TarvDate& date) {
            std::to_string(words.getYear());
 }
 
+/// Hands a quit message on at its end: a meter uses up the one that comes by.
+class QuitKeepingMeter : public TarvMeter {
+  public:
+    explicit QuitKeepingMeter(int cancelEnabled) : canPress_(cancelEnabled != 0) {}
+    ~QuitKeepingMeter() override {
+        if (isToQuit_) PostQuitMessage(0);
+    }
+    QuitKeepingMeter(const QuitKeepingMeter&) = delete;
+    QuitKeepingMeter& operator=(const QuitKeepingMeter&) = delete;
+
+    [[nodiscard]] bool isToQuit() const { return isToQuit_; }
+
+  private:
+    void cancelMeter() const override {
+        // Called for the button as well, which can be pressed once and is disabled by then.
+        if (canPress_ && isMeterCreated() && !isCancelEnabled())
+            canPress_ = false;
+        else
+            isToQuit_ = true;
+    }
+
+    mutable bool canPress_;
+    mutable bool isToQuit_ = false;
+};
+
 /// A meter over a job of many items; over one of few nothing is shown. Meanwhile the program takes
 /// no other input.
 class JobMeter {
   public:
     JobMeter(Workbench& workbench, unsigned short caption, const CString& what, int cancelEnabled)
-        : workbench_(workbench), caption_(text(caption)), what_(what), canCancel_(cancelEnabled) {}
+        : workbench_(workbench),
+          caption_(text(caption)),
+          what_(what),
+          canCancel_(cancelEnabled),
+          meter_(cancelEnabled) {}
     ~JobMeter() {
         if (phase_) workbench_.showsMeter(outer_);
     }
     JobMeter(const JobMeter&) = delete;
     JobMeter& operator=(const JobMeter&) = delete;
 
-    /// False when the user cancelled.
+    /// False when the job was cancelled, or the program is to quit and the job can be cancelled.
     bool operator()(std::size_t done, std::size_t total) {
         if (total < kManyItems || done % kItemsBetweenSteps != 0) return true;
         if (!shown_) show(total);
         meter_.setMeterString(1, text(kItemsDone, done, total).c_str());
         meter_.setPartsComplete(static_cast<unsigned>(done));
-        return !meter_.isMeterCancelled();
+        return !meter_.isMeterCancelled() && !(canCancel_ && meter_.isToQuit());
     }
 
   private:
@@ -69,7 +98,7 @@ class JobMeter {
     CString what_;
     int canCancel_;
     std::optional<ModalPhase> phase_;
-    TarvMeter meter_;
+    QuitKeepingMeter meter_;
     TarvMeter* outer_ = nullptr;  // shown before, if any
     std::optional<toolbox::ShownMeter> shown_;
 };

@@ -133,4 +133,13 @@ TEST_F(Closing, CancelsTheMeterThatIsUpAndStays) {
     EXPECT_EQ(workbench.frame(), nullptr) << "the meter is gone";
 }
 
+TEST_F(Closing, AMeterLeavesTheQuitMessageToTheLoopOutside) {
+    PostQuitMessage(0);
+    send(WM_COMMAND, CMD_SAMPLE);
+    const std::size_t beams = document().project().beams().size();
+    EXPECT_EQ(document().results(beams - 1), nullptr) << "computed to the end";
+    MSG message;
+    EXPECT_TRUE(PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+}
+
 }  // namespace

@@ -315,8 +315,7 @@ bool Document::saveAs(const CString& file) {
 bool Document::mayClose() {
     if (!modified_ || discarded_) return true;
     const CString question = text(kSaveFirst, file_.empty() ? untitled_ : withoutFolder(file_));
-    switch (MessageBoxA(workbench_.frame().getFrame(), question.c_str(), text(kProgram).c_str(),
-                        MB_YESNOCANCEL | MB_ICONQUESTION)) {
+    switch (workbench_.showBox(question, MB_YESNOCANCEL | MB_ICONQUESTION)) {
         case IDYES:
             return save();
         case IDNO:

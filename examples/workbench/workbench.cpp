@@ -98,10 +98,9 @@ Document* Workbench::activeDocument() const {
     return view ? static_cast<Document*>(view->document) : nullptr;
 }
 
-int Workbench::showLastError(unsigned short flags) {
+int Workbench::showBox(const CString& message, unsigned short flags) {
     const ModalPhase phase(*this);
-    return MessageBoxA(frame().getFrame(), GMSG::getLastErrorMsg().c_str(), text(kProgram).c_str(),
-                       flags);
+    return MessageBoxA(frame().getFrame(), message.c_str(), text(kProgram).c_str(), flags);
 }
 
 void Workbench::createCommands(HWND frameWindow) {
@@ -249,8 +248,7 @@ void Workbench::closeDocument(Document& document) {
 void Workbench::setLanguage(GMSG::Language language) {
     GMSG::writeProfile("Program", "Language", int{language});
     (*commands_)[language == GMSG::French ? CMD_FRENCH : CMD_ENGLISH].setCheckStatus(1);
-    MessageBoxA(frame().getFrame(), text(kNextStart).c_str(), text(kProgram).c_str(),
-                MB_ICONINFORMATION);
+    showBox(text(kNextStart), MB_ICONINFORMATION);
 }
 
 int Workbench::command(HWND child, WPARAM wParam, LPARAM) {

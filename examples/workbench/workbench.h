@@ -59,8 +59,10 @@ class Workbench : public MDIApplication {
     template <class... Args>
     int report(unsigned short textId, unsigned short flags, const Args&... args) {
         const int answer = GMSG::errorMsg(textId, flags, args...);
-        return dialogs_ > 0 ? answer : showLastError(flags);
+        return dialogs_ > 0 ? answer : showBox(GMSG::getLastErrorMsg(), flags);
     }
+    /// A message box over the frame. Returns the user's answer.
+    int showBox(const CString& message, unsigned short flags);
 
     /// Takes the errors out of the message service's list, which a change of its reporting option
     /// would empty.
@@ -101,7 +103,6 @@ class Workbench : public MDIApplication {
     friend class ModalPhase;
     friend class DialogPhase;
 
-    int showLastError(unsigned short flags);
     void createCommands(HWND frame);
     bool documentCommand(Document& document, int id);
     bool programCommand(int id);

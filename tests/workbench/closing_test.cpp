@@ -142,4 +142,29 @@ TEST_F(Closing, AMeterLeavesTheQuitMessageToTheLoopOutside) {
     EXPECT_TRUE(PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
 }
 
+TEST_F(Closing, ABoxIsAllThatTakesInput) {
+    workbench.command(CMD_KEY_LIST);
+    const HWND keys = FindWindowA("#32770", "Keys");
+    const HWND palette = FindWindowA("#32770", "Drawing");
+    ASSERT_NE(keys, nullptr);
+    ASSERT_NE(palette, nullptr);
+    change();
+    const auto check = [&](HWND box) {
+        EXPECT_FALSE(IsWindowEnabled(keys));
+        EXPECT_FALSE(IsWindowEnabled(palette));
+        EXPECT_TRUE(workbench.workbench().frame().isAcceleratorFrozen());
+        send(WM_CLOSE);  // no second question
+        EXPECT_TRUE(IsWindowEnabled(box));
+        PostMessageA(box, WM_COMMAND, IDCANCEL, 0);
+    };
+    DialogScript script;
+    script.run(check);
+    send(WM_CLOSE);
+    EXPECT_TRUE(IsWindowEnabled(keys));
+    EXPECT_TRUE(IsWindowEnabled(palette));
+    script.run(check);
+    send(WM_COMMAND, CMD_ENGLISH);
+    EXPECT_TRUE(IsWindowEnabled(keys));
+}
+
 }  // namespace

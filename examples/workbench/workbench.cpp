@@ -361,8 +361,13 @@ void Workbench::editSelected(Document& document) {
 }
 
 void Workbench::openLog() {
-    std::string log = "\"" + settings_.log.str() + "\"";
-    ExecApp(frame().getFrame(), "notepad", log.data(), nullptr);
+    // By its full name: a bare one is looked for in the current folder only. The line that is
+    // passed on begins with the program.
+    char folder[MAX_PATH] = "";
+    GetSystemWindowsDirectoryA(folder, sizeof folder);
+    const std::string editor = std::string(folder) + "\\notepad.exe";
+    std::string line = "\"" + editor + "\" \"" + settings_.log.str() + "\"";
+    ExecApp(frame().getFrame(), editor.c_str(), line.data(), nullptr);
 }
 
 int Workbench::canClose() {

@@ -1,6 +1,8 @@
-// The frame's keys.
+// The frame's keys, and what its commands start.
 #include <gtest/gtest.h>
 
+#include <array>
+#include <fstream>
 #include <string>
 
 #include "common_controls.h"
@@ -8,6 +10,7 @@
 #include "resource.h"
 #include "support/window_kit.h"
 #include "toolbox/platform.h"
+#include "toolbox/processes.h"
 
 using namespace toolbox::testing;
 
@@ -64,6 +67,27 @@ TEST_F(MenuCommands, EditingKeysBelongToTheListOfKeysWhileItIsActive) {
     SetForegroundWindow(workbench.frame());
     pressKey(VK_DELETE);
     EXPECT_TRUE(workbench.runUntil([&] { return document().project().beams().empty(); }));
+}
+
+TEST_F(MenuCommands, TheErrorLogIsShown) {
+    const std::string& log = workbench.workbench().settings().log.str();
+    std::ofstream(log) << "an error\n";
+    const DialogScript none;
+    workbench.command(CMD_OPEN_LOG);
+    HWND shown = nullptr;
+    EXPECT_TRUE(pumpUntil([&] { return (shown = FindWin("workbench.log", nullptr)) != nullptr; }));
+    ASSERT_NE(shown, nullptr);
+    std::string text;
+    EXPECT_TRUE(pumpUntil([&] {
+        std::array<char, 100> read{};
+        if (const HWND edit = FindWindowExA(shown, nullptr, "EDIT", nullptr))
+            SendMessageTimeoutA(edit, WM_GETTEXT, read.size(),
+                                reinterpret_cast<LPARAM>(read.data()), SMTO_NORMAL, 1000, nullptr);
+        text = read.data();
+        return text.starts_with("an error");
+    })) << text;
+    PostMessageA(shown, WM_CLOSE, 0, 0);
+    EXPECT_TRUE(pumpUntil([&] { return !IsWindow(shown); }));
 }
 
 }  // namespace

@@ -145,9 +145,6 @@ bool DrawingView::command(UINT id) {
             server_.dispatch(cancel, 0);
             return true;
         }
-        case CMD_ZOOM_ALL:
-            zoomAll();
-            return true;
         case toolbox::TagEdit:
             PostMessageA(Workbench::frame().getFrame(), WM_COMMAND, CMD_EDIT, 0);
             return true;

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "dialogs.h"
+#include "drawing_view.h"
 #include "file_dialog.h"
 #include "full_path.h"
 #include "placement.h"
@@ -287,6 +288,13 @@ bool Workbench::documentCommand(Document& document, int id) {
             return true;
         case CMD_RECOMPUTE:
             document.recompute();
+            return true;
+        case CMD_ZOOM_ALL:
+            // From the table: the drawing carries it out. A new one shows everything.
+            if (auto* const drawing = viewOf<DrawingView>(document))
+                drawing->zoomAll();
+            else
+                showDrawing(document);
             return true;
         case CMD_COPY:
         case CMD_FORMAT:

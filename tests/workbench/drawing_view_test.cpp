@@ -354,4 +354,18 @@ TEST_F(DrawingWindow, LooksAroundAndBackAtEverything) {
     EXPECT_TRUE(view->part().contains({place.right, place.axis}));
 }
 
+TEST_F(DrawingWindow, ShowsEverythingFromTheTableToo) {
+    putBeam();
+    const auto showsRightEnd = [&] {
+        const BeamPlace place = view->layout().place(beam());
+        return view->part().contains({place.right, place.axis});
+    };
+    workbench.command(CMD_TABLE);
+    view->zoom(5, pixel({2, 0}));
+    EXPECT_FALSE(showsRightEnd());
+    workbench.command(CMD_ZOOM_ALL);
+    EXPECT_TRUE(showsRightEnd());
+    workbench.command(CMD_DRAWING);
+}
+
 }  // namespace

@@ -16,7 +16,11 @@ void savePlacement(HWND window, const char* section) {
     const RECT& at = placement.rcNormalPosition;
     for (int i = 0; const LONG side : {at.left, at.top, at.right, at.bottom})
         GMSG::writeProfile(section, kSides[i++], int{side});
-    GMSG::writeProfile(section, kMaximized, placement.showCmd == SW_SHOWMAXIMIZED ? 1 : 0);
+    // A minimized window comes back as it was before.
+    const bool isMaximized = placement.showCmd == SW_SHOWMINIMIZED
+                                 ? (placement.flags & WPF_RESTORETOMAXIMIZED) != 0
+                                 : placement.showCmd == SW_SHOWMAXIMIZED;
+    GMSG::writeProfile(section, kMaximized, isMaximized ? 1 : 0);
 }
 
 bool restorePlacement(HWND window, const char* section) {

@@ -167,4 +167,20 @@ TEST_F(Closing, ABoxIsAllThatTakesInput) {
     EXPECT_TRUE(IsWindowEnabled(keys));
 }
 
+TEST_F(Closing, KeepsTheSizeThatAMinimizedFrameComesBackWith) {
+    const auto isMaximized = [&] {
+        savePlacement(workbench.frame(), "Tried");
+        int maximized = -1;
+        GMSG::getProfile("Tried", "Maximized", maximized, -1);
+        return maximized;
+    };
+    EXPECT_EQ(isMaximized(), 0);
+    ShowWindow(workbench.frame(), SW_SHOWMINIMIZED);
+    EXPECT_EQ(isMaximized(), 0);
+    ShowWindow(workbench.frame(), SW_SHOWMAXIMIZED);
+    EXPECT_EQ(isMaximized(), 1);
+    ShowWindow(workbench.frame(), SW_SHOWMINIMIZED);
+    EXPECT_EQ(isMaximized(), 1);
+}
+
 }  // namespace

@@ -1,7 +1,7 @@
 // Identifiers of the workbench's resources and commands, for the resource script and for code.
 //
-// Menus, accelerators and dialogs exist in French under the number named here and in English under
-// the next one: see inLanguage().
+// Menus and dialogs exist in French under the number named here and in English under the next one:
+// see inLanguage(). The accelerators are the same in both.
 #pragma once
 
 #define IDM_FRAME 100

@@ -16,7 +16,7 @@
 #include "toolbox/tools.h"
 #include "toolbox/windowing.h"
 
-/// The number of a menu, accelerator table or dialog in the program's language.
+/// The number of a menu or dialog in the program's language.
 [[nodiscard]] inline int inLanguage(int french) {
     return GMSG::language == GMSG::French ? french : french + 1;
 }

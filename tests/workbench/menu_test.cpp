@@ -1,7 +1,9 @@
-// The frame's keys, and what its commands start.
+// The frame's menu, its keys, and what its commands start.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
+#include <cctype>
 #include <fstream>
 #include <string>
 
@@ -15,6 +17,45 @@
 using namespace toolbox::testing;
 
 namespace {
+
+/// Letters that choose one of two items, or that not every keyboard has.
+std::string wrongMnemonics(HMENU menu) {
+    std::string seen, wrong;
+    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
+        std::array<char, 100> text{};
+        GetMenuStringA(menu, static_cast<UINT>(i), text.data(), text.size(), MF_BYPOSITION);
+        const std::string item = text.data();
+        if (const std::size_t at = item.find('&'); at != std::string::npos) {
+            const auto letter = static_cast<unsigned char>(item.at(at + 1));
+            const auto capital = static_cast<char>(std::toupper(letter));
+            if (letter > 0x7F || seen.find(capital) != std::string::npos) wrong += item + "; ";
+            seen += capital;
+        } else if (!item.empty()) {
+            wrong += item + ": none; ";
+        }
+        if (const HMENU submenu = GetSubMenu(menu, i)) wrong += wrongMnemonics(submenu);
+    }
+    return wrong;
+}
+
+TEST(FrameMenu, EveryItemHasALetterOfItsOwn) {
+    for (const int id : {IDM_FRAME, IDM_FRAME + 1}) {
+        const HMENU menu = LoadMenuA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(id));
+        ASSERT_NE(menu, nullptr);
+        EXPECT_EQ(wrongMnemonics(menu), "") << id;
+        DestroyMenu(menu);
+    }
+}
+
+TEST(FrameMenu, CapitalsHaveTheirAccents) {
+    const HMENU menu = LoadMenuA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDM_FRAME));
+    std::array<char, 100> text{};
+    GetMenuStringA(menu, 1, text.data(), text.size(), MF_BYPOSITION);
+    std::string edit = text.data();
+    std::erase(edit, '&');
+    EXPECT_EQ(edit, "\311dition");
+    DestroyMenu(menu);
+}
 
 class MenuCommands : public ::testing::Test {
   protected:

@@ -200,9 +200,7 @@ class Unnamed final : public Walker {
     std::size_t blocks_ = 0;
 };
 
-}  // namespace
-
-int verify(const Options& options) {
+int verifyFile(const Options& options) {
     OpenFile open(options.input,
                   options.quick ? Window::Reads::whatIsAsked : Window::Reads::everything);
     Findings findings(options.json);
@@ -227,6 +225,16 @@ int verify(const Options& options) {
     }
     findings.finish(count, options.input);
     return findings.count() == 0 ? kSound : kFindings;
+}
+
+}  // namespace
+
+int verify(const Options& options) {
+    try {
+        return verifyFile(options);
+    } catch (const Shortened&) {
+        throw Failure(Text::shortened, {nameOf(options.input)});
+    }
 }
 
 }  // namespace tbfile

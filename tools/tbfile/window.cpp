@@ -5,11 +5,9 @@
 namespace tbfile {
 namespace {
 
-/// Who asks for less than this behind the last place goes through the file; who asks for more
-/// jumps, and gets a small piece.
+/// Who asks for less than this behind the last place goes through the file, and may come back as
+/// far; who asks for more jumps, and gets a small piece.
 constexpr std::uint64_t kNear = 2 * 1024;
-constexpr std::size_t kSmall = 1024;
-
 }  // namespace
 
 Window::Window(const Source& source, Reads reads, Progress progress)
@@ -27,17 +25,30 @@ void Window::load(std::uint64_t offset, std::size_t n) {
     if (progress_) progress_(offset);
 }
 
+/// Loads what comes behind all that was read.
+void Window::loadNext() {
+    const std::uint64_t before = furthest_;
+    load(furthest_, kMost);
+    if (furthest_ == before) throw Shortened();
+}
+
 const char* Window::at(std::uint64_t offset, std::size_t n) {
     if (n > kMost || offset > size_ || n > size_ - offset) return nullptr;
     if (offset < start_ || offset + n > start_ + held_) {
         if (reads_ == Reads::everything)
-            while (furthest_ + kMost < offset) load(furthest_, kMost);
-        const bool follows = offset >= asked_ && offset <= asked_ + kNear;
+            while (furthest_ + kMost < offset) loadNext();
+        const bool follows = offset + kNear >= asked_ && offset <= asked_ + kNear;
         const bool everything = reads_ == Reads::everything && offset + n > furthest_;
+        // The head of a block whose end is asked for is asked for again.
+        const std::uint64_t before = n + kNear <= kMost ? std::min(offset, kNear) : 0;
+        // Little by little more, for who goes here and there in turns.
+        ahead_ = follows ? std::min(kMost, ahead_ * 4) : kSmall;
         if (everything)
-            load(std::min(offset, furthest_), kMost);
+            load(std::min(offset - before, furthest_), kMost);
+        else if (follows)
+            load(offset - before, std::min(kMost, before + std::max(ahead_, n)));
         else
-            load(offset, follows ? kMost : std::max(kSmall, n));
+            load(offset, std::max(ahead_, n));
         if (offset + n > start_ + held_) load(offset, kMost);
     }
     asked_ = offset + n;
@@ -57,11 +68,7 @@ std::size_t Window::piece(std::uint64_t offset, std::uint64_t most, const char*&
 
 void Window::finish() {
     if (reads_ == Reads::everything)
-        while (furthest_ < size_) {
-            const std::uint64_t before = furthest_;
-            load(furthest_, kMost);
-            if (furthest_ == before) return;
-        }
+        while (furthest_ < size_) loadNext();
 }
 
 }  // namespace tbfile

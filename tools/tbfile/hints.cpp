@@ -38,9 +38,9 @@ const BlocItem* Hints::after(std::uint64_t offset) {
     return from(offset + 1);
 }
 
-const BlocItem* Hints::of(std::uint32_t id) const {
-    const auto found = std::ranges::find(*entries_, id, &BlocItem::id);
-    return found == entries_->end() ? nullptr : &*found;
+const BlocItem* Hints::of(std::uint32_t id) {
+    const auto found = lookup_.find(*entries_, id);
+    return found ? &(*entries_)[*found] : nullptr;
 }
 
 }  // namespace tbfile

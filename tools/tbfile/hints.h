@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "file/block_lookup.h"
 #include "map.h"
 
 namespace tbfile {
@@ -20,8 +21,8 @@ class Hints {
     [[nodiscard]] const BlocItem* at(std::uint64_t offset);
     /// The first entry that names a place behind this one.
     [[nodiscard]] const BlocItem* after(std::uint64_t offset);
-    /// The first entry with this identifier. Slow.
-    [[nodiscard]] const BlocItem* of(std::uint32_t id) const;
+    /// The first entry with this identifier.
+    [[nodiscard]] const BlocItem* of(std::uint32_t id);
 
   private:
     const BlocItem* from(std::uint64_t offset);
@@ -29,6 +30,7 @@ class Hints {
     const std::vector<BlocItem>* entries_;
     std::vector<BlocItem> sorted_;
     std::size_t cursor_ = 0;
+    toolbox::BlockLookup lookup_;
 };
 
 }  // namespace tbfile

@@ -43,6 +43,13 @@ Index indexOf(Window& file, const Shape& shape, const Frame& frame) {
                 index.entries);
     index.ascending =
         std::ranges::is_sorted(index.entries, std::ranges::less_equal(), &BlocItem::offset);
+    index.possible = index.entries.size() * blocks::kEntryBytes == frame.length;
+    std::uint64_t from = shape.start();
+    for (const BlocItem& entry : index.entries) {
+        index.possible = index.possible && entry.offset >= from &&
+                         entry.offset + std::uint64_t{shape.around()} <= frame.offset;
+        from = entry.offset + std::uint64_t{shape.around()};
+    }
     return index;
 }
 
@@ -121,10 +128,10 @@ int agreement(Window& file, const Shape& shape, const Header& header) {
     return blocksFrom(file, shape, shape.start()) + (speaks || alone ? kTrial : 0);
 }
 
-/// The longest row of blocks, up to kTrial, anywhere in the file.
-int agreementAnywhere(Window& file, Window& probe, const Shape& shape) {
-    int most = 0;
-    for (std::uint64_t at = 0; most < kTrial;) {
+/// The longest row of blocks anywhere in the file; no longer one than `enough` is looked for.
+int agreementAnywhere(Window& file, Window& probe, const Shape& shape, int enough) {
+    int most = blocksFrom(probe, shape, shape.start());
+    for (std::uint64_t at = 0; most < enough;) {
         const auto place = afterTerminator(file, shape, at, file.size());
         if (!place) break;
         at = *place - 3;
@@ -133,10 +140,12 @@ int agreementAnywhere(Window& file, Window& probe, const Shape& shape) {
     return most;
 }
 
-/// The layout that explains most. The header's own needs one block only to be believed.
+/// The layout that explains most. The header's own, if there is such a format version, needs one
+/// block only to be believed, wherever that is; data may hold whole files of other formats.
 Shape findShape(Window& file, Window& probe, const Header& header) {
     static constexpr std::array<std::uint32_t, 4> kOthers = {210, 200, 100, 101};
-    if (agreement(file, header.shape, header) > 0) return header.shape;
+    const bool known = !header.has(HeaderFault::format);
+    if (agreement(file, header.shape, header) > 0 && known) return header.shape;
     Shape best = header.shape;
     int most = 1;
     const auto offer = [&](std::uint32_t format, int agreed) {
@@ -146,9 +155,12 @@ Shape findShape(Window& file, Window& probe, const Header& header) {
     };
     for (const std::uint32_t format : kOthers) offer(format, agreement(file, {format}, header));
     if (most > 1) return best;
-    most = agreementAnywhere(file, probe, header.shape);
-    for (const std::uint32_t format : kOthers)
-        offer(format, agreementAnywhere(file, probe, {format}));
+    if (known && agreementAnywhere(file, probe, header.shape, 1) > 0) return header.shape;
+    most = 0;
+    for (const std::uint32_t format : kOthers) {
+        offer(format, agreementAnywhere(file, probe, {format}, kTrial));
+        if (most >= kTrial) break;
+    }
     return best;
 }
 

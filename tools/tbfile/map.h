@@ -15,9 +15,12 @@ struct Index {
     bool atItsPlace = false;  ///< where the header says
     std::vector<BlocItem> entries;
     bool ascending = true;  ///< they stand in writing order
+    bool possible = true;   ///< blocks can be where they say
 
     /// The bytes of its entries are all there, and nothing around them is damaged.
     [[nodiscard]] bool isWhole() const { return frame.isWhole() && frame.isIndex(); }
+    /// Nothing contradicts that it names every block before it.
+    [[nodiscard]] bool isComplete() const { return isWhole() && ascending && possible; }
 };
 
 struct Map {

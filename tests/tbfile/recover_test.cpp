@@ -8,6 +8,7 @@
 #include "walk.h"
 
 using namespace tbfile;
+using corpus::Maker;
 using corpus::Original;
 using corpus::Record;
 
@@ -79,7 +80,7 @@ std::string fault(const Original& original, const std::string& damaged, bool may
     }
     for (const Found& f : blocks) {
         const Record* record = recordAt(original, f.frame.offset);
-        // Of what stood in a block whose head is gone nothing tells that it was data.
+        // Of what stood in a block whose head or end is gone nothing tells that it was data.
         if (!record && mayInvent && f.doubts & (kFoundBySearch | kNotIndexed)) continue;
         if (!record) return "invented " + std::to_string(f.frame.id) + ":" + shown(blocks);
         // The identifier of a block that no index names has no second witness.
@@ -115,7 +116,8 @@ TEST_P(RecoverCorpus, Whole) {
 
 TEST_P(RecoverCorpus, CutOff) {
     const auto cut = [&](std::size_t n) {
-        check(whole().substr(0, n), "cut at " + std::to_string(n));
+        // The length of a block that the file ends in may as well be what is wrong.
+        check(whole().substr(0, n), "cut at " + std::to_string(n), true);
     };
     for (std::size_t n = 160; n < whole().size(); n += 3) cut(n);
     for (std::size_t n = whole().find("\xFF\xFF\xFF\xFF", 160); n < whole().size();
@@ -160,5 +162,234 @@ INSTANTIATE_TEST_SUITE_P(Files, RecoverCorpus, testing::ValuesIn(corpus::origina
                              std::ranges::replace(name, ' ', '_');
                              return name;
                          });
+
+/// Blocks of a file whose identifiers are 1, 2, 3 and so on, all with data of this length.
+Maker equalBlocks(std::uint32_t format, std::uint32_t count, std::size_t length) {
+    Maker file("equal blocks", format);
+    for (std::uint32_t id = 1; id <= count; ++id)
+        file.block(id, std::string(length, static_cast<char>('a' + id % 26)),
+                   "b" + std::to_string(id));
+    return file;
+}
+
+std::string changed(const Original& original, std::size_t at, const std::string& bytes) {
+    std::string all = original.bytes;
+    return all.replace(at, bytes.size(), bytes);
+}
+
+std::string repeated(const std::string& bytes, std::size_t times) {
+    std::string all;
+    for (std::size_t i = 0; i < times; ++i) all += bytes;
+    return all;
+}
+
+/// What is wrong with the identifiers and doubts that were found; empty when nothing is.
+std::string differs(const std::string& damaged,
+                    const std::vector<std::pair<std::uint32_t, unsigned>>& expected) {
+    std::vector<std::pair<std::uint32_t, unsigned>> blocks;
+    for (const Found& f : found(damaged)) blocks.emplace_back(f.frame.id, f.doubts);
+    return blocks == expected ? std::string() : shown(found(damaged));
+}
+
+constexpr std::size_t kLength = 132;  ///< of a block's data: where it stands in format 210
+
+TEST(Recover, AnOverlongLengthDoesNotHideTheBlocksBehindIt) {
+    const Original never = equalBlocks(210, 7, 100);
+    const Original committed = equalBlocks(210, 7, 100).commit();
+    for (const std::size_t damaged : {0u, 2u, 5u})
+        for (const std::uint32_t length : {5000u, 70000u, 0x7FFFFF00u}) {
+            const std::size_t at = never.records[damaged].from + kLength;
+            EXPECT_EQ(fault(never, changed(never, at, block_kit::word(length)), false), "");
+            const std::string cut = changed(committed, at, block_kit::word(length));
+            EXPECT_EQ(fault(committed, cut.substr(0, committed.records.back().to), false), "");
+        }
+}
+
+TEST(Recover, WhatLooksLikeBlocksInABlockThatTheFileEndsInIsDoubtful) {
+    const std::string inner = block_kit::fileOf(210, {{5, "five"}, {6, "six"}, {7, "seven"}});
+    const Original file = Maker("inner", 210).block(1, "one").block(2, inner);
+    const std::size_t data = file.records[1].from + kLength + 4;
+    // Up to where the second of its blocks ends.
+    const std::size_t end = data + 160 + 2 * 148 + 4 + 3;
+    EXPECT_EQ(
+        differs(file.bytes.substr(0, end), {{1, 0}, {5, kFoundBySearch}, {6, kFoundBySearch}}), "");
+    EXPECT_EQ(
+        differs(file.bytes.substr(0, end + 50), {{1, 0}, {5, kFoundBySearch}, {6, kFoundBySearch}}),
+        "");
+}
+
+TEST(Recover, AWholeBlockIsNotRepairedIntoAnother) {
+    // 512 bytes each, so that one bit of a length takes it to the end of another block.
+    const Original never = equalBlocks(210, 7, 364);
+    const Original oldest = equalBlocks(100, 7, 436);
+    const Original committed = equalBlocks(210, 7, 364).commit();
+    for (const Original& file : {never, oldest, committed})
+        for (const Record& record : file.records)
+            for (const char* fill : {"?\0", "\0\0", "\xFF\xFF"})
+                EXPECT_EQ(fault(file, changed(file, record.from, repeated({fill, 2}, 68)), false),
+                          "");
+    Maker small("an empty block before", 210);
+    const Original empty =
+        small.block(1, std::string(364, 'a')).block(2, "").block(3, std::string(364, 'c'));
+    EXPECT_EQ(fault(empty, changed(empty, empty.records[2].from, repeated({"?\0", 2}, 68)), false),
+              "");
+}
+
+TEST(Recover, ABlockIsFoundWithoutTheTerminatorBeforeIt) {
+    for (const std::uint32_t format : {210u, 205u, 150u, 100u}) {
+        const Original file = equalBlocks(format, 9, 100);
+        for (std::size_t i = 0; i + 1 < file.records.size(); ++i) {
+            std::string bytes = file.bytes;
+            const Record& record = file.records[i];
+            for (const char fill : {'?', '\0', '\xFF'}) {
+                bytes.replace(record.from, record.to - record.from, record.to - record.from, fill);
+                EXPECT_EQ(fault(file, bytes, false), "") << format << ' ' << i;
+            }
+        }
+        // Also one that has nothing undamaged beside it.
+        std::string islands = file.bytes;
+        for (const std::size_t i : {1u, 3u, 5u}) {
+            const Record& record = file.records[i];
+            islands.replace(record.from, record.to - record.from, record.to - record.from, '?');
+        }
+        EXPECT_EQ(fault(file, islands, false), "") << format;
+    }
+}
+
+TEST(Recover, AnIndexWithImpossibleEntriesDoesNotHideBlocks) {
+    const Original file = equalBlocks(210, 20, 100).commit();
+    const std::size_t entries = file.records.back().to + kLength + 4;
+    for (const char fill : {'\0', '?', '\xFF'}) {
+        std::string bytes = changed(file, entries + 8 * 11, std::string(8 * 9, fill));
+        bytes.replace(file.records[10].from + kLength, 4, "????");
+        EXPECT_EQ(fault(file, bytes, false), "") << static_cast<int>(fill);
+    }
+    // Blocks that lead to the next known place are kept even where the index looks undamaged.
+    std::string shorter = file.bytes.substr(0, file.records.back().to);
+    std::string index;
+    for (std::size_t i = 0; i < 11; ++i)
+        index += block_kit::word(file.records[i].id) +
+                 block_kit::word(static_cast<std::uint32_t>(file.records[i].from));
+    shorter += block_kit::record(210, {0xFFFFFFEF, index, "Master index"});
+    shorter.replace(file.records[10].from + kLength, 4, "????");
+    EXPECT_EQ(fault(file, shorter, false), "");
+}
+
+TEST(Recover, AnEntryThatNothingConfirmsIsNoCertainty) {
+    const Original file = equalBlocks(210, 5, 300).commit();
+    const std::size_t inside = file.records[3].from + 200;
+    const auto blocksFound = [](const std::string& bytes) {
+        std::string ids;
+        for (const Found& f : found(bytes)) ids += std::to_string(f.frame.id);
+        return ids;
+    };
+    std::string less = file.bytes;
+    EXPECT_EQ(blocksFound(less.erase(inside, 100)), "1235");
+    std::string more = file.bytes;
+    EXPECT_EQ(blocksFound(more.insert(inside, 100, 'i')), "12345");
+    // Both, so that the index is at its place again.
+    std::string moved = file.bytes;
+    moved.erase(file.records[1].from + 200, 100).insert(file.records[3].from + 100, 100, 'i');
+    EXPECT_NE(blocksFound(moved).find('3'), std::string::npos) << blocksFound(moved);
+}
+
+TEST(Recover, TheHeadersFormatComesFirst) {
+    const std::string inner =
+        block_kit::fileOf(210, {{51, "x"}, {52, "x"}, {53, "x"}, {54, "x"}, {55, "x"}});
+    const Original file = Maker("", 205).block(1, "one").block(2, inner).block(3, "three");
+    EXPECT_EQ(fault(file, changed(file, file.records[0].from, std::string(72, '?')), false), "");
+    const Original one = Maker("", 205).block(1, "one block", "alone");
+    EXPECT_EQ(fault(one, changed(one, 152, "????????"), false), "");
+}
+
+/// Counts what is read.
+class Counted final : public Source {
+  public:
+    explicit Counted(std::string bytes) : bytes_(std::move(bytes)) {}
+    [[nodiscard]] std::uint64_t size() const override { return bytes_.size(); }
+    std::size_t readAt(std::uint64_t offset, char* buffer, std::size_t n) const override {
+        const std::size_t got = bytes_.readAt(offset, buffer, n);
+        read += got;
+        return got;
+    }
+    mutable std::uint64_t read = 0;
+
+  private:
+    corpus::Bytes bytes_;
+};
+
+/// The bytes that a walk reads, each counted as often as it is read.
+std::uint64_t readFor(const std::string& bytes) {
+    const Counted source(bytes);
+    Window file(source);
+    Window probe(source);
+    const Map map = readMap(file, probe);
+    Blocks walker(map.shape.start());
+    Walk(file, probe, map, walker).run();
+    return source.read;
+}
+
+TEST(Recover, ReadsNoMoreForEachBlockOfALargerFile) {
+    const std::string garbage = repeated({"?\0", 2}, 72);
+    const auto twoPlaces = [&](const Original& file) {
+        std::string bytes = changed(file, 160, garbage);
+        return bytes.replace(file.records[file.records.size() - 2].from, garbage.size(), garbage);
+    };
+    const auto noTerminators = [](const Original& file) {
+        std::string bytes = file.bytes;
+        for (const Record& record : file.records) bytes.replace(record.to - 4, 4, "????");
+        return bytes;
+    };
+    const auto otherIds = [](const Original& file) {
+        std::string bytes = file.bytes;
+        for (const Record& record : file.records) bytes[record.from + 2] ^= 1;
+        return bytes;
+    };
+    constexpr std::uint32_t kFew = 5000;
+    for (const std::size_t length : {0u, 100u, 1000u}) {
+        const auto of = [&](std::uint32_t count, const auto& damage) {
+            return readFor(damage(equalBlocks(210, count, length)));
+        };
+        const auto ofIndexed = [&](std::uint32_t count, const auto& damage) {
+            return readFor(damage(equalBlocks(210, count, length).commit()));
+        };
+        EXPECT_LT(of(2 * kFew, twoPlaces), 3 * of(kFew, twoPlaces)) << length;
+        EXPECT_LT(of(2 * kFew, noTerminators), 3 * of(kFew, noTerminators)) << length;
+        EXPECT_LT(ofIndexed(2 * kFew, twoPlaces), 3 * ofIndexed(kFew, twoPlaces)) << length;
+        EXPECT_LT(ofIndexed(2 * kFew, noTerminators), 3 * ofIndexed(kFew, noTerminators)) << length;
+        EXPECT_LT(ofIndexed(2 * kFew, otherIds), 3 * ofIndexed(kFew, otherIds)) << length;
+    }
+}
+
+TEST(Window, ReadsLittleMoreThanOnceForWhoGoesThroughBlocks) {
+    for (const std::size_t length : {0u, 27u, 65u, 422u, 880u, 1500u}) {
+        const Original original = equalBlocks(210, 3000, length).commit();
+        const Counted source(original.bytes);
+        Window file(source);
+        const Shape shape;
+        for (const Record& record : original.records) {
+            const Frame frame = frameAt(file, shape, record.from, source.size());
+            EXPECT_EQ(labelOf(file, shape, frame).version, 3u);
+        }
+        EXPECT_LT(source.read, source.size() + source.size() / 4) << length;
+    }
+}
+
+TEST(Window, GivesUpWhenTheFileBecameShorter) {
+    class Short final : public Source {
+      public:
+        [[nodiscard]] std::uint64_t size() const override { return 8 * Window::kMost; }
+        std::size_t readAt(std::uint64_t offset, char* buffer, std::size_t n) const override {
+            if (offset >= Window::kMost) return 0;
+            std::memset(buffer, 0, n);
+            return n;
+        }
+    };
+    const Short source;
+    Window file(source, Window::Reads::everything);
+    EXPECT_NE(file.at(0, 1), nullptr);
+    EXPECT_THROW(static_cast<void>(file.at(5 * Window::kMost, 1)), Shortened);
+    EXPECT_THROW(file.finish(), Shortened);
+}
 
 }  // namespace

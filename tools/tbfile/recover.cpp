@@ -59,12 +59,11 @@ class Rescue final : public Walker {
         const char* kind = loss.kind == LossKind::cutOff       ? "cutOff"
                            : loss.kind == LossKind::indexBlock ? "index"
                                                                : "damaged";
-        losses_.add(
-            jsonObject({{"kind", std::string(kind)},
-                        {"from", loss.from},
-                        {"to", loss.to},
-                        {"id", loss.id ? JsonValue(std::uint64_t{*loss.id}) : JsonValue(nullptr)},
-                        {"possibleBlocks", std::uint64_t{loss.possible}}}));
+        losses_.add(jsonObject(
+            {{"kind", std::string(kind)},
+             {"from", loss.from},
+             {"to", loss.to},
+             {"id", loss.id ? JsonValue(std::uint64_t{*loss.id}) : JsonValue(nullptr)}}));
         if (options_.json) return;
         print(say(loss.kind == LossKind::cutOff       ? Text::lossCut
                   : loss.kind == LossKind::indexBlock ? Text::lossIndex
@@ -72,8 +71,6 @@ class Rescue final : public Walker {
                                                       : Text::lossBytes,
                   {from, to, id}) +
               "\n");
-        if (loss.possible > 0)
-            print(say(Text::lossPossible, {std::to_string(loss.possible)}) + "\n");
     }
 
     [[nodiscard]] bool sound() const { return lostBytes_ == 0 && doubtful_ == 0; }

@@ -1,7 +1,8 @@
 #include "search.h"
 
+#include <algorithm>
 #include <cstring>
-#include <unordered_set>
+#include <map>
 
 namespace tbfile {
 namespace {
@@ -16,39 +17,31 @@ bool isTooLong(const char* head, std::size_t n, const Shape& shape) {
     return last < n && (static_cast<unsigned char>(head[last]) & 0x80) != 0;
 }
 
-/// Follows whole blocks from places on, each place once.
-class Follower {
-  public:
-    Follower(Window& probe, const Shape& shape, std::uint64_t limit)
-        : probe_(probe), shape_(shape), limit_(limit) {}
-
-    /// The run that begins at a place; empty when there is none or it was followed before.
-    [[nodiscard]] Run follow(std::uint64_t start) {
-        Run run{start, start};
-        while (run.end < limit_ && !followed_.contains(run.end)) {
-            const Frame frame = frameAt(probe_, shape_, run.end, limit_);
-            if (!frame.isWhole() || !frame.plausible) break;
-            if (followed_.size() < kMostRemembered) followed_.insert(run.end);
-            run.end = frame.end;
-        }
-        return run;
+/// The first place of a head in [from, end) that `isOne` says yes to; it gets the bytes of the head
+/// and how many bytes there are from the head to `end` beside those around the data.
+template <class IsOne>
+std::optional<std::uint64_t> findHead(Window& file, const Shape& shape, std::uint64_t from,
+                                      std::uint64_t end, IsOne isOne) {
+    const std::uint32_t head = shape.layout().head();
+    while (from < end && end - from >= shape.around()) {
+        const auto n = static_cast<std::size_t>(std::min<std::uint64_t>(Window::kMost, end - from));
+        const char* bytes = file.at(from, n);
+        if (!bytes) return std::nullopt;
+        const std::uint64_t last = std::min<std::uint64_t>(n - head, end - from - shape.around());
+        for (std::uint64_t i = 0; i <= last; ++i)
+            if (isOne(bytes + i, end - from - i - shape.around())) return from + i;
+        from += last + 1;
     }
+    return std::nullopt;
+}
 
-    /// Whether the block at the end of a run reaches beyond the end of the file.
-    [[nodiscard]] bool isCutOff(std::uint64_t at) {
-        if (limit_ != probe_.size()) return false;
-        const Frame frame = frameAt(probe_, shape_, at, limit_);
-        return frame.plausible && !frame.fits;
-    }
+std::uint32_t lengthIn(const char* head, const Shape& shape) {
+    return wordAt(head + shape.layout().head() - kWord);
+}
 
-  private:
-    static constexpr std::size_t kMostRemembered = 1u << 20;
-
-    Window& probe_;
-    Shape shape_;
-    std::uint64_t limit_;
-    std::unordered_set<std::uint64_t> followed_;
-};
+bool isPaddedHead(const char* head, const Shape& shape) {
+    return isPadded({head + kWord, shape.layout().description});
+}
 
 }  // namespace
 
@@ -78,31 +71,82 @@ std::optional<std::uint64_t> afterTerminator(Window& file, const Shape& shape, s
 Resumption resume(Window& file, Window& probe, const Shape& shape, std::uint64_t from,
                   std::uint64_t limit) {
     Resumption found{.at = limit, .unproven = {}};
-    Follower follower(probe, shape, limit);
-    // Runs that begin at different bytes may overlap; of those the first counts.
-    const auto keepUnproven = [&](const Run& run) {
-        if (found.unproven.empty() || found.unproven.back().end <= run.start)
-            found.unproven.push_back(run);
+    // All blocks of a run but the first begin behind a terminator, so each is met on the way: of a
+    // run only the place has to be kept where it goes on.
+    std::map<std::uint64_t, std::uint64_t> starts;  // of runs, by where they go on
+    const auto endBefore = [&](std::uint64_t place) {
+        while (!starts.empty() && starts.begin()->first < place) {
+            found.unproven.push_back({starts.begin()->second, starts.begin()->first});
+            starts.erase(starts.begin());
+        }
     };
     for (std::uint64_t at = from; const auto place = afterTerminator(file, shape, at, limit);) {
         at = *place - (kWord - 1);
-        const Run run = follower.follow(*place);
-        if (run.start == run.end) continue;
-        found.proven = run.end == limit;
-        found.toCut = !found.proven && follower.isCutOff(run.end);
-        if (found.proven || found.toCut) {
-            found.at = run.start;
-            // Ones and then zeros look like an empty block too.
-            const Frame first = frameAt(probe, shape, run.start, limit);
-            if (first.id == blocks::kTerminator) {
-                keepUnproven({first.offset, first.end});
-                found.at = first.end;
-            }
-            break;
+        endBefore(*place);
+        const Frame frame = frameAt(probe, shape, *place, limit);
+        if (!frame.isWhole() || !frame.plausible) continue;
+        std::uint64_t start = *place;
+        if (!starts.empty() && starts.begin()->first == *place) {
+            start = starts.begin()->second;
+            starts.erase(starts.begin());
         }
-        keepUnproven(run);
+        // Where runs meet the one that began first counts.
+        const auto [run, fresh] = starts.try_emplace(frame.end, start);
+        if (!fresh) run->second = std::min(run->second, start);
     }
+    endBefore(limit);
+    if (!starts.empty()) {
+        found.proven = true;
+        found.at = starts.begin()->second;
+        // Ones and then zeros look like an empty block too.
+        const Frame first = frameAt(probe, shape, found.at, limit);
+        if (first.id == blocks::kTerminator) {
+            found.unproven.push_back({first.offset, first.end});
+            found.at = first.end;
+        }
+    }
+    // Of runs that overlap the first counts.
+    std::ranges::sort(found.unproven, {}, &Run::start);
+    std::uint64_t end = 0;
+    std::erase_if(found.unproven, [&](const Run& run) {
+        if (run.start < end || run.start >= found.at) return true;
+        end = run.end;
+        return false;
+    });
     return found;
+}
+
+std::optional<Frame> blockEndingAt(Window& file, Window& probe, const Shape& shape,
+                                   std::uint64_t from, std::uint64_t end) {
+    const auto place = findHead(file, shape, from, end, [&](const char* head, std::uint64_t room) {
+        if (lengthIn(head, shape) != room) return false;
+        const bool zeros = room == 0 && wordAt(head) == 0 && head[kWord] == 0;
+        return !zeros && isPaddedHead(head, shape);
+    });
+    if (!place) return std::nullopt;
+    const Frame frame = frameAt(probe, shape, *place, end);
+    return frame.isWhole() && frame.plausible ? std::optional(frame) : std::nullopt;
+}
+
+std::optional<Frame> blockAnywhere(Window& file, Window& probe, const Shape& shape,
+                                   std::uint64_t from, std::uint64_t end) {
+    // Behind a description that fills its field any four bytes may be a length. Of such only
+    // lengths up to this are believed, so that the ends of few have to be looked at.
+    constexpr std::uint32_t kMostUnpadded = 0x00FFFFFF;
+    const std::uint32_t head = shape.layout().head();
+    Frame frame;
+    const auto place = findHead(file, shape, from, end, [&](const char* bytes, std::uint64_t room) {
+        const std::uint32_t length = lengthIn(bytes, shape);
+        if (length > room || (wordAt(bytes) == 0 && bytes[kWord] == 0)) return false;
+        if (length > kMostUnpadded && bytes[head - kWord - 1] != '\0') return false;
+        if (!isPaddedHead(bytes, shape)) return false;
+        const std::uint64_t start = end - room - shape.around();
+        const char* last = probe.at(start + shape.around() + length - kWord, kWord);
+        if (!last || wordAt(last) != blocks::kTerminator) return false;
+        frame = frameAt(probe, shape, start, end);
+        return frame.isWhole() && frame.plausible;
+    });
+    return place ? std::optional(frame) : std::nullopt;
 }
 
 }  // namespace tbfile

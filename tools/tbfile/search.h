@@ -1,6 +1,7 @@
 // Looking for blocks where the chain of their lengths is broken.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -22,19 +23,38 @@ struct Run {
 
 struct Resumption {
     /// Where the blocks go on; `limit` when nowhere.
-    std::uint64_t at;
+    std::uint64_t at = 0;
     /// From there on they lead to `limit` without a gap. What only looks like blocks within the
     /// data of a block does not: that block's own end comes before the limit.
     bool proven = false;
-    /// From there on they lead to one that the end of the file cuts off.
-    bool toCut = false;
     std::vector<Run> unproven;  ///< what may be blocks before that
+
+    /// The first place where there may be a block.
+    [[nodiscard]] std::uint64_t first() const {
+        return unproven.empty() ? at : unproven.front().start;
+    }
+    /// Whether blocks lead over a place where another one is said to end.
+    [[nodiscard]] bool leadsOver(std::uint64_t end) const {
+        return at < end || std::ranges::any_of(unproven, [&](const Run& run) {
+                   return run.start < end && run.end > end;
+               });
+    }
 };
 
-/// Searches the bytes behind `from`, where a damaged block begins, for the next whole block.
-/// `limit` is where a block is known to begin, or the end of the file. `probe` is a second window
-/// on the same file.
+/// Searches the bytes behind `from`, where a damaged block begins, for whole blocks behind a
+/// terminator. `limit` is where a block is known to begin, or the end of the file. `probe` is a
+/// second window on the same file. Goes through the bytes up to the limit once.
 [[nodiscard]] Resumption resume(Window& file, Window& probe, const Shape& shape, std::uint64_t from,
                                 std::uint64_t limit);
+
+/// The first block from `from` on that ends where `end` is, whatever stands before it: the
+/// terminator that it follows may be destroyed.
+[[nodiscard]] std::optional<Frame> blockEndingAt(Window& file, Window& probe, const Shape& shape,
+                                                 std::uint64_t from, std::uint64_t end);
+
+/// The first whole block from `from` on that ends before `end` or there, whatever stands around it.
+/// Zeros do not count as the head of one.
+[[nodiscard]] std::optional<Frame> blockAnywhere(Window& file, Window& probe, const Shape& shape,
+                                                 std::uint64_t from, std::uint64_t end);
 
 }  // namespace tbfile

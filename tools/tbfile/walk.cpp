@@ -25,30 +25,35 @@ Frame Walk::look(std::uint64_t at, std::uint64_t limit) {
 
 /// A block cannot reach over the beginning of another one.
 bool Walk::overruns(const Frame& frame) {
-    for (const BlocItem* next = hints_.after(frame.offset); next && next->offset < frame.end;
-         next = hints_.after(next->offset))
-        if (isConfirmed(probe_, shape_, *next)) return true;
-    return false;
+    const BlocItem* next = hints_.after(frame.offset);
+    return next && next->offset < frame.end && knownAfter(frame.offset) < frame.end;
 }
 
 bool Walk::isFollowed(const Frame& frame, const BlocItem* hint) {
     const std::uint64_t end = frame.end;
-    if (end == file_.size() || hints_.at(end) || (map_.index && end == map_.index->frame.offset))
-        return true;
+    if (end == file_.size() || (map_.index && end == map_.index->frame.offset)) return true;
     ahead_ = frameAt(file_, shape_, end, file_.size());
-    // Behind a block that an undamaged index names there is one that it names, or an older index.
-    if (hint && isIndexed(end)) return ahead_->isWhole() && ahead_->isIndex();
+    if (const BlocItem* next = hints_.at(end)) {
+        // In a file that became longer or shorter the index and a length may agree by chance.
+        if (map_.index->atItsPlace || (ahead_->isWhole() && ahead_->id == next->id)) return true;
+    } else if (hint && isIndexed(end)) {
+        // Behind a block that an undamaged index names there is one that it names, or an older
+        // index.
+        return ahead_->isWhole() && ahead_->isIndex();
+    }
     return ahead_->isWhole() || ahead_->plausible;
 }
 
 bool Walk::isIndexed(std::uint64_t at) const {
-    return map_.index && map_.index->isWhole() && at < map_.index->frame.offset;
+    return map_.index && map_.index->isComplete() && at < map_.index->frame.offset;
 }
 
-bool Walk::isFollowedSurely(std::uint64_t end, std::uint64_t limit) {
-    if (end == limit || hints_.at(end)) return true;
-    const Frame next = frameAt(probe_, shape_, end, limit);
-    return next.isWhole() && next.plausible;
+/// Whether there is no doubt that a block begins at a place, or that it is the limit.
+bool Walk::isBlockAt(std::uint64_t at, std::uint64_t limit) {
+    if (at == limit) return true;
+    const Frame frame = frameAt(probe_, shape_, at, limit);
+    const BlocItem* hint = hints_.at(at);
+    return frame.isWhole() && (frame.plausible || (hint && hint->id == frame.id));
 }
 
 std::uint64_t Walk::step(std::uint64_t at) {
@@ -103,11 +108,11 @@ void Walk::release() {
 }
 
 void Walk::lose(LossKind kind, std::uint64_t from, std::uint64_t to,
-                std::optional<std::uint32_t> id, std::size_t possible) {
+                std::optional<std::uint32_t> id) {
     if (from >= to) return;
     release();
     if (map_.index && from == map_.index->frame.offset) kind = LossKind::indexBlock;
-    walker_.loss({kind, from, to, id, possible});
+    walker_.loss({kind, from, to, id});
 }
 
 }  // namespace tbfile

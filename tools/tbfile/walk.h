@@ -46,7 +46,6 @@ struct Loss {
     std::uint64_t from;
     std::uint64_t to;
     std::optional<std::uint32_t> id;  ///< of the block that begins there, where it is known
-    std::size_t possible = 0;         ///< runs of what may be blocks, left out
 };
 
 class Walker {
@@ -77,13 +76,12 @@ class Walk {
     [[nodiscard]] bool overruns(const Frame& frame);
     [[nodiscard]] bool isFollowed(const Frame& frame, const BlocItem* hint);
     [[nodiscard]] bool isIndexed(std::uint64_t at) const;
-    [[nodiscard]] bool isFollowedSurely(std::uint64_t end, std::uint64_t limit);
+    [[nodiscard]] bool isBlockAt(std::uint64_t at, std::uint64_t limit);
     [[nodiscard]] std::uint64_t knownAfter(std::uint64_t at);
     [[nodiscard]] bool isAlone(const Break& at);
 
     void tell(Found found, const BlocItem* hint);
-    void lose(LossKind kind, std::uint64_t from, std::uint64_t to, std::optional<std::uint32_t> id,
-              std::size_t possible = 0);
+    void lose(LossKind kind, std::uint64_t from, std::uint64_t to, std::optional<std::uint32_t> id);
 
     void release();
     [[nodiscard]] std::optional<std::uint64_t> correctHeld();
@@ -92,10 +90,11 @@ class Walk {
     [[nodiscard]] std::uint64_t pass(const Break& at);
     [[nodiscard]] std::uint64_t passWhole(const Break& at);
     [[nodiscard]] std::uint64_t passSearching(const Break& at);
+    [[nodiscard]] const Resumption& search(std::uint64_t from, std::uint64_t limit);
+    [[nodiscard]] std::uint64_t goOn(const Break& at, const Resumption& resumption);
     [[nodiscard]] bool tellRepaired(const Break& at, std::uint64_t end);
-    [[nodiscard]] bool isCutOff(const Break& at);
-    [[nodiscard]] bool leadsTo(std::uint64_t at, std::uint64_t limit);
-    void tellRuns(const Break& at, const Resumption& resumption);
+    [[nodiscard]] bool isCutOff(const Frame& frame, std::uint64_t limit);
+    void tellFound(const Break& at, const Resumption& resumption);
     [[nodiscard]] bool mayBeUnproven(const Break& at, const Frame& frame);
 
     Window& file_;
@@ -108,6 +107,11 @@ class Walk {
     std::optional<Frame> ahead_;  ///< looked at already
     /// Not told yet: only its length says so far that it is right.
     std::optional<Found> held_;
+    std::uint64_t known_ = 0;      ///< the last answer of knownAfter()
+    std::uint64_t knownFrom_ = 1;  ///< and the first place for which it is one
+    Resumption searched_;          ///< the last answer of search()
+    std::uint64_t searchedFrom_ = 1;
+    std::uint64_t searchedTo_ = 0;
 };
 
 }  // namespace tbfile

@@ -13,18 +13,20 @@ namespace tbfile {
 
 /// The next place behind `at` that is known for certain, or the end of the file.
 std::uint64_t Walk::knownAfter(std::uint64_t at) {
-    std::uint64_t known = file_.size();
+    if (at >= knownFrom_ && at < known_) return known_;
+    knownFrom_ = at;
+    known_ = file_.size();
     if (map_.index && map_.index->isWhole() && map_.index->frame.offset > at)
-        known = map_.index->frame.offset;
-    for (const BlocItem* next = hints_.after(at); next && next->offset < known;
+        known_ = map_.index->frame.offset;
+    for (const BlocItem* next = hints_.after(at); next && next->offset < known_;
          next = hints_.after(next->offset))
-        if (isConfirmed(probe_, shape_, *next)) return next->offset;
-    return known;
+        if (isConfirmed(probe_, shape_, *next)) known_ = next->offset;
+    return known_;
 }
 
 /// Whether an undamaged index says that there is nothing but one block up to the limit.
 bool Walk::isAlone(const Break& at) {
-    if (!at.hint || !map_.index || !map_.index->isWhole()) return false;
+    if (!at.hint || !isIndexed(at.frame.offset)) return false;
     const BlocItem* next = hints_.after(at.frame.offset);
     const std::uint64_t index = map_.index->frame.offset;
     return at.limit == (next && next->offset < index ? next->offset : index);
@@ -33,31 +35,30 @@ bool Walk::isAlone(const Break& at) {
 std::uint64_t Walk::pass(const Break& at) {
     const Frame& frame = at.frame;
     if (frame.isWhole()) return passWhole(at);
-    if (isAlone(at)) {
-        const bool endsThere = frame.end == at.limit && frame.padded;
-        if (endsThere)
-            tell({frame, evidence_, kTerminatorWrong, 0}, at.hint);
-        else if (!tellRepaired(at, at.limit))
-            lose(LossKind::damaged, frame.offset, at.limit, at.hint->id);
-        return at.limit;
-    }
-    if (frame.fits && frame.plausible && frame.end <= at.limit &&
-        isFollowedSurely(frame.end, at.limit)) {
+    const bool isEnd = isAlone(at) ? frame.end == at.limit && frame.padded
+                                   : frame.fits && frame.plausible && frame.end <= at.limit &&
+                                         isBlockAt(frame.end, at.limit);
+    if (isEnd) {
         tell({frame, evidence_, kTerminatorWrong, 0}, at.hint);
         return frame.end;
     }
+    if (isAlone(at) && tellRepaired(at, at.limit)) return at.limit;
     return passSearching(at);
 }
 
-/// The block is whole, but nothing known follows: what follows is damaged, or the length is, and a
-/// terminator stands there by chance.
+/// The block is whole, but nothing known follows. Mostly what follows is damaged. It may be the
+/// length too, where a terminator stands at the wrong end by chance: that is certain where blocks
+/// lead over that end to the limit, and likely where it is among ones and the index knows better.
 std::uint64_t Walk::passWhole(const Break& at) {
-    if (isAlone(at) && tellRepaired(at, at.limit)) return at.limit;
-    const Resumption resumption = resume(file_, probe_, shape_, at.frame.offset, at.limit);
-    if ((resumption.proven || resumption.at == at.limit) && tellRepaired(at, resumption.at))
-        return resumption.at;
-    tell({at.frame, evidence_, kUnfollowed, 0}, at.hint);
-    return at.frame.end;
+    const Frame& frame = at.frame;
+    constexpr std::uint64_t kTwoWords = 8;
+    const char* last = probe_.at(frame.end - kTwoWords, kTwoWords);
+    const bool amongOnes = last && wordAt(last) == blocks::kTerminator;
+    if (amongOnes && isAlone(at) && tellRepaired(at, at.limit)) return at.limit;
+    const Resumption& resumption = search(frame.offset, at.limit);
+    if (resumption.proven && resumption.at < frame.end) return goOn(at, resumption);
+    tell({frame, evidence_, kUnfollowed, 0}, at.hint);
+    return frame.end;
 }
 
 /// Tells the block with the length that takes it to `end`, when that is its own but for one bit.
@@ -76,83 +77,118 @@ bool Walk::tellRepaired(const Break& at, std::uint64_t end) {
     return true;
 }
 
-/// Whether the file more likely ends within the block than that the block's length is wrong.
-bool Walk::isCutOff(const Break& at) {
-    const Frame& frame = at.frame;
-    if (at.limit != file_.size() || !frame.plausible || frame.fits) return false;
+/// Whether the file may end within a block, which then is not damaged. What its data looks like
+/// proves nothing, even if it leads to the end of the file.
+bool Walk::isCutOff(const Frame& frame, std::uint64_t limit) {
+    if (limit != file_.size() || !frame.plausible || frame.fits) return false;
+    const std::uint32_t index = map_.header.indexOffset;
+    if (map_.header.isReadable() && index > frame.offset && index <= limit) return false;
     if (!frame.hasHead) return true;
-    // A length out of all proportion, and a description that fills its field, are rather bytes that
+    if (frame.end <= limit) return false;
+    // A length out of all proportion and a description that fills its field are rather bytes that
     // are no head.
     constexpr std::uint64_t kProportion = 16;
-    if (frame.end <= file_.size() || frame.length / kProportion > file_.size()) return false;
     const std::uint32_t room = shape_.layout().description;
     const char* text = probe_.at(frame.offset + 4, room);
-    if (!text || text[room - 1] != '\0') return false;
-    const std::uint32_t index = map_.header.indexOffset;
-    return !map_.header.isReadable() || index <= frame.offset || index >= file_.size();
+    return text && (text[room - 1] == '\0' || frame.length / kProportion <= limit);
 }
 
-/// The block before a break may be what is wrong: its length, by a bit, where its data happens to
-/// hold a terminator. Then blocks lead from its true end on to a known place.
+/// The block before a break may be what is wrong: its length, where its data, or that of a block
+/// behind it, happens to hold a terminator. It is when blocks lead over its end to a known place;
+/// it may be when a block begins where it would end but for one bit.
 std::optional<std::uint64_t> Walk::correctHeld() {
     if (!held_) return std::nullopt;
     const Frame frame = held_->frame;
     const std::uint64_t limit = knownAfter(frame.offset);
+    const Resumption& resumption = search(frame.offset, limit);
+    if (resumption.proven && resumption.at < frame.end) {
+        held_.reset();
+        return goOn({frame, nullptr, limit}, resumption);
+    }
     for (unsigned bit = 0; bit < 31; ++bit) {
         const std::uint64_t end =
             frame.offset + shape_.around() + (frame.length ^ std::uint32_t{1} << bit);
-        if (end == file_.size() || end > limit || !leadsTo(end, limit)) continue;
-        held_.reset();
-        if (tellRepaired({frame, nullptr, limit}, end)) return end;
-        held_ = Found{frame, Evidence::chain, 0, 0};
+        if (end > limit || end == file_.size()) continue;
+        const char* last = probe_.at(end - 4, 4);
+        if (last && wordAt(last) == blocks::kTerminator && isBlockAt(end, limit))
+            held_->doubts |= kUnfollowed;
     }
     return std::nullopt;
 }
 
-/// Whether whole blocks stand one behind another from `at` to `limit`.
-bool Walk::leadsTo(std::uint64_t at, std::uint64_t limit) {
-    while (at < limit) {
-        const Frame frame = frameAt(probe_, shape_, at, limit);
-        if (!frame.isWhole() || !frame.plausible) return false;
-        at = frame.end;
-    }
-    return at == limit;
+/// As resume(). The last answer serves again as long as nothing of it lies behind.
+const Resumption& Walk::search(std::uint64_t from, std::uint64_t limit) {
+    if (from >= searchedFrom_ && limit == searchedTo_ && from <= searched_.first())
+        return searched_;
+    searched_ = resume(file_, probe_, shape_, from, limit);
+    searchedFrom_ = from;
+    searchedTo_ = limit;
+    return searched_;
 }
 
 std::uint64_t Walk::passSearching(const Break& at) {
     const Frame& frame = at.frame;
-    const std::uint64_t from = frame.offset;
-    const std::optional<std::uint32_t> id =
-        at.hint ? std::optional(at.hint->id)
-                : (frame.hasHead && frame.plausible ? std::optional(frame.id) : std::nullopt);
-    const Resumption resumption = resume(file_, probe_, shape_, from, at.limit);
-    if (resumption.proven && tellRepaired(at, resumption.at)) return resumption.at;
-    if (isCutOff(at)) {
-        const std::size_t possible =
-            resumption.unproven.size() + (resumption.at < at.limit ? 1 : 0);
-        lose(LossKind::cutOff, from, at.limit, id, possible);
-        return at.limit;
+    const Resumption& resumption = search(frame.offset, at.limit);
+    // The index names the next block where this one's length says; that one is damaged too.
+    if (at.hint && at.hint->id == frame.id && frame.fits && frame.plausible &&
+        hints_.at(frame.end) && !resumption.leadsOver(frame.end)) {
+        tell({frame, evidence_, kTerminatorWrong, 0}, at.hint);
+        return frame.end;
     }
-    tellRuns(at, resumption);
-    evidence_ = resumption.proven || resumption.at == at.limit ? Evidence::chain : Evidence::search;
+    return goOn(at, resumption);
+}
+
+/// Tells what was found in the place of a damaged block. Returns where the blocks go on.
+std::uint64_t Walk::goOn(const Break& at, const Resumption& resumption) {
+    const bool proven = resumption.proven && !isCutOff(at.frame, at.limit);
+    if (!resumption.proven || !tellRepaired(at, resumption.at)) tellFound(at, resumption);
+    evidence_ = proven || resumption.at == at.limit ? Evidence::chain : Evidence::search;
     return resumption.at;
 }
 
 /// With an undamaged index a block that only looks like one must be one that the index misses.
 bool Walk::mayBeUnproven(const Break& at, const Frame& frame) {
     if (!isIndexed(frame.offset)) return true;
-    for (const BlocItem* next = hints_.after(at.frame.offset); next && next->offset < at.limit;
-         next = hints_.after(next->offset))
-        if (next->offset == frame.offset || next->id == frame.id) return true;
-    return false;
+    const BlocItem* entry = hints_.at(frame.offset);
+    if (!entry) entry = hints_.of(frame.id);
+    return entry && entry->offset > at.frame.offset && entry->offset < at.limit;
 }
 
-void Walk::tellRuns(const Break& at, const Resumption& resumption) {
-    std::uint64_t lost = at.frame.offset;
+/// Tells what was found before the place where the blocks go on, and what is lost between.
+void Walk::tellFound(const Break& at, const Resumption& resumption) {
+    std::uint64_t told = at.frame.offset;
     std::optional<std::uint32_t> id = at.hint ? std::optional(at.hint->id) : std::nullopt;
     const auto loseUpTo = [&](std::uint64_t end) {
-        lose(LossKind::damaged, lost, end, id);
+        if (told >= end) return;
+        LossKind kind = LossKind::damaged;
+        if (end == file_.size() || told == at.frame.offset) {
+            const Frame frame = frameAt(probe_, shape_, told, file_.size());
+            if (end == file_.size() && isCutOff(frame, end)) kind = LossKind::cutOff;
+            if (!id && frame.hasHead && frame.plausible) id = frame.id;
+        }
+        lose(kind, told, end, id);
         id.reset();
+    };
+    const auto tellOne = [&](const Frame& frame) {
+        loseUpTo(frame.offset);
+        tell({frame, Evidence::search, kFoundBySearch, 0}, hints_.at(frame.offset));
+        told = frame.end;
+    };
+    const BlocItem* named = hints_.after(at.frame.offset);
+    const bool mayMiss = !isIndexed(at.frame.offset) || (named && named->offset < at.limit);
+    // Blocks before a known place, and single ones, whose predecessor's terminator is destroyed.
+    const auto tellBetween = [&](std::uint64_t end) {
+        if (!mayMiss || told >= end) return;
+        auto last = blockEndingAt(file_, probe_, shape_, told, end);
+        if (last && !mayBeUnproven(at, *last)) last.reset();
+        const std::uint64_t rest = last ? last->offset : end;
+        for (std::uint64_t from = told;
+             const auto one = blockAnywhere(file_, probe_, shape_, from, rest);) {
+            const bool mayBe = mayBeUnproven(at, *one);
+            from = mayBe ? one->end : one->offset + 1;
+            if (mayBe) tellOne(*one);
+        }
+        if (last) tellOne(*last);
     };
     for (const Run& run : resumption.unproven) {
         for (std::uint64_t place = run.start; place < std::min(run.end, resumption.at);) {
@@ -160,11 +196,11 @@ void Walk::tellRuns(const Break& at, const Resumption& resumption) {
             if (!frame.isWhole()) break;
             place = frame.end;
             if (!mayBeUnproven(at, frame)) continue;
-            loseUpTo(frame.offset);
-            tell({frame, Evidence::search, kFoundBySearch, 0}, hints_.at(frame.offset));
-            lost = frame.end;
+            tellBetween(frame.offset);
+            tellOne(frame);
         }
     }
+    tellBetween(resumption.at);
     loseUpTo(resumption.at);
 }
 

@@ -165,7 +165,7 @@ INSTANTIATE_TEST_SUITE_P(Files, RecoverCorpus, testing::ValuesIn(corpus::origina
 
 /// Blocks of a file whose identifiers are 1, 2, 3 and so on, all with data of this length.
 Maker equalBlocks(std::uint32_t format, std::uint32_t count, std::size_t length) {
-    Maker file("equal blocks", format);
+    Maker file(std::to_string(format), format);
     for (std::uint32_t id = 1; id <= count; ++id)
         file.block(id, std::string(length, static_cast<char>('a' + id % 26)),
                    "b" + std::to_string(id));
@@ -233,6 +233,19 @@ TEST(Recover, AWholeBlockIsNotRepairedIntoAnother) {
         small.block(1, std::string(364, 'a')).block(2, "").block(3, std::string(364, 'c'));
     EXPECT_EQ(fault(empty, changed(empty, empty.records[2].from, repeated({"?\0", 2}, 68)), false),
               "");
+}
+
+TEST(Recover, ALengthThatTakesABlockToTheEndOfAnotherIsNoticed) {
+    for (const Original& file : {Original(equalBlocks(210, 9, 364)),
+                                 Original(equalBlocks(150, 9, 436)),
+                                 Original(equalBlocks(210, 9, 364).commit())})
+        for (const Record& record : file.records)
+            for (unsigned bit = 0; bit < 32; ++bit) {
+                const std::size_t at = record.from + (file.name == "150" ? 68 : kLength) + bit / 8;
+                const char flipped = static_cast<char>(file.bytes[at] ^ (1 << bit % 8));
+                EXPECT_EQ(fault(file, changed(file, at, std::string(1, flipped)), false), "")
+                    << record.id << ' ' << bit;
+            }
 }
 
 TEST(Recover, ABlockIsFoundWithoutTheTerminatorBeforeIt) {

@@ -61,6 +61,8 @@ std::uint64_t Walk::step(std::uint64_t at) {
     const BlocItem* hint = hints_.at(at);
     const bool overrun = frame.fits && overruns(frame);
     if (frame.isWhole() && !overrun && isFollowed(frame, hint)) {
+        const auto end = hint || isIndexed(at) ? std::nullopt : endWithin(frame);
+        if (end && tellRepaired({frame, hint, frame.end}, *end)) return *end;
         tell({frame, evidence_, evidence_ == Evidence::search ? kFoundBySearch : 0u, 0}, hint);
         return frame.end;
     }

@@ -92,6 +92,8 @@ class Walk {
     [[nodiscard]] std::uint64_t passSearching(const Break& at);
     [[nodiscard]] const Resumption& search(std::uint64_t from, std::uint64_t limit);
     [[nodiscard]] std::uint64_t goOn(const Break& at, const Resumption& resumption);
+    [[nodiscard]] std::optional<std::uint64_t> endWithin(const Frame& frame);
+    [[nodiscard]] bool leadsTo(std::uint64_t at, std::uint64_t limit);
     [[nodiscard]] bool tellRepaired(const Break& at, std::uint64_t end);
     [[nodiscard]] bool isCutOff(const Frame& frame, std::uint64_t limit);
     void tellFound(const Break& at, const Resumption& resumption);

@@ -77,6 +77,30 @@ bool Walk::tellRepaired(const Break& at, std::uint64_t end) {
     return true;
 }
 
+/// Where a whole block ends if a bit of its length is set that was not: there other blocks begin
+/// and lead to the end that the length names. Blocks that are its data cannot: its own end stands
+/// between.
+std::optional<std::uint64_t> Walk::endWithin(const Frame& frame) {
+    for (std::uint32_t bits = frame.length; bits >= shape_.around(); bits &= bits - 1) {
+        const std::uint32_t bit = bits & (~bits + 1);
+        if (bit < shape_.around()) continue;
+        const std::uint64_t end = frame.end - bit;
+        const char* last = probe_.at(end - 4, 4);
+        if (last && wordAt(last) == blocks::kTerminator && leadsTo(end, frame.end)) return end;
+    }
+    return std::nullopt;
+}
+
+/// Whether whole blocks stand one behind another from `at` to `limit`.
+bool Walk::leadsTo(std::uint64_t at, std::uint64_t limit) {
+    while (at < limit) {
+        const Frame frame = frameAt(probe_, shape_, at, limit);
+        if (!frame.isWhole() || !frame.plausible) return false;
+        at = frame.end;
+    }
+    return at == limit;
+}
+
 /// Whether the file may end within a block, which then is not damaged. What its data looks like
 /// proves nothing, even if it leads to the end of the file.
 bool Walk::isCutOff(const Frame& frame, std::uint64_t limit) {

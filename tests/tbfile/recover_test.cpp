@@ -236,9 +236,9 @@ TEST(Recover, AWholeBlockIsNotRepairedIntoAnother) {
 }
 
 TEST(Recover, ALengthThatTakesABlockToTheEndOfAnotherIsNoticed) {
-    for (const Original& file : {Original(equalBlocks(210, 9, 364)),
-                                 Original(equalBlocks(150, 9, 436)),
-                                 Original(equalBlocks(210, 9, 364).commit())})
+    for (const Original& file :
+         {Original(equalBlocks(210, 9, 364)), Original(equalBlocks(150, 9, 436)),
+          Original(equalBlocks(210, 9, 364).commit())})
         for (const Record& record : file.records)
             for (unsigned bit = 0; bit < 32; ++bit) {
                 const std::size_t at = record.from + (file.name == "150" ? 68 : kLength) + bit / 8;

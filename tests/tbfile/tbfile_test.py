@@ -15,7 +15,7 @@ import unittest
 
 sys.dont_write_bytecode = True
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
-from block_file import Block, BlockFile, made, record, words
+from block_file import Block, BlockFile, header, made, record, words
 
 PROGRAM, EMULATOR = sys.argv[1], sys.argv[2:]
 
@@ -95,6 +95,15 @@ class Listing(Tbfile):
                                  [(r["id"], r["offset"], r["length"], r["version"],
                                    r["recordVersion"], r["description"]) for r in rows])
 
+    def test_a_format_that_is_not_that_of_the_blocks(self):
+        whole = made(210, BLOCKS)
+        name = self.write("a.tbf", whole[:152] + words(205) + whole[156:])
+        told = self.json("info", name, status=1)
+        self.assertEqual((205, 210), (told["formatVersion"], told["layout"]))
+        self.assertRegex(self.run_it("info", name, status=1)[0],
+                         "Format version +205, that of the blocks is 210")
+        self.assertEqual(len(BLOCKS), len(self.json("ls", name, status=1)["blocks"]))
+
     def test_ls_sorts(self):
         name = self.write("a.tbf", made(210, BLOCKS))
         keys = {"id": lambda b: b.id, "length": lambda b: len(b.data),
@@ -147,6 +156,22 @@ class Verify(Tbfile):
             for quick in ((), ("--quick",)):
                 with self.subTest(what=what, quick=quick):
                     self.assertLessEqual(expected, self.findings(name, *quick))
+
+    def test_a_damaged_end_in_a_file_without_an_index(self):
+        body = b"".join(record(210, block) for block in BLOCKS)
+        second = 160 + len(record(210, BLOCKS[0]))
+        content = header(210, 0, 0) + body
+        name = self.write("a.tbf", content[:second - 4] + words(7) + content[second:])
+        self.assertEqual({("neverCommitted", 0), ("terminator", 160)}, self.findings(name))
+        name = self.write("a.tbf", content[:160 + 100] + b"x" + content[160 + 101:])
+        self.assertEqual({("neverCommitted", 0), ("description", 160)}, self.findings(name))
+
+    def test_garbage_in_the_indexs_description(self):
+        whole = made(210, BLOCKS)
+        index = BlockFile(whole).index_offset
+        name = self.write("a.tbf", whole[:index + 90] + b"x" + whole[index + 91:])
+        for quick in ((), ("--quick",)):
+            self.assertEqual({("description", index)}, self.findings(name, *quick))
 
     def test_places(self):
         whole = made(210, BLOCKS)
@@ -217,6 +242,21 @@ class Outputs(Tbfile):
                 self.assertEqual(more, {key: told[key] for key in more})
                 self.expects_findings = False
                 self.assertEqual(set(), self.findings("out.tbf"))
+
+    def test_recover_says_what_is_wrong_beside_the_blocks(self):
+        whole = made(210, BLOCKS)
+        index = BlockFile(whole).index_offset
+        for at, bytes_, faults in [(136, words(5), ["headerDate"]), (152, words(205), ["headerLayout"]),
+                                   (156, words(0), ["headerDamaged"]),
+                                   (148, words(9), ["indexMoved"]),
+                                   (index + 136 + 8, bytes(32), ["indexDamaged"])]:
+            name = self.write("a.tbf", whole[:at] + bytes_ + whole[at + len(bytes_):])
+            for lang in ("C.UTF-8", "fr_FR.UTF-8"):
+                told = json.loads(self.run_it("recover", name, "out.tbf", "--force", "--json",
+                                              status=1, lang=lang)[0])
+                self.assertEqual(faults, [fault["fault"] for fault in told["faults"]])
+                self.assertEqual(len(BLOCKS), told["rescued"])
+            self.assertEqual(BLOCKS, self.read("out.tbf").blocks)
 
     def test_of_two_blocks_with_one_identifier_both_are_kept(self):
         twice = [BLOCKS[0], BLOCKS[4], Block(7, b"the second", "again")]

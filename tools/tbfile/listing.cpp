@@ -67,8 +67,12 @@ void printInfo(const OpenFile& open) {
     line(Text::labelFile, nameOf(open.file.path()));
     line(Text::labelSize, say(Text::bytes, {grouped(open.file.size())}));
     if (header.has(HeaderFault::tooShort)) return line(Text::labelFormat, say(Text::noHeader));
-    line(Text::labelFormat, std::to_string(header.shape.format) +
-                                (header.isReadable() ? "" : ", " + say(Text::headerDamaged)));
+    line(Text::labelFormat,
+         std::to_string(header.shape.format) +
+             (header.isReadable() ? "" : ", " + say(Text::headerDamaged)) +
+             (open.map.formatDiffers()
+                  ? ", " + say(Text::blocksFormat, {std::to_string(open.map.shape.format)})
+                  : ""));
     line(Text::labelVersion, std::to_string(header.version));
     line(Text::labelMask, hexadecimal(header.mask) +
                               (header.wholeWords() ? ", " + say(Text::wholeWords) : std::string()));
@@ -207,13 +211,14 @@ int info(const Options& options) {
         print(infoJson(open, indexed).text + "\n");
     else
         printInfo(open);
-    return indexed && open.map.header.faults.empty() ? kSound : kFindings;
+    const bool sound = open.map.header.faults.empty() && !open.map.formatDiffers();
+    return indexed && sound ? kSound : kFindings;
 }
 
 int list(const Options& options) {
     OpenFile open(options.input);
     const std::vector<BlocItem>& entries = open.index().entries;
-    bool sound = open.index().atItsPlace;
+    bool sound = open.index().atItsPlace && !open.map.formatDiffers();
     std::size_t shown = 0;
     std::string line;
     const auto show = [&](const BlocItem& entry) {

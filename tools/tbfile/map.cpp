@@ -30,6 +30,16 @@ void readEntries(Window& file, std::uint64_t at, std::size_t count, std::vector<
                blocks::kEntryBytes);
 }
 
+/// Whether blocks can be where these entries, which rise, say.
+bool arePossible(const Shape& shape, const std::vector<BlocItem>& entries, std::uint64_t end) {
+    std::uint64_t from = shape.start();
+    for (const BlocItem& entry : entries) {
+        if (entry.offset < from) return false;
+        from = std::uint64_t{entry.offset} + shape.around();
+    }
+    return from <= end;
+}
+
 /// The index whose frame this is. Of a damaged one those entries that may be right: there are no
 /// more of them than blocks fit before it.
 Index indexOf(Window& file, const Shape& shape, const Frame& frame) {
@@ -43,12 +53,13 @@ Index indexOf(Window& file, const Shape& shape, const Frame& frame) {
                 index.entries);
     index.ascending =
         std::ranges::is_sorted(index.entries, std::ranges::less_equal(), &BlocItem::offset);
-    index.possible = index.entries.size() * blocks::kEntryBytes == frame.length;
-    std::uint64_t from = shape.start();
-    for (const BlocItem& entry : index.entries) {
-        index.possible = index.possible && entry.offset >= from &&
-                         entry.offset + std::uint64_t{shape.around()} <= frame.offset;
-        from = entry.offset + std::uint64_t{shape.around()};
+    const bool all = index.entries.size() == frame.length / blocks::kEntryBytes;
+    if (index.ascending) {
+        index.possible = all && arePossible(shape, index.entries, frame.offset);
+    } else {
+        std::vector<BlocItem> sorted = index.entries;
+        std::ranges::sort(sorted, {}, &BlocItem::offset);
+        index.possible = all && arePossible(shape, sorted, frame.offset);
     }
     return index;
 }

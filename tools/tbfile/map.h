@@ -15,7 +15,7 @@ struct Index {
     bool atItsPlace = false;  ///< where the header says
     std::vector<BlocItem> entries;
     bool ascending = true;  ///< they stand in writing order
-    bool possible = true;   ///< blocks can be where they say
+    bool possible = true;   ///< blocks can be where they say, one behind another
 
     /// The bytes of its entries are all there, and nothing around them is damaged.
     [[nodiscard]] bool isWhole() const { return frame.isWhole() && frame.isIndex(); }
@@ -27,6 +27,9 @@ struct Map {
     Header header;
     Shape shape;  ///< how the blocks really lie
     std::optional<Index> index;
+
+    /// The header names another format version than that of the blocks.
+    [[nodiscard]] bool formatDiffers() const { return shape.format != header.shape.format; }
 };
 
 /// Looks for the index where the header says, then behind that (the header may be older than the

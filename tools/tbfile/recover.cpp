@@ -1,5 +1,6 @@
 // recover and repack: block files made of the blocks of others.
 #include "commands.h"
+#include "doubts.h"
 #include "failure.h"
 #include "json.h"
 #include "open_file.h"
@@ -9,24 +10,6 @@
 
 namespace tbfile {
 namespace {
-
-struct DoubtName {
-    const char* json;
-    unsigned doubt;
-    Text text;
-};
-
-constexpr unsigned kRepeatedId = 1u << 31;  ///< seen only when it is written
-
-constexpr DoubtName kDoubts[] = {
-    {"foundBySearch", kFoundBySearch, Text::doubtFound},
-    {"lengthRepaired", kLengthRepaired, Text::doubtLength},
-    {"terminatorWrong", kTerminatorWrong, Text::doubtTerminator},
-    {"otherId", kOtherId, Text::doubtId},
-    {"unfollowed", kUnfollowed, Text::doubtUnfollowed},
-    {"notIndexed", kNotIndexed, Text::doubtNotIndexed},
-    {"repeatedId", kRepeatedId, Text::doubtRepeated},
-};
 
 /// Doubts about a block's frame; the others are about its right to be there.
 constexpr unsigned kFrameDoubts = kLengthRepaired | kTerminatorWrong | kOtherId;
@@ -56,15 +39,17 @@ class Rescue final : public Walker {
         const std::string from = std::to_string(loss.from);
         const std::string to = std::to_string(loss.to);
         const std::string id = loss.id ? std::to_string(*loss.id) : "?";
-        const char* kind = loss.kind == LossKind::cutOff       ? "cutOff"
-                           : loss.kind == LossKind::indexBlock ? "index"
-                                                               : "damaged";
-        losses_.add(jsonObject(
-            {{"kind", std::string(kind)},
-             {"from", loss.from},
-             {"to", loss.to},
-             {"id", loss.id ? JsonValue(std::uint64_t{*loss.id}) : JsonValue(nullptr)}}));
-        if (options_.json) return;
+        if (options_.json) {
+            const char* kind = loss.kind == LossKind::cutOff       ? "cutOff"
+                               : loss.kind == LossKind::indexBlock ? "index"
+                                                                   : "damaged";
+            losses_.add(jsonObject(
+                {{"kind", std::string(kind)},
+                 {"from", loss.from},
+                 {"to", loss.to},
+                 {"id", loss.id ? JsonValue(std::uint64_t{*loss.id}) : JsonValue(nullptr)}}));
+            return;
+        }
         print(say(loss.kind == LossKind::cutOff       ? Text::lossCut
                   : loss.kind == LossKind::indexBlock ? Text::lossIndex
                   : loss.id                           ? Text::lossBlock
@@ -90,12 +75,15 @@ class Rescue final : public Walker {
         JsonArray names;
         for (const DoubtName& name : kDoubts) {
             if (!(doubts & name.doubt)) continue;
-            names.add({'"' + std::string(name.json) + '"'});
-            if (!options_.json)
+            if (options_.json)
+                names.add({'"' + std::string(name.json) + '"'});
+            else
                 print(say(Text::doubtLine,
                           {id, at, say(name.text, {std::to_string(found.indexId)})}) +
                       "\n");
         }
+        // In text they are told one by one and not kept: there may be very many.
+        if (!options_.json) return;
         doubts_.add(jsonObject({{"id", std::uint64_t{found.frame.id}},
                                 {"from", found.frame.offset},
                                 {"length", std::uint64_t{found.frame.length}},
@@ -134,24 +122,34 @@ Label indexLabel(OpenFile& open) {
 }
 
 /// What is wrong with the file beside its blocks.
-std::vector<Text> faultsOf(const Map& map) {
-    std::vector<Text> faults;
-    if (!map.header.isReadable()) faults.push_back(Text::headerDamaged);
-    if (map.shape.format != map.header.shape.format) faults.push_back(Text::formatWrong);
-    if (!map.index)
-        faults.push_back(map.header.indexOffset == 0 ? Text::neverCommitted : Text::noIndex);
-    else if (!map.index->isWhole())
-        faults.push_back(Text::indexDamaged);
+struct Fault {
+    const char* json;
+    Text text;
+};
+
+std::vector<Fault> faultsOf(const Map& map) {
+    std::vector<Fault> faults;
+    if (!map.header.isReadable()) faults.push_back({"headerDamaged", Text::headerDamaged});
+    if (map.formatDiffers()) faults.push_back({"headerLayout", Text::formatWrong});
+    if (map.header.has(HeaderFault::date)) faults.push_back({"headerDate", Text::dateInvalid});
+    if (!map.index && map.header.indexOffset == 0)
+        faults.push_back({"neverCommitted", Text::neverCommitted});
+    else if (!map.index)
+        faults.push_back({"noIndex", Text::noIndex});
+    else if (!map.index->isWhole() || !map.index->possible)
+        faults.push_back({"indexDamaged", Text::indexDamaged});
     else if (!map.index->atItsPlace)
-        faults.push_back(Text::indexMoved);
+        faults.push_back({"indexMoved", Text::indexMoved});
     return faults;
 }
 
 void summarize(const Options& options, const Rescue& rescue, const Writer& writer,
-               const std::vector<Text>& faults) {
+               const std::vector<Fault>& faults) {
     if (options.json) {
         JsonArray general;
-        for (const Text fault : faults) general.add(jsonObject({{"text", say(fault)}}));
+        for (const Fault& fault : faults)
+            general.add(
+                jsonObject({{"fault", std::string(fault.json)}, {"text", say(fault.text)}}));
         print(jsonObject({{"output", nameOf(options.output)},
                           {"rescued", std::uint64_t{writer.count()}},
                           {"doubtful", rescue.doubtful()},
@@ -165,7 +163,7 @@ void summarize(const Options& options, const Rescue& rescue, const Writer& write
               "\n");
         return;
     }
-    for (const Text fault : faults) print(say(fault) + "\n");
+    for (const Fault& fault : faults) print(say(fault.text) + "\n");
     print(say(Text::rescued, {grouped(writer.count()), nameOf(options.output)}) + "\n");
     if (rescue.doubtful() > 0)
         print(say(options.certain ? Text::doubtfulLeftOut : Text::doubtfulKept,
@@ -187,7 +185,7 @@ int recover(const Options& options) {
     if (writer.count() == 0 && !known) throw Failure(Text::nothingFound, {nameOf(options.input)});
     writer.finish(sane(open.map.header), indexLabel(open));
     output.finish();
-    const std::vector<Text> faults = faultsOf(open.map);
+    const std::vector<Fault> faults = faultsOf(open.map);
     summarize(options, rescue, writer, faults);
     return rescue.sound() && faults.empty() ? kSound : kFindings;
 }

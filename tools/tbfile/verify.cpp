@@ -3,6 +3,7 @@
 #include <span>
 
 #include "commands.h"
+#include "doubts.h"
 #include "failure.h"
 #include "file/block_lookup.h"
 #include "json.h"
@@ -77,7 +78,8 @@ void checkHeader(const OpenFile& open, Findings& findings) {
     const Header& header = open.map.header;
     for (const Rule& rule : kRules)
         if (header.has(rule.fault)) findings.add(rule.finding, rule.offset);
-    if (open.map.shape.format != header.shape.format && !header.has(HeaderFault::tooShort))
+    if (open.map.formatDiffers() && !header.has(HeaderFault::format) &&
+        !header.has(HeaderFault::tooShort))
         findings.add({"headerLayout", Text::findLayout}, 152);
 }
 
@@ -93,6 +95,8 @@ void checkIndex(const OpenFile& open, Findings& findings) {
     const std::uint64_t at = index->frame.offset;
     if (!index->atItsPlace) findings.add({"indexMoved", Text::findIndexMoved}, at);
     if (!index->isWhole()) findings.add({"indexDamaged", Text::findIndexDamaged}, at);
+    if (!index->frame.padded)
+        findings.add({"description", Text::findDescription}, at, blocks::kIndexId);
     if (index->frame.length % blocks::kEntryBytes != 0)
         findings.add({"indexLength", Text::findIndexLength}, at);
     if (!index->ascending) findings.add({"indexOrder", Text::findIndexOrder}, at);
@@ -180,8 +184,18 @@ class Unnamed final : public Walker {
     void block(const Found& found) override {
         ++blocks_;
         if (found.evidence == Evidence::index || found.doubts & kOtherId) return;
-        if (open_.map.index || found.doubts != 0)
-            findings_.add({"notIndexed", Text::findNotIndexed}, found.frame.offset, found.frame.id);
+        const Frame& frame = found.frame;
+        const auto add = [&](const Finding& finding, const std::string& more = {}) {
+            findings_.add(finding, frame.offset, frame.id, more);
+        };
+        if (open_.map.index) add({"notIndexed", Text::findNotIndexed});
+        if (found.doubts & kTerminatorWrong) add({"terminator", Text::findTerminator});
+        if (!frame.padded) add({"description", Text::findDescription});
+        // What the index does not name is told of already.
+        if (open_.map.index) return;
+        for (const DoubtName& name : kDoubts)
+            if (found.doubts & name.doubt & ~kTerminatorWrong)
+                add({name.json, Text::findDoubtful}, say(name.text));
     }
     void index(const Frame&) override {}
     void loss(const Loss& loss) override {

@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Processor time of tbfile beside `cat`, on files of 1 GiB made for it:
+"""Processor time of tbfile beside `cat`, on files of 1 GiB made for it, and on smaller ones of blocks
+whose sizes are odd:
 
     bench/tbfile/measure.py PROGRAM FOLDER
 
@@ -20,12 +21,17 @@ from block_file import INDEX, Block, header, record, words
 ROUNDS = 5
 
 
-def make(path, length):
-    count = ((1 << 30) - 160) // (length + 148)
+GIB = 1 << 30
+# Bytes of data of each block, and of the file.
+FILES = ((65536, GIB), (4096, GIB), (64, GIB), (422, GIB // 4), (65, GIB // 4), (27, GIB // 4))
+
+
+def make(path, length, size):
+    count = (size - 160) // (length + 148)
     block = bytearray(record(210, Block(0, os.urandom(length), "a block")))
     entries = array.array("I")
     with open(path, "wb") as file:
-        file.write(header(210, 1, 160 + count * len(block)))
+        file.write(header(210, 0 if len(block) % 4 else 1, 160 + count * len(block)))
         for number in range(count):
             block[:4] = words(number + 1)
             entries.extend((number + 1, 160 + number * len(block)))
@@ -46,9 +52,10 @@ def measured(command):
 def main():
     program, folder = sys.argv[1], pathlib.Path(sys.argv[2])
     name, out = str(folder / "measured.tbf"), str(folder / "measured_out.tbf")
-    for length in (65536, 4096, 64):
-        count = make(name, length)
+    for length, size in FILES:
+        count = make(name, length, size)
         ways = {"cat": ["cat", name], "ls": [program, "ls", name],
+                "ls --sort length": [program, "ls", "--sort", "length", name],
                 "verify": [program, "verify", name],
                 "verify --quick": [program, "verify", "--quick", name],
                 "recover": [program, "recover", "--force", name, out]}

@@ -14,7 +14,17 @@ bool isPadded(std::string_view field) {
     return rest == 0;
 }
 
-Frame frameAt(Window& file, const Shape& shape, std::uint64_t offset, std::uint64_t limit) {
+namespace {
+
+void readVersions(const char* tail, const blocks::Layout& layout, Label& label) {
+    if (layout.tail >= 8) label.version = wordAt(tail);
+    if (layout.tail >= 12) label.recordVersion = wordAt(tail + 4);
+}
+
+}  // namespace
+
+Frame frameAt(Window& file, const Shape& shape, std::uint64_t offset, std::uint64_t limit,
+              Label* label) {
     const blocks::Layout layout = shape.layout();
     Frame frame;
     frame.offset = offset;
@@ -38,8 +48,10 @@ Frame frameAt(Window& file, const Shape& shape, std::uint64_t offset, std::uint6
     frame.plausible = frame.padded && frame.length <= blocks::kMostBytes;
     frame.fits = frame.end <= limit;
     if (!frame.fits) return frame;
-    const char* last = file.at(frame.end - 4, 4);
-    frame.terminated = last && wordAt(last) == blocks::kTerminator;
+    if (label) label->description = blocks::textIn(head + 4, layout.description);
+    const char* tail = file.at(frame.end - layout.tail, layout.tail);
+    frame.terminated = tail && wordAt(tail + layout.tail - 4) == blocks::kTerminator;
+    if (label && tail) readVersions(tail, layout, *label);
     return frame;
 }
 
@@ -48,10 +60,8 @@ Label labelOf(Window& file, const Shape& shape, const Frame& frame) {
     Label label;
     if (const char* head = file.at(frame.offset, layout.head()))
         label.description = blocks::textIn(head + 4, layout.description);
-    if (const char* tail = file.at(frame.end - layout.tail, layout.tail)) {
-        if (layout.tail >= 8) label.version = wordAt(tail);
-        if (layout.tail >= 12) label.recordVersion = wordAt(tail + 4);
-    }
+    if (const char* tail = file.at(frame.end - layout.tail, layout.tail))
+        readVersions(tail, layout, label);
     return label;
 }
 

@@ -41,10 +41,6 @@ struct Frame {
     [[nodiscard]] bool isIndex() const { return id == blocks::kIndexId; }
 };
 
-/// What stands at a place, taken for a block that must end at `limit` at the latest.
-[[nodiscard]] Frame frameAt(Window& file, const Shape& shape, std::uint64_t offset,
-                            std::uint64_t limit);
-
 /// The texts and numbers of a whole frame.
 struct Label {
     std::string description;  ///< Windows-1252
@@ -52,6 +48,11 @@ struct Label {
     std::uint32_t recordVersion = 0;
 };
 [[nodiscard]] Label labelOf(Window& file, const Shape& shape, const Frame& frame);
+
+/// What stands at a place, taken for a block that must end at `limit` at the latest. Reads its
+/// label too, where one is given and it fits.
+[[nodiscard]] Frame frameAt(Window& file, const Shape& shape, std::uint64_t offset,
+                            std::uint64_t limit, Label* label = nullptr);
 
 [[nodiscard]] inline std::uint32_t wordAt(const char* bytes) {
     return toolbox::base::load<std::uint32_t>(bytes);

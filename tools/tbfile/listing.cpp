@@ -93,9 +93,8 @@ struct Row {
 
 Row rowOf(OpenFile& open, const BlocItem& entry) {
     Row row{.entry = entry, .frame = {}, .label = {}};
-    row.frame = frameAt(open.window, open.map.shape, entry.offset, open.file.size());
+    row.frame = frameAt(open.window, open.map.shape, entry.offset, open.file.size(), &row.label);
     row.whole = row.frame.fits && row.frame.id == entry.id;
-    if (row.whole) row.label = labelOf(open.window, open.map.shape, row.frame);
     return row;
 }
 

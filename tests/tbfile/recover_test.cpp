@@ -342,6 +342,36 @@ std::uint64_t readFor(const std::string& bytes) {
     return source.read;
 }
 
+TEST(Recover, DamagedBytesThatLookLikeMoreThanTheyAre) {
+    Maker hardMaker("hard", 205);
+    const Original hard = corpus::addHardBlocks(hardMaker, 205);
+    const Original committed = hardMaker.commit();
+    // Ones over the format version look like a header of version 100.
+    EXPECT_EQ(fault(committed, changed(committed, 91, std::string(134, '\xFF')), true), "");
+    // A block whose head is intact, with a block as data and damage on both sides.
+    const Record& seven = hard.records[6];
+    const Record& nine = hard.records[8];
+    std::string around = changed(hard, seven.from + 68, "?");
+    around[nine.from - 2] = '?';
+    EXPECT_EQ(fault(hard, around, true), "");
+    // Ones that end in zeros.
+    const Original zeros =
+        Maker("zeros", 210).block(1, "one").block(2, std::string(500, '\0')).block(3, "three");
+    const Record& two = zeros.records[1];
+    EXPECT_EQ(fault(zeros, changed(zeros, two.from - 100, std::string(400, '\xFF')), true), "");
+    // A length that ends at the end of the index.
+    const Original last = equalBlocks(210, 6, 100).commit();
+    const auto over = static_cast<std::uint32_t>(last.bytes.size() - last.records[5].to + 100);
+    const std::string longer = changed(last, last.records[5].from + kLength, block_kit::word(over));
+    EXPECT_EQ(fault(last, longer, false), "");
+    // One block that is all that is left, of every format.
+    for (const std::uint32_t format : {210u, 205u, 150u, 100u}) {
+        const Original alone = equalBlocks(format, 2, 30);
+        const std::size_t end = alone.records[0].to;
+        EXPECT_EQ(fault(alone, changed(alone, 85, std::string(end - 85, '?')), true), "") << format;
+    }
+}
+
 TEST(Recover, ReadsNoMoreForEachBlockOfALargerFile) {
     const std::string garbage = repeated({"?\0", 2}, 72);
     const auto twoPlaces = [&](const Original& file) {

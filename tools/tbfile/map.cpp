@@ -126,6 +126,8 @@ int blocksFrom(Window& file, const Shape& shape, std::uint64_t at) {
     for (; count < kTrial; ++count) {
         const Frame frame = frameAt(file, shape, at, file.size());
         if (!frame.isWhole() || !frame.plausible) break;
+        // Zeros and ones look like blocks in any layout.
+        if (frame.id == 0 || frame.id == blocks::kTerminator) break;
         at = frame.end;
     }
     return count;
@@ -151,11 +153,18 @@ int agreementAnywhere(Window& file, Window& probe, const Shape& shape, int enoug
     return most;
 }
 
+/// Format version 100 is told by a terminator, which may as well be a part of damaged bytes.
+bool isAmongOnes(Window& file, const Header& header) {
+    const char* first = file.at(blocks::kOldHeaderBytes, 4);
+    return header.shape.format == blocks::kOldestFormat && first &&
+           wordAt(first) == blocks::kTerminator;
+}
+
 /// The layout that explains most. The header's own, if there is such a format version, needs one
 /// block only to be believed, wherever that is; data may hold whole files of other formats.
 Shape findShape(Window& file, Window& probe, const Header& header) {
     static constexpr std::array<std::uint32_t, 4> kOthers = {210, 200, 100, 101};
-    const bool known = !header.has(HeaderFault::format);
+    const bool known = header.faults.empty() && !isAmongOnes(file, header);
     if (agreement(file, header.shape, header) > 0 && known) return header.shape;
     Shape best = header.shape;
     int most = 1;
@@ -163,6 +172,10 @@ Shape findShape(Window& file, Window& probe, const Header& header) {
         if (agreed <= most) return;
         most = agreed;
         best.format = format;
+        // The header may name another version that is laid out so.
+        if (!header.has(HeaderFault::format) && header.shape.start() == best.start() &&
+            header.shape.around() == best.around())
+            best = header.shape;
     };
     for (const std::uint32_t format : kOthers) offer(format, agreement(file, {format}, header));
     if (most > 1) return best;
@@ -171,6 +184,14 @@ Shape findShape(Window& file, Window& probe, const Header& header) {
     for (const std::uint32_t format : kOthers) {
         offer(format, agreementAnywhere(file, probe, {format}, kTrial));
         if (most >= kTrial) break;
+    }
+    if (most > 0) return best;
+    // A single block that stands behind damaged bytes.
+    for (const std::uint32_t format : kOthers) {
+        const Shape shape{format};
+        const bool any =
+            blockAnywhere(file, probe, shape, shape.start(), file.size(), file.size()).has_value();
+        offer(format, any ? 1 : 0);
     }
     return best;
 }

@@ -17,17 +17,18 @@ bool isTooLong(const char* head, std::size_t n, const Shape& shape) {
     return last < n && (static_cast<unsigned char>(head[last]) & 0x80) != 0;
 }
 
-/// The first place of a head in [from, end) that `isOne` says yes to; it gets the bytes of the head
-/// and how many bytes there are from the head to `end` beside those around the data.
+/// The first place of a head in [from, stop) that `isOne` says yes to; it gets the bytes of the
+/// head and how many bytes there are from the head to `end` beside those around the data.
 template <class IsOne>
 std::optional<std::uint64_t> findHead(Window& file, const Shape& shape, std::uint64_t from,
-                                      std::uint64_t end, IsOne isOne) {
+                                      std::uint64_t stop, std::uint64_t end, IsOne isOne) {
     const std::uint32_t head = shape.layout().head();
-    while (from < end && end - from >= shape.around()) {
+    while (from < stop && from < end && end - from >= shape.around()) {
         const auto n = static_cast<std::size_t>(std::min<std::uint64_t>(Window::kMost, end - from));
         const char* bytes = file.at(from, n);
         if (!bytes) return std::nullopt;
-        const std::uint64_t last = std::min<std::uint64_t>(n - head, end - from - shape.around());
+        const std::uint64_t last =
+            std::min<std::uint64_t>({n - head, end - from - shape.around(), stop - from - 1});
         for (std::uint64_t i = 0; i <= last; ++i)
             if (isOne(bytes + i, end - from - i - shape.around())) return from + i;
         from += last + 1;
@@ -86,7 +87,10 @@ Resumption resume(Window& file, Window& probe, const Shape& shape, std::uint64_t
         const Frame frame = frameAt(probe, shape, *place, limit);
         if (!frame.isWhole() || !frame.plausible) continue;
         std::uint64_t start = *place;
-        if (!starts.empty() && starts.begin()->first == *place) {
+        const bool goesOn = !starts.empty() && starts.begin()->first == *place;
+        // Ones that something else follows look like a block too.
+        if (!goesOn && frame.id == blocks::kTerminator) continue;
+        if (goesOn) {
             start = starts.begin()->second;
             starts.erase(starts.begin());
         }
@@ -98,9 +102,9 @@ Resumption resume(Window& file, Window& probe, const Shape& shape, std::uint64_t
     if (!starts.empty()) {
         found.proven = true;
         found.at = starts.begin()->second;
-        // Ones and then zeros look like an empty block too.
+        // Behind ones that end in data, zeros look like an empty block too.
         const Frame first = frameAt(probe, shape, found.at, limit);
-        if (first.id == blocks::kTerminator) {
+        if ((first.id & 0xFF) == 0xFF) {
             found.unproven.push_back({first.offset, first.end});
             found.at = first.end;
         }
@@ -118,26 +122,29 @@ Resumption resume(Window& file, Window& probe, const Shape& shape, std::uint64_t
 
 std::optional<Frame> blockEndingAt(Window& file, Window& probe, const Shape& shape,
                                    std::uint64_t from, std::uint64_t end) {
-    const auto place = findHead(file, shape, from, end, [&](const char* head, std::uint64_t room) {
+    const auto isOne = [&](const char* head, std::uint64_t room) {
         if (lengthIn(head, shape) != room) return false;
         const bool zeros = room == 0 && wordAt(head) == 0 && head[kWord] == 0;
         return !zeros && isPaddedHead(head, shape);
-    });
+    };
+    const auto place = findHead(file, shape, from, end, end, isOne);
     if (!place) return std::nullopt;
     const Frame frame = frameAt(probe, shape, *place, end);
     return frame.isWhole() && frame.plausible ? std::optional(frame) : std::nullopt;
 }
 
 std::optional<Frame> blockAnywhere(Window& file, Window& probe, const Shape& shape,
-                                   std::uint64_t from, std::uint64_t end) {
+                                   std::uint64_t from, std::uint64_t stop, std::uint64_t end) {
     // Behind a description that fills its field any four bytes may be a length. Of such only
     // lengths up to this are believed, so that the ends of few have to be looked at.
     constexpr std::uint32_t kMostUnpadded = 0x00FFFFFF;
     const std::uint32_t head = shape.layout().head();
     Frame frame;
-    const auto place = findHead(file, shape, from, end, [&](const char* bytes, std::uint64_t room) {
+    const auto isOne = [&](const char* bytes, std::uint64_t room) {
         const std::uint32_t length = lengthIn(bytes, shape);
-        if (length > room || (wordAt(bytes) == 0 && bytes[kWord] == 0)) return false;
+        const std::uint32_t id = wordAt(bytes);
+        if (length > room || (id == 0 && bytes[kWord] == 0) || id == blocks::kTerminator)
+            return false;
         if (length > kMostUnpadded && bytes[head - kWord - 1] != '\0') return false;
         if (!isPaddedHead(bytes, shape)) return false;
         const std::uint64_t start = end - room - shape.around();
@@ -145,7 +152,8 @@ std::optional<Frame> blockAnywhere(Window& file, Window& probe, const Shape& sha
         if (!last || wordAt(last) != blocks::kTerminator) return false;
         frame = frameAt(probe, shape, start, end);
         return frame.isWhole() && frame.plausible;
-    });
+    };
+    const auto place = findHead(file, shape, from, stop, end, isOne);
     return place ? std::optional(frame) : std::nullopt;
 }
 

@@ -35,9 +35,10 @@ struct Resumption {
     }
     /// Whether blocks lead over a place where another one is said to end.
     [[nodiscard]] bool leadsOver(std::uint64_t end) const {
-        return at < end || std::ranges::any_of(unproven, [&](const Run& run) {
-                   return run.start < end && run.end > end;
-               });
+        if (at < end) return true;
+        // None overlaps another one.
+        const auto next = std::ranges::lower_bound(unproven, end, {}, &Run::start);
+        return next != unproven.begin() && (next - 1)->end > end;
     }
 };
 
@@ -52,9 +53,10 @@ struct Resumption {
 [[nodiscard]] std::optional<Frame> blockEndingAt(Window& file, Window& probe, const Shape& shape,
                                                  std::uint64_t from, std::uint64_t end);
 
-/// The first whole block from `from` on that ends before `end` or there, whatever stands around it.
-/// Zeros do not count as the head of one.
+/// The first whole block that begins between `from` and `stop` and ends at `end` at the latest,
+/// whatever stands around it. Zeros or ones do not count as the head of one.
 [[nodiscard]] std::optional<Frame> blockAnywhere(Window& file, Window& probe, const Shape& shape,
-                                                 std::uint64_t from, std::uint64_t end);
+                                                 std::uint64_t from, std::uint64_t stop,
+                                                 std::uint64_t end);
 
 }  // namespace tbfile

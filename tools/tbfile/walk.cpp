@@ -23,10 +23,12 @@ Frame Walk::look(std::uint64_t at, std::uint64_t limit) {
     return frameAt(file_, shape_, at, limit);
 }
 
-/// A block cannot reach over the beginning of another one.
+/// A block cannot reach over the beginning of another one, nor over the index.
 bool Walk::overruns(const Frame& frame) {
     const BlocItem* next = hints_.after(frame.offset);
-    return next && next->offset < frame.end && knownAfter(frame.offset) < frame.end;
+    const bool may = (next && next->offset < frame.end) ||
+                     (isIndexed(frame.offset) && map_.index->frame.offset < frame.end);
+    return may && knownAfter(frame.offset) < frame.end;
 }
 
 bool Walk::isFollowed(const Frame& frame, const BlocItem* hint) {

@@ -97,6 +97,7 @@ class Walk {
     [[nodiscard]] bool tellRepaired(const Break& at, std::uint64_t end);
     [[nodiscard]] bool isCutOff(const Frame& frame, std::uint64_t limit);
     void tellFound(const Break& at, const Resumption& resumption);
+    [[nodiscard]] bool isDistinct(const Frame& frame);
     [[nodiscard]] bool mayBeUnproven(const Break& at, const Frame& frame);
 
     Window& file_;

@@ -47,8 +47,8 @@ std::uint64_t Walk::pass(const Break& at) {
 }
 
 /// The block is whole, but nothing known follows. Mostly what follows is damaged. It may be the
-/// length too, where a terminator stands at the wrong end by chance: that is certain where blocks
-/// lead over that end to the limit, and likely where it is among ones and the index knows better.
+/// length too, where a terminator stands at the wrong end by chance: that is so where blocks lead
+/// over that end, and likely where it is among ones and the index knows better.
 std::uint64_t Walk::passWhole(const Break& at) {
     const Frame& frame = at.frame;
     constexpr std::uint64_t kTwoWords = 8;
@@ -56,7 +56,7 @@ std::uint64_t Walk::passWhole(const Break& at) {
     const bool amongOnes = last && wordAt(last) == blocks::kTerminator;
     if (amongOnes && isAlone(at) && tellRepaired(at, at.limit)) return at.limit;
     const Resumption& resumption = search(frame.offset, at.limit);
-    if (resumption.proven && resumption.at < frame.end) return goOn(at, resumption);
+    if (resumption.leadsOver(frame.end)) return goOn(at, resumption);
     tell({frame, evidence_, kUnfollowed, 0}, at.hint);
     return frame.end;
 }
@@ -170,6 +170,16 @@ std::uint64_t Walk::goOn(const Break& at, const Resumption& resumption) {
     return resumption.at;
 }
 
+/// Whether a whole block is more than a text and ones behind it, which damaged bytes may be.
+bool Walk::isDistinct(const Frame& frame) {
+    constexpr std::uint64_t kTwoWords = 8;
+    const std::uint32_t head = shape_.layout().head();
+    const char* text = probe_.at(frame.offset, head);
+    if (!text || text[head - 5] != '\0') return false;
+    const char* last = probe_.at(frame.end - kTwoWords, kTwoWords);
+    return last && wordAt(last) != blocks::kTerminator;
+}
+
 /// With an undamaged index a block that only looks like one must be one that the index misses.
 bool Walk::mayBeUnproven(const Break& at, const Frame& frame) {
     if (!isIndexed(frame.offset)) return true;
@@ -200,28 +210,32 @@ void Walk::tellFound(const Break& at, const Resumption& resumption) {
     };
     const BlocItem* named = hints_.after(at.frame.offset);
     const bool mayMiss = !isIndexed(at.frame.offset) || (named && named->offset < at.limit);
-    // Blocks before a known place, and single ones, whose predecessor's terminator is destroyed.
-    const auto tellBetween = [&](std::uint64_t end) {
-        if (!mayMiss || told >= end) return;
-        auto last = blockEndingAt(file_, probe_, shape_, told, end);
+    // Blocks before a place where one begins, and single ones, whose predecessor's terminator is
+    // destroyed. What was found within their data is theirs.
+    const auto tellBetween = [&](std::uint64_t stop) {
+        if (!mayMiss || told >= stop) return;
+        auto last = blockEndingAt(file_, probe_, shape_, told, stop);
         if (last && !mayBeUnproven(at, *last)) last.reset();
-        const std::uint64_t rest = last ? last->offset : end;
+        const std::uint64_t rest = last ? last->offset : stop;
         for (std::uint64_t from = told;
-             const auto one = blockAnywhere(file_, probe_, shape_, from, rest);) {
-            const bool mayBe = mayBeUnproven(at, *one);
+             const auto one = blockAnywhere(file_, probe_, shape_, from, rest, resumption.at);) {
+            const bool isFree =
+                one->end <= rest ||
+                (one->end > stop && !resumption.leadsOver(one->end) && isDistinct(*one));
+            const bool mayBe = isFree && mayBeUnproven(at, *one);
             from = mayBe ? one->end : one->offset + 1;
             if (mayBe) tellOne(*one);
         }
-        if (last) tellOne(*last);
+        if (last && last->offset >= told) tellOne(*last);
     };
     for (const Run& run : resumption.unproven) {
         for (std::uint64_t place = run.start; place < std::min(run.end, resumption.at);) {
             const Frame frame = frameAt(probe_, shape_, place, resumption.at);
             if (!frame.isWhole()) break;
             place = frame.end;
-            if (!mayBeUnproven(at, frame)) continue;
+            if (frame.offset < told || !mayBeUnproven(at, frame)) continue;
             tellBetween(frame.offset);
-            tellOne(frame);
+            if (frame.offset >= told) tellOne(frame);
         }
     }
     tellBetween(resumption.at);

@@ -40,7 +40,8 @@ const char* Window::at(std::uint64_t offset, std::size_t n) {
         const bool follows = offset + kNear >= asked_ && offset <= asked_ + kNear;
         const bool everything = reads_ == Reads::everything && offset + n > furthest_;
         // The head of a block whose end is asked for is asked for again.
-        const std::uint64_t before = n + kNear <= kMost ? std::min(offset, kNear) : 0;
+        const auto before = static_cast<std::size_t>(
+            n + kNear <= kMost ? std::min<std::uint64_t>(offset, kNear) : 0);
         // Little by little more, for who goes here and there in turns.
         ahead_ = follows ? std::min(kMost, ahead_ * 4) : kSmall;
         if (everything)

@@ -8,6 +8,7 @@ import os
 import pathlib
 import re
 import shutil
+import signal
 import subprocess
 import sys
 import tempfile
@@ -365,6 +366,101 @@ class Refusals(Tbfile):
         self.run_it("repack", name, "\u20ac\u0416.tbf")
         self.assertEqual(BLOCKS, self.read("\u20ac\u0416.tbf").blocks)
         self.assertIn(name, self.run_it("info", name)[0])
+
+
+class Interruptions(Tbfile):
+    """What ends a program from outside leaves no half-made file."""
+
+    def big(self, name, size=512 << 20, start=None):
+        """A file of one block, most of it a hole."""
+        whole = made(210, [Block(7, b"")]) if start is None else start
+        offset = BlockFile(made(210, [Block(7, b"")])).index_offset
+        with open(self.folder / name, "wb") as file:
+            file.write(whole[:148] + words(offset + size) + whole[152:292] + words(size))
+            file.seek(size, os.SEEK_CUR)
+            file.write(whole[296:])
+        return name
+
+    def ended(self, number, begun, *arguments):
+        """The status and the standard error of a run that gets a signal once it has begun."""
+        process = subprocess.Popen([PROGRAM, *arguments], cwd=self.folder, text=True,
+                                   stdout=subprocess.DEVNULL, stderr=subprocess.PIPE,
+                                   env={**os.environ, "LC_ALL": "C"})
+        with process:
+            while process.poll() is None and not begun(process):
+                pass
+            process.send_signal(number)
+            errors = process.stderr.read()
+        self.assertEqual([], list(self.folder.rglob("*~tbfile*")))
+        return process.returncode, errors
+
+    def writes(self, _):
+        return any(path.stat().st_size > 0 for path in self.folder.rglob("*~tbfile*"))
+
+    @staticmethod
+    def reads(process):
+        with open(f"/proc/{process.pid}/io") as told:
+            return int(re.search(r"rchar: (\d+)", told.read())[1]) > 8 << 20
+
+    def test_copies_end(self):
+        name = self.big("big.tbf")
+        (self.folder / "packed").mkdir()
+        manifest = {"tbfileManifest": 1, "index": {"description": "", "version": 1,
+                                                   "recordVersion": 1},
+                    "header": {"version": 1, "mask": 0, "description": "", "created": -1,
+                               "stamped": -1, "net": -1},
+                    "blocks": [{"id": 7, "description": "", "version": 1, "recordVersion": 1,
+                                "file": "7.bin"}]}
+        self.write("packed/manifest.json", json.dumps(manifest).encode())
+        with open(self.folder / "packed/7.bin", "wb") as file:
+            file.truncate(512 << 20)
+        for arguments in (("repack", name, "out"), ("pack", "packed", "out"),
+                          ("extract", name, "out"), ("dump", name, "7", "--raw", "out")):
+            for number in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
+                with self.subTest(arguments=arguments, number=number):
+                    self.assertEqual((2, "tbfile: interrupted\n"),
+                                     self.ended(number, self.writes, *arguments))
+                    self.assertFalse((self.folder / "out").exists())
+
+    @unittest.skipUnless(os.path.exists("/proc/self/io"), "only Linux tells what a process reads")
+    def test_looking_for_the_index_ends(self):
+        name = self.big("big.tbf", start=made(210, [Block(7, b"")])[:300])
+        self.assertEqual((2, "tbfile: interrupted\n"),
+                         self.ended(signal.SIGINT, self.reads, "info", name))
+
+    def many(self):
+        """A file with more losses than a pipe holds, and the blocks that are left."""
+        blocks = [Block(i, b"data" * 5, f"block {i}") for i in range(1, 4001)]
+        content = bytearray(made(210, blocks))
+        for block in BlockFile(content).blocks[1::2]:
+            content[block.offset + 132:block.offset + 136] = b"\xff" * 4
+        return self.write("many.tbf", content), blocks[::2]
+
+    def test_a_pipe_that_nobody_reads(self):
+        name, left = self.many()
+        done = self.in_shell(f"{PROGRAM} recover {name} out | head -1; exit ${{PIPESTATUS[0]}}")
+        self.assertEqual((2, "tbfile: the standard output did not take everything\n"),
+                         (done.returncode, done.stderr))
+        self.assertEqual(1, done.stdout.count("\n"))
+        self.assertEqual(left, self.read("out").blocks)
+        done = self.in_shell(f"{PROGRAM} ls {name} | head -1; exit ${{PIPESTATUS[0]}}")
+        self.assertEqual(2, done.returncode)
+
+    def test_closed_streams(self):
+        name, left = self.many()
+        unheard = "tbfile: the standard output did not take everything\n"
+        for closed, status, complaint in (("<&- >&-", 2, unheard), ("<&- >&- 2>&-", 2, ""),
+                                          ("<&- 2>&-", 1, "")):
+            with self.subTest(closed=closed):
+                done = self.in_shell(f"{PROGRAM} recover {name} out --force {closed}")
+                self.assertEqual((status, complaint), (done.returncode, done.stderr))
+                self.assertEqual(left, self.read("out").blocks)
+
+    def in_shell(self, script):
+        done = subprocess.run(["bash", "-c", script], cwd=self.folder, capture_output=True,
+                              text=True, env={**os.environ, "LC_ALL": "C"}, timeout=60)
+        self.assertEqual([], list(self.folder.rglob("*~tbfile*")))
+        return done
 
 
 def usual(loader):

@@ -52,6 +52,7 @@ class Differences {
             print((count_ > 0 ? ",\n " : "\n ") + json.text);
         else
             print(text + "\n");
+        stopIfUnread();
         ++count_;
     }
 

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -38,13 +39,16 @@ class InputFile final : public Source {
     std::uint64_t size_ = 0;
 };
 
+/// Told how far a copy has come, in bytes from the start of the file that is read.
+using Watch = std::function<void(std::uint64_t)>;
+
 /// A file that is written under a temporary name beside its own and gets that once it is whole and
 /// on the device. Until then nothing under its own name changes; without finish() what was written
-/// is removed.
+/// is removed. copy() and finish() throw Failure when the user wants the program to end.
 class OutputFile {
   public:
-    /// `replaces`: an existing file may lose its place.
-    OutputFile(Path target, bool replaces);
+    /// `replaces`: an existing file may lose its place. `watch` is told of what copy() does.
+    OutputFile(Path target, bool replaces, Watch watch = {});
     ~OutputFile();
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
@@ -63,10 +67,13 @@ class OutputFile {
   private:
     void create();
     void close();
+    void copyThrough(const InputFile& from, std::uint64_t offset, std::uint64_t n);
+    void copied(std::uint64_t upTo) const;
 
     Path target_;
     Path beside_;
     bool replaces_;
+    Watch watch_;
     std::intptr_t handle_ = -1;
 };
 

@@ -6,15 +6,17 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
-#include <memory>
 
 #include "failure.h"
 #include "files.h"
+#include "terminal.h"
 
 namespace tbfile {
 namespace {
 
 constexpr std::size_t kMostPerCall = 1u << 30;
+/// What is copied inside the system at once: between two pieces the user may end it.
+constexpr std::uint64_t kMostInside = 8u << 20;
 
 int descriptor(std::intptr_t handle) {
     return static_cast<int>(handle);
@@ -31,23 +33,18 @@ ssize_t retried(Call call) {
     return result;
 }
 
-/// Whether the system itself can copy between these two; then it does, as far as it gets.
-bool copyInside(int from, std::uint64_t& offset, int to, std::uint64_t& n) {
+/// How many bytes the system itself copied between these two; 0 when it cannot.
+std::uint64_t copyInside(int from, std::uint64_t offset, int to, std::uint64_t n) {
 #if defined(__linux__)
-    while (n > 0) {
-        auto at = static_cast<off_t>(offset);
-        const ssize_t moved = retried([&] {
-            return ::copy_file_range(
-                from, &at, to, nullptr,
-                static_cast<std::size_t>(std::min<std::uint64_t>(n, kMostPerCall)), 0);
-        });
-        if (moved <= 0) return false;
-        offset += static_cast<std::uint64_t>(moved);
-        n -= static_cast<std::uint64_t>(moved);
-    }
-    return true;
+    auto at = static_cast<off_t>(offset);
+    const ssize_t moved = retried([&] {
+        return ::copy_file_range(from, &at, to, nullptr,
+                                 static_cast<std::size_t>(std::min(n, kMostInside)), 0);
+    });
+    return moved > 0 ? static_cast<std::uint64_t>(moved) : 0;
 #else
-    return from < 0 && offset > 0 && to < 0 && n == 0;
+    static_cast<void>(from), static_cast<void>(offset), static_cast<void>(to);
+    return std::min<std::uint64_t>(n, 0);
 #endif
 }
 
@@ -130,18 +127,16 @@ void OutputFile::write(const void* bytes, std::size_t n) {
 }
 
 void OutputFile::copy(const InputFile& from, std::uint64_t offset, std::uint64_t n) {
-    constexpr std::size_t kPiece = 256 * 1024;
     constexpr std::uint64_t kPays = 64 * 1024;
-    if (n >= kPays && copyInside(descriptor(from.handle_), offset, descriptor(handle_), n)) return;
-    const auto piece = std::make_unique_for_overwrite<char[]>(kPiece);
-    while (n > 0) {
-        const std::size_t got = from.readAt(
-            offset, piece.get(), static_cast<std::size_t>(std::min<std::uint64_t>(n, kPiece)));
-        if (got == 0) throw Failure(Text::shortened, {nameOf(from.path())});
-        write(piece.get(), got);
-        offset += got;
-        n -= got;
+    while (n >= kPays) {
+        const std::uint64_t moved =
+            copyInside(descriptor(from.handle_), offset, descriptor(handle_), n);
+        if (moved == 0) break;
+        offset += moved;
+        n -= moved;
+        copied(offset);
     }
+    copyThrough(from, offset, n);
 }
 
 void OutputFile::rewriteStart(const void* bytes, std::size_t n) {
@@ -153,6 +148,7 @@ void OutputFile::finish() {
     // What has no device behind it has nothing to flush.
     if (retried([&] { return ::fsync(descriptor(handle_)); }) != 0 && errno != EINVAL)
         fail(Text::cannotWrite, target_);
+    stopIfInterrupted();
     close();
     if (!replaces_) {
         // A link fails where the name has come to exist meanwhile.
@@ -168,8 +164,8 @@ void OutputFile::finish() {
     syncFolder(target_);
 }
 
-OutputFile::OutputFile(Path target, bool replaces)
-    : target_(std::move(target)), replaces_(replaces) {
+OutputFile::OutputFile(Path target, bool replaces, Watch watch)
+    : target_(std::move(target)), replaces_(replaces), watch_(std::move(watch)) {
     beside_ = target_;
     beside_ += ".~tbfile" + std::to_string(::getpid());
     create();

@@ -1,8 +1,8 @@
 #include <algorithm>
-#include <memory>
 
 #include "failure.h"
 #include "files.h"
+#include "terminal.h"
 #include "toolbox/win_types.h"
 
 namespace tbfile {
@@ -94,16 +94,7 @@ void OutputFile::write(const void* bytes, std::size_t n) {
 }
 
 void OutputFile::copy(const InputFile& from, std::uint64_t offset, std::uint64_t n) {
-    constexpr std::size_t kPiece = 256 * 1024;
-    const auto piece = std::make_unique_for_overwrite<char[]>(kPiece);
-    while (n > 0) {
-        const std::size_t got = from.readAt(
-            offset, piece.get(), static_cast<std::size_t>(std::min<std::uint64_t>(n, kPiece)));
-        if (got == 0) throw Failure(Text::shortened, {nameOf(from.path())});
-        write(piece.get(), got);
-        offset += got;
-        n -= got;
-    }
+    copyThrough(from, offset, n);
 }
 
 void OutputFile::rewriteStart(const void* bytes, std::size_t n) {
@@ -118,6 +109,7 @@ void OutputFile::rewriteStart(const void* bytes, std::size_t n) {
 
 void OutputFile::finish() {
     if (!::FlushFileBuffers(handleOf(handle_))) failNow(Text::cannotWrite, target_);
+    stopIfInterrupted();
     close();
     const DWORD flags = MOVEFILE_WRITE_THROUGH | (replaces_ ? MOVEFILE_REPLACE_EXISTING : 0u);
     if (!::MoveFileExW(beside_.c_str(), target_.c_str(), flags)) {
@@ -128,8 +120,8 @@ void OutputFile::finish() {
     beside_.clear();
 }
 
-OutputFile::OutputFile(Path target, bool replaces)
-    : target_(std::move(target)), replaces_(replaces) {
+OutputFile::OutputFile(Path target, bool replaces, Watch watch)
+    : target_(std::move(target)), replaces_(replaces), watch_(std::move(watch)) {
     beside_ = target_;
     beside_ += L".~tbfile" + std::to_wstring(::GetCurrentProcessId());
     create();

@@ -60,6 +60,17 @@ std::string readAll(const Path& path) {
     return text;
 }
 
+/// Bytes of the files that a manifest names.
+std::uint64_t sizeOf(const Manifest& manifest, const Path& folder) {
+    std::uint64_t size = 0;
+    for (const ManifestBlock& block : manifest.blocks) {
+        std::error_code missing;
+        const auto bytes = fs::file_size(folder / pathOf(block.file), missing);
+        if (!missing) size += bytes;
+    }
+    return size;
+}
+
 void told(const Options& options, Text text, std::size_t blocks) {
     const std::string output = nameOf(options.output);
     if (options.json)
@@ -99,12 +110,18 @@ int pack(const Options& options) {
     const Path name = options.input / kManifestName;
     const Manifest manifest = parseManifest(readAll(name), nameOf(name));
     checkTarget(options.output, name, options.force);
-    OutputFile output(options.output, options.force);
+    Progress progress(sizeOf(manifest, options.input));
+    std::uint64_t done = 0;
+    OutputFile output(options.output, options.force,
+                      [&](std::uint64_t at) { progress.update(done + at); });
     Writer writer(output);
     for (const ManifestBlock& block : manifest.blocks) {
         const Path data = options.input / pathOf(block.file);
         checkTarget(options.output, data, options.force);
-        writer.add(block.id, block.label, InputFile(data));
+        const InputFile file(data);
+        progress.update(done);
+        writer.add(block.id, block.label, file);
+        done += file.size();
         if (writer.repeated())
             throw Failure(Text::badManifest, {nameOf(name), std::to_string(block.id)});
     }

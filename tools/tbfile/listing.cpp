@@ -197,6 +197,7 @@ void eachPiece(OpenFile& open, const Frame& frame, Take take) {
         const char* bytes = open.window.at(start + done, n);
         if (!bytes) throw Failure(Text::shortened, {nameOf(open.file.path())});
         take(done, std::string_view(bytes, n));
+        stopIfUnread();
         done += n;
     }
 }
@@ -229,6 +230,7 @@ int list(const Options& options) {
         else
             appendRow(line, row);
         print(line);
+        stopIfUnread();
         ++shown;
     };
     print(options.json ? "{\"blocks\":[" : say(Text::listHead) + "\n");
@@ -253,7 +255,7 @@ int dump(const Options& options) {
         eachPiece(open, frame, [](std::uint32_t, std::string_view bytes) { print(bytes); });
     } else if (options.raw) {
         checkTarget(pathOf(*options.raw), options.input, options.force);
-        OutputFile out(pathOf(*options.raw), options.force);
+        OutputFile out(pathOf(*options.raw), options.force, open.watch());
         out.copy(open.file, frame.offset + open.map.shape.layout().head(), frame.length);
         out.finish();
     } else {

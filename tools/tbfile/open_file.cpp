@@ -8,9 +8,9 @@ namespace tbfile {
 OpenFile::OpenFile(const Path& path, Window::Reads reads)
     : file(path),
       progress(file.size()),
-      window(file, reads, [this](std::uint64_t done) { progress.update(done); }),
-      probe(file) {
-    Window first(file);
+      window(file, reads, watch()),
+      probe(file, Window::Reads::whatIsAsked, [](std::uint64_t) { stopIfInterrupted(); }) {
+    Window first(file, Window::Reads::whatIsAsked, watch());
     map = readMap(first, probe);
 }
 

@@ -19,6 +19,11 @@ struct OpenFile {
     /// The entries that count: of several with one identifier the first.
     [[nodiscard]] std::vector<BlocItem> entries() const;
 
+    /// Shows the progress of what goes through the file.
+    [[nodiscard]] Watch watch() {
+        return [this](std::uint64_t done) { progress.update(done); };
+    }
+
     InputFile file;
     Progress progress;
     Window window;

@@ -1,5 +1,6 @@
 #include "terminal.h"
 
+#include <atomic>
 #include <csignal>
 #include <cstdio>
 
@@ -15,17 +16,55 @@
 #include <shellapi.h>  // stands on the types above
 // clang-format on
 #else
+#include <fcntl.h>
 #include <unistd.h>
+
+#include <cerrno>
 #endif
 
 namespace tbfile {
 namespace {
 
-volatile std::sig_atomic_t interrupted = 0;
+std::atomic<bool> interrupted = false;
+static_assert(std::atomic<bool>::is_always_lock_free);  // a signal handler may set it
+
+#if defined(_WIN32)
+
+BOOL WINAPI interrupt(DWORD event) {
+    constexpr DWORD kTimeToEnd = 5000;
+    interrupted = true;
+    // Where the console goes away the program ends with this call: it has until then to tidy up.
+    if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT)
+        ::WaitForSingleObject(::GetCurrentProcess(), kTimeToEnd);
+    return TRUE;
+}
+
+void noteInterrupts() {
+    ::SetConsoleCtrlHandler(interrupt, TRUE);
+}
+
+#else
 
 extern "C" void interrupt(int) {
-    interrupted = 1;
+    interrupted = true;
 }
+
+void noteInterrupts() {
+    static_cast<void>(std::signal(SIGINT, interrupt));
+    static_cast<void>(std::signal(SIGTERM, interrupt));
+    // Who started the program so that it outlives the terminal does not want it to end with that.
+    if (std::signal(SIGHUP, interrupt) == SIG_IGN) static_cast<void>(std::signal(SIGHUP, SIG_IGN));
+    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
+}
+
+/// Opened the wrong way round, so that using it fails as it would have.
+void fillStandardStreams() {
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        if (::fcntl(stream, F_GETFD) == -1 && errno == EBADF)
+            static_cast<void>(::open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY));
+}
+
+#endif
 
 bool errorsGoToTerminal() {
 #if defined(_WIN32)
@@ -38,13 +77,14 @@ bool errorsGoToTerminal() {
 }  // namespace
 
 Terminal::Terminal() {
-    static_cast<void>(std::signal(SIGINT, interrupt));
-    static_cast<void>(std::signal(SIGTERM, interrupt));
+    noteInterrupts();
 #if defined(_WIN32)
     before_ = GetConsoleOutputCP();
     SetConsoleOutputCP(CP_UTF8);
     _setmode(_fileno(stdout), _O_BINARY);
     _setmode(_fileno(stderr), _O_BINARY);
+#else
+    fillStandardStreams();
 #endif
 }
 
@@ -83,6 +123,14 @@ bool finishOutput() {
     return std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
 }
 
+void stopIfUnread() {
+    if (std::ferror(stdout)) throw Failure(Text::outputFailed);
+}
+
+void stopIfInterrupted() {
+    if (interrupted) throw Failure(Text::interrupted);
+}
+
 Progress::Progress(std::uint64_t total)
     : total_(total),
       shows_(errorsGoToTerminal()),
@@ -93,7 +141,7 @@ Progress::~Progress() {
 }
 
 void Progress::update(std::uint64_t done) {
-    if (interrupted) throw Failure(Text::interrupted);
+    stopIfInterrupted();
     if (!shows_ || total_ == 0) return;
     const auto now = std::chrono::steady_clock::now();
     if (now < next_) return;

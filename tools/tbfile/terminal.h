@@ -10,6 +10,9 @@
 namespace tbfile {
 
 /// Makes the terminal show UTF-8 for its lifetime, and files get line ends as they are written.
+/// From then on the user's wish to end is noted, and a pipe that nobody reads any more is an output
+/// that fails. Must come before any file is opened: a standard stream that is closed is made one
+/// that takes nothing, so that no file gets its number.
 class Terminal {
   public:
     Terminal();
@@ -28,9 +31,15 @@ void print(std::string_view utf8);
 void printError(std::string_view utf8);
 /// Writes what print() still holds; false when the standard output took less than was printed.
 [[nodiscard]] bool finishOutput();
+/// Throws Failure when that is known already. For commands that only print: the others go on, so
+/// that the file that they make becomes whole.
+void stopIfUnread();
+
+/// Throws Failure when the user wants the program to end.
+void stopIfInterrupted();
 
 /// A bar on the standard error, where that is a terminal, for work that takes longer than a moment.
-/// Also where work notices that the user wants it to end: update() then throws Failure.
+/// Also where work notices that the user wants it to end: update() calls stopIfInterrupted().
 class Progress {
   public:
     explicit Progress(std::uint64_t total);

@@ -368,6 +368,115 @@ class Refusals(Tbfile):
         self.assertIn(name, self.run_it("info", name)[0])
 
 
+class Targets(Tbfile):
+    """What an output may replace, and what is left where it may not."""
+
+    def everything(self):
+        return {str(path.relative_to(self.folder)): path.read_bytes()
+                for path in self.folder.rglob("*") if path.is_file()}
+
+    def unchanged(self, part, *arguments):
+        before = self.everything()
+        self.assertIn(part, self.run_it(*arguments, status=2)[1])
+        self.assertEqual(before, self.everything())
+
+    def folder_of(self, name, *more):
+        (self.folder / name).mkdir()
+        for file, content in more:
+            self.write(f"{name}/{file}", content)
+
+    def test_extract_spares_its_input(self):
+        whole = made(210, BLOCKS)
+        for name in ("3.bin", "manifest.json"):
+            with self.subTest(name=name):
+                self.folder_of(f"of {name}", (name, whole))
+                self.unchanged("would be the file", "extract", f"of {name}/{name}", f"of {name}",
+                               "--force")
+
+    def test_extract_of_a_damaged_file_changes_nothing(self):
+        damaged = bytearray(made(210, BLOCKS))
+        damaged[BlockFile(damaged).blocks[2].offset + 132] ^= 1
+        self.write("damaged.tbf", damaged)
+        name = self.write("a.tbf", made(210, [Block(7, b"earlier"), Block(80, b"")]))
+        self.run_it("extract", name, "earlier")
+        (self.folder / "empty").mkdir()
+        for target in ("earlier", "empty", "none"):
+            with self.subTest(target=target):
+                self.unchanged("damaged", "extract", "damaged.tbf", target, "--force")
+        self.assertEqual([], list((self.folder / "empty").iterdir()))
+        self.assertFalse((self.folder / "none").exists())
+
+    def test_extract_over_an_earlier_one(self):
+        self.run_it("extract", self.write("a.tbf", made(210, [Block(7, b"earlier"),
+                                                              Block(80, b"stays")])), "x")
+        self.write("b.tbf", made(210, BLOCKS))
+        self.unchanged("exists already", "extract", "b.tbf", "x")
+        self.write("x/note", b"mine")
+        os.chmod(self.folder / "x/7.bin", 0o600)
+        self.run_it("extract", "b.tbf", "x/", "--force")
+        self.assertEqual((b"stays", b"mine"), ((self.folder / "x/80.bin").read_bytes(),
+                                               (self.folder / "x/note").read_bytes()))
+        if not EMULATOR:   # Windows has no such permissions
+            self.assertEqual(0o600, (self.folder / "x/7.bin").stat().st_mode & 0o777)
+        self.run_it("pack", "x", "out.tbf")
+        self.assertEqual(BLOCKS, self.read("out.tbf").blocks)
+
+    def test_extract_meets_what_is_no_file(self):
+        self.write("a.tbf", made(210, BLOCKS))
+        for name in ("12.bin", "manifest.json"):
+            self.folder_of("x", ("3.bin", b"mine"), ("manifest.json", b"mine"))
+            (self.folder / "x" / name).unlink(missing_ok=True)
+            (self.folder / "x" / name).mkdir()
+            self.unchanged("no regular file", "extract", "a.tbf", "x", "--force")
+            shutil.rmtree(self.folder / "x")
+        self.write("plain", b"")
+        self.unchanged("is not a folder", "extract", "a.tbf", "plain", "--force")
+
+    def test_names_of_folders(self):
+        name = self.write("a.tbf", made(210, BLOCKS))
+        (self.folder / "y.~tbfile").mkdir()   # what an earlier version left behind
+        (self.folder / "empty").mkdir()
+        (self.folder / "there").mkdir()
+        (self.folder / "link").symlink_to("there")
+        names = ["y", "z/", "w//", "empty/", "link", "n" * 250]
+        for folder in names:
+            with self.subTest(folder=folder):
+                done = subprocess.run([PROGRAM, "extract", name, folder], cwd=self.folder,
+                                      capture_output=True, text=True, timeout=60)
+                self.assertEqual((0, ""), (done.returncode, done.stderr))
+                self.assertTrue((self.folder / folder / "manifest.json").is_file())
+        subprocess.run(["bash", "-c", f"mkdir v.~tbfile$$ && exec {PROGRAM} extract a.tbf v"],
+                       cwd=self.folder, check=True, stdout=subprocess.DEVNULL)
+        next(self.folder.glob("v.~tbfile*")).rmdir()
+        self.assertTrue((self.folder / "link").is_symlink())
+        self.assertEqual(["y.~tbfile"], [path.name for path in self.folder.rglob("*~tbfile*")])
+
+    def test_long_names(self):
+        name = self.write("a.tbf", made(210, BLOCKS))
+        self.run_it("repack", name, "n" * 255)
+        self.assertEqual(BLOCKS, self.read("n" * 255).blocks)
+        self.unchanged("File name too long", "repack", name, "n" * 256)
+
+    def test_what_is_no_file_is_not_replaced(self):
+        name = self.write("a.tbf", made(210, BLOCKS))
+        os.mkfifo(self.folder / "fifo")
+        (self.folder / "link").symlink_to("a.tbf")
+        (self.folder / "nowhere").symlink_to("missing")
+        (self.folder / "folder").mkdir()
+        other = self.write("b.tbf", made(210, BLOCKS[:1]))
+        for target in ("fifo", "link", "nowhere", "folder"):
+            for force in ((), ("--force",)):
+                for command in (("repack", other), ("recover", other), ("dump", other, "7", "--raw")):
+                    with self.subTest(target=target, command=command):
+                        before = (self.folder / target).lstat()
+                        self.unchanged("no regular file", *command, target, *force)
+                        after = (self.folder / target).lstat()
+                        self.assertEqual((before.st_mode, before.st_ino),
+                                         (after.st_mode, after.st_ino))
+        for target in ("new/", "folder/"):
+            self.unchanged("is a folder", "repack", name, target, "--force")
+
+
 class Interruptions(Tbfile):
     """What ends a program from outside leaves no half-made file."""
 
@@ -469,6 +578,8 @@ def usual(loader):
         return loader.loadTestsFromModule(sys.modules[__name__])
     return unittest.TestSuite([Listing("test_dump"), Verify("test_places"),
                                Outputs("test_recover_says_what_it_did"),
+                               Targets("test_extract_over_an_earlier_one"),
+                               Targets("test_extract_meets_what_is_no_file"),
                                Refusals("test_names_of_any_characters")])
 
 

@@ -3,6 +3,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <system_error>
 
 #include "texts.h"
 
@@ -17,5 +18,6 @@ class Failure : public std::runtime_error {
 
 /// The system's reason for a failure: an error number of the C library, on Windows of the system.
 [[nodiscard]] std::string reasonOf(int code);
+[[nodiscard]] std::string reasonOf(const std::error_code& error);
 
 }  // namespace tbfile

@@ -8,6 +8,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "source.h"
 
@@ -18,6 +19,9 @@ using Path = std::filesystem::path;
 /// Names in UTF-8, as arguments, texts and JSON have them.
 [[nodiscard]] Path pathOf(std::string_view utf8);
 [[nodiscard]] std::string nameOf(const Path& path);
+
+/// What the system calls this process.
+[[nodiscard]] unsigned long processNumber();
 
 /// A file open for reading; others may read it too.
 class InputFile final : public Source {
@@ -49,6 +53,10 @@ class OutputFile {
   public:
     /// `replaces`: an existing file may lose its place. `watch` is told of what copy() does.
     OutputFile(Path target, bool replaces, Watch watch = {});
+    /// A file of a folder that is not in place yet. It has its name from the start, and finish()
+    /// leaves it to syncFiles() that it gets to the device. It has the permissions of the file
+    /// that it will replace, where there is one.
+    OutputFile(Path target, Path replaced, Watch watch);
     ~OutputFile();
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
@@ -65,19 +73,33 @@ class OutputFile {
     [[nodiscard]] const Path& target() const { return target_; }
 
   private:
-    void create();
+    /// False when the name is taken.
+    [[nodiscard]] bool create(const Path& name);
+    /// Throws Failure when what was written is lost.
     void close();
+    void putInPlace();
     void copyThrough(const InputFile& from, std::uint64_t offset, std::uint64_t n);
     void copied(std::uint64_t upTo) const;
 
     Path target_;
-    Path beside_;
-    bool replaces_;
+    Path replaced_;
+    Path written_;  ///< its name until finish()
+    bool replaces_ = false;
+    bool inFolder_ = false;
     Watch watch_;
     std::intptr_t handle_ = -1;
 };
 
-/// Refuses an output that is one of the inputs, or that exists and may not be replaced.
+/// Offers temporary names beside a target until one is not taken: until `make` returns true.
+void makeBeside(const Path& target, const std::function<bool(const Path&)>& make);
+
+/// Waits until files of a folder are on the device.
+void syncFiles(const Path& folder, const std::vector<std::string>& names);
+/// Waits until the device knows that a file or folder has its name.
+void syncFolderOf(const Path& file);
+
+/// Refuses an output that is the input, that is something else than a file, or that exists and may
+/// not be replaced.
 void checkTarget(const Path& target, const Path& input, bool replaces);
 
 }  // namespace tbfile

@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <array>
+#include <utility>
 
 #include "failure.h"
 #include "files.h"
@@ -68,16 +70,21 @@ std::size_t InputFile::readAt(std::uint64_t offset, char* buffer, std::size_t n)
     return done;
 }
 
-void OutputFile::create() {
-    const HANDLE opened = ::CreateFileW(beside_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+bool OutputFile::create(const Path& name) {
+    const HANDLE opened = ::CreateFileW(name.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
                                         FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (opened == INVALID_HANDLE_VALUE) failNow(Text::cannotCreate, beside_);
+    if (opened == INVALID_HANDLE_VALUE) {
+        const DWORD code = ::GetLastError();
+        if (code == ERROR_FILE_EXISTS || code == ERROR_ALREADY_EXISTS) return false;
+        fail(Text::cannotCreate, target_, code);
+    }
     handle_ = reinterpret_cast<std::intptr_t>(opened);
+    written_ = name;
+    return true;
 }
 
 void OutputFile::close() {
-    ::CloseHandle(handleOf(handle_));
-    handle_ = -1;
+    ::CloseHandle(handleOf(std::exchange(handle_, -1)));
 }
 
 void OutputFile::write(const void* bytes, std::size_t n) {
@@ -111,26 +118,46 @@ void OutputFile::finish() {
     if (!::FlushFileBuffers(handleOf(handle_))) failNow(Text::cannotWrite, target_);
     stopIfInterrupted();
     close();
-    const DWORD flags = MOVEFILE_WRITE_THROUGH | (replaces_ ? MOVEFILE_REPLACE_EXISTING : 0u);
-    if (!::MoveFileExW(beside_.c_str(), target_.c_str(), flags)) {
-        const DWORD code = ::GetLastError();
-        if (code == ERROR_ALREADY_EXISTS) throw Failure(Text::exists, {nameOf(target_)});
-        fail(Text::cannotCreate, target_, code);
-    }
-    beside_.clear();
+    if (!inFolder_) putInPlace();
+    written_.clear();
 }
 
-OutputFile::OutputFile(Path target, bool replaces, Watch watch)
-    : target_(std::move(target)), replaces_(replaces), watch_(std::move(watch)) {
-    beside_ = target_;
-    beside_ += L".~tbfile" + std::to_wstring(::GetCurrentProcessId());
-    create();
+void OutputFile::putInPlace() {
+    const DWORD flags = MOVEFILE_WRITE_THROUGH | (replaces_ ? MOVEFILE_REPLACE_EXISTING : 0u);
+    if (::MoveFileExW(written_.c_str(), target_.c_str(), flags)) return;
+    const DWORD code = ::GetLastError();
+    if (code == ERROR_ALREADY_EXISTS) throw Failure(Text::exists, {nameOf(target_)});
+    fail(Text::cannotCreate, target_, code);
 }
 
 OutputFile::~OutputFile() {
-    if (handle_ != -1) close();
-    if (!beside_.empty()) ::DeleteFileW(beside_.c_str());
+    if (handle_ != -1) ::CloseHandle(handleOf(handle_));
+    if (!written_.empty()) ::DeleteFileW(written_.c_str());
 }
+
+unsigned long processNumber() {
+    return ::GetCurrentProcessId();
+}
+
+// finish() flushed each file: the system flushes all of a device for its administrators only.
+void syncFiles(const Path&, const std::vector<std::string>&) {}
+
+// The system's journal has the names.
+void syncFolderOf(const Path&) {}
+
+namespace {
+
+std::string systemText(int code) {
+    std::array<wchar_t, 512> text{};
+    DWORD size = ::FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
+                                  nullptr, static_cast<DWORD>(code), 0, text.data(),
+                                  static_cast<DWORD>(text.size()), nullptr);
+    // It ends its sentences, and its lines.
+    while (size > 0 && (text[size - 1] <= L' ' || text[size - 1] == L'.')) --size;
+    return nameOf(Path(std::wstring(text.data(), size)));
+}
+
+}  // namespace
 
 std::string reasonOf(int code) {
     switch (code) {
@@ -151,8 +178,13 @@ std::string reasonOf(int code) {
         case ERROR_READ_FAULT:
             return say(Text::reasonDevice);
         default:
-            return say(Text::reasonOther, {std::to_string(code)});
+            return say(Text::reasonOther, {std::to_string(code), systemText(code)});
     }
+}
+
+std::string reasonOf(const std::error_code& error) {
+    if (error.category() == std::system_category()) return reasonOf(error.value());
+    return say(Text::reasonOther, {std::to_string(error.value()), error.message()});
 }
 
 }  // namespace tbfile

@@ -1,12 +1,10 @@
 // extract and pack: the blocks of a file as files of a folder, and back.
-#include <memory>
-
 #include "commands.h"
 #include "failure.h"
-#include "file/block_lookup.h"
 #include "json.h"
 #include "manifest.h"
 #include "open_file.h"
+#include "output_folder.h"
 #include "writer.h"
 
 namespace tbfile {
@@ -14,44 +12,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A folder that is filled under a temporary name and gets its own once it is whole. One that
-/// exists is filled as it is, each file put in place by itself.
-class OutputFolder {
-  public:
-    OutputFolder(Path target, bool replaces) : target_(std::move(target)), folder_(target_) {
-        std::error_code error;
-        const bool exists = fs::exists(target_, error);
-        if (exists &&
-            !(fs::is_directory(target_, error) && (replaces || fs::is_empty(target_, error))))
-            throw Failure(Text::exists, {nameOf(target_)});
-        if (exists) return;
-        folder_ += ".~tbfile";
-        if (!fs::create_directory(folder_, error))
-            throw Failure(Text::cannotCreate, {nameOf(folder_), reasonOf(error.value())});
-        temporary_ = true;
-    }
-    ~OutputFolder() {
-        std::error_code ignored;
-        if (temporary_) fs::remove_all(folder_, ignored);
-    }
-    OutputFolder(const OutputFolder&) = delete;
-    OutputFolder& operator=(const OutputFolder&) = delete;
-
-    [[nodiscard]] Path file(const std::string& name) const { return folder_ / pathOf(name); }
-
-    void finish() {
-        if (!temporary_) return;
-        std::error_code error;
-        fs::rename(folder_, target_, error);
-        if (error) throw Failure(Text::cannotCreate, {nameOf(target_), reasonOf(error.value())});
-        temporary_ = false;
-    }
-
-  private:
-    Path target_;
-    Path folder_;
-    bool temporary_ = false;
-};
+/// The name of the file that a block's data goes to.
+std::string fileOf(const BlocItem& entry) {
+    return std::to_string(entry.id) + ".bin";
+}
 
 std::string readAll(const Path& path) {
     const InputFile file(path);
@@ -85,23 +49,25 @@ int extract(const Options& options) {
     OpenFile open(options.input);
     const std::vector<BlocItem> entries = open.entries();
     OutputFolder folder(options.output, options.force);
+    for (const BlocItem& entry : entries) folder.check(fileOf(entry), options.input);
+    folder.check(kManifestName, options.input);
     const Index& index = open.index();
     std::string manifest =
         manifestStart(open.map.header, labelOf(open.probe, open.map.shape, index.frame));
     for (const BlocItem& entry : entries) {
         const Frame frame = open.block(entry);
         const ManifestBlock block{entry.id, labelOf(open.window, open.map.shape, frame),
-                                  std::to_string(entry.id) + ".bin"};
+                                  fileOf(entry)};
         manifest += manifestBlock(block, &entry == entries.data());
-        OutputFile out(folder.file(block.file), options.force);
+        OutputFile out = folder.file(block.file, open.watch());
         out.copy(open.file, frame.offset + open.map.shape.layout().head(), frame.length);
         out.finish();
     }
     manifest += manifestEnd();
-    OutputFile out(folder.file(kManifestName), options.force);
+    OutputFile out = folder.file(kManifestName);
     out.write(manifest.data(), manifest.size());
     out.finish();
-    folder.finish();
+    folder.finish(options.input);
     told(options, Text::extracted, entries.size());
     return kSound;
 }

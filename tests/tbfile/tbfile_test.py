@@ -272,6 +272,58 @@ class Outputs(Tbfile):
         self.assertEqual((2, 1, 1), (told["rescued"], told["doubtful"], told["leftOut"]))
         self.expect("out.tbf", twice[:2])
 
+    def test_no_copy_drops_a_block_silently(self):
+        twice = [BLOCKS[0], BLOCKS[4], Block(7, b"the second", "again"), Block(7, b"third")]
+        self.write("a.tbf", made(210, twice))
+        left_out = [{"id": 7, "from": block.offset} for block in self.read("a.tbf").blocks[2:]]
+        for command in ("repack", "extract"):
+            with self.subTest(command=command):
+                told = self.json(command, "a.tbf", command, status=1)
+                self.assertEqual((2, left_out), (told["blocks"], told["repeated"]))
+                lines = self.run_it(command, "a.tbf", "other", status=1)[0].splitlines()
+                self.assertEqual([f"block 7 at {told['from']}: left out, an earlier block has the "
+                                  "same identifier" for told in left_out], lines[:-1])
+                if command == "repack":
+                    (self.folder / "other").unlink()
+        self.assertEqual(twice[:2], self.read("repack").blocks)
+        self.run_it("pack", "extract", "packed")
+        self.assertEqual(twice[:2], self.read("packed").blocks)
+        self.assertEqual([], self.json("repack", "repack", "again")["repeated"])
+
+    def test_diff_of_repeated_identifiers(self):
+        twice = [BLOCKS[0], BLOCKS[4], Block(7, b"the second", "again"), Block(7, b"third")]
+        self.write("a.tbf", made(210, twice))
+        self.write("b.tbf", made(210, [BLOCKS[4], BLOCKS[0], Block(7, b"the Second", "again")]))
+        self.assertEqual([], self.json("diff", "a.tbf", "a.tbf")["differences"])
+        differences = [{"id": 7, "number": 2, "field": "data", "from": 4},
+                       {"id": 7, "number": 3, "onlyIn": "a"}]
+        self.assertEqual(differences, self.json("diff", "a.tbf", "b.tbf", status=1)["differences"])
+        differences[1]["onlyIn"] = "b"
+        self.assertEqual(differences, self.json("diff", "b.tbf", "a.tbf", status=1)["differences"])
+        self.assertIn("block 7 (3): only in the first\n",
+                      self.run_it("diff", "a.tbf", "b.tbf", status=1)[0])
+
+    def test_diff_goes_on_behind_damage(self):
+        whole = made(210, BLOCKS)
+        damaged = bytearray(made(210, [*BLOCKS[:4], Block(3, b"other")]))
+        damaged[BlockFile(damaged).blocks[1].offset + 132] ^= 1
+        self.write("a.tbf", whole)
+        self.write("b.tbf", damaged)
+        for files, side in ((("a.tbf", "b.tbf"), "b"), (("b.tbf", "a.tbf"), "a")):
+            told = self.json("diff", *files, status=1)["differences"]
+            self.assertEqual((9, side), (told[0]["id"], told[0]["damaged"]))
+            self.assertEqual({3}, {difference["id"] for difference in told[1:]})
+        told = self.json("diff", "b.tbf", "b.tbf", status=1)["differences"]
+        self.assertEqual([(9, "a"), (9, "b")], [(d["id"], d["damaged"]) for d in told])
+
+    def test_diff_of_what_is_no_date(self):
+        whole = made(210, BLOCKS)
+        self.write("a.tbf", whole)
+        self.write("b.tbf", whole[:144] + words(5) + whole[148:])
+        told = self.json("diff", "a.tbf", "b.tbf", status=1)["differences"]
+        self.assertEqual([{"header": "net", "a": "-1", "b": "5"}], told)
+        self.assertEqual([], self.json("diff", "a.tbf", "b.tbf", "--ignore-dates")["differences"])
+
     def test_diff(self):
         changed = [BLOCKS[0], Block(9, b"", "new text"), Block(0xFFFFFFF0, bytes(256), "all bytes",
                                                                5, 6), BLOCKS[3], Block(4, b"")]

@@ -35,30 +35,26 @@ std::uint64_t sizeOf(const Manifest& manifest, const Path& folder) {
     return size;
 }
 
-void told(const Options& options, Text text, std::size_t blocks) {
-    const std::string output = nameOf(options.output);
-    if (options.json)
-        print(jsonObject({{"output", output}, {"blocks", std::uint64_t{blocks}}}).text + "\n");
-    else
-        print(say(text, {grouped(blocks), output}) + "\n");
+void told(const Options& options, const Json& json, const std::string& text) {
+    print((options.json ? json.text : text) + "\n");
 }
 
 }  // namespace
 
 int extract(const Options& options) {
     OpenFile open(options.input);
-    const std::vector<BlocItem> entries = open.entries();
+    const Entries entries = open.entries();
     OutputFolder folder(options.output, options.force);
-    for (const BlocItem& entry : entries) folder.check(fileOf(entry), options.input);
+    for (const BlocItem& entry : entries.firsts) folder.check(fileOf(entry), options.input);
     folder.check(kManifestName, options.input);
     const Index& index = open.index();
     std::string manifest =
         manifestStart(open.map.header, labelOf(open.probe, open.map.shape, index.frame));
-    for (const BlocItem& entry : entries) {
+    for (const BlocItem& entry : entries.firsts) {
         const Frame frame = open.block(entry);
         const ManifestBlock block{entry.id, labelOf(open.window, open.map.shape, frame),
                                   fileOf(entry)};
-        manifest += manifestBlock(block, &entry == entries.data());
+        manifest += manifestBlock(block, &entry == entries.firsts.data());
         OutputFile out = folder.file(block.file, open.watch());
         out.copy(open.file, frame.offset + open.map.shape.layout().head(), frame.length);
         out.finish();
@@ -68,8 +64,13 @@ int extract(const Options& options) {
     out.write(manifest.data(), manifest.size());
     out.finish();
     folder.finish(options.input);
-    told(options, Text::extracted, entries.size());
-    return kSound;
+    const Json leftOut = tellLeftOut(entries.repeated, options.json);
+    const std::string name = nameOf(options.output);
+    const std::size_t count = entries.firsts.size();
+    told(options,
+         jsonObject({{"output", name}, {"blocks", std::uint64_t{count}}, {"repeated", leftOut}}),
+         say(Text::extracted, {grouped(count), name}));
+    return entries.repeated.empty() ? kSound : kFindings;
 }
 
 int pack(const Options& options) {
@@ -93,7 +94,10 @@ int pack(const Options& options) {
     }
     writer.finish(manifest.header, manifest.index);
     output.finish();
-    told(options, Text::packed, manifest.blocks.size());
+    const std::string made = nameOf(options.output);
+    const std::size_t count = manifest.blocks.size();
+    told(options, jsonObject({{"output", made}, {"blocks", std::uint64_t{count}}}),
+         say(Text::packed, {grouped(count), made}));
     return kSound;
 }
 

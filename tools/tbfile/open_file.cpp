@@ -22,21 +22,41 @@ const Index& OpenFile::index() const {
     return *map.index;
 }
 
-Frame OpenFile::block(const BlocItem& entry) {
+std::optional<Frame> OpenFile::blockOf(const BlocItem& entry) {
     const Frame frame = frameAt(window, map.shape, entry.offset, file.size());
-    if (!frame.isWhole() || frame.id != entry.id)
-        throw Failure(Text::blockDamaged, {nameOf(file.path()), std::to_string(entry.id),
-                                           std::to_string(entry.offset)});
-    return frame;
+    return frame.isWhole() && frame.id == entry.id ? std::optional(frame) : std::nullopt;
 }
 
-std::vector<BlocItem> OpenFile::entries() const {
-    std::vector<BlocItem> firsts;
-    firsts.reserve(index().entries.size());
+Frame OpenFile::block(const BlocItem& entry) {
+    const std::optional<Frame> frame = blockOf(entry);
+    if (!frame)
+        throw Failure(Text::blockDamaged, {nameOf(file.path()), std::to_string(entry.id),
+                                           std::to_string(entry.offset)});
+    return *frame;
+}
+
+Entries OpenFile::entries() const {
+    Entries entries;
+    entries.firsts.reserve(index().entries.size());
     toolbox::BlockLookup lookup;
-    for (const BlocItem& entry : index().entries)
-        if (lookup.add(firsts, entry.id)) firsts.push_back(entry);
-    return firsts;
+    for (const BlocItem& entry : index().entries) {
+        const bool first = lookup.add(entries.firsts, entry.id);
+        (first ? entries.firsts : entries.repeated).push_back(entry);
+    }
+    return entries;
+}
+
+Json tellLeftOut(const std::vector<BlocItem>& repeated, bool json) {
+    JsonArray list;
+    for (const BlocItem& entry : repeated) {
+        list.add(
+            jsonObject({{"id", std::uint64_t{entry.id}}, {"from", std::uint64_t{entry.offset}}}));
+        if (!json)
+            print(say(Text::repeatedLeftOut,
+                      {std::to_string(entry.id), std::to_string(entry.offset)}) +
+                  "\n");
+    }
+    return list.done();
 }
 
 }  // namespace tbfile

@@ -2,10 +2,17 @@
 #pragma once
 
 #include "files.h"
+#include "json.h"
 #include "map.h"
 #include "terminal.h"
 
 namespace tbfile {
+
+/// Readers see the first of several blocks with one identifier.
+struct Entries {
+    std::vector<BlocItem> firsts;
+    std::vector<BlocItem> repeated;  ///< the others, in the order of the index
+};
 
 struct OpenFile {
     /// Reads the map. With Reads::everything every byte is read by the time that all of the windows
@@ -14,10 +21,12 @@ struct OpenFile {
 
     /// The index, which must be there; otherwise Failure, which names the command that helps.
     [[nodiscard]] const Index& index() const;
-    /// The whole block that an entry names; otherwise Failure.
+    /// The whole block that an entry names.
+    [[nodiscard]] std::optional<Frame> blockOf(const BlocItem& entry);
+    /// The same, otherwise Failure.
     [[nodiscard]] Frame block(const BlocItem& entry);
-    /// The entries that count: of several with one identifier the first.
-    [[nodiscard]] std::vector<BlocItem> entries() const;
+    /// The entries of the index.
+    [[nodiscard]] Entries entries() const;
 
     /// Shows the progress of what goes through the file.
     [[nodiscard]] Watch watch() {
@@ -30,5 +39,9 @@ struct OpenFile {
     Window probe;
     Map map;
 };
+
+/// Says which blocks a copy does not have because an earlier one has their identifier; returns that
+/// for JSON.
+Json tellLeftOut(const std::vector<BlocItem>& repeated, bool json);
 
 }  // namespace tbfile

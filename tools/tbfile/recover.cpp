@@ -193,25 +193,27 @@ int recover(const Options& options) {
 int repack(const Options& options) {
     checkTarget(options.output, options.input, options.force);
     OpenFile open(options.input);
-    const std::vector<BlocItem> entries = open.entries();
+    const Entries entries = open.entries();
     OutputFile output(options.output, options.force, open.watch());
-    Writer writer(output, entries.size());
-    for (const BlocItem& entry : entries)
+    Writer writer(output, entries.firsts.size());
+    for (const BlocItem& entry : entries.firsts)
         writer.add(open.file, open.probe, open.map.shape, open.block(entry), true);
     writer.finish(open.map.header, indexLabel(open));
     output.finish();
+    const Json leftOut = tellLeftOut(entries.repeated, options.json);
     if (options.json)
         print(jsonObject({{"output", nameOf(options.output)},
                           {"blocks", std::uint64_t{writer.count()}},
                           {"sizeBefore", open.file.size()},
-                          {"size", writer.size()}})
+                          {"size", writer.size()},
+                          {"repeated", leftOut}})
                   .text +
               "\n");
     else
         print(say(Text::repacked, {grouped(writer.count()), nameOf(options.output),
                                    grouped(open.file.size()), grouped(writer.size())}) +
               "\n");
-    return kSound;
+    return entries.repeated.empty() ? kSound : kFindings;
 }
 
 }  // namespace tbfile

@@ -420,6 +420,78 @@ class Refusals(Tbfile):
         self.assertIn(name, self.run_it("info", name)[0])
 
 
+class Manifests(Tbfile):
+    def manifest(self):
+        label = {"description": "", "version": 1, "recordVersion": 1}
+        return {"tbfileManifest": 1, "index": dict(label),
+                "header": {"version": 1, "mask": 0, "description": "", "created": "2001-04-30",
+                           "stamped": "0001-01-01", "net": -1},
+                "blocks": [{"id": 7, **label, "file": "d.bin"}]}
+
+    def setUp(self):
+        super().setUp()
+        (self.folder / "x").mkdir()
+        self.write("x/d.bin", b"data")
+
+    def pack(self, manifest, status):
+        self.write("x/manifest.json", json.dumps(manifest).encode())
+        return self.run_it("pack", "x", "out.tbf", "--force", status=status)[1]
+
+    def test_what_is_taken(self):
+        manifest = self.manifest()
+        for created, number in (("2001-04-30", 2452030), ("0001-01-01", 1721426), (-1, -1),
+                                (2452030, 2452030), ("5874898-06-03", 0x7FFFFFFF), (0, 0),
+                                (0x7FFFFFFF, 0x7FFFFFFF), (-0x80000000, -0x80000000)):
+            manifest["header"]["created"] = created
+            self.pack(manifest, 0)
+            self.assertEqual(number, self.read("out.tbf").dates[0])
+        manifest["blocks"][0].update(id=0xFFFFFFFF, description="\u20ac" * 128, version=0)
+        self.pack(manifest, 0)
+        self.assertEqual([Block(0xFFFFFFFF, b"data", "\u20ac" * 128, 0, 1)],
+                         self.read("out.tbf").blocks)
+
+    def test_what_is_refused(self):
+        numbers = [4294967303, -1, 7.9, True, 1e30, 1.0, None, "7", [7], 2 ** 70]
+        texts = ["d" * 129, "\u0416", "a\0", "\0", "\x80", 5, None, "\ud800"]
+        days = ["yesterday", "2001-02-31", "2001-2-3", "", " 2001-04-30", "2001-04-30 ",
+                "2001-04-30x", "+2001-04-30", "99999999999-01-01", "5874898-06-04", "2001-13-01",
+                "2001-04", "0000-01-01", "2001/04/30", "2001-04-257", 2 ** 31, -2 ** 31 - 1, 1.5,
+                True, None, 1e30]
+        files = ["d.bin\0x", "", ".", "..", "../d.bin", "/d.bin", "a\\d.bin", "c:d.bin", 7, None]
+        lists = [None, {}, {"a": self.manifest()["blocks"][0]}, 7, "", [None], [7]]
+        for path, values in ((("blocks", 0, "id"), numbers), (("blocks", 0, "version"), numbers),
+                             (("blocks", 0, "recordVersion"), numbers),
+                             (("header", "version"), numbers), (("header", "mask"), numbers),
+                             (("index", "version"), numbers), (("tbfileManifest",), [2, True, 1.0]),
+                             (("blocks", 0, "description"), texts),
+                             (("header", "description"), texts), (("index", "description"), texts),
+                             (("header", "created"), days), (("header", "net"), days),
+                             (("blocks", 0, "file"), files), (("blocks",), lists)):
+            for value in values:
+                with self.subTest(path=path, value=value):
+                    manifest = self.manifest()
+                    at = manifest
+                    for key in path[:-1]:
+                        at = at[key]
+                    at[path[-1]] = value
+                    self.assertIn("not a right manifest", self.pack(manifest, 2))
+                    self.assertFalse((self.folder / "out.tbf").exists())
+
+    def test_what_extract_writes_comes_back(self):
+        bytes_ = bytes(range(1, 256))
+        blocks = [Block(7, b"x"), Block(9, b"yy"), Block(0xFFFFFFFF, b"z", "", 0xFFFFFFFF, 0)]
+        content = bytearray(made(210, blocks, mask=0xFFFFFFFE))
+        content[8:136] = bytes_[127:].ljust(128, b"d")
+        for block, text in zip(BlockFile(made(210, blocks)).blocks, (bytes_[:128], bytes_[127:])):
+            content[block.offset + 4:block.offset + 132] = text.ljust(128, b"\x81")
+        for dates in ((0, -2, -0x80000000), (0x7FFFFFFF, 1721425, 1721426), (5, 2452030, -1)):
+            content[136:148] = words(*dates)
+            self.write("a.tbf", content)
+            self.run_it("extract", "a.tbf", "y", "--force")
+            self.run_it("pack", "y", "out.tbf", "--force")
+            self.assertEqual(bytes(content), (self.folder / "out.tbf").read_bytes())
+
+
 class Targets(Tbfile):
     """What an output may replace, and what is left where it may not."""
 

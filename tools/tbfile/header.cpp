@@ -1,7 +1,7 @@
 #include "header.h"
 
 #include <algorithm>
-#include <cstdio>
+#include <charconv>
 
 #include "base/codec.h"
 #include "toolbox/dates.h"
@@ -82,13 +82,20 @@ std::string dayText(std::int32_t day) {
     return year + '-' + twoDigits(date.getMonth()) + '-' + twoDigits(date.getDay());
 }
 
-std::int32_t dayOf(const std::string& text) {
+std::optional<std::int32_t> dayOf(std::string_view text) {
+    constexpr int kLastYear = 5874898;
+    const char* end = text.data() + text.size();
     int year = 0;
     int month = 0;
     int day = 0;
-    char rest = 0;
-    if (std::sscanf(text.c_str(), "%d-%d-%d%c", &year, &month, &day, &rest) != 3) return kNoDay;
-    return static_cast<std::int32_t>(static_cast<long>(TarvDate(year, month, day)));
+    const char* at = std::from_chars(text.data(), end, year).ptr;
+    if (at != end) at = std::from_chars(at + 1, end, month).ptr;
+    if (at != end) at = std::from_chars(at + 1, end, day).ptr;
+    if (year < 1 || year > kLastYear || month < 1 || month > 12 || day < 1 || day > 31)
+        return std::nullopt;
+    const auto number = static_cast<std::int32_t>(static_cast<long>(TarvDate(year, month, day)));
+    // There is one text for each day.
+    return dayText(number) == text ? std::optional(number) : std::nullopt;
 }
 
 }  // namespace tbfile

@@ -3,7 +3,9 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "frame.h"
@@ -37,7 +39,7 @@ struct Header {
 
 /// A day number as 2001-04-30; empty when it is no date.
 [[nodiscard]] std::string dayText(std::int32_t day);
-/// The day number of such a text; -1 when it is none.
-[[nodiscard]] std::int32_t dayOf(const std::string& text);
+/// The day number of such a text.
+[[nodiscard]] std::optional<std::int32_t> dayOf(std::string_view text);
 
 }  // namespace tbfile

@@ -1,6 +1,7 @@
 #include "manifest.h"
 
 #include <nlohmann/json.hpp>
+#include <utility>
 
 #include "failure.h"
 #include "toolbox/utf8.h"
@@ -15,10 +16,6 @@ JsonValue day(std::int32_t number) {
     return text.empty() ? JsonValue(std::int64_t{number}) : JsonValue(text);
 }
 
-std::int32_t dayIn(const nlohmann::json& value) {
-    return value.is_string() ? dayOf(value.get<std::string>()) : value.get<std::int32_t>();
-}
-
 JsonMember textMember(std::string_view key, const std::string& windows1252) {
     return {key, toolbox::toUtf8(windows1252)};
 }
@@ -27,36 +24,85 @@ JsonMember numberMember(std::string_view key, std::uint32_t number) {
     return {key, std::uint64_t{number}};
 }
 
-Label labelIn(const nlohmann::json& json) {
-    return {toolbox::fromUtf8(json.at("description").get<std::string>()),
-            json.at("version").get<std::uint32_t>(), json.at("recordVersion").get<std::uint32_t>()};
-}
-
 /// A name that stays in the folder on every system.
 bool isPlainName(const std::string& name) {
+    constexpr std::string_view kOthers("/\\:\0", 4);
     return !name.empty() && name != "." && name != ".." &&
-           name.find_first_of("/\\:") == std::string::npos;
+           name.find_first_of(kOthers) == std::string::npos;
 }
 
-Manifest manifestIn(const nlohmann::json& json, const std::string& file) {
-    Manifest manifest;
-    if (json.at("tbfileManifest").get<std::uint64_t>() != kManifestVersion)
-        throw Failure(Text::badManifest, {file, "tbfileManifest"});
-    const nlohmann::json& header = json.at("header");
-    manifest.header.version = header.at("version").get<std::uint32_t>();
-    manifest.header.mask = header.at("mask").get<std::uint32_t>();
-    manifest.header.description = toolbox::fromUtf8(header.at("description").get<std::string>());
-    manifest.header.dates = {dayIn(header.at("created")), dayIn(header.at("stamped")),
-                             dayIn(header.at("net"))};
-    manifest.index = labelIn(json.at("index"));
-    for (const nlohmann::json& block : json.at("blocks")) {
-        manifest.blocks.push_back({block.at("id").get<std::uint32_t>(), labelIn(block),
-                                   block.at("file").get<std::string>()});
-        const std::string& name = manifest.blocks.back().file;
-        if (!isPlainName(name)) throw Failure(Text::badManifest, {file, name});
+/// Takes a manifest apart. What it does not take exactly as it stands is refused: a file made of
+/// something similar would not be what the manifest says.
+class Reading {
+  public:
+    explicit Reading(const std::string& file) : file_(file) {}
+
+    Manifest manifest(const nlohmann::json& json) const {
+        Manifest manifest;
+        if (number(json, "tbfileManifest") != kManifestVersion) refuse(json, "tbfileManifest");
+        const nlohmann::json& header = json.at("header");
+        manifest.header.version = number(header, "version");
+        manifest.header.mask = number(header, "mask");
+        manifest.header.description = text(header, "description");
+        manifest.header.dates = {day(header, "created"), day(header, "stamped"),
+                                 day(header, "net")};
+        manifest.index = label(json.at("index"));
+        if (!json.at("blocks").is_array()) refuse(json, "blocks");
+        for (const nlohmann::json& block : json.at("blocks")) {
+            manifest.blocks.push_back(
+                {number(block, "id"), label(block), block.at("file").get<std::string>()});
+            if (!isPlainName(manifest.blocks.back().file)) refuse(block, "file");
+        }
+        return manifest;
     }
-    return manifest;
-}
+
+  private:
+    [[noreturn]] void refuse(const nlohmann::json& json, const char* key) const {
+        constexpr std::size_t kShown = 60;
+        std::string value =
+            json.at(key).dump(-1, ' ', true, nlohmann::json::error_handler_t::replace);
+        if (value.size() > kShown) value = value.substr(0, kShown) + "...";
+        throw Failure(Text::badManifest, {file_, std::string(key) + ": " + value});
+    }
+
+    std::uint32_t number(const nlohmann::json& json, const char* key) const {
+        const nlohmann::json& value = json.at(key);
+        if (!value.is_number_unsigned() ||
+            !std::in_range<std::uint32_t>(value.get<std::uint64_t>()))
+            refuse(json, key);
+        return value.get<std::uint32_t>();
+    }
+
+    /// A date, or the number of something that is none.
+    std::int32_t day(const nlohmann::json& json, const char* key) const {
+        const nlohmann::json& value = json.at(key);
+        std::optional<std::int32_t> day;
+        if (value.is_string()) day = dayOf(value.get_ref<const std::string&>());
+        if (value.is_number_unsigned() && std::in_range<std::int32_t>(value.get<std::uint64_t>()))
+            day = value.get<std::int32_t>();
+        if (value.is_number_integer() && !value.is_number_unsigned() &&
+            std::in_range<std::int32_t>(value.get<std::int64_t>()))
+            day = value.get<std::int32_t>();
+        if (!day) refuse(json, key);
+        return *day;
+    }
+
+    /// Every byte of Windows-1252 has a character of its own, also those that are no text.
+    std::string text(const nlohmann::json& json, const char* key) const {
+        const auto utf8 = json.at(key).get<std::string>();
+        std::string text = toolbox::fromUtf8(utf8);
+        if (text.size() > blocks::kDescriptionBytes || text.find('\0') != std::string::npos ||
+            toolbox::toUtf8(text) != utf8)
+            refuse(json, key);
+        return text;
+    }
+
+    Label label(const nlohmann::json& json) const {
+        return {text(json, "description"), number(json, "version"), number(json, "recordVersion")};
+    }
+
+    const std::string& file_;
+};
 
 }  // namespace
 
@@ -91,7 +137,7 @@ std::string manifestEnd() {
 
 Manifest parseManifest(const std::string& text, const std::string& file) {
     try {
-        return manifestIn(nlohmann::json::parse(text), file);
+        return Reading(file).manifest(nlohmann::json::parse(text));
     } catch (const nlohmann::json::exception& error) {
         throw Failure(Text::badManifest, {file, error.what()});
     }

@@ -6,12 +6,14 @@
 import json
 import os
 import pathlib
+import pty
 import re
 import shutil
 import signal
 import subprocess
 import sys
 import tempfile
+import time
 import unittest
 
 sys.dont_write_bytecode = True
@@ -114,6 +116,66 @@ class Listing(Tbfile):
             for reverse in ((), ("--reverse",)):
                 rows = self.json("ls", name, "--sort", order, *reverse)["blocks"]
                 self.assertEqual(expected[::-1] if reverse else expected, [r["id"] for r in rows])
+
+    def test_no_control_character_of_a_file_is_printed(self):
+        wild = bytes([*range(1, 0x20), 0x7F, 0x81, 0x8D, 0x8F, 0x90, 0x9D, 0x80, 0xA0, 0xE9])
+        shown = "." * 37 + "\u20ac\u00a0\u00e9"
+        content = bytearray(made(210, BLOCKS[:1]))
+        content[8:8 + len(wild)] = wild
+        content[8 + len(wild):136] = bytes(128 - len(wild))
+        content[164:164 + len(wild)] = wild
+        self.write("a.tbf", content)
+        self.write("b.tbf", made(210, BLOCKS[:1]))
+        for arguments, count, status in ((("info", "a.tbf"), 1, 0), (("ls", "a.tbf"), 1, 0),
+                                         (("diff", "a.tbf", "b.tbf"), 2, 1)):
+            with self.subTest(arguments=arguments):
+                printed, _ = self.run_it(*arguments, status=status)
+                self.assertEqual(count, printed.count(shown))
+                self.assertNotRegex(printed, "[\\x00-\\x09\\x0b-\\x1f\\x7f-\\x9f]")
+        told = wild.decode("latin-1").replace("\x80", "\u20ac")
+        self.assertEqual(told, self.json("info", "a.tbf")["description"])
+        self.assertEqual(told, self.json("ls", "a.tbf")["blocks"][0]["description"])
+
+    def test_rows_and_bar_share_a_terminal(self):
+        blocks = [Block(i, b"data" * 100, f"block {i}") for i in range(1, 1501)]
+        name = self.write("a.tbf", made(210, blocks))
+        content = bytearray(made(210, blocks))
+        for block in BlockFile(content).blocks[1::2]:
+            content[block.offset + 132:block.offset + 136] = b"\xff" * 4
+        self.write("many.tbf", content)
+        for arguments in (("ls", name), ("ls", name, "--json"), ("recover", "many.tbf", "out")):
+            with self.subTest(arguments=arguments):
+                plain = subprocess.run([PROGRAM, *arguments], cwd=self.folder, text=True,
+                                       stdout=subprocess.PIPE).stdout
+                (self.folder / "out").unlink(missing_ok=True)
+                written, bars = self.on_terminal(*arguments)
+                self.assertEqual([line.rstrip() for line in plain.splitlines()], written)
+                if "--json" not in arguments:
+                    self.assertGreater(bars, 0, "nothing was to be seen of the bar")
+
+    def on_terminal(self, *arguments):
+        """The lines that a terminal shows in the end, and how often a bar was drawn."""
+        ours, its = pty.openpty()
+        process = subprocess.Popen([PROGRAM, *arguments], cwd=self.folder, stdin=its, stdout=its,
+                                   stderr=its, env={**os.environ, "LC_ALL": "C"})
+        os.close(its)
+        time.sleep(0.7)   # its output is full by then, and it is time for a bar
+        output = b""
+        try:
+            while piece := os.read(ours, 65536):
+                output += piece
+        except OSError:   # the other end is closed
+            pass
+        os.close(ours)
+        process.wait()
+        text = output.decode().replace("\r\n", "\n")
+        lines = []
+        for line in text.split("\n"):
+            shown = ""
+            for part in line.split("\r"):
+                shown = part + shown[len(part):]
+            lines.append(shown.rstrip())
+        return lines[:-1] if lines[-1] == "" else lines, text.count("\r[")
 
     def test_dump(self):
         name = self.write("a.tbf", made(205, BLOCKS))

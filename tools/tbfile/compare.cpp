@@ -36,7 +36,7 @@ class Differences {
     void header(const char* field, Text name, const std::string& a, const std::string& b) {
         if (a == b) return;
         tell(jsonObject({{"header", std::string(field)}, {"a", a}, {"b", b}}),
-             say(Text::diffHeader, {say(name), a, b}));
+             say(Text::diffHeader, {say(name), visible(a), visible(b)}));
     }
     void onlyIn(const char* side, Text text, const Which& which) {
         block(which, {"onlyIn", std::string(side)}, say(text, {which.text()}));
@@ -49,7 +49,7 @@ class Differences {
         if (a == b) return;
         const JsonMember both{"field", std::string(field)};
         tell(jsonObject({idOf(which), numberOf(which), both, {"a", a}, {"b", b}}),
-             say(Text::diffBlock, {which.text(), say(name), a, b}));
+             say(Text::diffBlock, {which.text(), say(name), visible(a), visible(b)}));
     }
     void data(const Which& which, std::uint64_t at) {
         tell(jsonObject(

@@ -76,7 +76,7 @@ void printInfo(const OpenFile& open) {
     line(Text::labelVersion, std::to_string(header.version));
     line(Text::labelMask, hexadecimal(header.mask) +
                               (header.wholeWords() ? ", " + say(Text::wholeWords) : std::string()));
-    line(Text::labelDescription, toolbox::toUtf8(header.description));
+    line(Text::labelDescription, visible(toolbox::toUtf8(header.description)));
     line(Text::labelCreated, shownDay(header.dates[0]));
     line(Text::labelStamped, shownDay(header.dates[1]));
     line(Text::labelNet, shownDay(header.dates[2]));
@@ -118,7 +118,7 @@ void appendRow(std::string& line, const Row& row) {
     appendRight(line, row.label.version, 9);
     appendRight(line, row.label.recordVersion, 9);
     line += "  ";
-    line += toolbox::toUtf8(row.label.description);
+    line += visible(toolbox::toUtf8(row.label.description));
     line += '\n';
 }
 

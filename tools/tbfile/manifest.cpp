@@ -139,7 +139,7 @@ Manifest parseManifest(const std::string& text, const std::string& file) {
     try {
         return Reading(file).manifest(nlohmann::json::parse(text));
     } catch (const nlohmann::json::exception& error) {
-        throw Failure(Text::badManifest, {file, error.what()});
+        throw Failure(Text::badManifest, {file, visible(error.what())});
     }
 }
 

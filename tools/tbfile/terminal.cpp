@@ -66,12 +66,26 @@ void fillStandardStreams() {
 
 #endif
 
-bool errorsGoToTerminal() {
+bool goesToTerminal(std::FILE* stream) {
 #if defined(_WIN32)
-    return _isatty(_fileno(stderr)) != 0;
+    return _isatty(_fileno(stream)) != 0;
 #else
-    return ::isatty(STDERR_FILENO) != 0;
+    return ::isatty(::fileno(stream)) != 0;
 #endif
+}
+
+/// What the terminal shows in its last line, which the bar and printed lines share.
+bool barShown = false;
+bool lineBegun = false;
+
+bool printsToTerminal() {
+    static const bool kPrints = goesToTerminal(stdout);
+    return kPrints;
+}
+
+void clearBar() {
+    if (barShown) printError("\r" + std::string(50, ' ') + "\r");
+    barShown = false;
 }
 
 }  // namespace
@@ -110,6 +124,10 @@ std::vector<std::string> arguments(int count, char** given) {
 }
 
 void print(std::string_view utf8) {
+    if (printsToTerminal() && !utf8.empty()) {
+        clearBar();
+        lineBegun = utf8.back() != '\n';
+    }
     std::fwrite(utf8.data(), 1, utf8.size(), stdout);
 }
 
@@ -133,16 +151,16 @@ void stopIfInterrupted() {
 
 Progress::Progress(std::uint64_t total)
     : total_(total),
-      shows_(errorsGoToTerminal()),
+      shows_(goesToTerminal(stderr)),
       next_(std::chrono::steady_clock::now() + std::chrono::milliseconds(500)) {}
 
 Progress::~Progress() {
-    if (shown_) printError("\r" + std::string(50, ' ') + "\r");
+    clearBar();
 }
 
 void Progress::update(std::uint64_t done) {
     stopIfInterrupted();
-    if (!shows_ || total_ == 0) return;
+    if (!shows_ || total_ == 0 || lineBegun) return;
     const auto now = std::chrono::steady_clock::now();
     if (now < next_) return;
     next_ = now + std::chrono::milliseconds(100);
@@ -151,7 +169,7 @@ void Progress::update(std::uint64_t done) {
     const std::string percent = std::to_string(done >= total_ ? 100 : done * 100 / total_);
     printError("\r[" + std::string(part, '#') + std::string(kWidth - part, '.') + "] " + percent +
                " %");
-    shown_ = true;
+    barShown = true;
 }
 
 }  // namespace tbfile

@@ -39,6 +39,7 @@ void stopIfUnread();
 void stopIfInterrupted();
 
 /// A bar on the standard error, where that is a terminal, for work that takes longer than a moment.
+/// print() makes room for what it prints to a terminal.
 /// Also where work notices that the user wants it to end: update() calls stopIfInterrupted().
 class Progress {
   public:
@@ -52,7 +53,6 @@ class Progress {
   private:
     std::uint64_t total_;
     bool shows_;
-    bool shown_ = false;
     std::chrono::steady_clock::time_point next_;
 };
 

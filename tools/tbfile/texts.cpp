@@ -26,10 +26,6 @@ void speak(Language language) {
     spoken = language;
 }
 
-Language language() {
-    return spoken;
-}
-
 std::string say(Text text, Arguments arguments) {
     const Entry& entry = kTexts[static_cast<std::size_t>(text)];
     const std::string model =
@@ -46,6 +42,18 @@ std::string say(Text text, Arguments arguments) {
         if (number < arguments.size()) said += arguments.begin()[number];
     }
     return said;
+}
+
+std::string visible(std::string_view utf8) {
+    std::string shown;
+    for (std::size_t i = 0; i < utf8.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(utf8[i]);
+        const auto next = static_cast<unsigned char>(i + 1 < utf8.size() ? utf8[i + 1] : 0);
+        const bool two = byte == 0xC2 && next >= 0x80 && next < 0xA0;  // U+0080 to U+009F
+        shown += two || byte < 0x20 || byte == 0x7F ? '.' : utf8[i];
+        if (two) ++i;
+    }
+    return shown;
 }
 
 std::string grouped(std::uint64_t number) {

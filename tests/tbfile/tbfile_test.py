@@ -475,6 +475,16 @@ class Refusals(Tbfile):
             for option in everything - {"--help"}:
                 self.assertRegex(text, rf"(--|-l ){option[2:]}\b", name)
 
+    def test_completion_of_names_with_blanks(self):
+        folder = pathlib.Path(__file__).resolve().parents[2] / "tools/tbfile/completions"
+        self.write("a file.tbf", b"")
+        self.write("a second.tbf", b"")
+        offered = subprocess.run(
+            ["bash", "-c", "source $0; COMP_WORDS=(tbfile ls 'a '); COMP_CWORD=2; _tbfile;"
+             "printf '%s\\n' \"${COMPREPLY[@]}\"", folder / "tbfile.bash"], cwd=self.folder,
+            capture_output=True, text=True, check=True).stdout.splitlines()
+        self.assertEqual(["a file.tbf", "a second.tbf"], sorted(offered))
+
     def test_names_of_any_characters(self):
         name = self.write("\u03bb \u65e5\u672c.tbf", made(210, BLOCKS))
         self.run_it("repack", name, "\u20ac\u0416.tbf")

@@ -12,13 +12,15 @@ _tbfile() {
     done
     COMPREPLY=()
     case $previous in
-        --lang) COMPREPLY=($(compgen -W 'fr en' -- "$current")); return ;;
+        --lang) mapfile -t COMPREPLY < <(compgen -W 'fr en' -- "$current"); return ;;
         -s | --sort)
-            COMPREPLY=($(compgen -W 'file id length description' -- "$current")); return ;;
+            mapfile -t COMPREPLY < <(compgen -W 'file id length description' -- "$current")
+            return ;;
     esac
     case $command in
-        '') COMPREPLY=($(compgen -W "info ls dump extract pack verify recover diff repack \
-                --lang --help --version" -- "$current")); return ;;
+        '') mapfile -t COMPREPLY < <(compgen -W "info ls dump extract pack verify recover diff \
+                repack --lang --help --version" -- "$current")
+            return ;;
         info) options+=' --json' ;;
         ls) options+=' --json --sort --reverse' ;;
         dump) options+=' --raw --force' ;;
@@ -28,10 +30,10 @@ _tbfile() {
         *) options+=' --json --force' ;;
     esac
     if [[ $current == -* ]]; then
-        COMPREPLY=($(compgen -W "$options" -- "$current"))
+        mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")
     else
         compopt -o filenames 2>/dev/null
-        COMPREPLY=($(compgen -f -- "$current"))
+        mapfile -t COMPREPLY < <(compgen -f -- "$current")
     fi
 }
 complete -F _tbfile tbfile

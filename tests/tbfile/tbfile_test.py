@@ -686,11 +686,12 @@ class Interruptions(Tbfile):
             file.write(whole[296:])
         return name
 
-    def ended(self, number, begun, *arguments):
+    def ended(self, number, begun, *arguments, hangup=signal.SIG_DFL):
         """The status and the standard error of a run that gets a signal once it has begun."""
         process = subprocess.Popen([PROGRAM, *arguments], cwd=self.folder, text=True,
                                    stdout=subprocess.DEVNULL, stderr=subprocess.PIPE,
-                                   env={**os.environ, "LC_ALL": "C"})
+                                   env={**os.environ, "LC_ALL": "C"},
+                                   preexec_fn=lambda: signal.signal(signal.SIGHUP, hangup))
         with process:
             while process.poll() is None and not begun(process):
                 pass
@@ -726,6 +727,13 @@ class Interruptions(Tbfile):
                     self.assertEqual((2, "tbfile: interrupted\n"),
                                      self.ended(number, self.writes, *arguments))
                     self.assertFalse((self.folder / "out").exists())
+
+    def test_who_is_to_outlive_the_terminal_does(self):
+        name = self.big("big.tbf", 64 << 20)
+        self.assertEqual((0, ""), self.ended(signal.SIGHUP, self.writes, "repack", name, "out",
+                                             hangup=signal.SIG_IGN))
+        self.assertEqual((self.folder / name).stat().st_size,
+                         (self.folder / "out").stat().st_size)
 
     @unittest.skipUnless(os.path.exists("/proc/self/io"), "only Linux tells what a process reads")
     def test_looking_for_the_index_ends(self):

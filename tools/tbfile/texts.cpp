@@ -1,5 +1,6 @@
 #include "texts.h"
 
+#include <algorithm>
 #include <array>
 
 #include "toolbox/utf8.h"
@@ -44,7 +45,12 @@ std::string say(Text text, Arguments arguments) {
     return said;
 }
 
-std::string visible(std::string_view utf8) {
+std::string visible(std::string utf8) {
+    constexpr auto isRare = [](char c) {
+        const auto byte = static_cast<unsigned char>(c);
+        return byte < 0x20 || byte == 0x7F || byte == 0xC2;
+    };
+    if (std::ranges::none_of(utf8, isRare)) return utf8;
     std::string shown;
     for (std::size_t i = 0; i < utf8.size(); ++i) {
         const auto byte = static_cast<unsigned char>(utf8[i]);

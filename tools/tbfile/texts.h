@@ -26,7 +26,7 @@ using Arguments = std::initializer_list<std::string>;
 [[nodiscard]] std::string say(Text text, Arguments arguments = {});
 
 /// A text of a file as a terminal may have it: '.' in place of every control character.
-[[nodiscard]] std::string visible(std::string_view utf8);
+[[nodiscard]] std::string visible(std::string utf8);
 
 /// 1 048 576 in French, 1,048,576 in English.
 [[nodiscard]] std::string grouped(std::uint64_t number);

@@ -142,8 +142,7 @@ std::optional<std::uint64_t> Walk::correctHeld() {
 
 /// As resume(). The last answer serves again as long as nothing of it lies behind.
 const Resumption& Walk::search(std::uint64_t from, std::uint64_t limit) {
-    if (from >= searchedFrom_ && limit == searchedTo_ && from <= searched_.first())
-        return searched_;
+    if (from >= searchedFrom_ && limit == searchedTo_ && from < searched_.first()) return searched_;
     searched_ = resume(file_, probe_, shape_, from, limit);
     searchedFrom_ = from;
     searchedTo_ = limit;

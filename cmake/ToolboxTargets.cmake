@@ -6,11 +6,10 @@ function(toolbox_compile_options target)
         -Wold-style-cast -Wformat=2 -Werror)
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
         # What these find depends on what the optimizer inlined, and GCC 12 has false alarms about
-        # its own strings. They stop the unoptimized builds only.
+        # its own strings. They are for the unoptimized builds only.
         target_compile_options(${target} PRIVATE -Wno-restrict
-            -Wno-error=array-bounds -Wno-error=dangling-pointer -Wno-error=free-nonheap-object
-            -Wno-error=maybe-uninitialized -Wno-error=mismatched-new-delete
-            -Wno-error=stringop-overflow -Wno-error=stringop-overread)
+            -Wno-array-bounds -Wno-dangling-pointer -Wno-free-nonheap-object -Wno-maybe-uninitialized
+            -Wno-mismatched-new-delete -Wno-stringop-overflow -Wno-stringop-overread)
     endif()
     # No fused operations: figures agree to the last digit between the builds.
     target_compile_options(${target} PRIVATE -ffp-contract=off)

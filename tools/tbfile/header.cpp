@@ -90,7 +90,7 @@ std::optional<std::int32_t> dayOf(std::string_view text) {
     int day = 0;
     const char* at = std::from_chars(text.data(), end, year).ptr;
     if (at != end) at = std::from_chars(at + 1, end, month).ptr;
-    if (at != end) at = std::from_chars(at + 1, end, day).ptr;
+    if (at != end) std::from_chars(at + 1, end, day);
     if (year < 1 || year > kLastYear || month < 1 || month > 12 || day < 1 || day > 31)
         return std::nullopt;
     const auto number = static_cast<std::int32_t>(static_cast<long>(TarvDate(year, month, day)));

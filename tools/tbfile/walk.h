@@ -71,6 +71,7 @@ class Walk {
         const BlocItem* hint;  ///< the entry that names it
         std::uint64_t limit;   ///< the next place that is known for certain, or the end
     };
+    class Gap;
 
     [[nodiscard]] Frame look(std::uint64_t at, std::uint64_t limit);
     [[nodiscard]] bool overruns(const Frame& frame);
@@ -96,7 +97,6 @@ class Walk {
     [[nodiscard]] bool leadsTo(std::uint64_t at, std::uint64_t limit);
     [[nodiscard]] bool tellRepaired(const Break& at, std::uint64_t end);
     [[nodiscard]] bool isCutOff(const Frame& frame, std::uint64_t limit);
-    void tellFound(const Break& at, const Resumption& resumption);
     [[nodiscard]] bool isDistinct(const Frame& frame);
     [[nodiscard]] bool mayBeUnproven(const Break& at, const Frame& frame);
 

@@ -161,10 +161,92 @@ std::uint64_t Walk::passSearching(const Break& at) {
     return goOn(at, resumption);
 }
 
+/// What lies between a damaged place and where the blocks go on.
+class Walk::Gap {
+  public:
+    Gap(Walk& walk, const Break& at, const Resumption& resumption)
+        : walk_(walk), at_(at), resumption_(resumption), told_(at.frame.offset) {
+        if (at.hint) id_ = at.hint->id;
+        const BlocItem* named = walk.hints_.after(at.frame.offset);
+        mayMiss_ = !walk.isIndexed(at.frame.offset) || (named && named->offset < at.limit);
+    }
+
+    /// Tells what was found there, and what is lost between.
+    void tell() {
+        for (const Run& run : resumption_.unproven) tellRun(run);
+        tellBetween(resumption_.at);
+        loseUpTo(resumption_.at);
+    }
+
+  private:
+    void tellRun(const Run& run) {
+        for (std::uint64_t place = run.start; place < std::min(run.end, resumption_.at);) {
+            const Frame frame = frameAt(walk_.probe_, walk_.shape_, place, resumption_.at);
+            if (!frame.isWhole()) break;
+            place = frame.end;
+            if (frame.offset < told_ || !walk_.mayBeUnproven(at_, frame)) continue;
+            tellBetween(frame.offset);
+            if (frame.offset >= told_) tellOne(frame);
+        }
+    }
+
+    /// Blocks before a place where one begins, and single ones, whose predecessor's terminator is
+    /// destroyed. What was found within their data is theirs.
+    void tellBetween(std::uint64_t stop) {
+        if (!mayMiss_ || told_ >= stop) return;
+        auto last = blockEndingAt(walk_.file_, walk_.probe_, walk_.shape_, told_, stop);
+        if (last && !walk_.mayBeUnproven(at_, *last)) last.reset();
+        tellSingles(last ? last->offset : stop, stop);
+        if (last && last->offset >= told_) tellOne(*last);
+    }
+
+    void tellSingles(std::uint64_t rest, std::uint64_t stop) {
+        for (std::uint64_t from = told_;
+             const auto one = blockAnywhere(walk_.file_, walk_.probe_, walk_.shape_, from, rest,
+                                            resumption_.at);) {
+            const bool mayBe =
+                (one->end <= rest || reachesOver(*one, stop)) && walk_.mayBeUnproven(at_, *one);
+            from = mayBe ? one->end : one->offset + 1;
+            if (mayBe) tellOne(*one);
+        }
+    }
+
+    /// What begins at `stop` is rather this one's data.
+    [[nodiscard]] bool reachesOver(const Frame& one, std::uint64_t stop) const {
+        return one.end > stop && !resumption_.leadsOver(one.end) && walk_.isDistinct(one);
+    }
+
+    void tellOne(const Frame& frame) {
+        loseUpTo(frame.offset);
+        walk_.tell({frame, Evidence::search, kFoundBySearch, 0}, walk_.hints_.at(frame.offset));
+        told_ = frame.end;
+    }
+
+    void loseUpTo(std::uint64_t end) {
+        if (told_ >= end) return;
+        LossKind kind = LossKind::damaged;
+        const std::uint64_t size = walk_.file_.size();
+        if (end == size || told_ == at_.frame.offset) {
+            const Frame frame = frameAt(walk_.probe_, walk_.shape_, told_, size);
+            if (end == size && walk_.isCutOff(frame, end)) kind = LossKind::cutOff;
+            if (!id_ && frame.hasHead && frame.plausible) id_ = frame.id;
+        }
+        walk_.lose(kind, told_, end, id_);
+        id_.reset();
+    }
+
+    Walk& walk_;
+    const Break& at_;
+    const Resumption& resumption_;
+    std::uint64_t told_;               ///< what lies before it is told
+    std::optional<std::uint32_t> id_;  ///< of the block that is damaged at told_, where it is known
+    bool mayMiss_;  ///< there may be blocks that a search from terminators does not find
+};
+
 /// Tells what was found in the place of a damaged block. Returns where the blocks go on.
 std::uint64_t Walk::goOn(const Break& at, const Resumption& resumption) {
     const bool proven = resumption.proven && !isCutOff(at.frame, at.limit);
-    if (!resumption.proven || !tellRepaired(at, resumption.at)) tellFound(at, resumption);
+    if (!resumption.proven || !tellRepaired(at, resumption.at)) Gap(*this, at, resumption).tell();
     evidence_ = proven || resumption.at == at.limit ? Evidence::chain : Evidence::search;
     return resumption.at;
 }
@@ -185,60 +267,6 @@ bool Walk::mayBeUnproven(const Break& at, const Frame& frame) {
     const BlocItem* entry = hints_.at(frame.offset);
     if (!entry) entry = hints_.of(frame.id);
     return entry && entry->offset > at.frame.offset && entry->offset < at.limit;
-}
-
-/// Tells what was found before the place where the blocks go on, and what is lost between.
-void Walk::tellFound(const Break& at, const Resumption& resumption) {
-    std::uint64_t told = at.frame.offset;
-    std::optional<std::uint32_t> id = at.hint ? std::optional(at.hint->id) : std::nullopt;
-    const auto loseUpTo = [&](std::uint64_t end) {
-        if (told >= end) return;
-        LossKind kind = LossKind::damaged;
-        if (end == file_.size() || told == at.frame.offset) {
-            const Frame frame = frameAt(probe_, shape_, told, file_.size());
-            if (end == file_.size() && isCutOff(frame, end)) kind = LossKind::cutOff;
-            if (!id && frame.hasHead && frame.plausible) id = frame.id;
-        }
-        lose(kind, told, end, id);
-        id.reset();
-    };
-    const auto tellOne = [&](const Frame& frame) {
-        loseUpTo(frame.offset);
-        tell({frame, Evidence::search, kFoundBySearch, 0}, hints_.at(frame.offset));
-        told = frame.end;
-    };
-    const BlocItem* named = hints_.after(at.frame.offset);
-    const bool mayMiss = !isIndexed(at.frame.offset) || (named && named->offset < at.limit);
-    // Blocks before a place where one begins, and single ones, whose predecessor's terminator is
-    // destroyed. What was found within their data is theirs.
-    const auto tellBetween = [&](std::uint64_t stop) {
-        if (!mayMiss || told >= stop) return;
-        auto last = blockEndingAt(file_, probe_, shape_, told, stop);
-        if (last && !mayBeUnproven(at, *last)) last.reset();
-        const std::uint64_t rest = last ? last->offset : stop;
-        for (std::uint64_t from = told;
-             const auto one = blockAnywhere(file_, probe_, shape_, from, rest, resumption.at);) {
-            const bool isFree =
-                one->end <= rest ||
-                (one->end > stop && !resumption.leadsOver(one->end) && isDistinct(*one));
-            const bool mayBe = isFree && mayBeUnproven(at, *one);
-            from = mayBe ? one->end : one->offset + 1;
-            if (mayBe) tellOne(*one);
-        }
-        if (last && last->offset >= told) tellOne(*last);
-    };
-    for (const Run& run : resumption.unproven) {
-        for (std::uint64_t place = run.start; place < std::min(run.end, resumption.at);) {
-            const Frame frame = frameAt(probe_, shape_, place, resumption.at);
-            if (!frame.isWhole()) break;
-            place = frame.end;
-            if (frame.offset < told || !mayBeUnproven(at, frame)) continue;
-            tellBetween(frame.offset);
-            if (frame.offset >= told) tellOne(frame);
-        }
-    }
-    tellBetween(resumption.at);
-    loseUpTo(resumption.at);
 }
 
 }  // namespace tbfile

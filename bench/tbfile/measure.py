@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Processor time of tbfile beside `cat`, on files of 1 GiB made for it, and on smaller ones of blocks
-whose sizes are odd:
+"""Processor time of tbfile beside `cat`, and beside `cp` for what makes a file. On files of 1 GiB made
+for it, and on smaller ones of blocks whose sizes are odd:
 
     bench/tbfile/measure.py PROGRAM FOLDER
 
@@ -19,8 +19,6 @@ sys.dont_write_bytecode = True
 from block_file import INDEX, Block, header, record, words
 
 ROUNDS = 5
-
-
 GIB = 1 << 30
 # Bytes of data of each block, and of the file.
 FILES = ((65536, GIB), (4096, GIB), (64, GIB), (422, GIB // 4), (65, GIB // 4), (27, GIB // 4))
@@ -58,10 +56,12 @@ def main():
                 "ls --sort length": [program, "ls", "--sort", "length", name],
                 "verify": [program, "verify", name],
                 "verify --quick": [program, "verify", "--quick", name],
-                "recover": [program, "recover", "--force", name, out]}
+                "cp": ["cp", name, out],
+                "recover": [program, "recover", name, out]}
         times = {way: [] for way in ways}
         for _ in range(ROUNDS):
             for way, command in ways.items():
+                pathlib.Path(out).unlink(missing_ok=True)
                 times[way].append(measured(command))
         base = statistics.median(times["cat"])
         for way, runs in times.items():

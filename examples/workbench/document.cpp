@@ -79,7 +79,8 @@ class JobMeter {
         if (total < kManyItems || done % kItemsBetweenSteps != 0) return true;
         if (!shown_) show(total);
         meter_.setMeterString(1, text(kItemsDone, done, total).c_str());
-        meter_.setPartsComplete(static_cast<unsigned>(done));
+        // A part of the job is what lies between two steps: the bar is drawn once for each part.
+        meter_.setPartsComplete(static_cast<unsigned>(done / kItemsBetweenSteps));
         return !meter_.isMeterCancelled() && !(canCancel_ && meter_.isToQuit());
     }
 
@@ -90,7 +91,7 @@ class JobMeter {
         meter_.setParentWindow(workbench_.frame().getFrame());
         shown_.emplace(meter_, caption_.c_str(), canCancel_);
         meter_.setMeterString(0, what_.c_str());
-        meter_.setPartsInJob(static_cast<unsigned>(total));
+        meter_.setPartsInJob(static_cast<unsigned>(total / kItemsBetweenSteps));
     }
 
     Workbench& workbench_;

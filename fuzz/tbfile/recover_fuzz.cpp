@@ -17,40 +17,12 @@
 #include "failure.h"
 #include "require.h"
 #include "support/text_fakes.h"
-#include "tbfile/corpus.h"
+#include "tbfile/walked.h"
 #include "terminal.h"
-#include "walk.h"
 
 using namespace tbfile;
 
 namespace {
-
-/// Requires that what a walk tells of follows one behind another.
-class Gapless final : public Walker {
-  public:
-    explicit Gapless(std::uint64_t start) : told_(start) {}
-    void block(const Found& found) override { pass(found.frame.offset, found.frame.end); }
-    void index(const Frame& frame) override { pass(frame.offset, frame.end); }
-    void loss(const Loss& loss) override { pass(loss.from, loss.to); }
-    [[nodiscard]] std::uint64_t told() const { return told_; }
-
-  private:
-    void pass(std::uint64_t from, std::uint64_t to) {
-        require(from == told_ && to > from);
-        told_ = to;
-    }
-    std::uint64_t told_;
-};
-
-void walk(const std::string& bytes) {
-    const corpus::Bytes source(bytes);
-    Window file(source);
-    Window probe(source);
-    const Map map = readMap(file, probe);
-    Gapless walker(map.shape.start());
-    Walk(file, probe, map, walker).run();
-    require(walker.told() == std::max<std::uint64_t>(bytes.size(), map.shape.start()));
-}
 
 /// A folder of its own, in memory where the machine has such a place.
 class Folder {
@@ -113,7 +85,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                       again = folder / "again";
     toolbox::testing::RecordingPrompt told;
     const std::string bytes(reinterpret_cast<const char*>(data), size);
-    walk(bytes);
+    require(corpus::Walked(bytes).isGapless());
 
     std::ofstream(given, std::ios::binary) << bytes;
     std::filesystem::remove(rescued);

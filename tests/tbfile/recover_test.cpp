@@ -5,7 +5,7 @@
 #include <map>
 
 #include "corpus.h"
-#include "walk.h"
+#include "walked.h"
 
 using namespace tbfile;
 using corpus::Maker;
@@ -14,38 +14,10 @@ using corpus::Record;
 
 namespace {
 
-class Blocks final : public Walker {
-  public:
-    explicit Blocks(std::uint64_t start) : told(start) {}
-    void block(const Found& found) override {
-        blocks.push_back(found);
-        pass(found.frame.offset, found.frame.end);
-    }
-    void index(const Frame& frame) override { pass(frame.offset, frame.end); }
-    void loss(const Loss& loss) override { pass(loss.from, loss.to); }
-
-    std::vector<Found> blocks;
-    std::uint64_t told;
-    bool gapless = true;
-
-  private:
-    void pass(std::uint64_t from, std::uint64_t to) {
-        gapless = gapless && from == told && to > from;
-        told = to;
-    }
-};
-
 std::vector<Found> found(const std::string& bytes) {
-    const corpus::Bytes source(bytes);
-    Window file(source);
-    Window probe(source);
-    const Map map = readMap(file, probe);
-    Blocks walker(map.shape.start());
-    Walk(file, probe, map, walker).run();
-    EXPECT_TRUE(walker.gapless &&
-                walker.told == std::max<std::uint64_t>(bytes.size(), map.shape.start()))
-        << "every byte belongs to one block, index or loss";
-    return walker.blocks;
+    const corpus::Walked walked(bytes);
+    EXPECT_TRUE(walked.isGapless());
+    return walked.blocks();
 }
 
 std::string shown(const std::vector<Found>& blocks) {
@@ -334,11 +306,7 @@ class Counted final : public Source {
 /// The bytes that a walk reads, each counted as often as it is read.
 std::uint64_t readFor(const std::string& bytes) {
     const Counted source(bytes);
-    Window file(source);
-    Window probe(source);
-    const Map map = readMap(file, probe);
-    Blocks walker(map.shape.start());
-    Walk(file, probe, map, walker).run();
+    EXPECT_TRUE(corpus::Walked(source).isGapless());
     return source.read;
 }
 

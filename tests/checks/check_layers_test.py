@@ -38,14 +38,15 @@ class CheckLayers(unittest.TestCase):
 
     def test_refuses(self):
         ground = {"src/base/codec.h": [], "include/toolbox/dates.h": [], "src/text/scan.h": [],
-                  "src/platform/posix/file_names.h": [], "src/file/record.h": []}
+                  "src/platform/posix/file_names.h": [], "src/file/record/parts.h": [], "src/text/output/values.h": []}
         for path, include in [
                 ("src/base/up.cpp", "toolbox/dates.h"),                # a higher layer
                 ("src/format/beside.cpp", "toolbox/dates.h"),          # a family of the same layer
-                ("src/file/record.cpp", "text/scan.h"),                # a part set below its folder
+                ("src/file/record/a.cpp", "text/scan.h"),              # a room below its folder
+                ("src/text/char_set/a.cpp", "text/output/values.h"),   # a room below another
                 ("src/file/block.cpp", "platform/posix/file_names.h"),  # one system's folder
                 ("src/platform/win32/f.cpp", "platform/posix/file_names.h"),
-                ("include/toolbox/files.h", "file/record.h"),          # public sees private
+                ("include/toolbox/files.h", "file/record/parts.h"),    # public sees private
                 ("src/file/block.cpp", "file/missing.h"),
                 ("src/novelty/new.cpp", "base/codec.h")]:              # a folder nobody placed
             with self.subTest(path=path, include=include):

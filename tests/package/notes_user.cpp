@@ -8,7 +8,7 @@
 #include <cstring>
 #include <iostream>
 
-#include "../workbench/session/other_windows.h"
+#include "../examples/workbench/session/other_windows.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <map>
 
 #include "commands.h"
-#include "file/block_lookup.h"
+#include "file/block/lookup.h"
 #include "json.h"
 #include "open_file.h"
 #include "toolbox/utf8.h"

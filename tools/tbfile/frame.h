@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "file/block_layout.h"
+#include "file/block/layout.h"
 #include "window.h"
 
 namespace tbfile {

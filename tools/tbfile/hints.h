@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-#include "file/block_lookup.h"
+#include "file/block/lookup.h"
 #include "map.h"
 
 namespace tbfile {

@@ -1,7 +1,7 @@
 #include "open_file.h"
 
 #include "failure.h"
-#include "file/block_lookup.h"
+#include "file/block/lookup.h"
 
 namespace tbfile {
 

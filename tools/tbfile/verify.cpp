@@ -5,7 +5,7 @@
 #include "commands.h"
 #include "doubts.h"
 #include "failure.h"
-#include "file/block_lookup.h"
+#include "file/block/lookup.h"
 #include "json.h"
 #include "open_file.h"
 #include "walk.h"

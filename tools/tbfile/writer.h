@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "file/block_lookup.h"
+#include "file/block/lookup.h"
 #include "files.h"
 #include "header.h"
 

@@ -1,0 +1,104 @@
+#include <algorithm>
+#include <typeinfo>
+
+#include "file/block/fetch.h"
+#include "file/block/parts.h"
+#include "toolbox/block_files.h"
+
+using toolbox::BlockFileParts;
+namespace blocks = toolbox::blocks;
+
+namespace {
+
+bool readHeader(TarvFile& f, APIFile& file) {
+    char bytes[blocks::kHeaderBytes];
+    const std::uint32_t got = blocks::readAt(file, 0, bytes, sizeof bytes);
+    return BlockFileParts::decode(*f.getHeader(), {bytes, got});
+}
+
+/// The index at its place, or else the first that a search finds.
+bool readIndex(TarvFile& f, APIFile& file, std::uint64_t size) {
+    TarvFileIndex& index = *BlockFileParts::index(f);
+    const blocks::Layout layout = blocks::layoutOf(f);
+    const auto fetchAt = [&](std::uint64_t offset) {
+        const std::uint64_t extent = offset < size ? size - offset : 0;
+        return blocks::fetch(file, {offset, blocks::kIndexId, extent}, layout, index) > 0;
+    };
+    if (!fetchAt(f.getHeader()->getOffsetMasterNdx())) {
+        const std::uint64_t behindId = blocks::scan(file, 0, blocks::kIndexId);
+        if (behindId == 0 || !fetchAt(behindId - 4)) return false;
+    }
+    index.setID(blocks::kIndexId);
+    BlockFileParts::takePacked(index, size);
+    return true;
+}
+
+/// Where the index says that a block is, with the distance to the next one as its probable length.
+blocks::Place placeOf(const TarvFile& f, std::uint32_t id, std::uint64_t size) {
+    const TarvFileIndex* index = BlockFileParts::index(f);
+    const auto found = index ? BlockFileParts::find(*index, id) : std::nullopt;
+    if (!found) return {0, id, 0};
+    const auto entries = BlockFileParts::entries(*index);
+    const std::uint64_t offset = entries[*found].offset;
+    std::uint64_t next = f.getHeader() ? f.getHeader()->getOffsetMasterNdx() : 0;
+    if (*found + 1u < entries.size()) next = entries[*found + 1u].offset;
+    next = std::min(next, size);
+    return {offset, id, next > offset ? next - offset : 0};
+}
+
+}  // namespace
+
+TarvFileRead::TarvFileRead() = default;
+TarvFileRead::TarvFileRead(const TarvFileRead&) = default;
+TarvFileRead& TarvFileRead::operator=(const TarvFileRead&) = default;
+TarvFileRead::~TarvFileRead() = default;
+
+int TarvFileRead::open(const RWCString& name) {
+    return open(name.c_str());
+}
+
+int TarvFileRead::open(const char* name) {
+    if (isOpen()) return 1;
+    setFileType(OpenForReading);
+    if (!BlockFileParts::file(*this))
+        BlockFileParts::attach(*this, std::make_unique<APIFile>(name ? name : "", GENERIC_READ,
+                                                                FILE_SHARE_READ, OPEN_EXISTING));
+    APIFile& file = *BlockFileParts::file(*this);
+    bool opened = file.isValid();
+    if (opened) {
+        if (!getHeader()) setHeader(TarvFileHeader());
+        opened = readHeader(*this, file);
+    }
+    if (opened) {
+        if (!getIndex()) setIndex(TarvFileIndex());
+        size_ = blocks::sizeOf(file);
+        opened = readIndex(*this, file, size_);
+    }
+    if (!opened) close();
+    return opened;
+}
+
+int TarvFileRead::close() {
+    return TarvFile::close();
+}
+
+int TarvFileRead::getBloc(unsigned long id, TarvBlocFile& out) {
+    APIFile* file = BlockFileParts::file(*this);
+    if (!canRead() || !file) return 0;
+    const auto key = static_cast<std::uint32_t>(id);
+    const blocks::Layout layout = blocks::layoutOf(*this);
+    // A class of the application's may have its own way of being assigned.
+    const bool plain = typeid(out) == typeid(TarvBlocFile);
+    std::optional<TarvBlocFile> temporary;
+    TarvBlocFile& block = plain ? out : temporary.emplace();
+
+    std::uint32_t bytes = blocks::fetch(*file, placeOf(*this, key, size_), layout, block);
+    if (bytes == 0 && getHeader() && (getHeader()->getMask() & blocks::kWholeWords)) {
+        const std::uint64_t behindId = blocks::scan(*file, 0, key);
+        if (behindId != 0) bytes = blocks::fetch(*file, {behindId - 4, key, 0}, layout, block);
+    }
+    if (bytes == 0) return 0;
+    block.setID(key);
+    if (!plain) out = block;
+    return 1;
+}

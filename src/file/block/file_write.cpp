@@ -1,0 +1,142 @@
+#include "file/block/layout.h"
+#include "file/block/output.h"
+#include "file/block/parts.h"
+#include "file/block/safe_save.h"
+#include "toolbox/block_files.h"
+#include "toolbox/messages.h"
+
+using toolbox::BlockFileParts;
+using toolbox::BlockOutput;
+using toolbox::SafeSave;
+namespace blocks = toolbox::blocks;
+
+namespace {
+
+constexpr unsigned short kIndexDescription = 1019;
+
+RWCString indexDescription() {
+    RWCString text;
+    GMSG::getString(kIndexDescription, text);
+    return text;
+}
+
+void installDefaults(TarvFile& f, bool replace) {
+    if (replace || !f.getHeader()) {
+        TarvFileHeader header;
+        header.setVersion(1);
+        header.setMask(blocks::kWholeWords);
+        f.setHeader(header);
+    }
+    if (replace || !f.getIndex()) {
+        TarvFileIndex index;
+        index.setID(blocks::kIndexId);
+        index.setDescription(indexDescription());
+        f.setIndex(index);
+    }
+}
+
+/// Whether the file could still take its index with `more` bytes and one entry more.
+bool leavesRoomForIndex(const TarvFileIndex& index, std::uint32_t at, std::uint64_t more) {
+    const std::uint64_t entries = BlockFileParts::entries(index).size() + 1;
+    const std::uint64_t indexBytes =
+        blocks::kHeadBytes + blocks::kEntryBytes * entries + blocks::kTailBytes;
+    return BlockOutput::mayGrow(at, more + indexBytes);
+}
+
+}  // namespace
+
+TarvFileWrite::TarvFileWrite() = default;
+TarvFileWrite::TarvFileWrite(const TarvFileWrite&) = default;
+TarvFileWrite& TarvFileWrite::operator=(const TarvFileWrite&) = default;
+
+TarvFileWrite::~TarvFileWrite() {
+    TarvFileWrite::close();
+}
+
+int TarvFileWrite::open(const RWCString& name) {
+    return open(name.c_str());
+}
+
+int TarvFileWrite::open(const char* name) {
+    if (isOpen()) return 0;
+    name_ = name ? name : "";
+    setFileType(OpenForWriting);
+    if (!BlockFileParts::file(*this)) return create();
+
+    // A file that was set: what it holds is the application's.
+    installDefaults(*this, false);
+    BlockFileParts::startOutput(*this, false);
+    APIFile& file = *BlockFileParts::file(*this);
+    if (!file.isValid()) return 0;
+    return !file.IsEmpty() || getHeader()->write(*this);
+}
+
+int TarvFileWrite::create() {
+    if (safe_) save_ = std::make_shared<SafeSave>(name_.str());
+    if (!save_) toolbox::backUp(name_);
+    const std::string name = save_ ? save_->besideName() : name_.str();
+    BlockFileParts::attach(
+        *this, std::make_unique<APIFile>(name.c_str(), GENERIC_WRITE, 0, CREATE_ALWAYS));
+    installDefaults(*this, true);
+    BlockFileParts::startOutput(*this, true);
+    if (!BlockFileParts::file(*this)->isValid()) return 0;
+    if (save_) save_->created();
+    return getHeader()->write(*this) && BlockFileParts::output(*this)->flush();
+}
+
+int TarvFileWrite::writeBloc(const TarvBlocFile& block) {
+    if (!canWrite() || !getHeader() || !getIndex()) return 0;
+    BlockOutput* output = BlockFileParts::output(*this);
+    const unsigned long length = block.getBlocLen();
+    const auto at = output ? output->position() : std::nullopt;
+    int result = 0;
+    // Where the header will be written nothing else is.
+    if (at && *at >= blocks::kHeaderBytes && leavesRoomForIndex(*getIndex(), *at, length) &&
+        getIndex()->addBloc(block.getID(), *at))
+        result = block.write(*this);
+    if (length % 4 != 0) getHeader()->setMask(getHeader()->getMask() & ~1ul);
+    return result;
+}
+
+int TarvFileWrite::commit() {
+    BlockOutput* output = BlockFileParts::output(*this);
+    if (!canWrite() || !output || !getHeader() || !getIndex()) return 0;
+    const auto at = output->position();
+    if (!at || *at < blocks::kHeaderBytes) return 0;
+    // The index is in the file before the header says so.
+    if (!getIndex()->write(*this) || !output->flush()) return 0;
+    getHeader()->setOffsetMasterNdx(*at);
+    if (!output->seekToBegin() || !getHeader()->write(*this) || !output->seekToEnd()) return 0;
+    if (save_) save_->committed();
+    return 1;
+}
+
+int TarvFileWrite::close() {
+    if (!canWrite()) return 0;
+    BlockOutput* output = BlockFileParts::output(*this);
+    const bool failedBefore = output && output->failed();
+    const bool written = !output || output->flush();
+    if (!save_) {
+        TarvFile::close();
+        return written || failedBefore;
+    }
+    return finish(written);
+}
+
+int TarvFileWrite::finish(bool written) {
+    const std::shared_ptr<SafeSave> save = std::move(save_);
+    // Copies of this object still write: the last of them puts the file in place.
+    const bool last = save.use_count() == 1;
+    const bool whole = written && save->isCommitted() && BlockFileParts::file(*this)->flush();
+    TarvFile::close();
+    if (!last) return 1;
+    return whole && save->putInPlace();
+}
+
+RWCString TarvFileWrite::getFileName() const {
+    return name_;
+}
+
+void TarvFileWrite::setSafeSave(int on) {
+    safe_ = on;
+}

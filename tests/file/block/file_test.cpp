@@ -1,0 +1,240 @@
+#include <gtest/gtest.h>
+
+#include "file/block/block_kit.h"
+#include "support/faulty_files.h"
+#include "support/temp_folder.h"
+
+using namespace block_kit;
+
+namespace {
+
+const std::vector<Block> kThree = {{7, "ten bytes.", "odd"},
+                                   {0xFFFFFFFE, "", "empty", 1, 2},
+                                   {3, std::string(70000, 'x'), "large"}};
+
+class BlockFile : public testing::Test {
+  protected:
+    TempFolder folder;
+    std::string name = folder / "plan.dat";
+};
+
+TEST_F(BlockFile, GivesBackEveryBlockInAnyOrder) {
+    ASSERT_EQ(save(name, kThree), 1);
+    const std::vector<Block> backwards(kThree.rbegin(), kThree.rend());
+    EXPECT_EQ(fetched(name, backwards), backwards);
+
+    TarvFileRead file;
+    TarvBlocFile out = made({99, "kept"});
+    EXPECT_EQ(file.getBloc(7, out), 0);
+    ASSERT_EQ(file.open(CString(name.c_str())), 1);
+    EXPECT_EQ(file.getBloc(12345, out), 0);
+    EXPECT_EQ(seen(out), (Block{99, "kept"}));
+    EXPECT_EQ(file.open("another"), 1);
+    EXPECT_EQ(file.getIndex()->getDescription().empty(), false);
+}
+
+TEST_F(BlockFile, CommitsAgainAfterFurtherBlocksAndOverwritesNothing) {
+    TarvFileWrite file;
+    ASSERT_EQ(file.open(name.c_str()), 1);
+    EXPECT_EQ(file.open(name.c_str()), 0);
+    for (const Block& block : kThree) {
+        EXPECT_EQ(file.writeBloc(made(block)), 1);
+        EXPECT_EQ(file.commit(), 1);
+    }
+    EXPECT_EQ(file.close(), 1);
+    EXPECT_EQ(file.close() + file.commit() + file.writeBloc(made(kThree[0])), 0);
+    EXPECT_EQ(fetched(name, kThree), kThree);
+}
+
+TEST_F(BlockFile, RefusesASecondBlockWithTheSameIdentifierAndClearsTheMaskAllTheSame) {
+    TarvFileWrite file;
+    ASSERT_EQ(file.open(name.c_str()), 1);
+    EXPECT_EQ(file.writeBloc(made({1, "four"})), 1);
+    EXPECT_EQ(file.getHeader()->getMask(), 1u);
+    EXPECT_EQ(file.writeBloc(made({1, "three"})), 0);
+    EXPECT_EQ(file.getHeader()->getMask(), 0u);
+}
+
+TEST_F(BlockFile, WithoutCommitKeepsItsBlocksButDoesNotOpen) {
+    TarvFileWrite file;
+    ASSERT_EQ(file.open(name.c_str()), 1);
+    EXPECT_EQ(file.writeBloc(made({5, "blue"})), 1);
+    EXPECT_EQ(file.close(), 1);
+    const std::string bytes = folder.read("plan.dat");
+    EXPECT_EQ(bytes.substr(160), record(210, {5, "blue"}));
+    EXPECT_EQ(wordAt(bytes, 148), 0u);
+    EXPECT_EQ(TarvFileRead().open(name.c_str()), 0);
+}
+
+TEST_F(BlockFile, FindsMisplacedBlocksOnlyWhereEveryBlockIsWholeWords) {
+    const std::vector<Block> blocks = {{7, "8 bytes."}, {9, "12 bytes ok."}};
+    for (std::uint32_t mask : {0u, 1u}) {
+        std::string bytes = fileOf(210, blocks);
+        bytes[4] = static_cast<char>(mask);
+        const std::size_t index = wordAt(bytes, 148);
+        bytes.replace(index + 136 + 8 + 4, 4, word(164));  // where block 9 is not
+        bytes.replace(148, 4, word(8));                    // nor is the index here
+        const std::string file = folder.write("lost.dat", bytes);
+        const std::vector<Block> expected(blocks.begin(), blocks.begin() + 1 + mask);
+        EXPECT_EQ(fetched(file, blocks), expected);
+    }
+}
+
+TEST_F(BlockFile, FindsAnIdentifierAcrossTheChunksOfASearch) {
+    const std::uint32_t chunk = 256 * 1024;
+    for (std::uint32_t shift : {0u, 4u, 8u, 12u}) {
+        std::string bytes(chunk * 2 - 4 + shift, '\xFF');
+        bytes += word(0x12345678) + "tail";
+        const std::string file = folder.write("scan.dat", bytes);
+        TarvFileRead holder;
+        holder.setFile(new APIFile(file.c_str(), GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING));
+        TarvBlocFile block;
+        EXPECT_EQ(block.findBloc(0x12345678, holder, 0), bytes.size() - 4);
+        EXPECT_EQ(holder.getFile()->CurOffset(), bytes.size() - 4);
+        EXPECT_EQ(block.findBloc(0x12345678, holder, 2), 0u);
+        EXPECT_EQ(block.findBloc(0xFFFFFFFF, holder, 12), 20u);
+    }
+}
+
+TEST_F(BlockFile, KeepsTheOrderWithWhatTheApplicationWritesItself) {
+    TarvFileWrite file;
+    ASSERT_EQ(file.open(name.c_str()), 1);
+    ASSERT_EQ(file.writeBloc(made({1, "one."})), 1);
+    ASSERT_EQ(made({2, "two."}).write(file), 1);
+    APIFile* own = file.getFile();
+    ASSERT_EQ(own->write("spare", 5), 1);
+    ASSERT_EQ(file.writeBloc(made({3, "three"})), 1);
+    ASSERT_EQ(own->write("more", 4), 1);
+    ASSERT_EQ(file.commit(), 1);
+    file.close();
+    EXPECT_EQ(folder.read("plan.dat").substr(160, 148 * 3 + 4 + 4 + 5 + 5 + 4),
+              record(210, {1, "one."}) + record(210, {2, "two."}) + "spare" +
+                  record(210, {3, "three"}) + "more");
+    EXPECT_EQ(fetched(name, {{1, ""}, {3, ""}}), (std::vector<Block>{{1, "one."}, {3, "three"}}));
+}
+
+/// Counts what the library calls.
+class OwnBlock : public TarvBlocFile {
+  public:
+    using TarvBlocFile::operator=;
+    std::string calls;
+
+    TarvBlocFile& operator=(const TarvBlocFile& other) override {
+        calls += "assign ";
+        return TarvBlocFile::operator=(other);
+    }
+    int readBloc(TarvFile& file) override {
+        calls += "body ";
+        return TarvBlocFile::readBloc(file);
+    }
+    unsigned long findBloc(unsigned long id, TarvFile& file, unsigned long offset) override {
+        calls += "search ";
+        return TarvBlocFile::findBloc(id, file, offset);
+    }
+};
+
+/// A file whose bytes are all turned round.
+class TurnedFile : public APIFile {
+  public:
+    using APIFile::APIFile;
+    int read(void* buffer, unsigned long n) override {
+        if (!APIFile::read(buffer, n)) return 0;
+        for (unsigned long i = 0; i < n; ++i) static_cast<unsigned char*>(buffer)[i] ^= 0xA5;
+        return 1;
+    }
+    int write(const void* bytes, unsigned long n) override {
+        std::string turned(static_cast<const char*>(bytes), n);
+        for (char& each : turned) each = static_cast<char>(each ^ 0xA5);
+        return APIFile::write(turned.data(), n);
+    }
+};
+
+TEST_F(BlockFile, GoesThroughTheOverridesOfTheApplication) {
+    const std::vector<Block> blocks = {{7, "8 bytes."}, {9, "12 bytes ok."}};
+    ASSERT_EQ(save(name, blocks), 1);
+    TarvFileRead file;
+    ASSERT_EQ(file.open(name.c_str()), 1);
+    OwnBlock own;
+    EXPECT_EQ(file.getBloc(9, own), 1);
+    EXPECT_EQ(own.read(9, file, 3, 0), 0);
+    EXPECT_EQ(own.read(9, file, 3, 1), 1);
+    EXPECT_EQ(own.read(7, file, 160, 0), 1);
+    EXPECT_EQ(own.calls, "assign search body body ");
+    EXPECT_EQ(file.getFile()->CurOffset(), 160u + 148 + 8);
+    EXPECT_EQ(seen(own), blocks[0]);
+
+    TarvFileWrite turned;
+    const std::string other = folder / "turned.dat";
+    turned.setFile(new TurnedFile(other.c_str(), GENERIC_WRITE, 0, CREATE_ALWAYS));
+    ASSERT_EQ(turned.open("unused"), 1);
+    for (const Block& block : kThree) EXPECT_EQ(turned.writeBloc(made(block)), 1);
+    EXPECT_EQ(turned.commit() + turned.close(), 2);
+    TarvFileRead back;
+    back.setFile(new TurnedFile(other.c_str(), GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING));
+    ASSERT_EQ(back.open("unused"), 1);
+    for (const Block& block : kThree) {
+        TarvBlocFile out;
+        EXPECT_EQ(back.getBloc(block.id, out), 1);
+        EXPECT_EQ(seen(out), block);
+    }
+}
+
+TEST_F(BlockFile, CopiesShareTheFileUntilTheLastLetsGo) {
+    TarvFileWrite first;
+    ASSERT_EQ(first.open(name.c_str()), 1);
+    ASSERT_EQ(first.writeBloc(made({1, "one"})), 1);
+    {
+        TarvFileWrite second = first;
+        EXPECT_EQ(second.writeBloc(made({1, "one"})), 0);
+        EXPECT_EQ(second.writeBloc(made({2, "two"})), 1);
+        EXPECT_EQ(first.close(), 1);
+        EXPECT_EQ(second.commit(), 1);
+    }
+    TarvFileRead reader;
+    ASSERT_EQ(reader.open(name.c_str()), 1);
+    TarvFileRead copy = reader;
+    reader.close();
+    TarvBlocFile out;
+    EXPECT_EQ(copy.getBloc(2, out), 1);
+    EXPECT_EQ(seen(out).data, "two");
+}
+
+TEST_F(BlockFile, TakesOneCallForEachBlockAndNoneForAWord) {
+    std::vector<Block> blocks;
+    for (std::uint32_t i = 0; i < 300; ++i)
+        blocks.push_back({i * 7 + 2, std::string(i % 7 == 0 ? 20000 + i * 4 : i * 4, 'a'), "d"});
+    FaultyFiles calls;
+    ASSERT_EQ(save(name, blocks), 1);
+    EXPECT_LE(calls.made(FileCall::write), 100);  // the large ones, and pieces of the small
+    TarvFileRead file;
+    ASSERT_EQ(file.open(name.c_str()), 1);
+    const int reads = calls.made(FileCall::readAt) + calls.made(FileCall::read);
+    const int others = calls.made(FileCall::seek) + calls.made(FileCall::size);
+    TarvBlocFile out;
+    for (std::size_t i = 0; i < blocks.size(); ++i) {
+        const Block& block = blocks[i * 199 % blocks.size()];
+        ASSERT_EQ(file.getBloc(block.id, out), 1);
+        ASSERT_EQ(seen(out), block);
+    }
+    EXPECT_EQ(calls.made(FileCall::readAt) + calls.made(FileCall::read) - reads, 300);
+    EXPECT_EQ(calls.made(FileCall::seek) + calls.made(FileCall::size) - others, 0);
+
+    EXPECT_EQ(file.getBloc(5, out), 0);  // searched through all of 2 MB
+    EXPECT_LE(calls.made(FileCall::readAt) + calls.made(FileCall::read) - reads, 300 + 20);
+}
+
+TEST_F(BlockFile, GivesNothingWhenTheFileIsShortenedWhileOpen) {
+    ASSERT_EQ(save(name, kThree), 1);
+    TarvFileRead file;
+    ASSERT_EQ(file.open(name.c_str()), 1);
+    FaultyFiles faults;
+    TarvBlocFile out;
+    for (const std::uint32_t bytes : {0u, 3u, 100u, 500u, 70000u}) {
+        faults.shorten(FileCall::readAt, 1, bytes, true);
+        EXPECT_EQ(file.getBloc(3, out), 0) << bytes;
+    }
+    faults.shorten(FileCall::readAt, 1, 70147, true);  // the last byte is not looked at
+    EXPECT_EQ(file.getBloc(3, out), 1);
+}
+
+}  // namespace

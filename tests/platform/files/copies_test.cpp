@@ -1,0 +1,109 @@
+#include "platform/files/host_files.h"
+
+namespace {
+
+TEST_F(HostFiles, CopiesBytesAndAttributes) {
+    std::string bytes;
+    for (int i = 0; i < 300'000; ++i) bytes += static_cast<char>(i % 251);
+    const std::string from = folder.write("from", bytes);
+    const std::string to = folder / "to";
+    EXPECT_EQ(files.copy(from.c_str(), to.c_str(), true), 0u);
+    EXPECT_EQ(folder.read("to"), bytes);
+    EXPECT_EQ(files.copy(from.c_str(), to.c_str(), true), ERROR_FILE_EXISTS);
+    folder.write("from", "short");
+    EXPECT_EQ(files.setAttributes(from.c_str(), FILE_ATTRIBUTE_READONLY), 0u);
+    EXPECT_EQ(files.copy(from.c_str(), to.c_str(), false), 0u);
+    EXPECT_EQ(folder.read("to"), "short");
+    const std::string fresh = folder / "fresh";
+    EXPECT_EQ(files.copy(from.c_str(), fresh.c_str(), false), 0u);
+    EXPECT_FALSE(files.isReadableAndWritable(fresh.c_str()));
+}
+
+TEST_F(HostFiles, RefusesCopiesThatWouldLoseSomething) {
+    const std::string from = folder.write("from", "kept");
+    const std::string none = folder / "none";
+    EXPECT_EQ(files.copy(from.c_str(), from.c_str(), false), ERROR_SHARING_VIOLATION);
+    EXPECT_EQ(folder.read("from"), "kept");
+    EXPECT_EQ(files.copy(none.c_str(), from.c_str(), false), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(folder.read("from"), "kept");
+    EXPECT_EQ(files.copy(from.c_str(), (none + "\\to").c_str(), false), ERROR_PATH_NOT_FOUND);
+
+    // A file that a writer holds may be half written.
+    ASSERT_EQ(open(from, kWrite, 0, OPEN_EXISTING), 0u);
+    EXPECT_EQ(files.copy(from.c_str(), none.c_str(), false), ERROR_SHARING_VIOLATION);
+    EXPECT_EQ(folder.read("none"), "<none>");
+}
+
+TEST_F(HostFiles, ReplacesInOneStep) {
+    const std::string from = folder.write("from", "new");
+    const std::string to = folder.write("to", "old and longer");
+    EXPECT_EQ(files.replace(from.c_str(), to.c_str()), 0u);
+    EXPECT_EQ(folder.read("to"), "new");
+    EXPECT_EQ(folder.names(), std::vector<std::string>{"to"});
+    EXPECT_EQ(files.replace(to.c_str(), from.c_str()), 0u);
+    EXPECT_EQ(folder.names(), std::vector<std::string>{"from"});
+}
+
+std::string compressed(const std::string& data, char algorithm = 'A', int size = 23) {
+    return std::string("SZDD\x88\xF0'3") + algorithm + '\0' + static_cast<char>(size) +
+           std::string(3, '\0') + data;
+}
+
+TEST_F(HostFiles, ExpandsCompressedFiles) {
+    // Two characters, a repeat that reads what it writes, and blanks from before the start.
+    const std::string data(
+        "\x03"
+        "AB\xF0\xFF\x64\x00",
+        7);
+    std::string otherSignature = compressed(data);
+    otherSignature[3] = 'E';
+    const std::string expanded = "ABABABABABABABABABAB   ";
+    const struct {
+        std::string packed;
+        std::int32_t result;
+        std::string bytes;
+    } cases[] = {
+        {compressed(data), 23, expanded},
+#if !defined(_WIN32)
+        // Some Windows systems expand all the data there is, whatever size is announced.
+        {compressed(data + "left over"), 23, expanded},
+        {compressed(data, 'A', 5), 5, expanded.substr(0, 5)},
+#endif
+        {compressed("", 'A', 0), 0, ""},
+        {"plain", 5, "plain"},
+        {"", 0, ""},
+        {"SZDD\x88\xF0'3A", 9, "SZDD\x88\xF0'3A"},
+        {otherSignature, 21, otherSignature},
+    };
+    for (const auto& c : cases) {
+        const std::string from = folder.write("from", c.packed);
+        const std::string to = folder / "to";
+        EXPECT_EQ(files.expandCopy(from.c_str(), to.c_str()), c.result);
+        EXPECT_EQ(folder.read("to"), c.bytes);
+        std::filesystem::remove(to);
+    }
+    std::string plain;
+    for (int i = 0; i < 200'000; ++i) plain += static_cast<char>(i % 253);
+    const std::string from = folder.write("from", plain);
+    EXPECT_EQ(files.expandCopy(from.c_str(), (folder / "big").c_str()), 200'000);
+    EXPECT_EQ(folder.read("big"), plain);
+}
+
+TEST_F(HostFiles, DamagedCompressedFilesGiveNegativeCodes) {
+    const std::string data(
+        "\x03"
+        "AB\xF0\xFF\x64\x00",
+        7);
+    const std::string to = folder / "to";
+    for (std::size_t kept = 0; kept < data.size(); ++kept) {
+        const std::string from = folder.write("from", compressed(data.substr(0, kept)));
+        EXPECT_EQ(files.expandCopy(from.c_str(), to.c_str()), -3) << kept;
+    }
+    std::string from = folder.write("from", compressed(data, 'B'));
+    EXPECT_EQ(files.expandCopy(from.c_str(), to.c_str()), -8);
+    EXPECT_EQ(files.expandCopy((folder / "none").c_str(), to.c_str()), -1);
+    from = folder.write("from", compressed(data));
+    EXPECT_EQ(files.expandCopy(from.c_str(), (folder.path() + "\\none\\to").c_str()), -2);
+}
+
+}  // namespace

@@ -1,0 +1,127 @@
+#include <algorithm>
+
+#include "platform/files/host_files.h"
+
+namespace {
+
+TEST_F(HostFiles, FindsByPattern) {
+    for (const char* name : {"a.dat", "b.dat", "ab.da", "c", "sub.dat.old"})
+        folder.write(name, "12345");
+    std::filesystem::create_directory(folder / "sub");
+    folder.write("sub/inner.dat", "");
+    const struct {
+        const char* pattern;
+        std::vector<std::string> names;
+    } cases[] = {
+        {"*", {"a.dat", "ab.da", "b.dat", "c", "sub", "sub.dat.old"}},
+        {"*.*", {"a.dat", "ab.da", "b.dat", "c", "sub", "sub.dat.old"}},
+        {"*.dat", {"a.dat", "b.dat"}},
+        {"?.dat", {"a.dat", "b.dat"}},
+        {"*b*a", {"ab.da"}},
+        {"c.*", {"c"}},
+        {"s*d*d", {"sub.dat.old"}},
+        {"a.dat", {"a.dat"}},
+        {"sub", {"sub"}},
+        {"sub\\*", {"inner.dat"}},
+        {"sub/inner.*", {"inner.dat"}},
+        {"z*", {}},
+        {"missing", {}},
+        {"sub\\", {}},
+        {"none\\*", {}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.pattern);
+        const std::string pattern = folder.path() + '\\' + c.pattern;
+        std::vector<std::string> names;
+        for (const auto& found : files.find(pattern.c_str())) {
+            names.push_back(found.name);
+            const bool isFolder = found.attributes & FILE_ATTRIBUTE_DIRECTORY;
+            EXPECT_EQ(isFolder, found.name == "sub");
+            EXPECT_EQ(found.size, isFolder || found.name == "inner.dat" ? 0u : 5u);
+        }
+        std::sort(names.begin(), names.end());
+        EXPECT_EQ(names, c.names);
+        EXPECT_EQ(files.exists(pattern.c_str()), !c.names.empty());
+    }
+    EXPECT_FALSE(files.exists(""));
+    EXPECT_FALSE(files.exists(nullptr));
+}
+
+TEST_F(HostFiles, TellsReadOnly) {
+    const std::string name = folder.write("locked", "kept");
+    EXPECT_TRUE(files.isReadableAndWritable(name.c_str()));
+    EXPECT_EQ(files.setAttributes(name.c_str(), FILE_ATTRIBUTE_READONLY), 0u);
+    std::uint32_t attributes = 0;
+    EXPECT_EQ(files.attributes(name.c_str(), attributes), 0u);
+    EXPECT_EQ(attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY),
+              FILE_ATTRIBUTE_READONLY);
+    EXPECT_FALSE(files.isReadableAndWritable(name.c_str()));
+    EXPECT_EQ(open(name, kRead, kShareRead, OPEN_EXISTING), 0u);
+    closeAll();
+#if !defined(_WIN32)
+    // Windows sees to this itself; elsewhere the super-user could write, were it not for the
+    // library.
+    const std::string other = folder.write("other", "other");
+    EXPECT_EQ(open(name, kWrite, 0, OPEN_EXISTING), ERROR_ACCESS_DENIED);
+    EXPECT_EQ(open(name, kWrite, 0, CREATE_ALWAYS), ERROR_ACCESS_DENIED);
+    EXPECT_EQ(files.copy(other.c_str(), name.c_str(), false), ERROR_ACCESS_DENIED);
+    EXPECT_EQ(files.remove(name.c_str()), ERROR_ACCESS_DENIED);
+    EXPECT_EQ(folder.read("locked"), "kept");
+#endif
+    EXPECT_EQ(files.setAttributes(name.c_str(), FILE_ATTRIBUTE_NORMAL), 0u);
+    EXPECT_EQ(files.remove(name.c_str()), 0u);
+}
+
+TEST_F(HostFiles, FoldersAreNoFiles) {
+    std::filesystem::create_directory(folder / "sub");
+    const std::string name = folder / "sub";
+    std::uint32_t attributes = 0;
+    EXPECT_EQ(files.attributes(name.c_str(), attributes), 0u);
+    EXPECT_TRUE(attributes & FILE_ATTRIBUTE_DIRECTORY);
+    EXPECT_TRUE(files.isReadableAndWritable((name + "\\").c_str()));
+    EXPECT_EQ(files.remove(name.c_str()), ERROR_ACCESS_DENIED);
+    const std::string file = folder.write("file", "x");
+    EXPECT_EQ(files.copy(name.c_str(), (folder / "copy").c_str(), false), ERROR_ACCESS_DENIED);
+    EXPECT_EQ(files.copy(file.c_str(), name.c_str(), false), ERROR_ACCESS_DENIED);
+    EXPECT_EQ(files.replace(file.c_str(), name.c_str()), ERROR_ACCESS_DENIED);
+}
+
+TEST_F(HostFiles, MissingNamesTellFileFromFolder) {
+    const std::string file = folder / "none";
+    const std::string deep = folder.path() + "\\none\\file";
+    const std::string there = folder.write("there", "x");
+    std::uint32_t attributes = 0;
+    EXPECT_EQ(files.remove(file.c_str()), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(files.remove(deep.c_str()), ERROR_PATH_NOT_FOUND);
+    EXPECT_EQ(files.attributes(file.c_str(), attributes), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(files.attributes(deep.c_str(), attributes), ERROR_PATH_NOT_FOUND);
+    EXPECT_EQ(files.setAttributes(file.c_str(), FILE_ATTRIBUTE_NORMAL), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(files.replace(file.c_str(), there.c_str()), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(files.replace(there.c_str(), deep.c_str()), ERROR_PATH_NOT_FOUND);
+    EXPECT_EQ(files.setCurrentFolder(file.c_str()), ERROR_FILE_NOT_FOUND);
+    EXPECT_FALSE(files.isReadableAndWritable(file.c_str()));
+    EXPECT_EQ(folder.read("there"), "x");
+}
+
+TEST_F(HostFiles, BareNamesAreInTheCurrentFolder) {
+    const std::string before = files.currentFolder();
+    ASSERT_EQ(files.setCurrentFolder(folder.path().c_str()), 0u);
+    folder.write("here", "x");
+    EXPECT_TRUE(files.exists("here"));
+    EXPECT_TRUE(std::filesystem::equivalent(files.currentFolder(), folder.path()));
+    EXPECT_EQ(files.setCurrentFolder(before.c_str()), 0u);
+    EXPECT_FALSE(files.exists("here"));
+}
+
+TEST_F(HostFiles, TellsFreeRoom) {
+    std::uint32_t sectors = 0;
+    std::uint32_t bytes = 0;
+    std::uint32_t clusters = 0;
+    EXPECT_EQ(files.diskFree("C:\\", sectors, bytes, clusters), 0u);
+    EXPECT_EQ(bytes, 512u);
+    EXPECT_GT(sectors, 0u);
+    EXPECT_GT(clusters, 0u);
+    EXPECT_NE(files.diskFree("1:\\none\\", sectors, bytes, clusters), 0u);
+}
+
+}  // namespace

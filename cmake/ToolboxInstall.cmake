@@ -35,13 +35,8 @@ install(FILES ${PROJECT_BINARY_DIR}/toolbox-config.cmake
         DESTINATION ${config_folder} COMPONENT development)
 
 # The system's libraries that the static library needs, for pkg-config.
-get_target_property(libraries toolbox_static INTERFACE_LINK_LIBRARIES)
-set(TOOLBOX_SYSTEM_LIBRARIES)
-foreach(library IN LISTS libraries)
-    if(library MATCHES "^[a-z0-9]+$")
-        string(APPEND TOOLBOX_SYSTEM_LIBRARIES " -l${library}")
-    endif()
-endforeach()
+toolbox_system_libraries(TOOLBOX_SYSTEM_LIBRARIES)
+list(JOIN TOOLBOX_SYSTEM_LIBRARIES " " TOOLBOX_SYSTEM_LIBRARIES)
 # The prefix, as seen from the folder of toolbox.pc.
 file(RELATIVE_PATH TOOLBOX_UP_TO_PREFIX ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig
      ${CMAKE_INSTALL_PREFIX})

@@ -1,5 +1,29 @@
 # Compile options of every target and the helpers that declare tests, examples and benchmarks.
 
+# What makes a fault in the code harder to use: a check of the stack's frame at the end of functions that
+# have arrays, the C library's checked calls (they need the optimizer, and mingw's do not link), tables of
+# the program's imports that are read-only once it runs, addresses that differ from run to run.
+# tests/checks/hardening_test.py asks the built files.
+function(toolbox_harden target)
+    target_compile_options(${target} PRIVATE -fstack-protector-strong)
+    if(WIN32)
+        # The static run-time of the check: no further DLL beside the program. Of the system's libraries
+        # the last, for the sake of programs that link the static library.
+        target_link_libraries(${target} PRIVATE -l:libssp.a)
+        target_link_options(${target} PRIVATE -Wl,--dynamicbase,--nxcompat)
+        if(CMAKE_SIZEOF_VOID_P EQUAL 8)
+            target_link_options(${target} PRIVATE -Wl,--high-entropy-va)
+        endif()
+        return()
+    endif()
+    set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE ON)
+    target_link_options(${target} PRIVATE -Wl,-z,relro,-z,now,-z,noexecstack)
+    if(NOT TOOLBOX_SANITIZE AND NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
+        # Debian's packages define it already, at a lower level.
+        target_compile_options(${target} PRIVATE -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3)
+    endif()
+endfunction()
+
 function(toolbox_compile_options target)
     target_compile_options(${target} PRIVATE
         -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual
@@ -10,6 +34,9 @@ function(toolbox_compile_options target)
         target_compile_options(${target} PRIVATE -Wno-restrict
             -Wno-array-bounds -Wno-dangling-pointer -Wno-free-nonheap-object -Wno-maybe-uninitialized
             -Wno-mismatched-new-delete -Wno-stringop-overflow -Wno-stringop-overread)
+    endif()
+    if(TOOLBOX_HARDEN)
+        toolbox_harden(${target})
     endif()
     # No fused operations: figures agree to the last digit between the builds.
     target_compile_options(${target} PRIVATE -ffp-contract=off)
@@ -27,6 +54,21 @@ function(toolbox_compile_options target)
             -fno-sanitize-recover=all -fno-omit-frame-pointer)
         target_link_options(${target} PUBLIC -fsanitize=${TOOLBOX_SANITIZE})
     endif()
+endfunction()
+
+# toolbox_system_libraries(<variable>)
+#   The linker's flags for the libraries that a program of the static library needs besides.
+function(toolbox_system_libraries variable)
+    get_target_property(libraries toolbox_static INTERFACE_LINK_LIBRARIES)
+    set(flags)
+    foreach(library IN LISTS libraries)
+        if(library MATCHES "^[a-z0-9]+$")
+            list(APPEND flags -l${library})
+        elseif(library MATCHES "^[$]<LINK_ONLY:(-l:[a-z0-9.]+)>$")
+            list(PREPEND flags ${CMAKE_MATCH_1})   # it needs some of the others
+        endif()
+    endforeach()
+    set(${variable} ${flags} PARENT_SCOPE)
 endfunction()
 
 # The DLLs that every program here needs beside it. Windows has no run path, so the programs of one
@@ -84,27 +126,36 @@ function(toolbox_program name)
     endif()
 endfunction()
 
-# toolbox_add_test(<name> COMMAND <command>...)
+# toolbox_add_test(<name> [LONG] COMMAND <command>...)
 #   add_test under a name that starts with the build, and the build as its label, so that one ctest
-#   run over several builds tells them apart.
+#   run over several builds tells them apart. LONG tests have the label "long" besides: a plain ./test
+#   leaves them out, ./test long runs them.
 function(toolbox_add_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "LONG" "" "")
     set(full ${TOOLBOX_TEST_PREFIX}${name})
-    add_test(NAME ${full} ${ARGN})
-    set_tests_properties(${full} PROPERTIES TIMEOUT 120)
+    add_test(NAME ${full} ${arg_UNPARSED_ARGUMENTS})
+    set(labels)
     if(TOOLBOX_TEST_PREFIX)
-        string(REGEX REPLACE "[.]$" "" label ${TOOLBOX_TEST_PREFIX})
-        set_tests_properties(${full} PROPERTIES LABELS ${label})
+        string(REGEX REPLACE "[.]$" "" labels ${TOOLBOX_TEST_PREFIX})
     endif()
+    if(arg_LONG)
+        list(APPEND labels long)
+    endif()
+    set_tests_properties(${full} PROPERTIES TIMEOUT 120 LABELS "${labels}")
 endfunction()
 
-# toolbox_test(<name> [INTERNAL] [DISPLAY] [TIMEOUT <s>] SOURCES <file>...)
+# toolbox_test(<name> [INTERNAL] [DISPLAY] [LONG] [TIMEOUT <s>] SOURCES <file>...)
 #   A GoogleTest program and its one ctest entry. DISPLAY marks tests that open windows
 #   or use the clipboard: on Windows they run one at a time and have the window kit of tests/support.
 function(toolbox_test name)
-    cmake_parse_arguments(arg "INTERNAL;DISPLAY" "TIMEOUT" "SOURCES" ${ARGN})
+    cmake_parse_arguments(arg "INTERNAL;DISPLAY;LONG" "TIMEOUT" "SOURCES" ${ARGN})
     set(internal)
     if(arg_INTERNAL)
         set(internal INTERNAL)
+    endif()
+    set(long)
+    if(arg_LONG)
+        set(long LONG)
     endif()
     if(NOT arg_TIMEOUT)
         set(arg_TIMEOUT 120)
@@ -115,7 +166,7 @@ function(toolbox_test name)
         string(TOLOWER "test_headers_${internal}" headers)
         target_precompile_headers(${name} REUSE_FROM ${headers})
     endif()
-    toolbox_add_test(${name} COMMAND ${name})
+    toolbox_add_test(${name} ${long} COMMAND ${name})
     set_tests_properties(${TOOLBOX_TEST_PREFIX}${name} PROPERTIES TIMEOUT ${arg_TIMEOUT})
     if(arg_DISPLAY AND WIN32)
         target_link_libraries(${name} PRIVATE toolbox_window_kit)

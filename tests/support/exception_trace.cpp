@@ -1,0 +1,70 @@
+// Prints where a test program of Windows met a fault, on stderr: the code, and of each place on the
+// stack the module and the offset in it. It looks at faults before anybody else does, so one that
+// happens while the program ends (destructors, DLLs that are detached) is told too. ctest shows what a
+// test printed only when it failed; a fault that somebody handles costs a few lines that nobody sees.
+#include <windows.h>
+
+#include <cstdio>
+#include <cstring>
+
+namespace {
+
+constexpr int kMostTraces = 5;     // a fault in a handler's handler would go on for ever
+constexpr ULONG kMostFrames = 32;  // the first few are this handler and the system's dispatcher
+
+void print(const char* text) {
+    DWORD written;
+    WriteFile(GetStdHandle(STD_ERROR_HANDLE), text, static_cast<DWORD>(std::strlen(text)), &written,
+              nullptr);
+}
+
+/// The C++ run-time's and the system's own memory may be gone at a program's end: the stack serves.
+void printPlace(const char* what, const void* address) {
+    MEMORY_BASIC_INFORMATION region{};
+    char text[128];
+    if (!VirtualQuery(address, &region, sizeof region) || !region.AllocationBase) {
+        std::snprintf(text, sizeof text, "%s %p in no module\n", what, address);
+        print(text);
+        return;
+    }
+    const auto offset = static_cast<const char*>(address) - static_cast<char*>(region.AllocationBase);
+    std::snprintf(text, sizeof text, "%s %p: %p + 0x%lx ", what, address, region.AllocationBase,
+                  static_cast<unsigned long>(offset));
+    print(text);
+    char name[MAX_PATH] = "";
+    GetModuleFileNameA(static_cast<HMODULE>(region.AllocationBase), name, sizeof name - 1);
+    print(name[0] ? name : "(no module)");
+    print("\n");
+}
+
+LONG CALLBACK trace(EXCEPTION_POINTERS* fault) {
+    static volatile LONG traces = 0;
+    const EXCEPTION_RECORD& record = *fault->ExceptionRecord;
+    // Errors of the system only: what is thrown, and notes to debuggers, have other bits. A stack that
+    // overflowed has no room for a trace.
+    if (record.ExceptionCode >> 28 != 0xC || record.ExceptionCode == EXCEPTION_STACK_OVERFLOW ||
+        InterlockedIncrement(&traces) > kMostTraces)
+        return EXCEPTION_CONTINUE_SEARCH;
+
+    char text[128];
+    std::snprintf(text, sizeof text, "\nexception 0x%08lx, thread %lu\n", record.ExceptionCode,
+                  GetCurrentThreadId());
+    print(text);
+    printPlace("at", record.ExceptionAddress);
+    if (record.ExceptionCode == EXCEPTION_ACCESS_VIOLATION && record.NumberParameters > 1) {
+        std::snprintf(text, sizeof text, "%s 0x%llx\n",
+                      record.ExceptionInformation[0] == 1 ? "writing"
+                      : record.ExceptionInformation[0]    ? "executing"
+                                                          : "reading",
+                      static_cast<unsigned long long>(record.ExceptionInformation[1]));
+        print(text);
+    }
+    void* frames[kMostFrames];
+    const ULONG count = CaptureStackBackTrace(0, kMostFrames, frames, nullptr);
+    for (ULONG i = 0; i < count; ++i) printPlace("from", frames[i]);
+    return EXCEPTION_CONTINUE_SEARCH;
+}
+
+const PVOID installed = AddVectoredExceptionHandler(1, trace);
+
+}  // namespace

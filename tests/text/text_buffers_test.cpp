@@ -43,7 +43,7 @@ TEST(Lead, MovesOnlyWhatItLooksAt) {
         int result;
     };
     const Case cases[] = {{"  ab", 4, "ab", 2},   {"ab  ", 4, "ab  ", 4},
-                          {"    ", 4, "    ", 0}, {"   ", 9, "   ", 0},
+                          {"    ", 4, "    ", 0}, {"  ", 5, "", 0},
                           {"  ab", 2, "  ab", 0}, {"  abcdef", 4, "abcbcdef", 8},
                           {" ab", 99, "ab", 2},   {"", 0, "", 0},
                           {" ab", -1, " ab", 0},  {"\t ab", 4, "\t ab", 4}};

@@ -2,7 +2,6 @@
 // says, and what a text was restored to is the same again after it is saved and restored.
 #include <cstdint>
 #include <cstdio>
-#include <cstring>
 #include <string>
 
 #include "require.h"
@@ -52,26 +51,6 @@ void checkText(const RWCString& text, Format format) {
     require(again.saveStringFormat() == saved);
 }
 
-/// Numbers of more than four columns are saved whole and do not read back.
-bool reads(int number) {
-    return number >= -999 && number <= 9999;
-}
-
-template <class Format>
-void checkSave(Format format) {
-    Format again;
-    const int restored = again.restoreStringFormat(format.saveStringFormat());
-    require(restored == (reads(format.getWidth()) && reads(format.getPrecision())));
-    if (restored) require(again == format);
-}
-
-int intAt(const std::uint8_t* data, std::size_t size, std::size_t at) {
-    int value = 0;
-    if (at + sizeof value <= size) std::memcpy(&value, data + at, sizeof value);
-    // Half of them near what four columns hold.
-    return value % 2 ? value / 2 : value / 2 % 20000;
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -84,14 +63,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     checkText(text, string);
     checkText(text, real);
     require(NoFormatType().restoreStringFormat(text) == 0);
-
-    const Justification justify = size % 2 ? Left : Right;
-    const int width = intAt(data, size, 0);
-    const int precision = intAt(data, size, 4);
-    number.setFormat(width, justify);
-    string.setFormat(width, justify);
-    checkSave(number);
-    checkSave(string);
-    if (RealFormat fresh; fresh.setFormat(width, precision, justify)) checkSave(fresh);
     return 0;
 }

@@ -14,26 +14,26 @@ using Value = std::optional<double>;
 
 /// The longest name comes first.
 const std::map<std::string_view, double (*)(double), std::greater<>> kFunctions = {
-    {"ABS", [](double x) { return std::fabs(x); }},
-    {"ACOS", [](double x) { return std::acos(x); }},
-    {"ASIN", [](double x) { return std::asin(x); }},
-    {"ATAN", [](double x) { return std::atan(x); }},
-    {"COS", [](double x) { return std::cos(x); }},
-    {"COSH", [](double x) { return std::cosh(x); }},
-    {"EXP", [](double x) { return std::exp(x); }},
-    {"LOG", [](double x) { return std::log(x); }},
-    {"LOG10", [](double x) { return std::log10(x); }},
+    {"ABS", std::fabs},
+    {"ACOS", std::acos},
+    {"ASIN", std::asin},
+    {"ATAN", std::atan},
+    {"COS", std::cos},
+    {"COSH", std::cosh},
+    {"EXP", std::exp},
+    {"LOG", std::log},
+    {"SIN", std::sin},
+    {"SINH", std::sinh},
+    {"SQRT", std::sqrt},
+    {"TAN", std::tan},
+    {"TANH", std::tanh},
+    {"LOG10", std::log10},
+    {"ROUNDUP", std::ceil},
+    {"ROUNDDOWN", std::floor},
+    {"TRUNC", std::floor},
     {"POW10", [](double x) { return std::pow(10.0, x); }},
     {"ROUND", [](double x) { return std::ceil(x + 0.5); }},
-    {"ROUNDDOWN", [](double x) { return std::floor(x); }},
-    {"ROUNDUP", [](double x) { return std::ceil(x); }},
-    {"SIN", [](double x) { return std::sin(x); }},
-    {"SINH", [](double x) { return std::sinh(x); }},
-    {"SQR", [](double x) { return x * x; }},
-    {"SQRT", [](double x) { return std::sqrt(x); }},
-    {"TAN", [](double x) { return std::tan(x); }},
-    {"TANH", [](double x) { return std::tanh(x); }},
-    {"TRUNC", [](double x) { return std::floor(x); }}};
+    {"SQR", [](double x) { return x * x; }}};
 
 class Descent {
   public:

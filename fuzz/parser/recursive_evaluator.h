@@ -15,7 +15,7 @@ struct Answer {
     bool namesCell;
 };
 
-/// Nothing when `text` is no formula. There is no limit to its depth but the machine's.
+/// Nothing when `text` is not a valid formula. Only the machine limits its depth.
 std::optional<Answer> evaluate(std::string_view text, const Cells& cells);
 
 }  // namespace recursive

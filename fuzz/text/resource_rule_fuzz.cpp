@@ -1,6 +1,6 @@
-// The rules of a validated text are those that a plain split of the resource text gives, they judge
-// texts as a plain reading of them does, and put together again they are read as the same rules.
-// The limits of a number's rule judge as two numbers do.
+// The rules of a validated text are those that a plain split of the resource text gives, and they
+// judge texts as a plain reading of them does; its sets hold what lists of intervals hold. The
+// limits of a number's rule judge as two numbers do.
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -8,14 +8,65 @@
 #include <cstdlib>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "require.h"
 #include "support/text_fakes.h"
-#include "text/set_model.h"
 #include "toolbox/text.h"
 
 namespace {
+
+/// A set of characters another way: a list of intervals, read off the front of the definition.
+struct SetModel {
+    std::vector<std::pair<signed char, signed char>> items;
+    bool valid = true;
+
+    explicit SetModel(std::string_view rest) {
+        while (!rest.empty() && valid) {
+            const auto at = [&](std::size_t i) { return static_cast<signed char>(rest[i]); };
+            if (!rest.starts_with("[[")) {
+                items.emplace_back(at(0), at(0));
+                rest.remove_prefix(1);
+            } else if (rest.size() >= 6 && rest.substr(4, 2) == "]]" && at(2) <= at(3)) {
+                items.emplace_back(at(2), at(3));
+                rest.remove_prefix(6);
+            } else {
+                valid = false;
+            }
+        }
+    }
+
+    [[nodiscard]] bool has(char c) const {
+        return std::ranges::any_of(items, [code = static_cast<signed char>(c)](const auto& item) {
+            return item.first <= code && code <= item.second;
+        });
+    }
+
+    [[nodiscard]] std::string members() const {
+        std::string all;
+        for (const auto& [first, last] : items)
+            for (int c = first; c <= last; ++c) all += static_cast<char>(c);
+        return all;
+    }
+
+    /// The set in words, with `to` inside intervals and `word` in place of the last comma.
+    [[nodiscard]] std::string inWords(const std::string& to, const std::string& word) const {
+        const auto quoted = [](signed char c) {
+            return "'" + TvCharSet::getVisibleChar(static_cast<char>(c)).str() + "'";
+        };
+        std::string text;
+        for (const auto& [first, last] : items) {
+            if (!text.empty()) text += ", ";
+            text += quoted(first);
+            if (first != last) text.append(" ").append(to).append(" ").append(quoted(last));
+        }
+        const std::size_t comma = text.find_last_of(',');
+        if (comma == std::string::npos) return text;
+        return text.substr(0, comma) + " " + word + text.substr(comma + 1);
+    }
+};
 
 using Texts = std::vector<std::string>;
 
@@ -57,7 +108,7 @@ struct Rules {
 
     bool operator==(const Rules&) const = default;
 
-    /// In the order in which a message names those that are in force.
+    /// In the order in which a message names the active ones.
     [[nodiscard]] Texts arguments() const {
         Texts texts;
         if (bits & TvString::MinLength) texts.push_back(std::to_string(least));
@@ -91,24 +142,6 @@ struct Rules {
         for (const char c : text)
             if ((valid.empty() || allowed.has(c)) && !refused.has(c)) kept += c;
         return kept;
-    }
-
-    /// As a resource text.
-    [[nodiscard]] std::string together() const {
-        const auto length = [&](int rule, int n) {
-            return bits & rule ? std::to_string(n) : std::string();
-        };
-        Texts fields = {"TVSTRING",
-                        bits & TvString::HasMessage ? message : "",
-                        length(TvString::MinLength, least),
-                        length(TvString::MaxLength, most),
-                        initial,
-                        valid,
-                        invalid};
-        fields.insert(fields.end(), forbidden.begin(), forbidden.end());
-        std::string text = fields[0];
-        for (std::size_t i = 1; i < fields.size(); ++i) text += "|" + fields[i];
-        return text;
     }
 };
 
@@ -168,8 +201,18 @@ std::string filled(std::string message, const Texts& arguments) {
 }
 
 constexpr unsigned int kRule = 1;
-constexpr unsigned int kTogether = 2;
-constexpr unsigned short kRange = 3;
+constexpr unsigned short kRange = 2;
+
+void checkSet(const std::string& definition, const std::string& text) {
+    const TvCharSet set((CString(definition)));
+    const SetModel model(definition);
+    require(set.isValid() == model.valid);
+    require(set.getDetailedCharsSet() == model.members());
+    const auto has = [&](char c) { return model.has(c); };
+    for (const char c : text.substr(0, 16)) require(set.charIsInSet(c) == has(c));
+    require(set.allStringCharsAreInSet(text) == std::ranges::all_of(text, has));
+    require(set.atLeastOneStringCharIsInSet(text) == std::ranges::any_of(text, has));
+}
 
 void checkText(const Rules& rules, const std::string& text) {
     TvString field(kRule);
@@ -198,8 +241,6 @@ void checkRules(toolbox::testing::FakedTexts& texts, const std::string& resource
         require(TvString(kRule).rules() == 0);
         return;
     }
-    texts.strings.put(kTogether, rules->together());
-    require(parsed<CString>(kTogether) == rules);
     checkText(*rules, text);
 }
 
@@ -240,6 +281,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     texts.strings.put(1097, "to");
     static int module;
     GMSG::setInstance(&module);
+    checkSet(resource, text);
     checkRules(texts, resource, text);
     checkRange(texts, resource);
     return 0;

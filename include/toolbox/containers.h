@@ -1,7 +1,7 @@
 // The thin containers of the library's signatures: CArray, an array that grows, RWTValSlist and
 // RWTValOrderedVector, a list and a vector of values in the order in which they were appended. They
-// own copies of their elements and are plain values themselves. No index is out of bounds: reading
-// where there is no element gives a default one.
+// own copies of their elements and are plain values themselves. Any index may be read: where there
+// is no element, a default one is the answer.
 #pragma once
 
 #include <algorithm>
@@ -68,8 +68,8 @@ class CArray {
     T outside_{};
 };
 
-template <class T>
 /// A list that grows at its end.
+template <class T>
 class RWTValSlist {
   public:
     /// Appends a copy.
@@ -92,8 +92,8 @@ class RWTValSlist {
     std::list<T> values_;
 };
 
+/// A vector in the order of appending.
 template <class T>
-/// A vector whose order is that of appending.
 class RWTValOrderedVector {
   public:
     RWTValOrderedVector() = default;
@@ -117,7 +117,7 @@ class RWTValOrderedVector {
 
     /// Appends a copy.
     void append(const T& element) { elements_.push_back(element); }
-    /// Both take time that grows with the number of elements.
+    /// True when an element equals this one. Linear, like remove().
     [[nodiscard]] bool contains(const T& element) const { return find(element) != end(); }
     /// Removes the first element that equals this one; false when there is none.
     bool remove(const T& element) {

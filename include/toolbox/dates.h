@@ -2,7 +2,7 @@
 //
 // TarvDate is a date of the proleptic Gregorian calendar. It converts to and from a day number, the
 // count of days in which 1 January of year 1 is 1721426 (the Julian day number); files store day
-// numbers. A date may hold any three values; isValid() tells whether they name a day, and an
+// numbers. A date may hold any three values; isValid() says whether they name a day, and an
 // invalid date has the day number -1. TarvDateString adds the names of the months in English and
 // French.
 //
@@ -95,8 +95,8 @@ class TarvDate {
     [[nodiscard]] constexpr long operator-(const TarvDate& other) const noexcept {
         return asDayNumber(static_cast<long long>(dayNumber()) - other.dayNumber());
     }
-    /// The day number `days` days earlier: a number, not a date, on purpose. No date is made on the
-    /// way, so it may lie before year 1. A result that does not fit 32 bits is -1.
+    /// The day number `days` days earlier: a number, not a date. No date is made on the way,
+    /// so it may lie before year 1. A result that does not fit 32 bits is -1.
     [[nodiscard]] constexpr long operator-(long days) const noexcept { return earlier(days); }
     [[nodiscard]] constexpr long operator-(int days) const noexcept { return earlier(days); }
 

@@ -31,8 +31,7 @@ class TB_API ErrObj {
 
     /// The object's text, valid until it is changed; without one the standard sentence, in one
     /// buffer that all error objects share: the next such call of any of them overwrites it.
-    /// With a language other than the two the buffer is returned as the last call left it, on
-    /// purpose.
+    /// With a language other than the two, the buffer is returned as the last call left it.
     [[nodiscard]] const char* getText() const noexcept;
 
     /// French at the start of the process.

@@ -5,9 +5,10 @@
 // decimals. It can be saved to a short text and restored from it. A formatted value is a value
 // together with its format.
 //
-// All are plain values without shared state. A result is as long as its format's width (a text that
-// does not fit is cut), and takes that much memory. A negative width pads as printf does and then
-// cuts everything: the result is empty. Numbers print the same characters on every system and under
+// All are plain values without shared state, and nothing throws. A result is as long as its
+// format's width: what is longer is cut, what is shorter padded with blanks, up to 16777216
+// characters (a greater width counts as that). A negative width gives the empty text, and so does a
+// field for which there is no memory. Numbers print the same characters on every system and under
 // every locale: '.' as decimal point, ties rounded to even, at least three digits in an exponent,
 // "inf", "-inf" and "nan".
 #pragma once
@@ -20,7 +21,7 @@
 class UDKeyData;
 #endif
 
-/// Side of the column that a value stands on. Any other value counts as Right.
+/// Side of the column that a value is aligned to. Any other value counts as Right.
 enum Justification : int { Left = 0, Right = 1 };
 
 /// What all formats answer. The int results are 1 for yes, done or accepted, and 0 for no; what is
@@ -49,11 +50,11 @@ class TB_API FormatType {
     virtual int setFormatDlg(HWND parent, UDKeyData& key) = 0;
 #endif
     /// The saved form: width (and decimals) right-aligned in 4 columns, each with a "-", then "L"
-    /// or "R": "  12-R", "  10-   2-L". A number of more than 4 columns is written whole, on
-    /// purpose, but does not read back.
+    /// or "R": "  12-R", "  10-   2-L". A number of more than 4 columns is written whole, but does
+    /// not read back.
     virtual RWCString saveStringFormat() = 0;
     /// Reads a saved form. 0 and no change when a part is missing. Otherwise every part is applied
-    /// by its setter, on purpose also after one was refused; 0 when one was, or when the letter is
+    /// by its setter, even after one was refused; 0 when one was, or when the letter is
     /// neither "L" nor "R".
     virtual int restoreStringFormat(const RWCString& text) = 0;
     /// The name of the class, "NumberFormat"; never null.
@@ -73,7 +74,7 @@ class TB_API FormatType {
     [[nodiscard]] virtual Justification getJustify() const = 0;
     [[nodiscard]] virtual int getPrecision() const = 0;
 
-    // What each kind accepts differs on purpose; see the classes.
+    // What each kind accepts differs; see the classes.
     virtual int setWidth(int width) = 0;
     virtual int setJustify(Justification justify) = 0;
     virtual int setPrecision(int precision) = 0;
@@ -84,8 +85,8 @@ class TB_API FormatType {
     [[nodiscard]] virtual RWCString getTypeName(HWND window) const;
 };
 
-/// Format of integers. Any width is accepted; setting a precision is accepted and ignored, on
-/// purpose.
+/// Format of integers. Any width is accepted; setting a precision is accepted and
+/// ignored.
 class TB_API NumberFormat : public virtual FormatType {
   public:
     /// Width 0, right.
@@ -128,7 +129,7 @@ class TB_API NumberFormat : public virtual FormatType {
 
     /// The printed value. One that does not fit the width, its sign counted, is printed with an
     /// exponent and as many decimals as the width has room for, counting two digits of the
-    /// exponent: its third is cut off, on purpose ("1e+00" for 123456 in 5 columns).
+    /// exponent: its third is cut off ("1e+00" for 123456 in 5 columns).
     [[nodiscard]] RWCString getString(int value) const;
 
   private:
@@ -181,7 +182,7 @@ class TB_API RealFormat : public virtual FormatType {
 
     /// The printed value: with the format's decimals, or as many as fit, when the integer part, the
     /// sign and a point fit the width; otherwise with an exponent, cut as NumberFormat's. Zero and
-    /// negative values count a column for the sign, on purpose also when none is printed.
+    /// negative values count a column for the sign, even when none is printed.
     virtual RWCString getString(double value);
 
   private:
@@ -240,7 +241,7 @@ class TB_API StringFormat : public virtual FormatType {
 };
 
 /// "No format". It accepts every setting and keeps none, its saved form is empty and cannot be
-/// restored, and it equals every format, on purpose (another format does not equal it).
+/// restored, and it equals every format (another format does not equal it).
 class TB_API NoFormatType : public virtual FormatType {
   public:
     NoFormatType();
@@ -335,8 +336,8 @@ class TB_API RealFormatedValue : public RealFormat, public FormatedValue {
     /// Compares the formats.
     int operator==(const FormatType& other) const override;
     /// 1 when width, justification and precision are equal and the values differ by less than one
-    /// unit of the last decimal: 10 to the power of -precision, but 0.1 for precision 0, on
-    /// purpose. Infinities and not-a-number equal nothing.
+    /// unit of the last decimal: 10 to the power of -precision, but 0.1 for precision 0.
+    /// Infinities and not-a-number equal nothing.
     int operator==(const RealFormatedValue& other) const;
     int operator!=(const RealFormatedValue& other) const { return !(*this == other); }
 
@@ -365,7 +366,7 @@ class TB_API StringFormatedValue : public StringFormat, public FormatedValue {
 
     /// Compares the formats.
     int operator==(const FormatType& other) const override;
-    /// 1 when width and justification are equal. The texts are not compared, on purpose.
+    /// 1 when width and justification are equal. The texts are not compared.
     int operator==(const StringFormatedValue& other) const;
     int operator!=(const StringFormatedValue& other) const { return !(*this == other); }
 
@@ -378,7 +379,7 @@ class TB_API StringFormatedValue : public StringFormat, public FormatedValue {
 };
 
 /// The value of "no format": it prints as the empty text and equals everything. Its class name is
-/// "NoFormatType", on purpose.
+/// "NoFormatType".
 class TB_API NoFormatedValue : public NoFormatType, public FormatedValue {
   public:
     NoFormatedValue();

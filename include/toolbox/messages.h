@@ -102,8 +102,7 @@ class TB_API GMSG {
     static void setInstance(void* module);
     [[nodiscard]] static void* getInstance();
 
-    /// The owner of message boxes. One that is no live window (any more) is forgotten by the next
-    /// report.
+    /// The owner of message boxes. The next report forgets a window that does not exist.
     static void setParent(HWND parent);
     [[nodiscard]] static HWND getParent();
     /// 1 when a parent is set and is a live window.
@@ -214,8 +213,8 @@ class TB_API GMSG {
     static int errorMsgVaList(unsigned short id, unsigned short flags, std::va_list args);
     static int errorMsgVaList(const char* format, unsigned short flags, std::va_list args);
 
-    /// On purpose, choosing the list empties it, also when it was chosen already; the other options
-    /// leave it as it is.
+    /// Choosing the list empties it, even if it was already chosen; the other options leave it
+    /// unchanged.
     static void setErrorReportingOption(ErrorReporting option);
 
     /// A copy of the errors collected so far, oldest first.
@@ -235,15 +234,15 @@ class TB_API GMSG {
     /// as it is reported. 0: the file cannot be opened, or there is no service; there is no log
     /// then.
     static int OpenLogFile(const RWCString& path);
-    /// Closes the log file and takes it out of use as the log stream; nothing when none is open.
+    /// Closes the log file, which is then no log stream any more; does nothing when none is open.
     static void CloseLogFile();
 
     // Settings. A setting has a section, an entry and a destination: `dest`, or getDestName() when
     // `dest` is null or empty. While useRegistry() is set it is the value `entry` of the key
     // dest\section under getKey(); otherwise the line `entry` of [section] in the profile file
     // `dest` (a name without a folder: see platform::ProfileStore). In the registry texts are
-    // REG_SZ, both kinds of integers REG_DWORD, reals and bytes REG_BINARY; in a profile all is
-    // text.
+    // REG_SZ, both kinds of integers REG_DWORD, reals and bytes REG_BINARY; in a profile
+    // everything is text.
     //
     // writeProfile returns 1 when the setting is stored, 0 when it is not or a name is empty.
     // getProfile returns 1 and the setting; otherwise 0 and the default, also when the registry
@@ -276,7 +275,7 @@ class TB_API GMSG {
     static int getProfile(const toolbox::SettingName& section, const toolbox::SettingName& entry,
                           int& value, int byDefault, const char* dest = nullptr);
 
-    // Stored in 32 bits; a larger number is refused. On purpose a profile shows numbers from
+    // Stored in 32 bits; a larger number is refused. A profile shows numbers from
     // 0x80000000 as negative ones, which read back as what was stored.
     static int writeProfile(const toolbox::SettingName& section, const toolbox::SettingName& entry,
                             unsigned long value, const char* dest = nullptr);
@@ -297,8 +296,8 @@ class TB_API GMSG {
     // Conversions into the caller's buffer, which is returned.
 
     /// `buf` has room for decimals + 16 characters (decimals above 1100 count as 1100). Zero is
-    /// empty when `blankIfZero` is set. From 0.00001 to 99999 a number has `decimals` decimals, on
-    /// purpose without a zero before the point (".25"); one that rounds to zero at 0 decimals has
+    /// empty when `blankIfZero` is set. From 0.00001 to 99999 a number has `decimals` decimals,
+    /// without a zero before the point (".25"); one that rounds to zero at 0 decimals has
     /// no digit at all. Other numbers have at most decimals + 6 significant digits, without zeros
     /// at the end, and always a point; an exponent of three digits where these do not suffice
     /// ("1.2345679e+009"). Zero is "0." whatever the decimals.
@@ -315,7 +314,7 @@ class TB_API GMSG {
 
     /// Checks a number against text `formatId`: a message template, the minimum and the maximum,
     /// with commas between them (several in a row count as one). Returns 1 when the number lies
-    /// between the limits, they included, and when there is nothing to check (`formatId` is 0, no
+    /// between the limits or is one, and when there is nothing to check (`formatId` is 0, no
     /// module is set, a limit is missing). Otherwise it shows the message, printed with the two
     /// limits, and returns 0. Returns 0 and shows nothing when the text cannot be loaded.
     static int checkDouble(double& x, unsigned short formatId);
@@ -355,16 +354,16 @@ class TB_API GMSG {
 
     // Read the number at the start of the control's text (40 characters count; "12 mm" is 12, a
     // text without a number 0), store it, and check it as checkDouble() does, whose result they
-    // return. `out` has the number also when it is refused. Limits are read as the number is: an
+    // return. `out` has the number even when it is refused. Limits are read as the number is: an
     // integer's are integers, for "%d" or "%ld" in the message. Numbers beyond the type's range
     // become its ends, reals infinities; the decimal point is '.'.
     static int getInt(unsigned short id, int& out, unsigned short formatId);
     static int getLong(unsigned short id, long& out, unsigned short formatId);
     static int getFloat(unsigned short id, float& out, unsigned short formatId);
     static int getDouble(unsigned short id, double& out, unsigned short formatId);
-    /// Copies the control's text into `buf`, cut at size - 1 characters, and checks its number. On
-    /// purpose it leaves `buf` alone and returns 1 when there is nothing to check: `formatId` is 0
-    /// or no module is set.
+    /// Copies the control's text into `buf`, cut at size - 1 characters, and checks its number.
+    /// Leaves `buf` alone and returns 1 when there is nothing to check: `formatId` is 0 or no
+    /// module is set.
     static int getFloat(unsigned short id, char* buf, int size, unsigned short formatId);
 #endif
 

@@ -2,8 +2,8 @@
 //
 // Lists of TvOutVal are the arguments of TvFormatMessage (text.h). The variable is referred to, not
 // copied: getStr() shows what it holds at that moment, and it must outlive the TvOutVal and its
-// copies. Values that would be gone at once, and variables whose type is none of those below (their
-// converted copy would be gone too), do not compile.
+// copies. Temporary values do not compile, nor do variables of other types than those below, whose
+// converted copies would be temporary.
 #pragma once
 
 #include <concepts>
@@ -74,9 +74,9 @@ class TB_API TvOutVal {
     [[nodiscard]] bool isValid() const;
 
     /// The variable's text, at most 4095 characters for a number; empty when not valid. A number is
-    /// printed by the format; one that does not suit the kind is made to (base 10 for %s, and so
-    /// on), and conversions after the first print nothing. A string is its own text and a character
-    /// set its friendly rendering: on purpose their format is not applied, "%10s" pads nothing.
+    /// printed by the format, converted where the format does not suit its kind (%s prints
+    /// decimal); conversions after the first print nothing. A string is its own text and a
+    /// character set its friendly rendering: their format is not applied, "%10s" pads nothing.
     [[nodiscard]] CString getStr() const;
 
   private:

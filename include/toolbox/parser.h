@@ -9,10 +9,10 @@
 // A formula has + - * / ^ ( ), numbers, cells (B7), sums over a part of one column or row (A1:A9)
 // and the functions ABS ACOS ASIN ATAN COS COSH EXP LOG (natural) LOG10 POW10 ROUND ROUNDDOWN
 // ROUNDUP SIN SINH SQR SQRT TAN TANH TRUNC. Small letters count as capitals, blanks as nothing.
-// On purpose: a minus sign binds tighter than ^ (-2^2 is 4) and does not follow another sign (--3
-// is no formula), ^ groups to the right, ROUND(x) is ceil(x + 0.5) (2.0 gives 3), TRUNC(x) is
-// floor(x), a number ends after three digits of exponent, and at most 19 parts of a formula wait
-// for their end at a time: 17 nested parentheses around a number, say.
+// A minus sign binds tighter than ^ (-2^2 is 4) and does not follow another sign (--3 is not a
+// valid formula), ^ groups to the right, ROUND(x) is ceil(x + 0.5) (2.0 gives 3), TRUNC(x) is
+// floor(x), a number ends after three digits of exponent, and at most 19 parts of a formula may be
+// open at a time: 17 nested parentheses around a number, for example.
 //
 // A division by zero gives HUGE_VAL. So does a text cell that is read; an empty cell gives 0.
 // A number too large for a double, or too small for one but not zero, is not a number; the range
@@ -58,26 +58,29 @@ enum class FormulaFault {
     none,
     empty,                ///< nothing but blanks
     badCharacter,         ///< a character that no formula has
-    badNumber,            ///< a point without digits
+    badNumber,            ///< no digit, a second point, a fourth digit of the exponent
     numberOutOfRange,     ///< no double is near it
     unknownName,          ///< neither a function nor a cell of the grid
-    operandExpected,      ///< an operator, a parenthesis or the end where a value has to be
+    operandExpected,      ///< an operator, a parenthesis or the end where a value must stand
     operatorExpected,     ///< something that cannot follow a value
     parenthesisExpected,  ///< a function without its parenthesis
     unopened,             ///< a closing parenthesis without its opening one
     unclosed,             ///< the end before a closing parenthesis
-    cellExpected,         ///< something else than a cell after a colon
+    cellExpected,         ///< something other than a cell after a colon
     badRange,             ///< a range that runs backwards or is not one column or one row
-    tooDeep,              ///< more parts wait for their end than may
+    tooDeep,              ///< more open parts than are allowed
+    decimalComma,         ///< a comma after a number: decimals follow a point
 };
 
 /// What diagnoseFormula() finds.
 struct FormulaDiagnosis {
     /// What setCell would make of the text: text, value or formula.
     CellKind kind = CellKind::text;
-    /// FormulaFault::none for a formula, a number and a text without mistake.
+    /// FormulaFault::none for a formula and a number.
     FormulaFault fault = FormulaFault::none;
-    /// Bytes before the part of the text that is at fault; the text's length when its end is.
+    /// Bytes before the part of the text that is at fault: a malformed number or name from its
+    /// start, an unclosed parenthesis (the innermost) where it opens; the text's length when
+    /// something is missing at its end.
     std::size_t position = 0;
 };
 
@@ -116,30 +119,30 @@ class TB_API Parser {
     /// most 2147483647. Clears the error flag.
     Parser();
     ~Parser();
-    /// On purpose the copy shares the cells that the original holds now: a formula of one that is
-    /// read stores its value for both. Cells set or deleted later are each grid's own. A shared
-    /// cell lives until the last grid lets it go.
+    /// The copy shares the cells that the original holds at that moment: reading a formula in one
+    /// grid stores its value for both. Cells set or deleted later are each grid's own. A shared
+    /// cell lives until the last grid releases it.
     Parser(const Parser& other);
     Parser& operator=(const Parser& other);
 
     /// Clears the error flag and replaces the cell: by a formula or a number when the text is one,
-    /// else by the text as it stands, of whatever length. A text that is a formula or a number is
-    /// turned into capitals where the caller has it (ASCII letters only); a constant text is left
-    /// alone. When the budget does not cover the new cell, a bell and "Not enough memory to
+    /// else by the text unchanged, of any length. A text that is a formula or a number is turned
+    /// into capitals in the caller's buffer (ASCII letters only); a constant text is left alone.
+    /// When the budget does not cover the new cell, a bell and "Not enough memory to
     /// allocate cell." go to standard output and the cell stays empty; when a formula holds too
     /// many open parts, a bell and "Parser stack overflow." do and the text is a text cell. A null
     /// text changes nothing but the error flag.
     void setCell(int row, int col, char* text);
     void setCell(int row, int col, const char* text);
 
-    /// As above, by name. On purpose a name that does not read is not refused: as much of it as
-    /// reads replaces the column and row of the cell set last (at first A1), and that cell is set.
-    /// Callers pass valid names.
+    /// As above, by name. A name that does not read is not refused: as much of it as reads replaces
+    /// the column and row of the cell set last (at first A1), and that cell is set. Callers pass
+    /// valid names.
     void setCell(const char* cellName, char* text);
     void setCell(const char* cellName, const char* text);
 
-    /// Sets the number as its text with 8 significant digits: 1/3 is stored as 0.33333333. An
-    /// infinity or not-a-number becomes a text cell.
+    /// Sets the number rounded to 8 significant digits: 1/3 is stored as 0.33333333. An infinity or
+    /// not-a-number becomes a text cell.
     void setCell(int row, int col, double value);
     void setCell(const char* cellName, double value);
 
@@ -188,6 +191,15 @@ class TB_API Parser {
     toolbox::Recalculation recalculate();
 
   private:
+    /// A copied grid reads its formulas again: they may name other cells than the original's, and
+    /// the grid may lie where another one did.
+    struct CopyIsAChange {
+        CopyIsAChange() = default;
+        CopyIsAChange(const CopyIsAChange&);
+        CopyIsAChange& operator=(const CopyIsAChange&);
+    };
+
+    void setNumber(double value);
     void setByName(const char* cellName, const char* text, char* capitals);
     void setAt(int row, int col, const char* text, char* capitals);
     void act(const char* text, char* capitals);
@@ -205,4 +217,5 @@ class TB_API Parser {
     int lastRow_ = 0;
     bool changed_ = false;
     std::int32_t memoryLeft_ = 0;
+    [[no_unique_address]] CopyIsAChange copyIsAChange_;
 };

@@ -6,9 +6,14 @@
 // from and to character pointers. A string may hold NUL bytes; conversion to a character pointer
 // shows the part before the first one to C functions.
 //
-// All are plain values. A pointer got from one lives until the string changes or dies.
+// All six comparisons, and <=>, take any two of these types, or one of them and a `const char*`, a
+// std::string_view or a std::string. They compare the unsigned bytes; case counts. A null pointer
+// is the empty text.
+//
+// All are plain values. A pointer taken from one is valid until the string changes or is destroyed.
 #pragma once
 
+#include <compare>
 #include <concepts>
 #include <cstddef>
 #include <iosfwd>
@@ -19,21 +24,36 @@
 
 namespace toolbox {
 
+class ByteString;
+
+/// One of the three string types, or a class derived from one.
+template <class S>
+concept AnyString = std::derived_from<S, ByteString>;
+
+/// What a string compares with.
+template <class T>
+concept TextOperand = AnyString<T> || std::convertible_to<const T&, const char*> ||
+    std::convertible_to<const T&, std::string_view>;
+
+/// A comparison with a string on at least one side.
+template <class A, class B>
+concept TextOperands = (AnyString<A> && TextOperand<B>) || (AnyString<B> && TextOperand<A>);
+
 /// What the three string types share. Not used by itself in signatures.
 class ByteString {
   public:
     ByteString() = default;                                     ///< the empty string
     ByteString(const char* text) : bytes_(text ? text : "") {}  ///< null is the empty string
-    // These bytes.
+    // Copies of these bytes.
     ByteString(const char* text, std::size_t length) : bytes_(text, length) {}
     ByteString(std::string text) noexcept : bytes_(std::move(text)) {}
     ByteString(std::string_view text) : bytes_(text) {}
 
-    // The bytes with a NUL behind them; never null.
+    // The bytes followed by a NUL; never null.
     operator const char*() const noexcept { return bytes_.c_str(); }
     [[nodiscard]] const char* c_str() const noexcept { return bytes_.c_str(); }
     [[nodiscard]] const char* data() const noexcept { return bytes_.data(); }
-    // The same bytes as the standard library sees them. Changing them changes the string.
+    // The same bytes as standard types. Changing str() changes the string.
     [[nodiscard]] const std::string& str() const noexcept { return bytes_; }
     [[nodiscard]] std::string& str() noexcept { return bytes_; }
     [[nodiscard]] std::string_view view() const noexcept { return bytes_; }
@@ -43,20 +63,68 @@ class ByteString {
     /// True for a string without bytes.
     [[nodiscard]] bool empty() const noexcept { return bytes_.empty(); }
 
-    /// The byte at an index from 0 to length() (the terminator); beyond that, a NUL.
+    /// The byte at an index; a NUL for any index outside the string.
     template <std::integral Index>
     [[nodiscard]] char operator[](Index index) const noexcept {
         const auto at = static_cast<std::size_t>(index);
         return at < bytes_.size() ? bytes_[at] : '\0';
     }
 
+    // Each order operator is written out: for operands that convert to pointers std::less<> and its
+    // kin compare addresses unless they find the operator itself.
+    template <class A, class B>
+    requires TextOperands<A, B>
+    [[nodiscard]] friend bool operator==(const A& a, const B& b) {
+        return bytesOf(a) == bytesOf(b);
+    }
+    template <class A, class B>
+    requires TextOperands<A, B>
+    [[nodiscard]] friend std::strong_ordering operator<=>(const A& a, const B& b) {
+        return bytesOf(a) <=> bytesOf(b);
+    }
+    template <class A, class B>
+    requires TextOperands<A, B>
+    [[nodiscard]] friend bool operator<(const A& a, const B& b) { return bytesOf(a) < bytesOf(b); }
+    template <class A, class B>
+    requires TextOperands<A, B>
+    [[nodiscard]] friend bool operator<=(const A& a, const B& b) {
+        return bytesOf(a) <= bytesOf(b);
+    }
+    template <class A, class B>
+    requires TextOperands<A, B>
+    [[nodiscard]] friend bool operator>(const A& a, const B& b) { return bytesOf(a) > bytesOf(b); }
+    template <class A, class B>
+    requires TextOperands<A, B>
+    [[nodiscard]] friend bool operator>=(const A& a, const B& b) {
+        return bytesOf(a) >= bytesOf(b);
+    }
+    // A literal 0 or NULL, which is a null pointer.
+    template <AnyString A>
+    [[nodiscard]] friend bool operator==(const A& a, std::nullptr_t) {
+        return a.empty();
+    }
+    template <AnyString A>
+    [[nodiscard]] friend std::strong_ordering operator<=>(const A& a, std::nullptr_t) {
+        return a.view() <=> std::string_view();
+    }
+
   protected:
     /// All of the string.
     std::string bytes_;
-};
 
-template <class S>
-concept AnyString = std::derived_from<S, ByteString>;
+  private:
+    template <TextOperand T>
+    static std::string_view bytesOf(const T& operand) {
+        if constexpr (AnyString<T>) {
+            return operand.view();
+        } else if constexpr (std::convertible_to<const T&, const char*>) {
+            const char* text = operand;
+            return text ? text : "";
+        } else {
+            return operand;
+        }
+    }
+};
 
 /// Writes the bytes as they stand.
 TB_API std::ostream& operator<<(std::ostream& out, const ByteString& text);
@@ -83,25 +151,6 @@ class StringOf : public ByteString {
         return static_cast<Self&>(*this);
     }
 };
-
-// Equality is by bytes, case counts; a null pointer equals the empty string.
-template <AnyString A, AnyString B>
-[[nodiscard]] bool operator==(const A& a, const B& b) {
-    return a.view() == b.view();
-}
-template <class A>
-[[nodiscard]] bool operator==(const StringOf<A>& a, std::string_view b) {
-    return a.view() == b;
-}
-template <class A>
-[[nodiscard]] bool operator==(const StringOf<A>& a, const char* b) {
-    return a.view() == std::string_view(b ? b : "");
-}
-/// Order of the unsigned bytes.
-template <AnyString A, AnyString B>
-[[nodiscard]] bool operator<(const A& a, const B& b) {
-    return a.view() < b.view();
-}
 
 // A sum has the type of its first string.
 template <AnyString A, class B>

@@ -15,17 +15,17 @@
 #include "toolbox/win_types.h"
 
 #pragma GCC diagnostic push
-// The order of the virtual operations is fixed and a destructor is not among them: a TvString is
-// destroyed as what it is.
+// The order of the virtual operations is fixed and has no destructor: a TvString is destroyed by
+// its own type.
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 
 /// A text with its rules. The resource text is "TVSTRING|message|minimum length|maximum length|
 /// default|valid characters|invalid characters|forbidden value|..."; fields may be empty or
-/// missing. The message is a template for TvFormatMessage: %1 is the first rule that is in force of
-/// minimum, maximum, valid and invalid characters and each forbidden value, %2 the next.
+/// missing. The message is a template for TvFormatMessage: %1 is the first active rule of minimum,
+/// maximum, valid characters, invalid characters and each forbidden value, %2 the next.
 class TB_API TvString {
   public:
-    /// Bits of the rules, as they are supplied by the resource, in force, or broken.
+    /// Bits of the rules: those that the resource supplies, the active ones, or the broken ones.
     enum Rule : unsigned char {
         HasMessage = 1,  ///< supplied only
         HasDefault = 2,  ///< supplied only
@@ -40,18 +40,14 @@ class TB_API TvString {
     explicit TvString(unsigned int resourceId);
     TvString(const TvString& other);
     TvString& operator=(const TvString& other);
-#pragma GCC diagnostic push
-    // The order of the virtual operations is fixed and a destructor is not among them: a TvString
-    // is destroyed as what it is.
-#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
     ~TvString() = default;
 
     /// Replaces the text, not checked, and returns a copy of it.
     CString operator=(const char* text);
 
-    /// Checks `text`, or the own one when it is null. True when it breaks no rule. A broken rule
-    /// puts the message into `errorMessage`; `failedRules` receives the bits of all that are
-    /// broken, 0 for none. Either may be null. On purpose the two sets of characters cancel each
+    /// Checks `text`, or the object's own text when it is null. True when it breaks no rule. A
+    /// broken rule puts the message into `errorMessage`; `failedRules` receives the bits of all
+    /// that are broken, 0 for none. Either may be null. The two sets of characters cancel each
     /// other out: each is checked only while the other is empty.
     virtual bool isValid(RWCollectableString* errorMessage, const RWCollectableString* text,
                          char* failedRules) const;
@@ -63,27 +59,18 @@ class TB_API TvString {
     virtual bool setToResStr(unsigned int resourceId);
     /// Drops all rules, the message and the default. The text stays.
     virtual void setToDefaults();
-    /// Deletes from the text what the two sets forbid, here each on its own.
+    /// Deletes from the text what either set forbids; here each applies even with the other.
     virtual void removeInvalidChars();
 
     /// The text.
-    [[nodiscard]] const CString& value() const {
-        return value_;
-    }
+    [[nodiscard]] const CString& value() const { return value_; }
     /// The resource's default; empty when it supplies none.
-    [[nodiscard]] const CString& defaultValue() const {
-        return defaultValue_;
-    }
-    [[nodiscard]] int minLength() const {
-        return minLength_;
-    }  ///< -1: none
-    [[nodiscard]] int maxLength() const {
-        return maxLength_;
-    }  ///< -1: none
-    /// The bits of the rules that are in force.
-    [[nodiscard]] unsigned char rules() const {
-        return rules_;
-    }
+    [[nodiscard]] const CString& defaultValue() const { return defaultValue_; }
+    // The limits; -1 for none.
+    [[nodiscard]] int minLength() const { return minLength_; }
+    [[nodiscard]] int maxLength() const { return maxLength_; }
+    /// The bits of the active rules.
+    [[nodiscard]] unsigned char rules() const { return rules_; }
 
   private:
     [[nodiscard]] unsigned char brokenRules(const CString& text) const;
@@ -131,14 +118,14 @@ TB_API bool TvScanfSingle(const CString& text, float* out);
 TB_API bool TvScanfSingle(const CString& text, double* out);
 
 /// Replaces in `templ` the first "%1" by the first argument's text, the first "%2" by the second's
-/// and so on, until a number does not occur; those without an argument stay. On purpose each search
-/// sees the texts already put in, and "%1" matches the start of "%10".
+/// and so on, until a number does not occur; those without an argument stay. Each search also sees
+/// the texts already inserted, and "%1" matches the start of "%10".
 TB_API void TvFormatMessage(CString& result, const CString& templ,
                             const CArray<TvOutVal, TvOutVal&>& args);
 
 /// Text `id` of a module, cut at 254 characters, in one of 16 buffers that are used in turn: it
-/// stays until the 16th call after. A text that does not exist is told to the user in a box, and
-/// the result is the identifier in decimal. Never null.
+/// is valid until the 16th call after it. A missing text is reported in a box, and the result is
+/// the identifier in decimal. Never null.
 TB_API char* GetString(HINSTANCE hInstance, unsigned int id);
 
 /// Shows a task-modal box without owner and returns the button chosen. `flags` are its icon and
@@ -146,12 +133,12 @@ TB_API char* GetString(HINSTANCE hInstance, unsigned int id);
 TB_API int ShowMsgBox(const char* title, const char* text, unsigned int flags);
 
 /// Removes the blanks at the start of `s`, of which the first `n` characters are looked at, by
-/// moving those n characters and the next to the left; what stands behind them stays where it is,
-/// so `n` is usually the length. Returns the new length. On purpose n blanks are left alone and
-/// give 0.
+/// moving those n characters and the next to the left; what follows them stays where it is, so `n`
+/// is usually the length. Returns the new length. A text whose first n characters are all blanks is
+/// left alone and gives 0; a text of fewer blanks than n becomes empty.
 TB_API int Lead(char* s, int n);
 
 /// Cuts blanks and line ends at the end of the first `n` characters of `s`, and whatever follows
-/// them. Returns the new length. On purpose a text of blanks only is left alone, and so is any text
-/// where n is below 2.
+/// them. Returns the new length. A text of blanks only is left alone, and so is any text when n is
+/// below 2.
 TB_API int Trail(char* s, int n);

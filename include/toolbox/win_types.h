@@ -25,7 +25,7 @@ using WPARAM = std::uintptr_t;   ///< first parameter of a window message
 using LPARAM = std::intptr_t;    ///< second parameter of a window message
 using LRESULT = std::intptr_t;   ///< result of a window message
 
-// Messages that the library tells apart.
+// Messages that the library handles.
 inline constexpr UINT WM_COMMAND = 0x0111;
 inline constexpr UINT WM_MOUSEMOVE = 0x0200;
 

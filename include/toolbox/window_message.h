@@ -1,8 +1,8 @@
 // The record of one window message, as handlers get it.
 //
 // A window procedure packs its arguments into one and passes it by reference from handler to
-// handler (DispatchServer::dispatch, MouseDragger::drag, MDI::frameWndProc); one that took care of
-// the message sets `handled`, so that those after it leave it alone.
+// handler (DispatchServer::dispatch, MouseDragger::drag, MDI::frameWndProc). A handler that took
+// care of the message sets `handled`, and those after it leave the message alone.
 #pragma once
 
 #include "toolbox/win_types.h"

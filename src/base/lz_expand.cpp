@@ -1,3 +1,5 @@
+// Expansion through a window of the last 4096 bytes, which starts as blanks. Input and output are
+// chunks, so a file of any size takes constant memory.
 #include "base/lz_expand.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 // Expansion of files compressed with Windows' own LZ compression (names such as "setup.dl_").
 //
 // Layout: 14 bytes of header (signature, 'A', the character dropped from the name, the expanded
-// size in 4 bytes), then groups of a flag byte and eight items, lowest bit first: 1 is a byte as it
-// stands, 0 two bytes that repeat 3 to 18 bytes of the last 4096.
+// size in 4 bytes), then groups of a flag byte and eight items, lowest bit first: 1 is a literal
+// byte, 0 two bytes that repeat 3 to 18 bytes of the last 4096.
 #pragma once
 
 #include <cstddef>

@@ -1,3 +1,5 @@
+// Numbers at the start of texts, on std::from_chars: no locale, and ends of the range where it
+// reports an overflow.
 #include "base/number_scan.h"
 
 #include <algorithm>
@@ -31,7 +33,7 @@ double leadingReal(std::string_view text) noexcept {
     double number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (error != std::errc::result_out_of_range) return number;
-    // Too large or too small: the exponent tells, and without one the digits before the point.
+    // Too large or too small: the exponent says which, and without one the digits before the point.
     std::string_view used(text.data(), static_cast<std::size_t>(end - text.data()));
     const bool negative = used.starts_with('-');
     if (negative) used.remove_prefix(1);

@@ -1,3 +1,5 @@
+// The printers of numbers. What rounds exactly in 64 bits takes the short way of short_number.h,
+// all else std::to_chars; the layout of digits, point and exponent is ours.
 #include "base/number_text.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// The root of run-time typed objects.
 #include "toolbox/runtime_class.h"
 
 #include <ostream>

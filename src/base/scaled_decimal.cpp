@@ -1,3 +1,5 @@
+// Exact products of 128 bits and their division by powers of two and ten, with the rest compared
+// with half the divisor: rounding to even needs to know whether a value is exactly a tie.
 #include "base/scaled_decimal.h"
 
 namespace toolbox::base {

@@ -1,8 +1,8 @@
 // Exact rounding of doubles to decimal integers, for the magnitudes and precisions of tables.
 //
 // A double is an integer times a power of two. Multiplied by a power of ten that fits 64 bits it is
-// still exact in 128 bits, so it can be rounded without any loss, in a few instructions. What lies
-// outside is told apart and left to the general algorithm.
+// still exact in 128 bits, so it can be rounded without any loss, in a few instructions. Other
+// values are reported and left to the general algorithm.
 #pragma once
 
 #include <array>

@@ -1,3 +1,4 @@
+// Rounds doubles to short numbers, and writes such numbers two digits at a time.
 #include "base/short_number.h"
 
 #include <algorithm>

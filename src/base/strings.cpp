@@ -1,3 +1,4 @@
+// The parts of the strings that are not inline.
 #include "toolbox/strings.h"
 
 #include <ostream>

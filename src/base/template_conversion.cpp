@@ -1,3 +1,5 @@
+// One conversion of a template: parsing it and printing a value by it. Every part of a number is
+// counted in 64 bits and written through BoundedText, so no width or precision can overflow.
 #include "base/template_conversion.h"
 
 #include <algorithm>
@@ -73,7 +75,7 @@ struct LengthName {
     std::string_view text;
     ArgumentLength length;
 };
-// A longer name stands before its own beginning.
+// A name precedes the names that it begins with.
 constexpr LengthName kLengths[] = {
     {"hh", ArgumentLength::byte},      {"h", ArgumentLength::half},
     {"ll", ArgumentLength::bits64},    {"l", ArgumentLength::longWord},
@@ -92,8 +94,8 @@ void readLength(const char*& at, Conversion& out) {
     }
 }
 
-/// A number ready to be justified: sign or prefix, zeros to insert, digits and the zeros behind
-/// them, exponent.
+/// A number ready to be justified: sign or prefix, zeros to insert, digits, zeros after them,
+/// exponent.
 struct NumberParts {
     std::string_view prefix;
     std::int64_t leadingZeros = 0;

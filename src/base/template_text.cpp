@@ -1,3 +1,5 @@
+// Walks a template and hands each conversion its value. The two sources of values, a va_list and
+// typed values, differ in what a conversion that does not suit its argument gives.
 #include "base/template_text.h"
 
 #include <algorithm>
@@ -269,7 +271,7 @@ bool isPrinted(const Conversion& conversion) {
 
 std::size_t print(char* out, std::size_t size, const char* format, ArgumentSource& source) {
     BoundedText text(out, size);
-    // What lies beyond the room is not looked at: cost is bounded by what is kept and the template.
+    // Stops when the buffer is full: the cost is bounded by the buffer and the template.
     for (const char* at = format ? format : ""; *at && !text.full();) {
         const char* percent = std::strchr(at, '%');
         if (!percent) {

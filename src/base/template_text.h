@@ -2,11 +2,11 @@
 //
 // Templates come from resources and callers and are data, not trusted code: the output never leaves
 // its buffer, whatever width or precision is asked for; "%n" prints nothing and stores nothing; a
-// conversion that is not known is copied as it stands. Numbers print as number_text.h says.
+// conversion that is not known is copied unchanged. Numbers print as number_text.h says.
 // Conversions: d i u o x X c s p e E f F g G %, flags "-+ #0", width and precision with "*",
 // lengths hh h l ll L q j z t I I32 I64. "%p" prints every digit of the address, in capitals.
 // Conversions that are printf's but not these ("%a", wide text) still pass over their argument, so
-// that the ones behind them stay in step.
+// that those after them stay in step.
 #pragma once
 
 #include <cstdarg>

@@ -1,3 +1,4 @@
+// The version that the library was compiled with.
 #include "toolbox/version.h"
 
 namespace toolbox {

@@ -1,7 +1,11 @@
+// Conversion between Windows-1252 and UTF-8. Only the bytes 0x80 to 0x9F need a table: all others
+// have the number of their Unicode character.
 #include "base/windows1252.h"
 
 #include <algorithm>
 #include <array>
+
+#include "toolbox/utf8.h"
 
 namespace toolbox::base {
 namespace {
@@ -92,3 +96,11 @@ char upper1252(char c) noexcept {
 }
 
 }  // namespace toolbox::base
+
+std::string toolbox::toUtf8(std::string_view windows1252) {
+    return base::utf8From1252(windows1252);
+}
+
+std::string toolbox::fromUtf8(std::string_view utf8) {
+    return base::utf8To1252(utf8);
+}

@@ -9,7 +9,7 @@ namespace toolbox::base {
 /// The five bytes without a character stand for the control characters of the same number.
 [[nodiscard]] std::string utf8From1252(std::string_view bytes);
 
-/// What has no place in Windows-1252, and what is not UTF-8, becomes '?'.
+/// A character that Windows-1252 does not have, and a byte that is not UTF-8, becomes '?'.
 [[nodiscard]] std::string utf8To1252(std::string_view utf8);
 
 /// Appends a code point; surrogates are encoded like any other.

@@ -1,3 +1,5 @@
+// The parts of dates that are not inline: reading texts, today, and day numbers outside the range
+// of the fast conversion.
 #include <algorithm>
 #include <cstring>
 

@@ -1,3 +1,4 @@
+// The names of the months.
 #include "toolbox/dates.h"
 
 namespace {

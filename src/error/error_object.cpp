@@ -1,3 +1,4 @@
+// Error objects, and the one buffer in which their standard sentence is made.
 #include <charconv>
 #include <cstring>
 #include <string_view>

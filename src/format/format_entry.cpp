@@ -1,3 +1,4 @@
+// Checks what a user entered for a format, and prints the sample beside it.
 #include "format/format_entry.h"
 
 #include <charconv>
@@ -10,10 +11,10 @@ namespace {
 constexpr int kSampleInteger = -1234;
 constexpr double kSampleReal = 1234.56789;
 
-// A saved form has four columns for each number.
+// The saved form has four columns for each number.
 constexpr int kWidest = 9999;
 
-/// A whole number, blanks around it apart, between two limits.
+/// A whole number between two limits; blanks around it are ignored.
 std::optional<int> numberWithin(std::string_view text, int minimum, int maximum) {
     text = base::trimmed(text);
     int number = 0;

@@ -1,3 +1,4 @@
+// Values with their formats. Equality of reals is within a unit of the last decimal.
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -14,11 +15,13 @@ double tolerance(int precision) {
     const char* const end =
         std::to_chars(text + 2, text + sizeof text, -static_cast<long long>(precision)).ptr;
     double unit = precision > 0 ? 0.0 : std::numeric_limits<double>::infinity();
-    std::from_chars(text, end, unit);  // leaves what lies beyond the range of a double as it is
+    std::from_chars(text, end, unit);  // leaves `unit` alone beyond the range of a double
     return unit;
 }
 
 }  // namespace
+
+FormatedValue::~FormatedValue() = default;
 
 NumberFormatedValue::NumberFormatedValue() = default;
 NumberFormatedValue::NumberFormatedValue(const NumberFormatedValue& other)

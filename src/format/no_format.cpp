@@ -1,3 +1,4 @@
+// The format that stands for "no format": every setting is accepted and none kept.
 #include "toolbox/formats.h"
 
 NoFormatType::NoFormatType() = default;

@@ -1,6 +1,6 @@
-#include "format/number_layout.h"
-#include "format/saved_text.h"
-#include "format/type_name.h"
+// The format of integers. Any width is accepted; the layout is in layout.cpp.
+#include "format/format_type.h"
+#include "format/layout.h"
 #include "toolbox/formats.h"
 
 using namespace toolbox::format;

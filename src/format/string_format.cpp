@@ -1,6 +1,6 @@
-#include "format/field.h"
-#include "format/saved_text.h"
-#include "format/type_name.h"
+// The format of strings. Any width is accepted, no precision is.
+#include "format/format_type.h"
+#include "format/layout.h"
 #include "toolbox/formats.h"
 
 using namespace toolbox::format;

@@ -1,3 +1,6 @@
+// Which cells a formula names, and reading the formulas of a grid in the order of their
+// dependencies: a depth-first visit, with a cell that is met again on its own path as the start of
+// a cycle.
 #include <algorithm>
 #include <array>
 #include <span>

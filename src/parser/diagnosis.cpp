@@ -1,3 +1,4 @@
+// What is wrong with a formula, in words.
 #include <iterator>
 
 #include "parser/formula.h"
@@ -17,8 +18,9 @@ constexpr FaultText kFaultTexts[] = {
     {FormulaFault::empty, "La formule est vide.", "The formula is empty."},
     {FormulaFault::badCharacter, "Ce caract\350re n'a pas sa place dans une formule.",
      "This character has no place in a formula."},
-    {FormulaFault::badNumber, "Un nombre a au moins un chiffre.",
-     "A number has at least one digit."},
+    {FormulaFault::badNumber,
+     "Un nombre a au moins un chiffre, au plus un point et au plus trois chiffres d'exposant.",
+     "A number has at least one digit, at most one point and at most three digits of exponent."},
     {FormulaFault::numberOutOfRange, "Ce nombre est trop grand ou trop petit.",
      "This number is too large or too small."},
     {FormulaFault::unknownName, "Ni une fonction, ni une cellule de A1 \340 J10.",
@@ -30,17 +32,19 @@ constexpr FaultText kFaultTexts[] = {
      "A function is followed by an opening parenthesis."},
     {FormulaFault::unopened, "Cette parenth\350se n'a pas \351t\351 ouverte.",
      "This parenthesis was not opened."},
-    {FormulaFault::unclosed, "Une parenth\350se n'est pas ferm\351e.",
-     "A parenthesis is not closed."},
+    {FormulaFault::unclosed, "Cette parenth\350se n'est pas ferm\351e.",
+     "This parenthesis is not closed."},
     {FormulaFault::cellExpected, "Une plage va d'une cellule \340 une autre.",
      "A range goes from one cell to another."},
     {FormulaFault::badRange,
-     "Une plage suit une seule colonne ou une seule ligne, en ordre croissant.",
-     "A range runs along one column or one row, upwards."},
+     "Une plage descend une seule colonne ou suit une seule ligne vers la droite.",
+     "A range runs down one column or to the right along one row."},
     {FormulaFault::tooDeep, "La formule a trop de parties ouvertes.",
      "The formula has too many open parts."},
+    {FormulaFault::decimalComma, "Les d\351cimales suivent un point\240: 1.5 et non 1,5.",
+     "Decimals follow a point: 1.5, not 1,5."},
 };
-static_assert(std::size(kFaultTexts) == static_cast<std::size_t>(FormulaFault::tooDeep) + 1);
+static_assert(std::size(kFaultTexts) == static_cast<std::size_t>(FormulaFault::decimalComma) + 1);
 
 }  // namespace
 

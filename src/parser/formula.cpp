@@ -1,5 +1,9 @@
+// The driver of the LR(1) tables. It computes a value at each reduction and emits the formula's
+// program on the way; where it stops at an error it works out what the writer of the text needs to
+// know.
 #include "parser/formula.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "parser/grammar.h"
@@ -8,7 +12,7 @@
 namespace toolbox::parser {
 namespace {
 
-/// What an error in this state, at this token, means to who wrote the formula.
+/// What an error in this state, at this token, means to the writer of the formula.
 FormulaFault faultIn(std::uint8_t state, Token token, const Lexer& lexer) {
     const bool insideParentheses = state == kInParentheses || state == kInArgument;
     if (token == Token::bad) return lexer.fault();
@@ -20,10 +24,35 @@ FormulaFault faultIn(std::uint8_t state, Token token, const Lexer& lexer) {
     return FormulaFault::operandExpected;
 }
 
+/// What precedes a token.
+struct Preceding {
+    Token token = Token::eol;  ///< eol at the start of the text
+    std::size_t position = 0;  ///< of that token
+    std::size_t opening = 0;   ///< of the innermost parenthesis that is open
+};
+
+/// Reads the start of a text again, up to the token at `position`. Only errors need it, so that
+/// parsing does not have to remember positions.
+Preceding precedingToken(const char* text, std::size_t position) {
+    Preceding found;
+    std::array<std::size_t, kStackDepth> openings{};
+    std::size_t open = 0;
+    Lexer lexer(text);
+    for (Token token = lexer.next(); lexer.position() < position; token = lexer.next()) {
+        found.token = token;
+        found.position = lexer.position();
+        // The stack has accepted these tokens, so no more are open than it has entries.
+        if (token == Token::oparen && open < openings.size()) openings[open++] = found.position;
+        if (token == Token::cparen && open > 0) --open;
+    }
+    if (open > 0) found.opening = openings[open - 1];
+    return found;
+}
+
 class FormulaParser {
   public:
     FormulaParser(const char* text, const CellTable& cells, Emitter& out)
-        : lexer_(text), cells_(cells), out_(out) {}
+        : text_(text), lexer_(text), cells_(cells), out_(out) {}
 
     Parsed parse();
 
@@ -63,7 +92,7 @@ class FormulaParser {
         reduce(3, symbol, value);
     }
 
-    // Each false when the text turns out to be no formula.
+    // Each is false when the text turns out not to be a formula.
     bool shiftBy(Action state);
     bool reduceRule(Action rule);
     bool shiftNumber();
@@ -71,12 +100,14 @@ class FormulaParser {
     bool shiftFunction();
     bool reduceRange();
 
+    void explain();
     void fail(FormulaFault fault) { fail(fault, lexer_.position()); }
     void fail(FormulaFault fault, std::size_t position) {
         result_.fault = fault;
         result_.position = position;
     }
 
+    const char* text_;
     Lexer lexer_;
     const CellTable& cells_;
     Emitter& out_;
@@ -178,10 +209,33 @@ bool FormulaParser::reduceRule(Action rule) {
             reduce(4, Symbol::primary, value);
             break;
         }
-        default:  // the rules that only rename do not get here
+        default:  // the rules that only rename are settled by the tables
             return false;
     }
     return true;
+}
+
+/// Records what is wrong at the current token, and where.
+void FormulaParser::explain() {
+    if (top_ == 0 && token_ == Token::eol) return fail(FormulaFault::empty);
+    FormulaFault fault = faultIn(top().state, token_, lexer_);
+    std::size_t position = lexer_.position();
+    const Preceding before = precedingToken(text_, position);
+    const bool adjacent = position > 0 && text_[position - 1] != ' ';
+    const bool numberHere = token_ == Token::num || fault == FormulaFault::badNumber;
+    if (fault == FormulaFault::unclosed) {
+        position = before.opening;
+    } else if (adjacent && numberHere && before.token == Token::num) {
+        // "1.5.2", "1E1234": one number to the writer, two to the lexer.
+        fault = FormulaFault::badNumber;
+        position = before.position;
+    } else if (adjacent && numberHere && before.token == Token::cell) {
+        fault = FormulaFault::unknownName;  // "A100"
+        position = before.position;
+    } else if (adjacent && text_[position] == ',' && before.token == Token::num) {
+        fault = FormulaFault::decimalComma;
+    }
+    fail(fault, position);
 }
 
 Parsed FormulaParser::parse() {
@@ -190,8 +244,7 @@ Parsed FormulaParser::parse() {
     for (bool going = true; going;) {
         const Action action = kActions[top().state][static_cast<std::size_t>(token_)];
         if (action == kError) {
-            fail(top_ == 0 && token_ == Token::eol ? FormulaFault::empty
-                                                   : faultIn(top().state, token_, lexer_));
+            explain();
             going = false;
         } else if (action == kAccept) {
             result_.kind = namesCell_ ? CellKind::formula : CellKind::value;

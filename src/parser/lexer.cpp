@@ -1,3 +1,5 @@
+// Reads numbers and names. A number of few digits is converted by one exact operation on the way;
+// all others go through std::from_chars.
 #include "parser/lexer.h"
 
 #include <charconv>

@@ -10,7 +10,8 @@
 
 namespace toolbox::parser {
 
-/// The functions, in the order in which their names are tried: a name stands before its own start.
+/// The functions, in the order in which their names are tried: a name precedes the names that it
+/// begins with.
 enum class Function : std::uint8_t {
     abs,
     acos,

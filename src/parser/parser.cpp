@@ -1,3 +1,4 @@
+// The grid: its cells, its budget, and reading formulas again only when something has changed.
 #include "toolbox/parser.h"
 
 #include <algorithm>
@@ -5,12 +6,16 @@
 #include <bit>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <limits>
 #include <new>
+#include <optional>
 #include <utility>
 
 #include "base/number_text.h"
+#include "base/scaled_decimal.h"
+#include "base/short_number.h"
 #include "parser/formula.h"
 #include "parser/program.h"
 #include "toolbox/platform.h"
@@ -25,7 +30,8 @@ namespace {
 int errorFlag = 0;
 
 /// Counts what may change the value of a formula, in any grid: a cell set, deleted or computed to
-/// another value, a grid made or assigned. A formula that was computed since is not computed again.
+/// another value, a grid copied or assigned. A formula that was computed since is not computed
+/// again.
 std::uint64_t changes = 1;
 
 /// Address space that the budget leaves to the rest of the program.
@@ -41,6 +47,18 @@ bool insideGrid(int col, int row) {
 void errorMessage(const char* text) {
     std::fputc('\a', stdout);
     std::fputs(text, stdout);
+}
+
+constexpr const char* kNoMemory = "Not enough memory to allocate cell.";
+
+/// Stores a cell, or reports that there is no memory for it.
+template <class Store>
+void withinMemory(Store store) {
+    try {
+        store();
+    } catch (const std::bad_alloc&) {
+        errorMessage(kNoMemory);
+    }
 }
 
 std::int64_t cost(const Cell& cell) {
@@ -63,14 +81,24 @@ bool readName(const char* name, int& col, int& row) {
     return name && toolbox::parser::readCellName(name, col, row, [](char c) { return c; });
 }
 
-/// A number as setCell stores it.
-struct NumberText {
-    explicit NumberText(double value) {
-        constexpr int kSignificantDigits = 8;
-        *toolbox::base::printGcvt(text, value, kSignificantDigits) = '\0';
-    }
-    char text[64];
-};
+constexpr int kSignificantDigits = 8;
+
+/// Rounds to the significant digits that setCell stores. Nothing for magnitudes far from 1, whose
+/// rounding takes more than one exact operation.
+std::optional<double> roundedToStore(double value) {
+    using toolbox::base::kPowersOfTen;
+    toolbox::base::ShortNumber number;
+    if (!std::isfinite(value) ||
+        !toolbox::base::roundExponent(value, kSignificantDigits - 1, number))
+        return {};
+    // The digits and the power of ten are exact doubles: one operation gives the nearest one.
+    const int scale = number.exponent - number.decimals;
+    const auto power = static_cast<std::size_t>(std::abs(scale));
+    if (power >= kPowersOfTen.size()) return {};
+    const auto digits = static_cast<double>(static_cast<std::int64_t>(number.digits));
+    const auto ten = static_cast<double>(kPowersOfTen[power]);
+    return std::copysign(scale < 0 ? digits / ten : digits * ten, value);
+}
 
 std::int32_t initialBudget() {
     const std::uint64_t available = toolbox::platform::current().system->availableVirtualMemory();
@@ -80,6 +108,14 @@ std::int32_t initialBudget() {
 }
 
 }  // namespace
+
+Parser::CopyIsAChange::CopyIsAChange(const CopyIsAChange&) {
+    ++changes;
+}
+Parser::CopyIsAChange& Parser::CopyIsAChange::operator=(const CopyIsAChange&) {
+    ++changes;
+    return *this;
+}
 
 Parser::Parser() : memoryLeft_(initialBudget()) {
     setError(0);
@@ -102,11 +138,31 @@ void Parser::setCell(const char* cellName, const char* text) {
 }
 
 void Parser::setCell(int row, int col, double value) {
-    setAt(row, col, NumberText(value).text, nullptr);
+    setError(0);
+    currentRow_ = row;
+    currentColumn_ = col;
+    setNumber(value);
 }
 
 void Parser::setCell(const char* cellName, double value) {
-    setByName(cellName, NumberText(value).text, nullptr);
+    setError(0);
+    readName(cellName, currentColumn_, currentRow_);
+    setNumber(value);
+}
+
+void Parser::setNumber(double value) {
+    const auto rounded = roundedToStore(value);
+    if (!rounded) {
+        char text[64];
+        *toolbox::base::printGcvt(text, value, kSignificantDigits) = '\0';
+        return act(text, nullptr);
+    }
+    if (!insideGrid(currentColumn_, currentRow_)) return;
+    deleteCell(currentColumn_, currentRow_);
+    Cell cell;
+    cell.kind = CellKind::value;
+    cell.value = *rounded;
+    withinMemory([&] { store(std::move(cell)); });
 }
 
 void Parser::setAt(int row, int col, const char* text, char* capitals) {
@@ -134,7 +190,7 @@ void Parser::act(const char* text, char* capitals) {
     if (parsed.fault == toolbox::FormulaFault::tooDeep) errorMessage("Parser stack overflow.");
     if (parsed.kind != CellKind::text && capitals) capitalize(capitals);
 
-    try {
+    withinMemory([&] {
         Cell cell;
         cell.kind = parsed.kind;
         if (parsed.kind != CellKind::text) cell.value = parsed.value;
@@ -147,15 +203,13 @@ void Parser::act(const char* text, char* capitals) {
                 cell.program.assign(code.steps().begin(), code.steps().end());
         }
         store(std::move(cell));
-    } catch (const std::bad_alloc&) {
-        errorMessage("Not enough memory to allocate cell.");
-    }
+    });
 }
 
 void Parser::store(Cell cell) {
     const std::int64_t price = cost(cell);
     if (memoryLeft_ < price) {
-        errorMessage("Not enough memory to allocate cell.");
+        errorMessage(kNoMemory);
         return;
     }
     cells_[static_cast<std::size_t>(currentColumn_)][static_cast<std::size_t>(currentRow_)] =
@@ -208,7 +262,7 @@ void Parser::compute(Cell& cell) const {
     cell.computedAt = changes;
     cell.computedIn = this;
     const double value = toolbox::parser::run(cell.program, cells_);
-    // Also when the formula names its own cell: the next read is then another step.
+    // Even when the formula names its own cell: the next read then computes another step.
     if (std::bit_cast<std::uint64_t>(value) != std::bit_cast<std::uint64_t>(cell.value)) ++changes;
     cell.value = value;
 }

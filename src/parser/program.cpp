@@ -1,3 +1,4 @@
+// The stack machine that computes a compiled formula.
 #include "parser/program.h"
 
 #include "parser/grammar.h"
@@ -64,7 +65,7 @@ double apply(Function function, double x) {
 }
 
 double run(std::span<const Step> program, const CellTable& cells) {
-    // The top is kept apart, so the first load saves a value that nobody reads.
+    // The top is kept in a variable of its own, so the first load saves a value that is never read.
     double below[kStackDepth + 1];
     double* free = below;
     double top = 0;

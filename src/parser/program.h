@@ -15,7 +15,8 @@ namespace toolbox::parser {
 
 /// What a step does with the value on top of the machine's stack and one operand.
 enum class Operation : std::uint8_t { load, add, subtract, multiply, divide, power };
-/// Where the operand comes from; from the stack it is the top and the other value lies below it.
+/// Where the operand comes from; an operand from the stack is its top, and the other value is below
+/// it.
 enum class Operand : std::uint8_t { number, cell, stack };
 
 using StepCode = std::uint8_t;
@@ -43,14 +44,14 @@ constexpr bool namesCell(const Step& step) {
     return step.code % 3U == static_cast<unsigned>(Operand::cell);
 }
 
-/// A cell that is not empty. The table that it lies in may be one of several that share it.
+/// A cell that is not empty. Several tables may share it.
 struct Cell {
     CellKind kind = CellKind::text;
     double value = HUGE_VAL;    ///< of a formula: as last computed; of a text: HUGE_VAL
     std::string text;           ///< of a text: as given; of a formula: in capitals
     std::vector<Step> program;  ///< of a formula
 
-    // Of a formula: the state of things and the grid that it was computed from.
+    // Of a formula: the count of changes at which, and the grid in which, it was computed.
     std::uint64_t computedAt = 0;
     const void* computedIn = nullptr;
 };

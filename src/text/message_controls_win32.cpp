@@ -1,11 +1,11 @@
-// The message service's traffic with the controls of the parent window.
+// Writing numbers and texts to the controls of the parent window, and reading them.
 #include <algorithm>
 #include <string>
 
 #include "base/number_text.h"
 #include "base/template_text.h"
-#include "text/message_buffers.h"
 #include "text/message_ranges.h"
+#include "text/text_resources.h"
 #include "toolbox/messages.h"
 
 namespace {
@@ -86,7 +86,9 @@ int GMSG::readControl(unsigned short id, char* buf, int size) {
 }
 
 int GMSG::readControl(unsigned short id, RWCString& out, int size) {
-    std::string text(static_cast<std::size_t>(std::max(size, 1)), '\0');
+    // No more than the text needs, whatever size the caller allows.
+    const int present = GetWindowTextLengthA(GetDlgItem(getParent(), id));
+    std::string text(static_cast<std::size_t>(std::clamp(size, 1, present + 1)), '\0');
     const int length = readControl(id, text.data(), static_cast<int>(text.size()));
     out = RWCString(text.data(), static_cast<std::size_t>(length));
     return length;

@@ -1,3 +1,5 @@
+// Checks numbers against the limits of range texts. A message prints the limits as the kind of
+// number that was checked.
 #include "text/message_ranges.h"
 
 #include <algorithm>
@@ -7,7 +9,6 @@
 
 #include "base/number_scan.h"
 #include "base/template_text.h"
-#include "text/message_buffers.h"
 #include "text/text_resources.h"
 #include "toolbox/messages.h"
 

@@ -2,7 +2,6 @@
 #include <ostream>
 
 #include "base/template_text.h"
-#include "text/message_buffers.h"
 #include "text/text_resources.h"
 #include "toolbox/messages.h"
 
@@ -20,7 +19,7 @@ int GMSG::report(const char* text, unsigned short flags) {
                                                       flags | MB_TASKMODAL | MB_SETFOREGROUND);
     }
     theMSG->errors_.append(text);
-    // Flushed, so that the log tells what preceded a crash.
+    // Flushed, so that the log has what preceded a crash.
     if (theMSG->log_) *theMSG->log_ << text << '\n' << std::flush;
     return 0;
 }

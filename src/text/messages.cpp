@@ -6,7 +6,6 @@
 #include <memory>
 
 #include "base/template_text.h"
-#include "text/message_buffers.h"
 #include "text/text_resources.h"
 
 GMSG* GMSG::theMSG = nullptr;

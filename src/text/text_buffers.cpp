@@ -33,7 +33,7 @@ bool isBlankOrLineEnd(char c) {
 char* GetString(HINSTANCE hInstance, unsigned int id) {
     static char ring[kRingSize][kRingRoom];
     static std::size_t next = 0;
-    // Loaded beside the ring: a box may let further calls in.
+    // Not loaded into the ring itself: while a box is shown further calls may come in.
     char text[kRingRoom];
     if (text::loadFrom(hInstance, id, text, sizeof text) == 0) {
         *std::to_chars(text, text + sizeof text - 1, id).ptr = '\0';
@@ -49,10 +49,10 @@ int ShowMsgBox(const char* title, const char* text, unsigned int flags) {
 }
 
 int Lead(char* s, int n) {
-    if (!s) return 0;
+    if (!s || n <= 0) return 0;
     const std::size_t length = clamped(s, n);
     const std::size_t blanks = std::min(std::strspn(s, " "), length);
-    if (blanks == length) return 0;
+    if (blanks == static_cast<std::size_t>(n)) return 0;
     if (blanks > 0) std::memmove(s, s + blanks, length - blanks + 1);
     return static_cast<int>(std::strlen(s));
 }

@@ -1,3 +1,4 @@
+// Looks a text up in the registered module, then in the application.
 #include "text/text_resources.h"
 
 namespace toolbox::text {

@@ -1,4 +1,5 @@
-// Looking up the texts of string tables, in the language of the message service.
+// Texts of string tables, in the language of the message service, and the buffers they are printed
+// in.
 #pragma once
 
 #include <string>
@@ -12,6 +13,10 @@ namespace toolbox::text {
     return GMSG::language == GMSG::French ? platform::Language::french
                                           : platform::Language::english;
 }
+
+/// 511 characters of a template, or of what it prints. Each call has its own: while a box is shown,
+/// further reports may come in.
+using MessageBuffer = char[512];
 
 /// Loads from one module (null: the application), as StringResources::load does.
 int loadFrom(HINSTANCE module, unsigned int id, char* out, int size);

@@ -1,10 +1,27 @@
+// Validated texts: their rules, checking, and filling the message. The message's arguments refer to
+// the object's own fields, so every copy binds its own.
 #include <algorithm>
+#include <charconv>
 #include <string>
 
 #include "toolbox/text.h"
 
+void TvFormatMessage(CString& result, const CString& templ,
+                     const CArray<TvOutVal, TvOutVal&>& args) {
+    std::string text = templ.str();
+    char placeholder[12] = "%";
+    for (int n = 1;; ++n) {
+        const char* end = std::to_chars(placeholder + 1, placeholder + sizeof placeholder, n).ptr;
+        const std::string_view wanted(placeholder, static_cast<std::size_t>(end - placeholder));
+        const std::size_t at = text.find(wanted);
+        if (at == std::string::npos) break;
+        if (n <= args.GetSize()) text.replace(at, wanted.size(), args.GetAt(n - 1).getStr().str());
+    }
+    result = CString(std::move(text));
+}
+
 TvString::TvString(unsigned int resourceId) {
-    // The most derived version cannot be meant here: the object is not one yet.
+    // Not virtual: the derived object does not exist yet.
     if (!TvString::setToResStr(resourceId)) TvString::setToDefaults();
 }
 
@@ -81,19 +98,17 @@ void TvString::bindArguments() {
 }
 
 unsigned char TvString::brokenRules(const CString& text) const {
-    const auto inForce = [this](Rule rule) { return (rules_ & rule) != 0; };
+    const auto active = [this](Rule rule) { return (rules_ & rule) != 0; };
     int broken = 0;
-    if (inForce(MinLength) && minLength_ != -1 && text.GetLength() < minLength_)
-        broken |= MinLength;
-    if (inForce(MaxLength) && maxLength_ != -1 && text.GetLength() > maxLength_)
-        broken |= MaxLength;
-    if (inForce(ValidChars) && invalidChars_.definition().IsEmpty() &&
+    if (active(MinLength) && minLength_ != -1 && text.GetLength() < minLength_) broken |= MinLength;
+    if (active(MaxLength) && maxLength_ != -1 && text.GetLength() > maxLength_) broken |= MaxLength;
+    if (active(ValidChars) && invalidChars_.definition().IsEmpty() &&
         !validChars_.allStringCharsAreInSet(text))
         broken |= ValidChars;
-    if (inForce(InvalidChars) && validChars_.definition().IsEmpty() &&
+    if (active(InvalidChars) && validChars_.definition().IsEmpty() &&
         invalidChars_.atLeastOneStringCharIsInSet(text))
         broken |= InvalidChars;
-    if (inForce(ForbiddenValues) &&
+    if (active(ForbiddenValues) &&
         std::find(forbiddenValues_.begin(), forbiddenValues_.end(), text) != forbiddenValues_.end())
         broken |= ForbiddenValues;
     return static_cast<unsigned char>(broken);

@@ -132,7 +132,7 @@ TEST_F(ExecAppTest, FindsAProgramWithTheUserAndRemembersIt) {
     script.run([](HWND box) { PostMessageA(box, WM_COMMAND, IDYES, 0); })
         .waitUntil("not found", notFound)
         .run([](HWND dialog) {
-            EXPECT_EQ(textOf(dialog), "Browse for Application");
+            EXPECT_EQ(textOf(dialog), "Browse for application");
             EXPECT_EQ(textOf(dialog, IDCANCEL), "Annuler");
             EXPECT_EQ(capitals(textOf(dialog, kFileName)), "TB_TRIED_APP.EXE");
             const HWND folders = GetDlgItem(dialog, kFolders);

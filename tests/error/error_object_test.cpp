@@ -34,8 +34,7 @@ TEST_F(ErrorObject, OwnsItsText) {
     std::string text = "disk full";
     ErrObj error(7, text.c_str());
     text[0] = 'X';
-    ErrObj copy(error);
-    ErrObj assigned = ErrObj(1, "other");
+    ErrObj copy(error), assigned(1, "other");
     assigned = copy;
     copy.setText("changed").setCode(8);
     EXPECT_STREQ(error.getText(), "disk full");

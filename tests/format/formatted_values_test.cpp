@@ -45,13 +45,6 @@ TEST(FormatedValues, CopyFormatAndValue) {
     RealFormatedValue assigned;
     assigned = real;
     EXPECT_EQ(RealFormatedValue(assigned).getStringValue().str(), "2.50    ");
-    StringFormatedValue string;
-    string.setFormat(3, Left);
-    string = RWCString("abc");
-    StringFormatedValue copy(string);
-    copy = "x";
-    EXPECT_EQ(string.getValue().str(), "abc");
-    EXPECT_EQ(copy.getStringValue().str(), "x  ");
     NumberFormatedValue number;
     number = 7;
     number = static_cast<const NumberFormat&>(NumberFormat());

@@ -1,9 +1,14 @@
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cmath>
 #include <cstdint>
+#include <cstdio>
+#include <cstdlib>
 #include <limits>
 #include <memory>
+#include <new>
+#include <random>
 #include <string>
 #include <utility>
 
@@ -26,16 +31,26 @@ TEST(Grid, PutsFormulasInCapitalsWhereTheCallerHasThem) {
 }
 
 TEST(Grid, StoresNumbersWithEightDigits) {
-    const std::pair<double, double> cases[] = {{1.0 / 3, 0.33333333},
-                                               {0, 0},
-                                               {1234567890, 1234567900},
-                                               {-2.0 / 3e-9, -6.6666667e8},
-                                               {1.23456789e-300, 1.2345679e-300}};
     Parser grid;
-    for (const auto& [given, stored] : cases) {
-        grid.setCell(0, 0, given);
-        EXPECT_EQ(grid.cellKind(0, 0), CellKind::value) << given;
-        EXPECT_EQ(grid.getCell(0, 0), stored) << given;
+    for (const double zero : {0.0, -0.0}) {
+        grid.setCell("A1", zero);
+        EXPECT_EQ(std::signbit(grid.getCell("A1")), std::signbit(zero));
+    }
+    // The double nearest to the eight digits, as reading their text gives it.
+    std::mt19937_64 random(8);
+    for (int i = 0; i < 200000; ++i) {
+        const double any = std::bit_cast<double>(random());
+        const double usual =
+            std::ldexp(static_cast<double>(random() >> 11), -static_cast<int>(random() % 110));
+        for (const double given : {any, usual, -usual, std::round(usual) / 256}) {
+            if (!std::isfinite(given)) continue;
+            char text[32];
+            std::snprintf(text, sizeof text, "%.7e", given);
+            grid.setCell(0, 0, given);
+            ASSERT_EQ(std::bit_cast<std::uint64_t>(grid.getCell(0, 0)),
+                      std::bit_cast<std::uint64_t>(std::strtod(text, nullptr)))
+                << text;
+        }
     }
     for (const double none : {HUGE_VAL, std::nan("")}) {
         grid.setCell("A1", none);
@@ -97,7 +112,6 @@ TEST(GridBudget, StartsFromTheMemoryLeft) {
         machine.memory = memory;
         EXPECT_EQ(Parser().getMemoryLeft(), budget) << memory;
     }
-    EXPECT_GT(Parser().getMemoryLeft(), 1 << 20) << "on this machine";
 }
 
 TEST(GridBudget, IsChargedForEachCellAndPaidBack) {
@@ -135,26 +149,22 @@ TEST(Grid, KnowsItsLastColumnAndRow) {
     FakeSystem machine;
     machine.memory = 1000 + 60;
     Parser grid;
-    for (const char* name : {"B2", "D3", "C7"}) {
-        EXPECT_FALSE(grid.isChanged());
-        grid.setCell(name, 1);
-    }
-    EXPECT_EQ(grid.lastColumn(), 3);
-    EXPECT_EQ(grid.lastRow(), 6);
-    // What does not fit deletes the cell all the same.
-    testing::internal::CaptureStdout();
+    for (const char* name : {"B2", "D3", "C7"}) grid.setCell(name, 1);
+    EXPECT_FALSE(grid.isChanged());
+    // A text that does not fit deletes the cell all the same.
     const std::string large(100, 'x');
     const struct {
         const char* name;
         int column, row;
-    } cases[] = {{"D3", 2, 6}, {"C7", 1, 1}, {"B2", 0, 0}};
+    } cases[] = {{"", 3, 6}, {"D3", 2, 6}, {"C7", 1, 1}, {"B2", 0, 0}};
+    testing::internal::CaptureStdout();
     for (const auto& c : cases) {
-        grid.setCell(c.name, large.c_str());
+        if (*c.name) grid.setCell(c.name, large.c_str());
         EXPECT_EQ(grid.lastColumn(), c.column);
         EXPECT_EQ(grid.lastRow(), c.row);
-        EXPECT_TRUE(grid.isChanged());
     }
     testing::internal::GetCapturedStdout();
+    EXPECT_TRUE(grid.isChanged());
     EXPECT_EQ(grid.getMemoryLeft(), 60);
 }
 
@@ -219,8 +229,34 @@ TEST(Grid, SharesItsCellsWithACopy) {
     original.reset();
     const Parser& self = copy;
     copy = self;
-    EXPECT_EQ(copy.cellText(1, 0), "A1*2");
     EXPECT_EQ(copy.getCell("A2"), 100);
+}
+
+TEST(Grid, ComputesAgainAfterCopyingAndAssigning) {
+    Parser threes, fives;
+    threes.setCell("A1", 3);
+    threes.setCell("A2", "A1*2");
+    threes.setCell("B1", "A2+1");
+    fives = threes;
+    fives.setCell("A1", 5);
+    alignas(Parser) unsigned char place[sizeof(Parser)];
+    const auto recalculated = [&](const Parser& original) {
+        auto* copy = new (place) Parser(original);  // one after the other, at the same address
+        copy->recalculate();
+        const double value = copy->getCell("B1");
+        copy->~Parser();
+        return value;
+    };
+    EXPECT_EQ(recalculated(threes), 7);
+    EXPECT_EQ(recalculated(fives), 11);
+    EXPECT_EQ(recalculated(threes), 7);
+
+    Parser assigned;
+    for (const auto& [original, value] : {std::pair{&threes, 7}, {&fives, 11}, {&threes, 7}}) {
+        assigned = *original;
+        assigned.recalculate();
+        EXPECT_EQ(assigned.getCell("B1"), value);
+    }
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// What the dialogs accept: the rules behind their fields, on every system.
+// What the dialogs accept: the rules of their fields, on every system.
 #include <gtest/gtest.h>
 
 #include <climits>
@@ -44,12 +44,9 @@ TEST(FormatEntry, NamesTheFirstFieldThatIsRefusedAndItsLimits) {
         {{"", "", "0"}, kWidth},
         {{"", "1", "0"}, kWidth},
         {{"", "10000", "0"}, kWidth},
-        {{"", "99999999999", "0"}, kWidth},
         {{"", "-8", "0"}, kWidth},
-        {{"", "8.5", "0"}, kWidth},
         {{"", "8 mm", "-1"}, kWidth},
         {{"", "8", "7"}, {EntryField::decimals, 0, 6}},
-        {{"", "8", ""}, {EntryField::decimals, 0, 6}},
         {{"", "2", "1"}, {EntryField::decimals, 0, 0}},
         {{"", "8", "-1"}, {EntryField::decimals, 0, 6}},
         {{"a|b", "0", "-1"}, {EntryField::description, 0, 0}},
@@ -72,14 +69,11 @@ TEST(FormatEntry, NamesTheFirstFieldThatIsRefusedAndItsLimits) {
 TEST(FormatEntry, PreviewsASampleBetweenTheEdgesOfItsColumn) {
     RealFormat reals = real(10, 2);
     EXPECT_EQ(previewOf(reals, "text"), "|   1234.57|");
-    RealFormat narrow = real(4, 2);
-    EXPECT_EQ(previewOf(narrow, "text"), "|1e+0|");
     NumberFormat number = integer(8);
     EXPECT_EQ(previewOf(number, "text"), "|   -1234|");
     StringFormat words;
     words.setFormat(6, Left);
     EXPECT_EQ(previewOf(words, "abcd"), "|abcd  |");
-    EXPECT_EQ(previewOf(words, "abcdefgh"), "|abcdef|");
 }
 
 TEST(LeadingNumber, StaysWithinItsType) {

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <tuple>
 #include <utility>
 
 #include "toolbox/messages.h"
@@ -18,22 +19,16 @@ TEST(MessageConversions, PrintRealsWithTheirDecimals) {
         const char* text;
     } cases[] = {{0.25, 2, ".25"},
                  {0.05, 3, ".050"},
-                 {12.5, 2, "12.50"},
                  {12.6, 0, "13"},
                  {-0.5, 1, "-.5"},
                  {99999.0, 2, "99999.00"},
-                 {0.00001, 5, ".00001"},
                  {0.001, 2, ".00"},
-                 {0.999, 2, "1.00"},
                  {0.3, 0, ""},
                  {-0.3, 0, "-"},
                  {5, -3, "5"},
-                 {0.0, 3, "0."},
                  {100000.0, 2, "100000."},
                  {99999.5, 2, "99999.5"},
-                 {1234567.891, 2, "1234567.9"},
                  {0.000001, 2, "1.e-006"},
-                 {-2.5e-200, 1, "-2.5e-200"},
                  {123456.0, -100, "1.e+005"},
                  {-inf, 2, "-inf"},
                  {std::nan(""), 2, "nan"}};
@@ -68,13 +63,13 @@ TEST(MessageConversions, PrintIntegersAndBooleans) {
     EXPECT_STREQ(GMSG::ntoa(0, text, 0), "0");
     EXPECT_STREQ(GMSG::ntoa(0, text, 1), "");
     EXPECT_EQ(GMSG::ntoa(LONG_MIN, text, 1), std::to_string(LONG_MIN));
-    EXPECT_STREQ(GMSG::btoa(2, text, 0), "O");
-    EXPECT_STREQ(GMSG::btoa(0, text, 0), "N");
-    EXPECT_STREQ(GMSG::b2OnOff(1, text, 0), "ON");
-    EXPECT_STREQ(GMSG::b2OnOff(0, text, 0), "OFF");
-    EXPECT_STREQ(GMSG::b2ECHC(1, text, 0), "EC");
-    EXPECT_STREQ(GMSG::b2ECHC(0, text, 0), "HC");
-    EXPECT_STREQ(GMSG::b2ECHC(1, text, 1), "");
+    for (const auto& [print, yes, no] : {std::tuple{&GMSG::btoa, "O", "N"},
+                                         {&GMSG::b2OnOff, "ON", "OFF"},
+                                         {&GMSG::b2ECHC, "EC", "HC"}}) {
+        EXPECT_STREQ(print(2, text, 0), yes);
+        EXPECT_STREQ(print(0, text, 0), no);
+        EXPECT_STREQ(print(2, text, 1), "");
+    }
 }
 
 TEST(MessageConversions, StripBlanksAtBothEnds) {

@@ -36,18 +36,16 @@ TEST(GetStringRing, CutsLongTextsAndTellsOfMissingOnes) {
 }
 
 TEST(Lead, MovesOnlyWhatItLooksAt) {
-    struct Case {
+    const struct {
         const char* text;
         int n;
         const char* expected;
         int result;
-    };
-    const Case cases[] = {{"  ab", 4, "ab", 2},   {"ab  ", 4, "ab  ", 4},
-                          {"    ", 4, "    ", 0}, {"   ", 9, "   ", 0},
-                          {"  ab", 2, "  ab", 0}, {"  abcdef", 4, "abcbcdef", 8},
-                          {" ab", 99, "ab", 2},   {"", 0, "", 0},
-                          {" ab", -1, " ab", 0},  {"\t ab", 4, "\t ab", 4}};
-    for (const Case& c : cases) {
+    } cases[] = {{"  ab", 4, "ab", 2},    {"ab  ", 4, "ab  ", 4}, {"    ", 4, "    ", 0},
+                 {"  ", 5, "", 0},        {"  ab", 2, "  ab", 0}, {"  abcdef", 4, "abcbcdef", 8},
+                 {" ab", 99, "ab", 2},    {"", 0, "", 0},         {" ab", -1, " ab", 0},
+                 {"\t ab", 4, "\t ab", 4}};
+    for (const auto& c : cases) {
         std::string text = c.text;
         EXPECT_EQ(Lead(text.data(), c.n), c.result) << c.text;
         EXPECT_STREQ(text.c_str(), c.expected) << c.text;
@@ -56,16 +54,14 @@ TEST(Lead, MovesOnlyWhatItLooksAt) {
 }
 
 TEST(Trail, CutsButNeverEmpties) {
-    struct Case {
+    const struct {
         const char* text;
         int n;
         const char* expected;
-    };
-    const Case cases[] = {{"a   ", 4, "a"},     {" ", 1, " "},        {"   ", 3, "   "},
-                          {"ab \r\n", 5, "ab"}, {" a ", 3, " a"},     {"abcd", 2, "ab"},
-                          {"ab  ", 99, "ab"},   {"ab  ", -1, "ab  "}, {"ab  ", 3, "ab"},
-                          {"", 5, ""},          {"a", 1, "a"},        {"ab\t", 3, "ab\t"}};
-    for (const Case& c : cases) {
+    } cases[] = {{"a   ", 4, "a"},  {" ", 1, " "},     {"   ", 3, "   "},  {"ab \r\n", 5, "ab"},
+                 {" a ", 3, " a"},  {"abcd", 2, "ab"}, {"ab  ", 99, "ab"}, {"ab  ", -1, "ab  "},
+                 {"ab  ", 3, "ab"}, {"", 5, ""},       {"a", 1, "a"},      {"ab\t", 3, "ab\t"}};
+    for (const auto& c : cases) {
         std::string text = c.text;
         EXPECT_EQ(Trail(text.data(), c.n), static_cast<int>(std::strlen(c.expected))) << c.text;
         EXPECT_STREQ(text.c_str(), c.expected) << c.text;

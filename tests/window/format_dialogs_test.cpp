@@ -94,10 +94,10 @@ TEST_F(FormatDialogs, ShowTheKeyInTheLanguageInForce) {
         {kString, GMSG::English, "Format of a string - VOLT", "20", "|Sample text         |"},
     };
     const std::string french =
-        "&Description :|&Largeur :|D\351&cimales :|Justification|\340 &gauche|\340 d&roite|"
-        "&Aper\347u :|OK|Annuler";
+        "&Description\240:|&Largeur\240:|D\351&cimales\240:|Alignement|\300 &gauche|\300 d&roite|"
+        "&Exemple\240:|OK|Annuler";
     const std::string english =
-        "&Description:|&Width:|D&ecimals:|Justification|&Left|&Right|&Preview:|OK|Cancel";
+        "&Description:|&Width:|D&ecimals:|Alignment|&Left|&Right|&Sample:|OK|Cancel";
     for (const Case& c : cases) {
         GMSG::language = c.language;
         UDKeyData key = keyOf(c.kind);
@@ -177,10 +177,10 @@ TEST_F(FormatDialogs, ReachEveryFieldByItsMnemonic) {
     const Case cases[] = {
         {GMSG::French, 'D', IDC_FORMAT_DESCRIPTION},  {GMSG::French, 'L', IDC_FORMAT_WIDTH},
         {GMSG::French, 'C', IDC_FORMAT_DECIMALS},     {GMSG::French, 'G', IDC_FORMAT_LEFT},
-        {GMSG::French, 'R', IDC_FORMAT_RIGHT},        {GMSG::French, 'A', IDC_FORMAT_PREVIEW},
+        {GMSG::French, 'R', IDC_FORMAT_RIGHT},        {GMSG::French, 'E', IDC_FORMAT_PREVIEW},
         {GMSG::English, 'D', IDC_FORMAT_DESCRIPTION}, {GMSG::English, 'W', IDC_FORMAT_WIDTH},
         {GMSG::English, 'E', IDC_FORMAT_DECIMALS},    {GMSG::English, 'L', IDC_FORMAT_LEFT},
-        {GMSG::English, 'R', IDC_FORMAT_RIGHT},       {GMSG::English, 'P', IDC_FORMAT_PREVIEW},
+        {GMSG::English, 'R', IDC_FORMAT_RIGHT},       {GMSG::English, 'S', IDC_FORMAT_PREVIEW},
     };
     for (const Case& c : cases) {
         GMSG::language = c.language;
@@ -202,14 +202,15 @@ TEST_F(FormatDialogs, RefuseWhatIsOutOfRangeAndFocusItsField) {
         const char *text, *message;
     };
     const Case cases[] = {
-        {kReal, GMSG::French, IDC_FORMAT_WIDTH, "1", "La largeur va de 2 \340 9999."},
+        {kReal, GMSG::French, IDC_FORMAT_WIDTH, "1",
+         "La largeur doit \352tre comprise entre 2 et 9999."},
         {kReal, GMSG::French, IDC_FORMAT_DECIMALS, "9",
-         "Le nombre de d\351cimales va de 0 \340 8."},
+         "Le nombre de d\351cimales doit \352tre compris entre 0 et 8."},
         {kString, GMSG::French, IDC_FORMAT_DESCRIPTION, "a|b",
          "La description ne peut pas contenir le caract\350re |."},
-        {kString, GMSG::English, IDC_FORMAT_WIDTH, "", "The width goes from 1 to 9999."},
+        {kString, GMSG::English, IDC_FORMAT_WIDTH, "", "The width must be between 1 and 9999."},
         {kInteger, GMSG::English, IDC_FORMAT_DESCRIPTION, "|",
-         "The description cannot hold the character |."},
+         "The description cannot contain the character |."},
     };
     for (const Case& c : cases) {
         GMSG::language = c.language;

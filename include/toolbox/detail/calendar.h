@@ -3,7 +3,7 @@
 //
 // Both conversions count from 1 March, which puts the leap day at the end of the year, and replace
 // divisions by multiplications with reciprocals that are exact over the ranges named here. Whether
-// a date lies before March is calculated, not asked: dates in no order would be mispredicted.
+// a date lies before March is calculated without a branch, which unordered dates would mispredict.
 #pragma once
 
 #include <array>

@@ -1,3 +1,5 @@
+// Output values: a kind, the address of a variable, a template. The kind alone says how the
+// variable is read, so constructors exist for exact types only.
 #include "toolbox/output_values.h"
 
 #include <array>
@@ -14,7 +16,7 @@ struct KindFacts {
     unsigned int readableBytes;
 };
 
-// By kind. The bytes are what is checked on Windows, where they suffice to tell a wild pointer.
+// By kind. The bytes are those checked on Windows: enough to recognize a wild pointer.
 constexpr auto kKinds = std::to_array<KindFacts>({
     {"", 0},
     {"%u", 1},

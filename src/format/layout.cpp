@@ -1,12 +1,14 @@
-#include "format/number_layout.h"
+// Lays integers, reals and texts out in fields. A number that fits 64 bits is rounded first and
+// then written into its place in the field; any other goes through a scratch text.
+#include "format/layout.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <new>
 
 #include "base/number_text.h"
 #include "base/short_number.h"
-#include "format/field.h"
 
 namespace toolbox::format {
 namespace {
@@ -17,8 +19,36 @@ constexpr long long kExponentColumns = 6;
 
 using Scratch = char[base::kNumberTextMax];
 
-/// The printed form of a value in a field, by way of a scratch text. Decimals that no double has
-/// are zeros, put in here so that the scratch text stays bounded whatever the precision.
+/// A field of `width` blanks that takes a text of `length` characters, which `write` writes to the
+/// place it is given. The text is not longer than the field.
+template <class Write>
+RWCString writtenInField(int length, int width, Justification justify, Write write) {
+    RWCString field;
+    field.str().assign(static_cast<std::size_t>(width), ' ');
+    write(field.str().data() + (justify == Left ? 0 : width - length));
+    return field;
+}
+
+RWCString paddedOrCut(std::string_view text, int width, Justification justify) {
+    if (width <= 0) return {};
+    const auto columns = static_cast<std::size_t>(width);
+    if (text.size() >= columns) return text.substr(0, columns);
+    return writtenInField(static_cast<int>(text.size()), width, justify,
+                          [&](char* out) { text.copy(out, text.size()); });
+}
+
+/// What `layOut` gives, or nothing when memory does not suffice.
+template <class LayOut>
+RWCString asFarAsMemoryGoes(LayOut layOut) {
+    try {
+        return layOut();
+    } catch (const std::bad_alloc&) {
+        return {};
+    }
+}
+
+/// The printed form of a value in a field, by way of a scratch text. Decimals beyond those of any
+/// double are zeros, added here: so the scratch text stays bounded whatever the precision.
 RWCString printedLong(double value, bool exponentForm, long long decimals, int width,
                       Justification justify) {
     Scratch text;
@@ -26,11 +56,11 @@ RWCString printedLong(double value, bool exponentForm, long long decimals, int w
     const char* const end =
         exponentForm ? base::printExponent(text, value, kept) : base::printFixed(text, value, kept);
     const std::string_view view(text, static_cast<std::size_t>(end - text));
-    if (decimals == kept || !std::isfinite(value)) return inField(view, width, justify);
+    if (decimals == kept || !std::isfinite(value)) return paddedOrCut(view, width, justify);
     std::string longer(view);
     longer.insert(exponentForm ? view.find('e') : view.size(),
                   static_cast<std::size_t>(decimals - kept), '0');
-    return inField(longer, width, justify);
+    return paddedOrCut(longer, width, justify);
 }
 
 RWCString printed(double value, bool exponentForm, long long precision, int width,
@@ -43,7 +73,7 @@ RWCString printed(double value, bool exponentForm, long long precision, int widt
     if (const int length = number.length(); length <= width)
         return writtenInField(length, width, justify, [&](char* out) { number.write(out); });
     char text[base::ShortNumber::kMaxLength];
-    return inField(std::string_view(text, number.write(text)), width, justify);
+    return paddedOrCut(std::string_view(text, number.write(text)), width, justify);
 }
 
 RWCString printedWithExponent(double value, long long precision, int sign, int width,
@@ -52,9 +82,7 @@ RWCString printedWithExponent(double value, long long precision, int sign, int w
     return printed(value, true, std::min(precision, room), width, justify);
 }
 
-}  // namespace
-
-RWCString layOutNumber(int value, int width, Justification justify) {
+RWCString numberInField(int value, int width, Justification justify) {
     const int sign = value < 0 ? 1 : 0;
     const base::ShortNumber number{
         static_cast<std::uint64_t>(std::abs(static_cast<long long>(value))), 0,
@@ -64,13 +92,32 @@ RWCString layOutNumber(int value, int width, Justification justify) {
     return writtenInField(length, width, justify, [&](char* out) { number.write(out); });
 }
 
-RWCString layOutReal(double value, int width, int precision, Justification justify) {
+RWCString realInField(double value, int width, int precision, Justification justify) {
     if (!std::isfinite(value)) return printedLong(value, false, 0, width, justify);
     const int sign = value <= 0.0 ? 1 : 0;
     const long long digits = base::integerDigits(std::fabs(value));
     const long long room = static_cast<long long>(width) - sign;
     if (digits >= room) return printedWithExponent(value, precision, sign, width, justify);
     return printed(value, false, std::min<long long>(precision, room - digits - 1), width, justify);
+}
+
+}  // namespace
+
+RWCString inField(std::string_view text, int width, Justification justify) {
+    // A text longer than the widest field is not padded, and cut only where the width says so.
+    if (static_cast<std::size_t>(std::max(width, 0)) > text.size())
+        width = std::min(width, std::max(kWidestField, static_cast<int>(text.size())));
+    return asFarAsMemoryGoes([&] { return paddedOrCut(text, width, justify); });
+}
+
+RWCString layOutNumber(int value, int width, Justification justify) {
+    width = std::min(width, kWidestField);
+    return asFarAsMemoryGoes([&] { return numberInField(value, width, justify); });
+}
+
+RWCString layOutReal(double value, int width, int precision, Justification justify) {
+    width = std::min(width, kWidestField);
+    return asFarAsMemoryGoes([&] { return realInField(value, width, precision, justify); });
 }
 
 }  // namespace toolbox::format

@@ -82,6 +82,20 @@ TEST(RealFormat, PrintsWithAPrecisionThatNoLongerFitsItsWidth) {
     EXPECT_EQ(format.getString(3.14159).str(), "       3");
 }
 
+TEST(Formats, PadUpToABound) {
+    constexpr std::size_t kBound = 1 << 24;
+    for (const int width : {1000000000, INT_MAX}) {
+        EXPECT_EQ(number(width, Right, -42), std::string(kBound - 3, ' ') + "-42");
+        EXPECT_EQ(real(width, 2, 0.5), std::string(kBound - 4, ' ') + "0.50");
+        EXPECT_EQ(real(width, width - 2, 1e300).size(), kBound);
+        StringFormat format;
+        format.setFormat(width, Left);
+        EXPECT_EQ(format.getString("ab").str(), "ab" + std::string(kBound - 2, ' '));
+        const RWCString longer(std::string(kBound + 5, 'x'));
+        EXPECT_EQ(format.getString(longer), longer);
+    }
+}
+
 TEST(RealFormat, PrintsZerosWhereADoubleHasNoMoreDigits) {
     const std::string fixed = real(5000, 4000, 0.5, Left);
     EXPECT_EQ(fixed, "0.5" + std::string(3999, '0') + std::string(998, ' '));

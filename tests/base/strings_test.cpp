@@ -1,0 +1,96 @@
+// Comparisons of the string types: every mix of operands, every way of asking.
+#include "toolbox/strings.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+/// "less" < "more" by the unsigned bytes only: as signed ones the byte 0xE9 is negative.
+constexpr const char* kLess = "ab";
+constexpr const char* kMore = "a\xE9";
+
+template <class A, class B>
+void expectOrder(const A& less, const B& more) {
+    EXPECT_TRUE(less < more);
+    EXPECT_TRUE(less <= more);
+    EXPECT_FALSE(less > more);
+    EXPECT_FALSE(less >= more);
+    EXPECT_FALSE(less == more);
+    EXPECT_TRUE(less != more);
+    EXPECT_TRUE((less <=> more) < 0);
+    EXPECT_TRUE(std::less<>{}(less, more));
+    EXPECT_TRUE(std::less_equal<>{}(less, more));
+    EXPECT_FALSE(std::greater<>{}(less, more));
+    EXPECT_FALSE(std::greater_equal<>{}(less, more));
+}
+template <class A, class B>
+void expectOrderBothWays() {
+    // Two copies of one text, so that addresses tell nothing.
+    const std::string less = kLess, more = kMore, again = kMore;
+    expectOrder(A(less.c_str()), B(more.c_str()));
+    expectOrder(B(less.c_str()), A(more.c_str()));
+    EXPECT_TRUE(A(more.c_str()) == B(again.c_str()));
+    EXPECT_TRUE(A(more.c_str()) <= B(again.c_str()));
+    EXPECT_TRUE(B(more.c_str()) >= A(again.c_str()));
+    EXPECT_FALSE(A(more.c_str()) < B(again.c_str()));
+    EXPECT_TRUE((B(more.c_str()) <=> A(again.c_str())) == 0);
+}
+
+template <class S>
+class StringComparison : public testing::Test {};
+using Strings = testing::Types<CString, RWCString, RWCollectableString>;
+TYPED_TEST_SUITE(StringComparison, Strings);
+
+TYPED_TEST(StringComparison, OrdersByUnsignedBytesWithEveryOperand) {
+    expectOrderBothWays<TypeParam, CString>();
+    expectOrderBothWays<TypeParam, RWCString>();
+    expectOrderBothWays<TypeParam, RWCollectableString>();
+    expectOrderBothWays<TypeParam, const char*>();
+    expectOrderBothWays<TypeParam, std::string_view>();
+    expectOrderBothWays<TypeParam, std::string>();
+    EXPECT_TRUE(TypeParam("abc") < "abd");
+    EXPECT_TRUE("abc" < TypeParam("abd"));
+    char buffer[] = "abb";
+    EXPECT_TRUE(TypeParam("abc") > buffer);
+}
+
+TYPED_TEST(StringComparison, TakesANullPointerForTheEmptyText) {
+    const TypeParam empty, text("a");
+    const char* none = nullptr;
+    EXPECT_TRUE(empty == none);
+    EXPECT_TRUE(none == empty);
+    EXPECT_TRUE(empty >= none);
+    EXPECT_TRUE(none < text);
+    EXPECT_TRUE(text > nullptr);
+    EXPECT_TRUE(empty == nullptr);
+    EXPECT_TRUE(empty == 0);
+    EXPECT_TRUE(NULL == empty);
+    EXPECT_TRUE(text > NULL);
+    EXPECT_FALSE(0 >= text);
+}
+
+TYPED_TEST(StringComparison, CountsBytesAfterANul) {
+    const TypeParam longer("a\0b", 3);
+    EXPECT_TRUE(longer > "a");
+    EXPECT_TRUE(longer == std::string_view("a\0b", 3));
+}
+
+TYPED_TEST(StringComparison, SortsAndLooksUp) {
+    std::vector<TypeParam> texts = {"b", "\xE9", "a", "", "ba"};
+    std::sort(texts.begin(), texts.end(), std::greater<>());
+    EXPECT_EQ(texts, (std::vector<TypeParam>{"\xE9", "ba", "b", "a", ""}));
+    std::ranges::sort(texts);
+    EXPECT_EQ(texts, (std::vector<TypeParam>{"", "a", "b", "ba", "\xE9"}));
+    const std::map<TypeParam, int, std::less<>> byText = {{"b", 2}, {"a", 1}};
+    EXPECT_EQ(byText.find("b")->second, 2);
+    EXPECT_EQ(byText.count(std::string_view("c")), 0u);
+}
+
+}  // namespace

@@ -1,7 +1,8 @@
 // Prints where a test program of Windows met a fault, on stderr: the code, and of each place on the
 // stack the module and the offset in it. It looks at faults before anybody else does, so one that
-// happens while the program ends (destructors, DLLs that are detached) is told too. ctest shows what a
-// test printed only when it failed; a fault that somebody handles costs a few lines that nobody sees.
+// happens while the program ends (destructors, DLLs that are detached) is told too. ctest shows
+// what a test printed only when it failed; a fault that somebody handles costs a few lines that
+// nobody sees.
 #include <windows.h>
 
 #include <cstdio>
@@ -27,7 +28,8 @@ void printPlace(const char* what, const void* address) {
         print(text);
         return;
     }
-    const auto offset = static_cast<const char*>(address) - static_cast<char*>(region.AllocationBase);
+    const auto offset =
+        static_cast<const char*>(address) - static_cast<char*>(region.AllocationBase);
     std::snprintf(text, sizeof text, "%s %p: %p + 0x%lx ", what, address, region.AllocationBase,
                   static_cast<unsigned long>(offset));
     print(text);
@@ -40,8 +42,8 @@ void printPlace(const char* what, const void* address) {
 LONG CALLBACK trace(EXCEPTION_POINTERS* fault) {
     static volatile LONG traces = 0;
     const EXCEPTION_RECORD& record = *fault->ExceptionRecord;
-    // Errors of the system only: what is thrown, and notes to debuggers, have other bits. A stack that
-    // overflowed has no room for a trace.
+    // Errors of the system only: what is thrown, and notes to debuggers, have other bits. A stack
+    // that overflowed has no room for a trace.
     if (record.ExceptionCode >> 28 != 0xC || record.ExceptionCode == EXCEPTION_STACK_OVERFLOW ||
         InterlockedIncrement(&traces) > kMostTraces)
         return EXCEPTION_CONTINUE_SEARCH;

@@ -1,5 +1,5 @@
-// Tools that delete, remove and end what they are told about while they are told: who is left is told
-// once, and nothing is touched that is gone. The sanitizers see what these tests cannot.
+// Tools that delete, remove and end what they are told about while they are told: who is left is
+// told once, and nothing is touched that is gone. The sanitizers see what these tests cannot.
 #include <gtest/gtest.h>
 
 #include <functional>

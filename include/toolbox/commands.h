@@ -10,12 +10,18 @@
 //     circle.setCheckStatus(1);     // unchecks the line; tools that show them follow
 //
 // The command manager (command_manager.h) knows them all. Commands, contexts and tools never own
-// each other: whichever is destroyed takes itself out of the others and of the manager.
+// each other: whichever is destroyed takes itself out of the others and of every manager.
+//
+// A tool that is told of a change may change, remove and delete anything: commands (the one it is
+// told about too), contexts, tools, the manager. What it does stands; the operation under way tells
+// each tool and reaches each command that is still there, once, and then goes on with what it has
+// left. A setter whose own object was deleted returns 0.
 //
 // Int results are 1 for done or yes and 0 for refused or no, without a message. Statuses are 0 or
 // not 0. Everything runs on the user-interface thread.
 #pragma once
 
+#include "toolbox/detail/watch.h"
 #include "toolbox/export.h"
 #include "toolbox/runtime_class.h"
 #include "toolbox/sets.h"
@@ -38,12 +44,13 @@ class TB_API Command : public CObject {
     virtual operator int() const;
 
     /// Tells the command's tools that it is checked or unchecked, and then it is: who asks it
-    /// meanwhile gets the old status. Unless it is so already. In a context, checking makes it the
-    /// selection, with the rules of Context::setSel(), and unchecking the selection clears it.
-    /// Returns 1, or what setSel() returns.
+    /// meanwhile gets the old status. Does nothing when it is so already. In a context, checking
+    /// makes it the selection, with the rules of Context::setSel(), and unchecking the selection
+    /// clears it. Returns 1, or what setSel() returns; 0 when the command was deleted meanwhile.
     virtual int setCheckStatus(int status);
-    /// Tells the command's tools that it is enabled or disabled, and then it is, unless it is so
-    /// already. A disabled command stays its context's selection. Returns 1.
+    /// Tells the command's tools that it is enabled or disabled, and then it is. Does nothing when
+    /// it is so already. A disabled command stays its context's selection. Returns 1; 0 when the
+    /// command was deleted meanwhile.
     virtual int setEnableStatus(int status);
     // The statuses and the number, as they are.
     virtual int isChecked() const;
@@ -66,18 +73,17 @@ class TB_API Command : public CObject {
     friend class Tool;
     friend class VoidCommand;
 
-    [[nodiscard]] Context* getContext() const { return context_; }
-    void setContext(Context* context) { context_ = context; }
-
     int id_;
     int checkStatus_;
     int enableStatus_;
     unsigned short attribute_;
     SetPointer<Tool> tools_;
-    Context* context_ = nullptr;
+    Context* context_ = nullptr;    // the one it belongs to
+    SetPointer<Context> contexts_;  // those that hold it, as a member or as the selection
+    toolbox::detail::Watched<> life_;
 };
 
-/// Stands for a number that no command has. On purpose every use of it but `operator int` is a
+/// Stands for a number that no command has. Every use of it but `operator int` is a
 /// programming error: it shows a box "Commande #%d n'est pas définie (command)" and ends the
 /// process. Only a replaced prompt comes back from that; the result is 0 then.
 class TB_API VoidCommand : public Command {
@@ -124,27 +130,36 @@ class TB_API Context {
     [[nodiscard]] int getEnabledSelID() const;
 
     /// Refuses null and members. A command that is checked becomes the selection. A command belongs
-    /// in one context only: on purpose it is not taken out of another one.
+    /// to one context, the one that it was added to last: its own status changes that one's
+    /// selection. The one that it was added to before keeps it as a member all the same.
     int add(Command* command);
-    /// Refuses null and what is no member. The selection is cleared first.
+    /// Refuses null and what is no member. The selection is cleared first. The command belongs to
+    /// no context afterwards.
     int remove(Command* command);
 
-    /// Unchecks the selection and checks `command`, a member, in its stead; null for none. Refused
-    /// while the context or the command is disabled.
+    /// Unchecks the selection and checks `command` in its stead; null for none. Refused while the
+    /// context or the command is disabled, and given up with 0 when a tool that is told of the
+    /// former selection chooses another one or deletes the command or the context. Callers pass
+    /// members; what is none is checked too, and stays the selection until another one follows.
     int setSel(Command* command);
-    /// Enables or disables the context and each of its commands, on purpose also when the context
-    /// has that status already.
+    /// Enables or disables each of the commands, then the context, also when it has that status
+    /// already. 1; 0 when the context was deleted meanwhile.
     int setEnableStatus(int status);
 
   private:
     friend class GCOMMBase;
 
+    friend class Command;
+
     void removeAll();
+    void forget(Command* command);
+    void select(Command* command);
 
     int id_;
     int enabled_ = 1;
     SetPointer<Command> commands_;
     Command* selection_ = nullptr;
+    toolbox::detail::Watched<> life_;
 };
 
 /// Shows commands: a palette window, a menu. Derived classes say how.
@@ -155,7 +170,7 @@ class TB_API Tool {
     Tool(const Tool&) = delete;
     Tool& operator=(const Tool&) = delete;
 
-    /// Takes the tool out of its commands and of the manager.
+    /// Takes the tool out of its commands and of the managers.
     virtual ~Tool();
     /// Address of a tag that the tools of one class share, to tell classes apart.
     virtual const int* getClassType() const = 0;
@@ -171,8 +186,8 @@ class TB_API Tool {
     [[nodiscard]] unsigned long getID() const { return id_; }
     [[nodiscard]] int getNumCommand() const { return commands_.nItem(); }
 
-    /// Refuses null and commands that it shows already. On purpose nothing is shown before the
-    /// command changes.
+    /// Refuses null and commands that it shows already. Nothing is shown before the command
+    /// changes.
     int add(Command* command);
     /// Refuses null and commands that it does not show.
     int remove(Command* command);
@@ -189,7 +204,9 @@ class TB_API Tool {
 
   private:
     friend class GCOMMBase;
+    friend class MenuTool;
 
     unsigned long id_;
     SetPointer<Command> commands_;
+    toolbox::detail::Watched<> life_;
 };

@@ -15,7 +15,7 @@ class DispatchClient;
 /// Hands messages on to its clients.
 class TB_API DispatchServer {
   public:
-    /// Which messages pass. On purpose nothing passes with both bits set.
+    /// Which messages pass. Nothing passes with both bits set.
     enum DispatchMask : std::uint32_t {
         PassAll = 0,
         OnlyMouse = 1,    ///< message numbers 0x200 to 0x209
@@ -24,7 +24,7 @@ class TB_API DispatchServer {
 
     /// Without clients.
     explicit DispatchServer(DispatchMask mask = PassAll);
-    // On purpose, both take the clients away from `source`: a client has one server.
+    // Both take the clients away from `source`: a client has one server.
     DispatchServer(const DispatchServer& source);
     DispatchServer& operator=(const DispatchServer& source);
     virtual ~DispatchServer();
@@ -34,7 +34,8 @@ class TB_API DispatchServer {
     /// Without `broadcast` it stops at the first that sets the handled flag, and exchanges that
     /// client's place with the first one's. With it every client gets the message, with the flag
     /// cleared; it is cleared afterwards too. A client that unregisters during the delivery still
-    /// gets the message.
+    /// gets the message, one that is destroyed does not; one that registers during it does not yet.
+    /// The server may be destroyed too: the others get the message all the same.
     ///
     /// Returns what the last client returned; 0 when none was called, because there is none, the
     /// mask does not let the message pass or its handled flag was set already.
@@ -54,6 +55,7 @@ class TB_API DispatchServer {
 
     DispatchMask mask_;
     Many<DispatchServer, DispatchClient> clients_;
+    toolbox::detail::Watched<> life_;
 };
 
 /// Derived classes handle messages.

@@ -23,6 +23,7 @@
 #include <cstdint>
 
 #include "toolbox/detail/mouse_button.h"
+#include "toolbox/detail/watch.h"
 #include "toolbox/export.h"
 #include "toolbox/transform.h"
 #include "toolbox/win_types.h"
@@ -55,7 +56,7 @@ class TB_API Dragger {
     /// first. Without a device context both points are `point` and nothing is drawn.
     virtual void anchor(const POINT& point, HDC dc);
     /// Moves the end to `point`, as the mode allows, and redraws; a move that changes nothing draws
-    /// nothing. On purpose the shape counts as drawn afterwards without a device context too.
+    /// nothing. The shape counts as drawn afterwards without a device context too.
     virtual void drag(HDC dc, POINT point);
     /// Non-zero while the shape is drawn.
     [[nodiscard]] virtual int isVisible();
@@ -106,7 +107,7 @@ class TB_API VoidDragger : public Dragger {
     void drawInvisible(HDC dc, const POINT& start, const POINT& end) override;
 };
 
-/// A rectangle between two corners. On purpose never orthogonal.
+/// A rectangle between two corners. Never orthogonal.
 class TB_API RectDragger : public Dragger {
   public:
     /// Neither mode.
@@ -146,7 +147,7 @@ class TB_API VectIniDragger : public VectDragger {
     void anchor(const POINT& point, HDC dc) override;
 };
 
-/// Two sides of a triangle: from a start set beforehand to the end to a third point. On purpose the
+/// Two sides of a triangle: from a start set beforehand to the end to a third point. The
 /// side between the preset points is not drawn.
 class TB_API TriangleIniDragger : public VectIniDragger {
   public:
@@ -182,8 +183,8 @@ class TB_API StickDragger : public Dragger {
     POINT stick_{};
 };
 
-/// An ellipse and a line from its center to the dragged point, which is moved onto the ellipse, on
-/// purpose mirrored about the horizontal through the center. On purpose its distance from the
+/// An ellipse and a line from its center to the dragged point, which is moved onto the ellipse,
+/// mirrored about the horizontal through the center. Its distance from the
 /// center is rounded to single precision, which decides on which side of a pixel it falls.
 class TB_API ThetaDragger : public Dragger {
   public:
@@ -221,7 +222,9 @@ class TB_API ThetaIniDragger : public ThetaDragger {
 ///
 /// The gesture starts with a button's going down or double click, follows the mouse while it has
 /// the capture, and ends when the button goes up. The other button, or the command Cancel, abandons
-/// it. The orthogonal mode is decided when it starts and holds for its whole length.
+/// it, and so does the loss of the capture: WM_CANCELMODE, WM_CAPTURECHANGED, or a move without it.
+/// The capture of another window is left alone. The orthogonal mode is decided when the gesture
+/// starts and holds for its whole length. Without a window nothing is drawn.
 class TB_API MouseDragger {
   public:
     // How far the gesture is, what it begins with, and which button makes it.
@@ -251,9 +254,11 @@ class TB_API MouseDragger {
 
     /// Takes one message and returns the state after it. `start` and `end` are set when the state
     /// becomes or stays Dragging by it and when it becomes Finished; the shape is removed by then.
-    /// On purpose the points of a finished gesture are those of the last move, not of the message
-    /// that ended it. A message that was the gesture's is marked as handled, the Cancel command is
-    /// not. Finished and Cancelled last until the next message.
+    /// The points of a finished gesture are those of the last move, not of the message that ended
+    /// it. A message that was the gesture's is marked as handled; the Cancel command and the loss
+    /// of the capture are not. Finished and Cancelled last until the next message. What it calls,
+    /// window procedures and the dragger's drawing, may delete this object: the result is Cancelled
+    /// then.
     State drag(TarvMess& message, POINT& start, POINT& end);
     /// The state after the last message.
     [[nodiscard]] State getState() const { return state_; }
@@ -272,13 +277,16 @@ class TB_API MouseDragger {
     void move(TarvMess& message, POINT& start, POINT& end);
     void finish(TarvMess& message, POINT& start, POINT& end);
     void cancel(TarvMess& message);
-    void letGo();
+    void lose(const TarvMess& message);
+    void letGo(State state);
 
     Dragger& dragger_;
     State state_ = Idle;
     DragMode mode_ = ShiftOrtho;
     ParametricButton button_;
-    HWND window_ = nullptr;  // borrowed: the one that holds the capture
+    HWND window_ = nullptr;  // borrowed: the gesture's
+    bool hasCapture_ = false;
+    toolbox::detail::Watched<> life_;
 };
 
 namespace toolbox {

@@ -11,13 +11,16 @@
 //     }
 //
 // The meter lives by the job's calls: every operation first handles the messages that wait for the
-// thread, unless said otherwise. Their handlers run inside the call. On purpose keys are not a
-// dialog's: the button that has the focus is pressed by Space, not by Enter or Escape. Where there
-// is no dialog every operation is harmless. Its parent window is disabled while it is up.
+// thread, unless said otherwise. Their handlers run inside the call, and may delete the dialog and
+// the meter: the call then does nothing more and answers as a meter without dialog, 0 for numbers.
+// Keys are not a dialog's: the button that has the focus is pressed by Space, not by Enter or
+// Escape. Where there is no dialog every operation is harmless. Its parent window is disabled while
+// it is up.
 #pragma once
 
 #include <ctime>
 
+#include "toolbox/detail/watch.h"
 #include "toolbox/export.h"
 #include "toolbox/win_types.h"
 
@@ -25,7 +28,7 @@
 #error "toolbox/meter.h needs windows: it exists on Windows only"
 #endif
 
-/// A meter, with or without its dialog. It is borrowed by nobody: who makes it keeps it.
+/// A meter, with or without its dialog. The creator owns it.
 class TB_API TarvMeter {
   public:
     /// Without dialog; handles no messages.
@@ -48,7 +51,7 @@ class TB_API TarvMeter {
 
     /// Creates the dialog, hidden, in the language of the message service where the template has
     /// it, and disables the parent. 1 when there is a dialog afterwards, also when there was one
-    /// before, which stays as it is.
+    /// before, which stays as it is; 0 when a handler deleted the meter meanwhile.
     int createMeter(const char* caption, int cancelEnabled);
     /// Enables the parent and destroys the dialog.
     void deleteMeter();
@@ -69,7 +72,8 @@ class TB_API TarvMeter {
     // All others do.
 
     /// Shows the dialog under the wait cursor and disables the parent, or hides it and enables the
-    /// parent.
+    /// parent. The cursor is that of the dialog's window class: the last meter that is hidden or
+    /// deleted gives the class its own again.
     void setMeterVisibility(int show);
     /// 1 while the user can see the dialog.
     [[nodiscard]] int isMeterVisible() const;
@@ -89,7 +93,7 @@ class TB_API TarvMeter {
     [[nodiscard]] unsigned long getRange() const;
     /// What one step adds.
     void setStepInc(int step);
-    /// Stores the position. On purpose the bar gets it as its step, and does not move.
+    /// Stores the position. The bar gets it as its step, and does not move.
     void setCurPos(int position);
     /// Advances the bar only.
     void setDeltaPos(int delta);
@@ -102,7 +106,7 @@ class TB_API TarvMeter {
     /// 0 without dialog.
     [[nodiscard]] unsigned int getPartsInJob() const;
     /// Steps the bar once for each part up to `parts`; with 0 the count starts again, at one step.
-    /// On purpose the bar never moves back.
+    /// The bar never moves back.
     void setPartsComplete(unsigned int parts);
     /// 0 without dialog.
     [[nodiscard]] int getPartsComplete() const;
@@ -113,7 +117,7 @@ class TB_API TarvMeter {
     void resetMeterCancelledFlag();
 
   protected:
-    /// Handles the thread's messages while there is a dialog. On purpose a quit message only calls
+    /// Handles the thread's messages while there is a dialog. A quit message only calls
     /// cancelMeter() and is used up: who needs it later posts it again.
     void dispatch() const;
 
@@ -121,13 +125,16 @@ class TB_API TarvMeter {
     static INT_PTR CALLBACK dialogProcedure(HWND dialog, UINT message, WPARAM wParam,
                                             LPARAM lParam);
     INT_PTR handleDialog(HWND dialog, UINT message, WPARAM wParam);
+    /// dispatch(); false when the meter was deleted by it.
+    [[nodiscard]] bool pumped() const;
     void showElapsed() const;
+    void showWaitCursor();
     void restoreCursor();
     void release();
     void sendToBar(UINT message, WPARAM wParam, LPARAM lParam) const;
 
     HWND parent_ = nullptr;
-    ULONG_PTR savedCursor_ = 0;  // of the dialog class, 0 while it has its own
+    int showsWaitCursor_ = 0;
     HWND meter_ = nullptr;
     int cancelled_ = 0;
     int rangeLow_ = 0;
@@ -135,6 +142,7 @@ class TB_API TarvMeter {
     int step_ = 1;
     int position_ = 0;
     std::time_t start_ = 0;
+    mutable toolbox::detail::Watched<> life_;
 };
 
 namespace toolbox {

@@ -14,7 +14,8 @@
 /// creates has the procedure that getStdDlgProc() names.
 class TB_API ToolDlg : public Tool {
   public:
-    /// The dialog is borrowed, and destroyed only when a manager owns the tool; null: no window.
+    /// The dialog is borrowed, and destroyed only when a manager owns the tool; null: no window. It
+    /// may be destroyed at any time: the tool has no window then.
     ToolDlg(unsigned long id, HWND dialog);
     ~ToolDlg() override;
 
@@ -29,8 +30,8 @@ class TB_API ToolDlg : public Tool {
     int setCommandCheckStatus(int commandId, int status) override;
     int setCommandEnableStatus(int commandId, int status) override;
 
-    /// Null when there is none (any more).
-    [[nodiscard]] HWND getHWND() const { return dialog_; }
+    /// Null when there is none, or it was destroyed.
+    [[nodiscard]] HWND getHWND() const;
     /// Enables or disables the whole dialog. 0 when there is no window.
     int setEnableStatus(int status);
     [[nodiscard]] int getEnableStatus() const;
@@ -50,6 +51,7 @@ class TB_API ToolDlg : public Tool {
     friend class GCOMMBase;
 
     static INT_PTR CALLBACK ToolDlgDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
+    [[nodiscard]] int tell(UINT message, int commandId, int status) const;
 
     HWND dialog_;
 };
@@ -72,7 +74,8 @@ class TB_API MenuTool : public Tool {
     int setCommandEnableStatus(int commandId, int status) override;
 
     /// Shows the statuses that its commands have now: after commands were added, since add() shows
-    /// nothing. 1 when the menu has an item for each of them.
+    /// nothing. 1 when the menu has an item for each of them; 0 also when the tool was deleted by
+    /// what drawing the menu bar calls.
     int refresh();
 
     /// The tag of menus.

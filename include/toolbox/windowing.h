@@ -28,8 +28,9 @@
 class MDI;
 class UDManager;
 
-/// What the frame asks and tells the application. It must outlive the frame's window. No operation
-/// may delete the frame object.
+/// What the frame asks and tells the application. It must outlive the frame's window or
+/// frameDestroyed(). Each operation may close documents and dialogs, destroy the frame's window and
+/// delete the frame object, which then leaves the message to the system.
 class TB_API MDIApplication {
   public:
     virtual ~MDIApplication();
@@ -37,8 +38,8 @@ class TB_API MDIApplication {
     /// Asked when the user closes the frame, before the documents are. The frame closes on exactly
     /// 1; the default is 1.
     virtual int canClose();
-    /// The frame's window is being destroyed, or the session ends. Called once; the frame knows no
-    /// application afterwards.
+    /// The frame's window is being destroyed, or the session ends. Called once, also when it
+    /// destroys the window itself; the frame knows no application afterwards.
     virtual void frameDestroyed() = 0;
     /// Asked by initMainWindow() when the frame stands and is shown; 0 refuses it.
     virtual int frameCreated(HWND frame, HINSTANCE instance) = 0;
@@ -85,21 +86,23 @@ class TB_API MDI {
     /// there is no window yet. `other` is the handle of an earlier instance of the program. A null
     /// application agrees to everything.
     MDI(void* instance, void* other, const ConstructInfo& info, MDIApplication* application);
-    /// The frame's window should be gone: what it receives later gets the system's default
-    /// processing. Frees the frame's menu unless that is in force, for then the window owns it.
+    /// The frame's window must already be destroyed: what it receives later gets the system's
+    /// default processing. Frees the frame's menu unless that is the current one, which the window
+    /// owns.
     virtual ~MDI();
     MDI(const MDI&) = delete;
     MDI& operator=(const MDI&) = delete;
 
     /// Creates and shows the frame's window, which creates the client window. 0 when it could not
-    /// be created, exists already, or was refused by the application's frameCreated(): the user is
-    /// then told string 2 of the frame's module (at most 80 characters), and the window destroyed,
-    /// which posts the quit message as always.
+    /// be created, exists already, its object was deleted meanwhile, or it was refused by the
+    /// application's frameCreated(): the user is then told string 2 of the frame's module (at most
+    /// 80 characters), and the window destroyed, which posts the quit message as always.
     int initMainWindow(int showCommand);
 
     /// The message loop, until the quit message; returns that one's word parameter. It asks in this
-    /// order: the documents' system accelerators, the accelerators in force, the registered
-    /// modeless dialogs. On purpose, the argument is not used: the frame is shown already.
+    /// order: the documents' system accelerators, the current accelerators, the registered modeless
+    /// dialogs; none of them when the frame object was deleted meanwhile. The argument is not used:
+    /// the frame is shown already.
     int run(int showCommand);
 
     // Accelerators. Freezing does not nest: one thaw ends it.
@@ -110,7 +113,7 @@ class TB_API MDI {
     [[nodiscard]] int isAcceleratorFrozen() const;
     /// 1 when the message was an accelerator's and has become its command; 0 while frozen.
     int translateAccelerator(HWND window, HACCEL table, MSG* message);
-    /// Puts a table in force, null for none. Always 1.
+    /// Makes a table the current one, null for none. Always 1.
     int setMDIAccel(HACCEL table);
 
     // Modeless dialogs that get their keyboard messages from run().
@@ -144,11 +147,11 @@ class TB_API MDI {
 
     // Menus.
 
-    /// Puts a menu in force, with the list of documents in its last submenu that holds the command.
-    /// Null: the frame's own menu, with its own accelerators and window menu. The menu replaced
-    /// stays the caller's. Always 1.
+    /// Makes a menu the current one, with the list of documents in its last submenu that holds the
+    /// command. Null: the frame's own menu, with its own accelerators and window menu. The menu
+    /// replaced stays the caller's. Always 1.
     int setMDIMenu(HMENU menu, unsigned short windowMenuItemId);
-    // The menu in force, and the frame's own, which may be null. Borrowed.
+    // The current menu, and the frame's own, which may be null. Borrowed.
     [[nodiscard]] HMENU getCurrentMenu() const;
     [[nodiscard]] HMENU getFrameMenu() const;
 
@@ -178,8 +181,8 @@ class TB_API MDI {
     /// The commands of the window menu, and of the keys that stand for them: 1 closes the frame, 6
     /// the document, 7 and 10 tile vertically and horizontally, 8 cascades, 9 arranges the icons;
     /// the document's system commands stand for themselves. 0 when the command is another. A
-    /// document is asked with WM_QUERYENDSESSION before it is closed, on purpose not with WM_CLOSE:
-    /// it refuses by answering 0. On purpose SC_NEXTWINDOW and SC_PREVWINDOW show a minimized
+    /// document is asked with WM_QUERYENDSESSION before it is closed, not with WM_CLOSE:
+    /// it refuses by answering 0. SC_NEXTWINDOW and SC_PREVWINDOW show a minimized
     /// neighbour and do not raise one that is shown.
     ///
     /// Commands from firstChildId on do not come here, so a document's system commands do only in a
@@ -191,7 +194,7 @@ class TB_API MDI {
     /// visible. Called when the client stands; the default has none and returns null.
     virtual HWND createFramePane();
     /// Every message of the frame's window. Frame classes that replace it pass on what they leave.
-    /// WM_QUERYENDSESSION asks the documents. On purpose none of them hears WM_ENDSESSION when the
+    /// WM_QUERYENDSESSION asks the documents. None of them hears WM_ENDSESSION when the
     /// session ends; those that agreed hear it, with 0, when a later one refused.
     virtual LRESULT frameWndProc(TarvMess& message);
     /// "MDIFrame".
@@ -207,6 +210,7 @@ class TB_API MDI {
     void closeChild(HWND child, UINT id);
     int queryChildren(WPARAM wParam);
     LRESULT defaultProcessing(const TarvMess& message);
+    LRESULT moved(const TarvMess& message);
     LRESULT created(const TarvMess& message);
     LRESULT resized(const TarvMess& message);
     LRESULT closing(const TarvMess& message);
@@ -231,7 +235,7 @@ class TB_API WindowObject {
     WindowObject& operator=(const WindowObject&) = delete;
 
     /// Creates the window; its class belongs to getLibraryInstance(). 0 when there is none, or no
-    /// WindowDict. On purpose, an object whose window refused itself (answering WM_NCCREATE or
+    /// WindowDict. An object whose window refused itself (answering WM_NCCREATE or
     /// WM_CREATE so) is deleted by then, as at any end of its window; one that never had a window
     /// is still the caller's.
     int create(const char* className, const char* title, unsigned long style, int x, int y, int cx,

@@ -1,3 +1,5 @@
+// A command tells its tools. Each operation that tells goes through a copy of the set and looks
+// after each call whether the command is still there.
 #include "base/template_text.h"
 #include "toolbox/command_manager.h"
 #include "toolbox/commands.h"
@@ -25,10 +27,13 @@ Command::Command(int id, unsigned short attribute, int checkStatus, int enableSt
     : id_(id), checkStatus_(checkStatus), enableStatus_(enableStatus), attribute_(attribute) {}
 
 Command::~Command() {
-    const SetPointer<Tool> tools = tools_;
-    for (int i = 0; i < tools.nItem(); ++i) tools[i]->remove(this);
-    if (context_) context_->remove(this);
-    if (GCOMMBase* manager = Tool::getGCOMMBase()) manager->forget(this);
+    while (tools_.nItem() > 0) {
+        Tool* const tool = tools_[0];
+        tools_.remove(tool);
+        tool->remove(this);
+    }
+    while (contexts_.nItem() > 0) contexts_[0]->forget(this);
+    GCOMMBase::forgetEverywhere(this);
 }
 
 const CRuntimeClass* Command::GetRuntimeClass() const {
@@ -41,19 +46,24 @@ Command::operator int() const {
 
 int Command::setCheckStatus(int status) {
     if (status == checkStatus_) return 1;
-    if (context_) {
-        const bool selected = context_->getSel() == this;
-        if (status && !selected) return context_->setSel(this);
-        if (!status && selected) return context_->setSel(nullptr);
+    const toolbox::detail::Watch self(life_);
+    if (context_ && (status != 0) != (context_->getSel() == this)) {
+        const int done = context_->setSel(status ? this : nullptr);
+        return self.gone() ? 0 : done;
     }
-    for (int i = 0; i < tools_.nItem(); ++i) tools_[i]->setCommandCheckStatus(id_, status);
+    const int id = id_;
+    if (!tellEach(tools_, self, [=](Tool* tool) { tool->setCommandCheckStatus(id, status); }))
+        return 0;
     checkStatus_ = status;
     return 1;
 }
 
 int Command::setEnableStatus(int status) {
     if (status == enableStatus_) return 1;
-    for (int i = 0; i < tools_.nItem(); ++i) tools_[i]->setCommandEnableStatus(id_, status);
+    const toolbox::detail::Watch self(life_);
+    const int id = id_;
+    if (!tellEach(tools_, self, [=](Tool* tool) { tool->setCommandEnableStatus(id, status); }))
+        return 0;
     enableStatus_ = status;
     return 1;
 }

@@ -1,10 +1,17 @@
+// The command manager: its registry. All managers that live are linked, the last one made first, so
+// that what is destroyed can be taken out of each. What calls tools goes on only while the manager
+// and what it works at are still there.
 #include <cstdint>
 #include <memory>
 #include <new>
 
 #include "toolbox/command_manager.h"
 
+using toolbox::detail::Watch;
+
 namespace {
+
+GCOMMBase* newest = nullptr;
 
 template <class Object, class Id>
 Object* withId(const SetPointer<Object>& set, Id id) {
@@ -13,7 +20,7 @@ Object* withId(const SetPointer<Object>& set, Id id) {
     return nullptr;
 }
 
-/// On purpose 1 only for what is owned as well.
+/// 1 only for what is owned as well.
 template <class Object>
 int manageIn(SetPointer<Object>& all, SetPointer<Object>& owned, Object* object, int own) {
     return all.add(object) && own ? owned.add(object) : 0;
@@ -21,23 +28,45 @@ int manageIn(SetPointer<Object>& all, SetPointer<Object>& owned, Object* object,
 
 }  // namespace
 
-GCOMMBase::GCOMMBase(HWND frame, HINSTANCE instance) : frame_(frame), instance_(instance) {
+GCOMMBase::GCOMMBase(HWND frame, HINSTANCE instance)
+    : frame_(frame), instance_(instance), older_(newest) {
+    newest = this;
     Tool::setGCOMMBase(this);
 }
 
 GCOMMBase::~GCOMMBase() {
-    for (int i = 0; i < contexts_.nItem(); ++i) contexts_[i]->setSel(nullptr);
+    {
+        const Watch self(life_);
+        tellEach(contexts_, self, [](Context* context) { context->setSel(nullptr); });
+    }
+    // Commands that were never managed are left in tools and contexts.
+    unmanageCommands();
+    unmanageTools();
+    unmanageContexts();
+    GCOMMBase** link = &newest;
+    while (*link != this) link = &(*link)->older_;
+    *link = older_;
+    if (Tool::getGCOMMBase() == this) Tool::setGCOMMBase(nullptr);
+}
+
+void GCOMMBase::unmanageCommands() {
     while (commands_.nItem() > 0) unmanage(commands_[0]);
-    // What is left in tools and contexts are commands that were never managed.
+}
+
+void GCOMMBase::unmanageTools() {
     while (tools_.nItem() > 0) {
         tools_[0]->removeAll();
         unmanage(tools_[0]);
     }
+}
+
+void GCOMMBase::unmanageContexts() {
     while (contexts_.nItem() > 0) {
-        contexts_[0]->removeAll();
-        unmanage(contexts_[0]);
+        Context* const context = contexts_[0];
+        const Watch<> there(context->life_);
+        context->removeAll();
+        if (!there.gone()) unmanage(context);
     }
-    if (Tool::getGCOMMBase() == this) Tool::setGCOMMBase(nullptr);
 }
 
 Command* GCOMMBase::find(int id) const {
@@ -77,8 +106,10 @@ int GCOMMBase::manage(Command* command, const SetPointer<Tool>& tools, int conte
         if (!tools_.isInSet(tools[i])) return 0;
     for (int i = 0; i < tools.nItem(); ++i)
         if (!tools[i]->add(command)) return 0;
+    const Watch self(life_);
+    const Watch there(command->life_);
     if (context && !context->add(command)) return 0;
-    if (!commands_.add(command)) return 0;
+    if (self.gone() || there.gone() || !commands_.add(command)) return 0;
     sortLast();
     if (own) ownedCommands_.add(command);
     return 1;
@@ -94,8 +125,11 @@ int GCOMMBase::manage(int n, const CommRec records[], const SetPointer<Tool>& to
     for (int i = 0; i < n; ++i) {
         std::unique_ptr<Command> command(new (std::nothrow)
                                              Command(records[i].id, records[i].attribute, 0, 1));
-        if (!manage(command.get(), tools, contextId, 1)) return 0;
-        static_cast<void>(command.release());
+        if (!command) return 0;
+        const Watch there(command->life_);
+        const int managed = manage(command.get(), tools, contextId, 1);
+        if (managed || there.gone()) static_cast<void>(command.release());
+        if (!managed) return 0;
     }
     return 1;
 }
@@ -105,7 +139,14 @@ int GCOMMBase::manage(Context* context, int own) {
 }
 
 int GCOMMBase::manage(Tool* tool, int own) {
-    return manageIn(tools_, ownedTools_, tool, own);
+    const int isNew = tool && !tools_.isInSet(tool);
+    const int managed = manageIn(tools_, ownedTools_, tool, own);
+#if defined(_WIN32)
+    if (isNew && freezeCount_ > 0) setFrozen(tool, 1);
+#else
+    static_cast<void>(isNew);
+#endif
+    return managed;
 }
 
 int GCOMMBase::manage(const SetPointer<Context>& contexts, int own) {
@@ -117,6 +158,10 @@ int GCOMMBase::manage(const SetPointer<Context>& contexts, int own) {
 int GCOMMBase::manage(const SetPointer<Tool>& tools, int own) {
     tools_ += tools;
     if (own) ownedTools_ += tools;
+#if defined(_WIN32)
+    const Watch self(life_);
+    if (freezeCount_ > 0) tellEach(tools_, self, [this](Tool* tool) { setFrozen(tool, 1); });
+#endif
     return 1;
 }
 
@@ -127,8 +172,14 @@ Context* GCOMMBase::createAndManageContext(int id) {
 
 int GCOMMBase::unmanage(Command* command) {
     if (!command) return 0;
-    for (int i = 0; i < contexts_.nItem(); ++i) contexts_[i]->remove(command);
-    for (int i = 0; i < tools_.nItem(); ++i) tools_[i]->remove(command);
+    const Watch self(life_);
+    const Watch there(command->life_);
+    const auto leave = [&](auto* from) {
+        if (!there.gone()) from->remove(command);
+    };
+    // A command that is deleted meanwhile, also with the manager, has left everything.
+    if (!tellEach(contexts_, self, leave) || there.gone()) return 1;
+    if (!tellEach(tools_, self, leave) || there.gone()) return 1;
     commands_.remove(command);
     if (ownedCommands_.remove(command)) delete command;
     return 1;
@@ -146,30 +197,49 @@ int GCOMMBase::unmanage(Tool* tool) {
     tools_.remove(tool);
     const int owned = ownedTools_.remove(tool);
 #if defined(_WIN32)
-    if (owned) destroyWindow(tool);
+    if (owned)
+        destroyWindow(tool);
+    else if (freezeCount_ > 0)
+        setFrozen(tool, 0);
 #else
     static_cast<void>(owned);
 #endif
     return 1;
 }
 
-void GCOMMBase::forget(Command* command) {
-    for (int i = 0; i < contexts_.nItem(); ++i) contexts_[i]->remove(command);
-    commands_.remove(command);
-    ownedCommands_.remove(command);
+void GCOMMBase::forgetEverywhere(Command* command) {
+    for (GCOMMBase* each = newest; each; each = each->older_) {
+        each->commands_.remove(command);
+        each->ownedCommands_.remove(command);
+    }
 }
 
-void GCOMMBase::forget(Context* context) {
-    contexts_.remove(context);
-    ownedContexts_.remove(context);
+void GCOMMBase::forgetEverywhere(Context* context) {
+    for (GCOMMBase* each = newest; each; each = each->older_) {
+        each->contexts_.remove(context);
+        each->ownedContexts_.remove(context);
+    }
 }
 
-void GCOMMBase::forget(Tool* tool) {
-    tools_.remove(tool);
-    ownedTools_.remove(tool);
+void GCOMMBase::forgetEverywhere(Tool* tool) {
+    for (GCOMMBase* each = newest; each; each = each->older_) {
+        each->tools_.remove(tool);
+        each->ownedTools_.remove(tool);
+    }
+}
+
+void GCOMMBase::unmanageEverywhere(Tool* tool) {
+    // From the start again after each: destroying the window may end managers.
+    for (GCOMMBase* each = newest; each;)
+        each = each->tools_.isInSet(tool) && each->unmanage(tool) ? newest : each->older_;
 }
 
 void GCOMMBase::setCommandEnableStatusByAttribute(int status, unsigned short attribute) {
-    for (int i = commands_.nItem() - 1; i > 0; --i)
-        if (commands_[i]->getAttribute(attribute) == 1) commands_[i]->setEnableStatus(status);
+    const Watch self(life_);
+    const SetPointer<Command> members = commands_;
+    for (int i = members.nItem() - 1; i > 0 && !self.gone(); --i) {
+        Command* const command = members[i];
+        if (commands_[i] != command && !commands_.isInSet(command)) continue;
+        if (command->getAttribute(attribute) == 1) command->setEnableStatus(status);
+    }
 }

@@ -33,9 +33,14 @@ ToolDlg* GCOMMBase::createAndManageToolDlg(unsigned long toolId, int dialogId) {
 
 void GCOMMBase::destroyWindow(Tool* tool) {
     ToolDlg* dialog = asDialog(tool);
-    if (!dialog || !dialog->dialog_) return;
-    DestroyWindow(dialog->dialog_);
+    if (!dialog) return;
+    const HWND window = dialog->getHWND();
     dialog->dialog_ = nullptr;
+    if (window) DestroyWindow(window);  // may delete the tool
+}
+
+void GCOMMBase::setFrozen(Tool* tool, int frozen) {
+    if (ToolDlg* dialog = asDialog(tool)) dialog->setEnableStatus(!frozen);
 }
 
 bool GCOMMBase::maySend(unsigned short id, int check) {
@@ -53,14 +58,14 @@ void GCOMMBase::postCommand(unsigned short id, long, int check) {
 }
 
 void GCOMMBase::freezeAllToolDlg() {
-    if (++freezeCount_ == 1) enableAllToolDlg(0);
+    if (++freezeCount_ == 1) freezeEach(1);
 }
 
 void GCOMMBase::thawAllToolDlg() {
-    if (freezeCount_ > 0 && --freezeCount_ == 0) enableAllToolDlg(1);
+    if (freezeCount_ > 0 && --freezeCount_ == 0) freezeEach(0);
 }
 
-void GCOMMBase::enableAllToolDlg(int status) {
-    for (int i = 0; i < tools_.nItem(); ++i)
-        if (ToolDlg* dialog = asDialog(tools_[i])) dialog->setEnableStatus(status);
+void GCOMMBase::freezeEach(int frozen) {
+    const toolbox::detail::Watch self(life_);
+    tellEach(tools_, self, [=, this](Tool* tool) { setFrozen(tool, frozen); });
 }

@@ -1,3 +1,4 @@
+// A menu as a tool: ticks and greys of its items.
 #include "toolbox/tools.h"
 
 const int MenuTool::classType = 0;
@@ -30,12 +31,14 @@ int MenuTool::change(int before) {
 }
 
 int MenuTool::refresh() {
+    const toolbox::detail::Watch<> self(life_);
     int all = 1;
-    for (int i = 0; i < commands().nItem(); ++i) {
-        const Command& command = *commands()[i];
-        const int id = command.getID();
-        all &= setCommandCheckStatus(id, command.isChecked());
-        all &= setCommandEnableStatus(id, command.isEnabled());
-    }
-    return all;
+    const bool stays = tellEach(commands(), self, [&](Command* command) {
+        const int id = command->getID();
+        const int checked = command->isChecked();
+        const int enabled = command->isEnabled();
+        all &= setCommandCheckStatus(id, checked);
+        if (!self.gone()) all &= setCommandEnableStatus(id, enabled);
+    });
+    return stays ? all : 0;
 }

@@ -1,3 +1,4 @@
+// What tools of every kind have in common.
 #include "toolbox/command_manager.h"
 #include "toolbox/commands.h"
 
@@ -20,7 +21,7 @@ Tool::Tool(unsigned long id) : id_(id) {}
 Tool::~Tool() {
     removeAll();
     // Not unmanage(), which asks for the class that this object no longer is.
-    if (current) current->forget(this);
+    GCOMMBase::forgetEverywhere(this);
 }
 
 int Tool::add(Command* command) {

@@ -1,3 +1,5 @@
+// Dialog tools. The application may destroy the window at any time, so each operation asks whether
+// it is still there.
 #include "toolbox/command_manager.h"
 #include "toolbox/diagnostics.h"
 #include "toolbox/tools.h"
@@ -22,41 +24,49 @@ ToolDlg::ToolDlg(unsigned long id, HWND dialog) : Tool(id), dialog_(dialog) {
 ToolDlg::~ToolDlg() {
     removeAll();
     // While this still is a dialog tool, so that the manager destroys a window that it owns.
-    if (GCOMMBase* manager = getGCOMMBase()) manager->unmanage(this);
+    GCOMMBase::unmanageEverywhere(this);
+}
+
+HWND ToolDlg::getHWND() const {
+    return IsWindow(dialog_) ? dialog_ : nullptr;
 }
 
 int ToolDlg::setEnableStatus(int status) {
-    if (!dialog_) return 0;
-    EnableWindow(dialog_, status);
+    const HWND dialog = getHWND();
+    if (!dialog) return 0;
+    EnableWindow(dialog, status);
     return 1;
 }
 
 int ToolDlg::getEnableStatus() const {
-    return dialog_ && IsWindowEnabled(dialog_);
+    return IsWindowEnabled(getHWND());
 }
 
 int ToolDlg::setVisibleStatus(int visible, int activate) {
-    if (!dialog_) return 0;
+    const HWND dialog = getHWND();
+    if (!dialog) return 0;
     if (!visible == !isVisible()) return 1;
     const int shown = activate ? SW_SHOW : SW_SHOWNOACTIVATE;
-    ShowWindow(dialog_, visible ? shown : SW_HIDE);
+    ShowWindow(dialog, visible ? shown : SW_HIDE);
     return 1;
 }
 
 int ToolDlg::isVisible() const {
-    return dialog_ && IsWindowVisible(dialog_);
+    return IsWindowVisible(getHWND());
 }
 
 int ToolDlg::setCommandCheckStatus(int commandId, int status) {
-    if (!dialog_) return 0;
-    return static_cast<int>(
-        SendMessageA(dialog_, kSetCheck, static_cast<WPARAM>(commandId), status));
+    return tell(kSetCheck, commandId, status);
 }
 
 int ToolDlg::setCommandEnableStatus(int commandId, int status) {
-    if (!dialog_) return 0;
-    return static_cast<int>(
-        SendMessageA(dialog_, kSetEnable, static_cast<WPARAM>(commandId), status));
+    return tell(kSetEnable, commandId, status);
+}
+
+int ToolDlg::tell(UINT message, int commandId, int status) const {
+    const HWND dialog = getHWND();
+    if (!dialog) return 0;
+    return static_cast<int>(SendMessageA(dialog, message, static_cast<WPARAM>(commandId), status));
 }
 
 DLGPROC ToolDlg::getStdDlgProc() {

@@ -1,13 +1,19 @@
+// A gesture with the mouse. Taking and releasing the capture sends messages whose handlers come
+// back here or delete this object, so the state changes before, and is looked at again after.
+#include <utility>
+
 #include "graphics/mouse_gesture.h"
 #include "toolbox/graphics.h"
 
 using namespace toolbox::graphics;
+using toolbox::detail::Watch;
 
 namespace {
 
 class WindowDC {
   public:
-    explicit WindowDC(HWND window) : window_(window), dc_(GetDC(window)) {}
+    /// None for a null window: that would be the screen's.
+    explicit WindowDC(HWND window) : window_(window), dc_(window ? GetDC(window) : nullptr) {}
     ~WindowDC() {
         if (dc_) ReleaseDC(window_, dc_);
     }
@@ -52,9 +58,13 @@ void MouseDragger::getAnchorEvent(AnchorEvent& event, Button& button, DragMode& 
 
 MouseDragger::State MouseDragger::drag(TarvMess& message, POINT& start, POINT& end) {
     if (state_ == Finished || state_ == Cancelled) state_ = Idle;
+    const Watch self(life_);
     switch (gestureStep(button_, state_ == Dragging, message.message, message.wParam)) {
         case GestureStep::cancel:
             cancel(message);
+            break;
+        case GestureStep::lose:
+            lose(message);
             break;
         case GestureStep::move:
             move(message, start, end);
@@ -68,44 +78,64 @@ MouseDragger::State MouseDragger::drag(TarvMess& message, POINT& start, POINT& e
         case GestureStep::none:
             break;
     }
-    return state_;
+    return self.gone() ? Cancelled : state_;
 }
 
 void MouseDragger::begin(TarvMess& message, POINT& start, POINT& end) {
+    const Watch self(life_);
     dragger_.setMode(isOrthogonal(mode_, message.wParam));
-    window_ = message.hwnd;
-    SetCapture(window_);
-    dragger_.anchor(mousePoint(message), WindowDC(window_));
+    message.handled = 1;
+    state_ = Idle;  // a gesture that starts again does not lose the capture to itself
+    const HWND window = message.hwnd;
+    SetCapture(window);
+    if (self.gone()) return;
+    window_ = window;
+    hasCapture_ = window && GetCapture() == window;
+    dragger_.anchor(mousePoint(message), WindowDC(window));
+    if (self.gone()) return;
     dragger_.getPoints(start, end);
     state_ = Dragging;
-    message.handled = 1;
 }
 
 void MouseDragger::move(TarvMess& message, POINT& start, POINT& end) {
-    dragger_.drag(WindowDC(message.hwnd), mousePoint(message));
-    dragger_.getPoints(start, end);
+    // Its window may have kept to itself that the capture was taken.
+    if (hasCapture_ && GetCapture() != window_) return letGo(Cancelled);
+    const Watch self(life_);
     message.handled = 1;
-}
-
-void MouseDragger::letGo() {
-    ReleaseCapture();
-    dragger_.erase(WindowDC(window_));
+    dragger_.drag(WindowDC(message.hwnd), mousePoint(message));
+    if (!self.gone()) dragger_.getPoints(start, end);
 }
 
 void MouseDragger::finish(TarvMess& message, POINT& start, POINT& end) {
-    letGo();
-    dragger_.getPoints(start, end);
-    window_ = nullptr;
-    state_ = Finished;
+    const Watch self(life_);
     message.handled = 1;
+    letGo(Finished);
+    if (!self.gone()) dragger_.getPoints(start, end);
 }
 
 void MouseDragger::cancel(TarvMess& message) {
-    if (state_ == Dragging) {
-        letGo();
-        // Others may have something to cancel too.
-        if (message.message != WM_COMMAND) message.handled = 1;
+    if (state_ != Dragging) {
+        state_ = Cancelled;
+        return;
     }
-    window_ = nullptr;
-    state_ = Cancelled;
+    // Others may have something to cancel too.
+    if (message.message != WM_COMMAND) message.handled = 1;
+    letGo(Cancelled);
+}
+
+void MouseDragger::lose(const TarvMess& message) {
+    const bool takesItself =
+        message.message == WM_CAPTURECHANGED && reinterpret_cast<HWND>(message.lParam) == window_;
+    // The system has its own part of it to do, so the message stays unhandled.
+    if (message.hwnd == window_ && !takesItself) letGo(Cancelled);
+}
+
+void MouseDragger::letGo(State state) {
+    const Watch self(life_);
+    const HWND window = std::exchange(window_, nullptr);
+    state_ = Idle;  // not Dragging, for the capture's last message
+    if (window && GetCapture() == window) ReleaseCapture();
+    if (self.gone()) return;
+    dragger_.erase(WindowDC(window));
+    if (!self.gone()) state_ = state;
 }

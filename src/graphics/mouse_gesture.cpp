@@ -1,9 +1,12 @@
+// The rules of a gesture: messages, buttons, keys.
 #include "graphics/mouse_gesture.h"
 
 namespace toolbox::graphics {
 namespace {
 
 // Messages and key-state bits of Windows; these rules are compiled where it is not.
+constexpr std::uint32_t kCancelMode = 0x1F;
+constexpr std::uint32_t kCaptureChanged = 0x215;
 constexpr std::uint32_t kCommand = 0x111;
 constexpr std::uintptr_t kCancelCommand = 2;
 constexpr std::uint32_t kMouseMove = 0x200;
@@ -33,6 +36,8 @@ GestureStep gestureStep(const ParametricButton& button, bool dragging, std::uint
                         std::uintptr_t wParam) {
     if (message == kCommand && wParam == kCancelCommand) return GestureStep::cancel;
     if (dragging && message == button.otherDown) return GestureStep::cancel;
+    if (dragging && (message == kCancelMode || message == kCaptureChanged))
+        return GestureStep::lose;
     if (dragging && message == kMouseMove) return GestureStep::move;
     if (message == button.anchorMessage && (wParam & button.otherKeyFlag) == 0)
         return GestureStep::anchor;

@@ -12,9 +12,10 @@ namespace toolbox::graphics {
 /// its going down. False for another button; `out` is untouched then.
 [[nodiscard]] bool describeButton(int button, bool startsWithDoubleClick, ParametricButton& out);
 
-enum class GestureStep { none, cancel, move, anchor, finish };
+enum class GestureStep { none, cancel, lose, move, anchor, finish };
 
-/// What a message does to a gesture that is under way (`dragging`) or not.
+/// What a message does to a gesture that is under way (`dragging`) or not. `lose`: the mouse is
+/// taken from it, when the message is one of the gesture's own window.
 [[nodiscard]] GestureStep gestureStep(const ParametricButton& button, bool dragging,
                                       std::uint32_t message, std::uintptr_t wParam);
 

@@ -56,7 +56,7 @@ MDI::MDI(void* instance, void* other, const ConstructInfo& info, MDIApplication*
 }
 
 MDI::~MDI() {
-    // A menu in force belongs to the frame's window and goes with it.
+    // The current menu belongs to the frame's window and goes with it.
     if (state_->frameMenu && state_->frameMenu != state_->currentMenu)
         DestroyMenu(state_->frameMenu);
     if (state_->defaultAccel) FreeResource(reinterpret_cast<HGLOBAL>(state_->defaultAccel));
@@ -86,25 +86,31 @@ HWND MDI::createFramePane() {
 int MDI::initMainWindow(int showCommand) {
     State& state = *state_;
     if (state.frame) return 0;
+    const toolbox::detail::Watch self(state.life);
     {
         const WaitCursor wait;
         if (state.info.registerClass) {
             registerFrameClass();
             if (state.application) state.application->classRegistered(state.instance);
+            if (self.gone()) return 0;
         }
-        state.frame = CreateWindowExA(0, getClassFrame(), state.info.title,
-                                      WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT,
-                                      CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr,
-                                      state.instance, nullptr);
-        if (!state.frame) return 0;
+        const HWND frame = CreateWindowExA(0, getClassFrame(), state.info.title,
+                                           WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT,
+                                           CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr,
+                                           nullptr, state.instance, nullptr);
+        if (self.gone()) return 0;
+        state.frame = frame;
+        if (!frame) return 0;
         setMDIMenu(state.frameMenu, static_cast<unsigned short>(state.info.windowMenuItemId));
         setMDIAccel(state.defaultAccel);
     }
     ShowWindow(state.frame, showCommand);
-    if (!state.application || state.application->frameCreated(state.frame, state.instance))
-        return 1;
-    refuseFrame();
-    return 0;
+    if (self.gone()) return 0;
+    const int accepted =
+        !state.application || state.application->frameCreated(state.frame, state.instance);
+    if (self.gone()) return 0;
+    if (!accepted) refuseFrame();
+    return accepted;
 }
 
 void MDI::refuseFrame() {
@@ -112,8 +118,9 @@ void MDI::refuseFrame() {
     toolbox::text::loadFrom(state_->instance, kRefusedText, text, sizeof text);
     char caption[256] = "";
     GetWindowTextA(state_->frame, caption, sizeof caption);
-    toolbox::platform::current().prompt->messageBox(state_->frame, text, caption, MB_ICONHAND);
-    DestroyWindow(state_->frame);
+    const HWND frame = state_->frame;  // the frame object may go while the message is shown
+    toolbox::platform::current().prompt->messageBox(frame, text, caption, MB_ICONHAND);
+    DestroyWindow(frame);
 }
 
 int MDI::setMDIMenu(HMENU menu, unsigned short windowMenuItemId) {

@@ -108,8 +108,10 @@ int MDI::doFrameCommand(HWND child, UINT id, LPARAM lParam) {
 
 void MDI::closeChild(HWND child, UINT id) {
     if (!child) return;
-    SendMessageA(state_->client, WM_MDIACTIVATE, reinterpret_cast<WPARAM>(child), 0);
-    if (SendMessageA(child, WM_QUERYENDSESSION, id, 0)) destroyMDIChild(child);
+    const HWND client = state_->client;
+    SendMessageA(client, WM_MDIACTIVATE, reinterpret_cast<WPARAM>(child), 0);
+    if (SendMessageA(child, WM_QUERYENDSESSION, id, 0))
+        SendMessageA(client, WM_MDIDESTROY, reinterpret_cast<WPARAM>(child), 0);
 }
 
 int MDI::queryChildren(WPARAM wParam) {

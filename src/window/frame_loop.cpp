@@ -1,15 +1,23 @@
 // The frame's message loop: accelerators and modeless dialogs.
 #include "window/frame_state.h"
 
+using toolbox::detail::Watch;
+
 int MDI::run(int) {
+    const Watch self(state_->life);
+    const auto translated = [&](MSG& message) {
+        if (self.gone()) return false;
+        if (TranslateMDISysAccel(state_->client, &message)) return true;
+        if (self.gone()) return false;
+        if (state_->currentAccel &&
+            translateAccelerator(state_->frame, state_->currentAccel, &message))
+            return true;
+        return !self.gone() && dispatchModeless(message);
+    };
     MSG message{};
     // GetMessage answers -1 to a broken call, which would repeat for ever.
     while (GetMessageA(&message, nullptr, 0, 0) > 0) {
-        if (TranslateMDISysAccel(state_->client, &message)) continue;
-        if (state_->currentAccel &&
-            translateAccelerator(state_->frame, state_->currentAccel, &message))
-            continue;
-        if (dispatchModeless(message)) continue;
+        if (translated(message)) continue;
         TranslateMessage(&message);
         DispatchMessageA(&message);
     }
@@ -17,9 +25,12 @@ int MDI::run(int) {
 }
 
 int MDI::dispatchModeless(MSG& message) {
-    for (int i = 0; i < state_->modeless.nItem(); ++i)
-        if (IsDialogMessageA(state_->modeless[i], &message)) return 1;
-    return 0;
+    const Watch self(state_->life);
+    int taken = 0;
+    tellEach(state_->modeless, self, [&](HWND dialog) {
+        if (!taken) taken = IsDialogMessageA(dialog, &message);
+    });
+    return taken;
 }
 
 void MDI::freezeAccelerator() {
@@ -54,22 +65,24 @@ int MDI::unregisterModeless(HWND dialog) {
 
 void MDI::setModelessDispatch(int on) {
     State& state = *state_;
+    const Watch self(state.life);
     if (on) {
         if (state.modelessOffCount == 0 || --state.modelessOffCount > 0) return;
-        for (int i = 0; i < state.modeless.nItem(); ++i)
-            if (!state.disabledBefore.isInSet(state.modeless[i]))
-                EnableWindow(state.modeless[i], TRUE);
+        const ContigSet<HWND> disabledBefore = state.disabledBefore;
         state.disabledBefore.init();
+        tellEach(state.modeless, self, [&](HWND dialog) {
+            if (!disabledBefore.isInSet(dialog)) EnableWindow(dialog, TRUE);
+        });
         return;
     }
     if (++state.modelessOffCount > 1) return;
     state.disabledBefore.init();
-    for (int i = 0; i < state.modeless.nItem(); ++i) {
-        if (IsWindowEnabled(state.modeless[i]))
-            EnableWindow(state.modeless[i], FALSE);
+    tellEach(state.modeless, self, [&](HWND dialog) {
+        if (IsWindowEnabled(dialog))
+            EnableWindow(dialog, FALSE);
         else
-            state.disabledBefore.add(state.modeless[i]);
-    }
+            state.disabledBefore.add(dialog);
+    });
 }
 
 int MDI::getModelessDispatch() const {

@@ -1,11 +1,20 @@
-// What the frame's window does with its messages.
+// What the frame's window does with its messages. What is called may delete the frame object: after
+// each call that matters its state is touched only while it is there, and a message that it left is
+// given to the system's default processing.
 #include "window/frame_state.h"
+
+using toolbox::detail::Watch;
 
 namespace {
 
 constexpr UINT kFirstPrivateMessage = 0x3E0;
 constexpr UINT kLastPrivateMessage = 0x3E8;
 constexpr WPARAM kSystemCommandMask = 0xFFF0;  // the system keeps the low four bits to itself
+
+/// What becomes of a message whose frame object was deleted while it was handled.
+LRESULT systemProcessing(const TarvMess& message) {
+    return DefWindowProcA(message.hwnd, message.message, message.wParam, message.lParam);
+}
 
 }  // namespace
 
@@ -33,8 +42,7 @@ LRESULT MDI::frameWndProc(TarvMess& message) {
             PostQuitMessage(0);
             return 0;
         case WM_MOVE:
-            if (state_->application) state_->application->frameMoved(0);
-            return defaultProcessing(message);
+            return moved(message);
         case WM_SIZE:
             return resized(message);
         case WM_CLOSE:
@@ -42,7 +50,7 @@ LRESULT MDI::frameWndProc(TarvMess& message) {
         case WM_QUERYENDSESSION:
             return queryChildren(message.wParam);
         case WM_ENDSESSION:
-            // On purpose no document hears of it: they were asked by the query.
+            // No document hears of it: they were asked by the query.
             if (message.wParam) leaveApplication();
             return 0;
         case WM_ACTIVATEAPP:
@@ -62,6 +70,12 @@ LRESULT MDI::frameWndProc(TarvMess& message) {
 LRESULT MDI::defaultProcessing(const TarvMess& message) {
     return DefFrameProcA(message.hwnd, state_->client, message.message, message.wParam,
                          message.lParam);
+}
+
+LRESULT MDI::moved(const TarvMess& message) {
+    const Watch self(state_->life);
+    if (state_->application) state_->application->frameMoved(0);
+    return self.gone() ? systemProcessing(message) : defaultProcessing(message);
 }
 
 LRESULT MDI::created(const TarvMess& message) {
@@ -92,17 +106,19 @@ LRESULT MDI::resized(const TarvMess& message) {
 }
 
 LRESULT MDI::closing(const TarvMess& message) {
+    const Watch self(state_->life);
     if (state_->application && state_->application->canClose() != 1) return 0;
     if (!SendMessageA(message.hwnd, WM_QUERYENDSESSION, 1, 0)) return 0;
     SendMessageA(message.hwnd, WM_ENDSESSION, 1, 0);
-    return defaultProcessing(message);
+    return self.gone() ? systemProcessing(message) : defaultProcessing(message);
 }
 
 void MDI::leaveApplication() {
-    MDIApplication* const application = state_->application;
-    if (!application) return;
-    application->frameDestroyed();
-    state_->application = nullptr;
+    if (!state_->application || state_->isLeaving) return;
+    const Watch self(state_->life);
+    state_->isLeaving = true;
+    state_->application->frameDestroyed();
+    if (!self.gone()) state_->application = nullptr;
 }
 
 void MDI::applicationActivated(const TarvMess& message) {
@@ -121,31 +137,35 @@ void MDI::applicationActivated(const TarvMess& message) {
 LRESULT MDI::commanded(const TarvMess& message, HWND child) {
     if (LOWORD(message.wParam) >= static_cast<WORD>(state_->info.firstChildId))
         return defaultProcessing(message);
+    const Watch self(state_->life);
     if (doFrameCommand(child, static_cast<UINT>(message.wParam), message.lParam)) return 0;
-    if (state_->application && state_->application->command(child, message.wParam, message.lParam))
+    if (!self.gone() && state_->application &&
+        state_->application->command(child, message.wParam, message.lParam))
         return 0;
     if (child) SendMessageA(child, WM_COMMAND, message.wParam, message.lParam);
     return 0;
 }
 
 LRESULT MDI::systemCommanded(const TarvMess& message) {
+    const Watch self(state_->life);
     SetFocus(message.hwnd);
     const bool minimizes = (message.wParam & kSystemCommandMask) == SC_MINIMIZE;
     const auto notify = [&] {
-        if (state_->application)
+        if (!self.gone() && state_->application)
             state_->application->systemCommand(message.hwnd, message.wParam, message.lParam);
     };
     if (minimizes) notify();
-    const LRESULT result = defaultProcessing(message);
+    const LRESULT result = self.gone() ? systemProcessing(message) : defaultProcessing(message);
     if (!minimizes) notify();
     return result;
 }
 
 LRESULT MDI::privateMessage(const TarvMess& message, HWND child) {
+    const Watch self(state_->life);
     if (state_->application &&
         state_->application->privateMessage(child, message.message, message.wParam, message.lParam))
         return 0;
-    if (!child) return defaultProcessing(message);
+    if (!child) return self.gone() ? systemProcessing(message) : defaultProcessing(message);
     SendMessageA(child, message.message, message.wParam, message.lParam);
     return 0;
 }

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "toolbox/detail/watch.h"
 #include "toolbox/sets.h"
 #include "toolbox/windowing.h"
 
@@ -24,4 +25,6 @@ struct MDI::State {
     ContigSet<HWND> disabledBefore{10};  // when the dispatch was switched off
     int modelessOffCount = 0;
     HWND pane = nullptr;
+    bool isLeaving = false;           // the application is being told that the frame is destroyed
+    toolbox::detail::Watched<> life;  // of the frame: callbacks may delete it
 };

@@ -1,13 +1,18 @@
-// The progress meter: its life, and what it shows.
+// The progress meter: its life, and what it shows. Most operations handle messages first, and their
+// handlers may delete the meter: nothing of it is touched then.
 #include "toolbox/meter.h"
 
 #include <commctrl.h>
 
 #include <algorithm>
 #include <limits>
+#include <map>
+#include <utility>
 
 #include "meter_dialog.h"
 #include "window/dialog_template.h"
+
+using toolbox::detail::Watch;
 
 namespace {
 
@@ -15,6 +20,17 @@ constexpr char kTemplate[] = "DLG_METER";
 
 HINSTANCE meterInstance = nullptr;
 int metersEnabled = 1;
+
+/// The wait cursor of a window class, which all windows of the class share.
+struct ClassWait {
+    int meters = 0;  // that show it
+    ULONG_PTR own = 0;
+};
+
+std::map<ULONG_PTR, ClassWait>& classWaits() {
+    static std::map<ULONG_PTR, ClassWait> waits;
+    return waits;
+}
 
 /// Identifier of a text line; 0 when there is no such line.
 int lineControl(unsigned int line) {
@@ -65,12 +81,13 @@ int TarvMeter::createMeter(const char* caption, int cancelEnabled) {
         return 0;
     SetWindowTextA(meter_, caption ? caption : "");
     enableCancel(cancelEnabled);
+    const Watch self(life_);
     if (parent_) EnableWindow(parent_, FALSE);
-    setCurPos(0);
-    setStepInc(1);
-    setPartsInJob(1);
-    setPartsComplete(0);
-    return meter_ != nullptr;
+    if (!self.gone()) setCurPos(0);
+    if (!self.gone()) setStepInc(1);
+    if (!self.gone()) setPartsInJob(1);
+    if (!self.gone()) setPartsComplete(0);
+    return !self.gone() && meter_;
 }
 
 void TarvMeter::deleteMeter() {
@@ -97,11 +114,10 @@ int TarvMeter::isMeterCreated() const {
 }
 
 void TarvMeter::setParentWindow(HWND parent) {
-    if (meter_ && parent_ && parent != parent_ && !IsWindowEnabled(parent_)) {
-        EnableWindow(parent_, TRUE);
-        if (parent) EnableWindow(parent, FALSE);
-    }
-    parent_ = parent;
+    const HWND former = std::exchange(parent_, parent);
+    if (!meter_ || !former || parent == former || IsWindowEnabled(former)) return;
+    EnableWindow(former, TRUE);
+    if (parent) EnableWindow(parent, FALSE);
 }
 
 int TarvMeter::getCurPos() const {
@@ -113,46 +129,48 @@ int TarvMeter::getStepInc() const {
 }
 
 void TarvMeter::setMeterVisibility(int show) {
-    dispatch();
-    if (!meter_) return;
-    if (show) {
-        if (parent_) EnableWindow(parent_, FALSE);
-        if (!savedCursor_) savedCursor_ = GetClassLongPtrA(meter_, GCLP_HCURSOR);
-        SetClassLongPtrA(
-            meter_, GCLP_HCURSOR,
-            reinterpret_cast<LONG_PTR>(LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_WAIT))));
-        ShowWindow(meter_, SW_SHOW);
-    } else {
+    if (!pumped() || !meter_) return;
+    const HWND dialog = meter_;
+    if (show)
+        showWaitCursor();
+    else
         restoreCursor();
-        if (parent_) EnableWindow(parent_, TRUE);
-        ShowWindow(meter_, SW_HIDE);
-    }
+    if (parent_) EnableWindow(parent_, !show);
+    ShowWindow(dialog, show ? SW_SHOW : SW_HIDE);
+}
+
+void TarvMeter::showWaitCursor() {
+    if (showsWaitCursor_) return;
+    showsWaitCursor_ = 1;
+    const HCURSOR wait = LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_WAIT));
+    ClassWait& shared = classWaits()[GetClassLongPtrA(meter_, GCW_ATOM)];
+    if (shared.meters++ == 0)
+        shared.own = SetClassLongPtrA(meter_, GCLP_HCURSOR, reinterpret_cast<LONG_PTR>(wait));
 }
 
 void TarvMeter::restoreCursor() {
-    if (!savedCursor_) return;
-    SetClassLongPtrA(meter_, GCLP_HCURSOR, static_cast<LONG_PTR>(savedCursor_));
-    savedCursor_ = 0;
+    if (!showsWaitCursor_) return;
+    showsWaitCursor_ = 0;
+    ClassWait& shared = classWaits()[GetClassLongPtrA(meter_, GCW_ATOM)];
+    if (--shared.meters == 0)
+        SetClassLongPtrA(meter_, GCLP_HCURSOR, static_cast<LONG_PTR>(shared.own));
 }
 
 int TarvMeter::isMeterVisible() const {
-    dispatch();
-    return meter_ && IsWindowVisible(meter_);
+    return pumped() && meter_ && IsWindowVisible(meter_);
 }
 
 int TarvMeter::getCaption(char* out, int size) const {
-    dispatch();
-    return copyText(meter_, out, size);
+    return copyText(pumped() ? meter_ : nullptr, out, size);
 }
 
 void TarvMeter::setMeterString(unsigned int line, const char* text) {
-    dispatch();
-    if (meter_ && lineControl(line)) SetDlgItemTextA(meter_, lineControl(line), text ? text : "");
+    if (pumped() && meter_ && lineControl(line))
+        SetDlgItemTextA(meter_, lineControl(line), text ? text : "");
 }
 
 int TarvMeter::getMeterString(unsigned int line, char* out, int size) const {
-    dispatch();
-    const bool exists = meter_ && lineControl(line);
+    const bool exists = pumped() && meter_ && lineControl(line);
     return copyText(exists ? GetDlgItem(meter_, lineControl(line)) : nullptr, out, size);
 }
 
@@ -161,49 +179,45 @@ void TarvMeter::sendToBar(UINT message, WPARAM wParam, LPARAM lParam) const {
 }
 
 void TarvMeter::setRange(int low, int high) {
-    dispatch();
+    if (!pumped()) return;
     rangeLow_ = low;
     rangeHigh_ = high;
     sendToBar(PBM_SETRANGE, 0, MAKELPARAM(low, high));
 }
 
 unsigned long TarvMeter::getRange() const {
-    dispatch();
-    return static_cast<DWORD>(MAKELONG(rangeLow_, rangeHigh_));
+    return pumped() ? static_cast<DWORD>(MAKELONG(rangeLow_, rangeHigh_)) : 0;
 }
 
 void TarvMeter::setStepInc(int step) {
-    dispatch();
+    if (!pumped()) return;
     step_ = step;
     sendToBar(PBM_SETSTEP, static_cast<WPARAM>(step), 0);
 }
 
 void TarvMeter::setCurPos(int position) {
-    dispatch();
+    if (!pumped()) return;
     position_ = position;
     sendToBar(PBM_SETSTEP, static_cast<WPARAM>(position), 0);
 }
 
 void TarvMeter::setDeltaPos(int delta) {
-    dispatch();
-    sendToBar(PBM_DELTAPOS, static_cast<WPARAM>(delta), 0);
+    if (pumped()) sendToBar(PBM_DELTAPOS, static_cast<WPARAM>(delta), 0);
 }
 
 void TarvMeter::setPartsInJob(unsigned int parts) {
-    dispatch();
+    if (!pumped()) return;
     if (parts == 0) position_ = -1;
     if (meter_) setRange(0, static_cast<int>(parts));
 }
 
 unsigned int TarvMeter::getPartsInJob() const {
-    dispatch();
-    return meter_ ? static_cast<unsigned int>(rangeHigh_) : 0;
+    return pumped() && meter_ ? static_cast<unsigned int>(rangeHigh_) : 0;
 }
 
 void TarvMeter::setPartsComplete(unsigned int parts) {
     constexpr unsigned int kMost = std::numeric_limits<int>::max();
-    dispatch();
-    if (!meter_) return;
+    if (!pumped() || !meter_) return;
     if (parts == 0) position_ = -1;
     for (const int last = static_cast<int>(std::min(parts, kMost)); meter_ && position_ < last;
          ++position_)
@@ -211,16 +225,13 @@ void TarvMeter::setPartsComplete(unsigned int parts) {
 }
 
 int TarvMeter::getPartsComplete() const {
-    dispatch();
-    return meter_ ? position_ : 0;
+    return pumped() && meter_ ? position_ : 0;
 }
 
 int TarvMeter::isMeterCancelled() const {
-    dispatch();
-    return cancelled_;
+    return pumped() ? cancelled_ : 0;
 }
 
 void TarvMeter::resetMeterCancelledFlag() {
-    dispatch();
-    cancelled_ = 0;
+    if (pumped()) cancelled_ = 0;
 }

@@ -36,13 +36,19 @@ std::time_t now() {
 }  // namespace
 
 void TarvMeter::dispatch() const {
-    if (!meter_) return;
+    static_cast<void>(pumped());
+}
+
+bool TarvMeter::pumped() const {
+    if (!meter_) return true;
+    const toolbox::detail::Watch self(life_);
     MSG message;
-    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+    while (!self.gone() && PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
         if (message.message == WM_QUIT) cancelMeter();
         TranslateMessage(&message);
         DispatchMessageA(&message);
     }
+    return !self.gone();
 }
 
 void TarvMeter::release() {

@@ -23,7 +23,7 @@ struct Entry {
 using Bucket = std::vector<Entry>;
 
 std::unique_ptr<std::array<Bucket, kBuckets>> dictionary;
-WindowObject* pending = nullptr;
+Pending* innermost = nullptr;
 
 Bucket& bucketOf(HWND window) {
     return (*dictionary)[WindowDict::hashHWND(window) % kBuckets];
@@ -54,17 +54,21 @@ WindowObject* unbind(HWND window) {
     return object;
 }
 
-Pending::Pending(WindowObject& object) : before_(pending) {
-    pending = &object;
+Pending::Pending(WindowObject& object) : object_(&object), outer_(innermost) {
+    innermost = this;
 }
 
 Pending::~Pending() {
-    pending = before_;
+    innermost = outer_;
 }
 
 WindowObject* Pending::take() {
-    if (!dictionary) return nullptr;
-    return std::exchange(pending, nullptr);
+    return dictionary && innermost ? std::exchange(innermost->object_, nullptr) : nullptr;
+}
+
+void Pending::forget(const WindowObject& object) {
+    for (Pending* each = innermost; each; each = each->outer_)
+        if (each->object_ == &object) each->object_ = nullptr;
 }
 
 }  // namespace toolbox::window

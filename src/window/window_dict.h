@@ -23,9 +23,12 @@ class Pending {
 
     /// The object being created, at most once; null without dictionary.
     [[nodiscard]] static WindowObject* take();
+    /// An object that is deleted before it got its window gets none.
+    static void forget(const WindowObject& object);
 
   private:
-    WindowObject* before_;
+    WindowObject* object_;  // null: taken, or deleted
+    Pending* outer_;
 };
 
 }  // namespace toolbox::window

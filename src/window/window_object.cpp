@@ -15,6 +15,7 @@ WNDPROC systemProcedure(HWND window) {
 }  // namespace
 
 WindowObject::~WindowObject() {
+    Pending::forget(*this);
     if (WindowDict::find(window_) != this) return;
     toolbox::window::unbind(window_);
     SetWindowLongPtrA(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(systemProcedure(window_)));
@@ -37,7 +38,7 @@ int WindowObject::createWindow(unsigned long extendedStyle, const char* classNam
                                const char* title, unsigned long style, int x, int y, int cx, int cy,
                                HWND parent, HMENU menu, void* param) {
     if (window_ || !toolbox::window::hasDictionary()) return 0;
-    const Pending pending(*this);
+    Pending pending(*this);
     return CreateWindowExA(extendedStyle, className, title, style, x, y, cx, cy, parent, menu,
                            getLibraryInstance(), param) != nullptr;
 }
@@ -75,7 +76,7 @@ int MDIWindowObject::create(const char* className, const char* title, unsigned l
                             short y, short cx, short cy, LPARAM param) {
     MDI* const frame = MDIApplication::getPMDI();
     if (getHWND() || !frame || !toolbox::window::hasDictionary()) return 0;
-    const Pending pending(*this);
+    Pending pending(*this);
     return frame->createMDIChild(className, title, style, x, y, cx, cy, param) != nullptr;
 }
 

@@ -106,12 +106,21 @@ TEST_F(ToolDialog, IsShownWithAndWithoutActivation) {
     EXPECT_FALSE(palette->isVisible());
     EXPECT_EQ(palette->setVisibleStatus(1, 1), 1);
     EXPECT_EQ(GetActiveWindow(), dialog);
+}
 
+TEST_F(ToolDialog, AnswersNothingWithoutWindow) {
+    DestroyWindow(dialog);
     ToolDlg none(2, nullptr);
-    EXPECT_EQ(none.setVisibleStatus(1, 1) + none.isVisible() + none.setEnableStatus(1) +
-                  none.getEnableStatus() + none.setCommandCheckStatus(IDC_LINE, 1) +
-                  none.setCommandEnableStatus(IDC_LINE, 1),
-              0);
+    for (ToolDlg* tool : {palette.get(), &none}) {
+        EXPECT_EQ(tool->getHWND(), nullptr);
+        EXPECT_EQ(tool->setVisibleStatus(1, 1), 0);
+        EXPECT_EQ(tool->setVisibleStatus(0, 0), 0);
+        EXPECT_EQ(tool->isVisible(), 0);
+        EXPECT_EQ(tool->setEnableStatus(1), 0);
+        EXPECT_EQ(tool->getEnableStatus(), 0);
+        EXPECT_EQ(tool->setCommandCheckStatus(IDC_LINE, 1), 0);
+        EXPECT_EQ(tool->setCommandEnableStatus(IDC_LINE, 1), 0);
+    }
 }
 
 TEST_F(ToolDialog, IsCreatedWholeOrNotAtAll) {
@@ -184,6 +193,15 @@ TEST_F(ToolDialog, IsFrozenUntilItWasThawnAsOften) {
     EXPECT_FALSE(manager->isAllToolDlgFrozen());
     manager->freezeAllToolDlg();
     EXPECT_FALSE(IsWindowEnabled(dialog)) << "one thaw too many does not count";
+
+    const std::unique_ptr<ToolDlg> late(manager->createAndManageToolDlg(2, IDD_PALETTE));
+    EXPECT_EQ(late->getEnableStatus(), 0) << "made while all are frozen";
+    auto ended = std::make_unique<toolbox::FrozenTools>(*manager);
+    manager->thawAllToolDlg();
+    manager->thawAllToolDlg();
+    EXPECT_EQ(late->getEnableStatus(), 1);
+    manager.reset();
+    ended.reset();  // after its manager
 }
 
 TEST_F(ToolDialog, LeavesTicksAndGreysToAMenuToo) {

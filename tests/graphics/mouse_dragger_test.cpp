@@ -77,6 +77,53 @@ TEST_F(MouseGestureTest, IsAbandonedByTheOtherButtonAndByTheCancelCommand) {
     EXPECT_EQ(xy(end), xy({3, 4}));
 }
 
+TEST_F(MouseGestureTest, IsAbandonedWhenItLosesTheCapture) {
+    const HWND stranger =
+        CreateWindowExA(0, "STATIC", "", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr);
+    for (const bool taken : {false, true}) {
+        press(40, 50);
+        window.moveTo(160, 110);
+        if (taken)
+            SetCapture(stranger);
+        else
+            SendMessageA(window.handle(), WM_CANCELMODE, 0, 0);
+        EXPECT_TRUE(window.picture() == before) << "a figure is left";
+        SendMessageA(window.handle(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(70, 20));
+        SendMessageA(window.handle(), WM_LBUTTONUP, 0, MAKELPARAM(70, 20));
+        EXPECT_EQ(mouse.getState(), MouseDragger::Idle);
+        EXPECT_TRUE(window.picture() == before) << "it goes on";
+        EXPECT_EQ(GetCapture(), taken ? stranger : nullptr);
+        ReleaseCapture();
+        window.button(MOUSEEVENTF_LEFTUP);
+    }
+    // The window kept to itself that its capture was taken.
+    press(40, 50);
+    window.use(nullptr);
+    SetCapture(stranger);
+    POINT start, end;
+    TarvMess move(window.handle(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(90, 90), 0);
+    EXPECT_EQ(mouse.drag(move, start, end), MouseDragger::Cancelled);
+    EXPECT_EQ(GetCapture(), stranger);
+    DestroyWindow(stranger);
+}
+
+TEST_F(MouseGestureTest, DrawsNothingWithoutWindow) {
+    struct Recording : VoidDragger {
+        using VoidDragger::VoidDragger;
+        void drawVisible(HDC dc, const POINT&, const POINT&) override { drawn |= dc != nullptr; }
+        bool drawn = false;
+    } recording(nullptr);
+    MouseDragger windowless(recording);
+    POINT start, end;
+    for (const UINT message : {WM_LBUTTONDOWN, WM_MOUSEMOVE, WM_LBUTTONUP}) {
+        TarvMess each(nullptr, message, MK_LBUTTON, MAKELPARAM(70, message & 0xFF), 0);
+        windowless.drag(each, start, end);
+    }
+    EXPECT_EQ(windowless.getState(), MouseDragger::Finished);
+    EXPECT_EQ(xy(start), xy({70, WM_LBUTTONDOWN & 0xFF}));
+    EXPECT_FALSE(recording.drawn);
+}
+
 TEST_F(MouseGestureTest, StartsAgainFromANewAnchor) {
     press(40, 50);
     window.moveTo(160, 110);

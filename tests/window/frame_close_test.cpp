@@ -1,4 +1,6 @@
 // Closing documents and the frame: who is asked, who may refuse, who is told.
+#include <memory>
+
 #include "frame_fixture.h"
 
 namespace {
@@ -119,6 +121,53 @@ TEST_F(FrameTest, LeavesTheApplicationWhenTheSessionEnds) {
     send(WM_CLOSE);  // nobody left to ask but the document
     EXPECT_EQ(taken(), (Log{"A 17 1", "A deleted"}));
     EXPECT_EQ(frame.getFrame(), nullptr);
+}
+
+TEST_F(FrameTest, TellsOnceThatItIsDestroyedAlsoWhoDestroysItsWindow) {
+    struct Destroying : LoggingApplication {
+        using LoggingApplication::LoggingApplication;
+        void frameDestroyed() override {
+            LoggingApplication::frameDestroyed();
+            if (log.size() < 20) DestroyWindow(MDIApplication::getPMDI()->getFrame());
+        }
+    } destroying(log);
+    TestFrame other(instance, nullptr, info(), &destroying);
+    ASSERT_EQ(other.initMainWindow(SW_HIDE), 1);
+    const HWND window = other.getFrame();
+    log.clear();
+    SendMessageA(window, WM_ENDSESSION, 1, 0);
+    EXPECT_EQ(taken(), Log{"frameDestroyed"});
+    EXPECT_FALSE(IsWindow(window));
+}
+
+TEST_F(FrameTest, MayBeDeletedByTheApplicationThatItAsks) {
+    struct Deleting : LoggingApplication {
+        using LoggingApplication::LoggingApplication;
+        int canClose() override { return kill(1); }
+        int command(HWND, WPARAM, LPARAM) override { return kill(0); }
+        void systemCommand(HWND, WPARAM, LPARAM) override { kill(0); }
+        void frameMoved(int) override { kill(0); }
+        void frameDestroyed() override { kill(0); }
+        int kill(int answer) {
+            if (armed) dying.reset();
+            return answer;
+        }
+        std::unique_ptr<TestFrame> dying;
+        bool armed = false;
+    };
+    for (const UINT message : {WM_CLOSE, WM_COMMAND, WM_SYSCOMMAND, WM_MOVE, WM_ENDSESSION}) {
+        Deleting deleting(log);
+        deleting.dying = std::make_unique<TestFrame>(instance, nullptr, info(), &deleting);
+        ASSERT_EQ(deleting.dying->initMainWindow(SW_SHOWNORMAL), 1);
+        const HWND window = deleting.dying->getFrame();
+        deleting.armed = true;
+        const WPARAM word = message == WM_SYSCOMMAND ? WPARAM{SC_MINIMIZE} : 1;
+        SendMessageA(window, message, message == WM_COMMAND ? ID_TEST_NEW : word, 0);
+        EXPECT_EQ(deleting.dying, nullptr) << message;
+        EXPECT_EQ(MDIApplication::getPMDI(), nullptr);
+        DestroyWindow(window);
+    }
+    MDIApplication::setPMDI(&frame);
 }
 
 TEST_F(FrameTest, OutlivesItsObjectWithDefaultProcessing) {

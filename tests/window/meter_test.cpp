@@ -138,6 +138,46 @@ TEST_F(MeterTest, IsShownUnderTheWaitCursorAndHidden) {
     EXPECT_EQ(cursor(), own);
 }
 
+TEST_F(MeterTest, LeavesNoWaitCursorBehindAnother) {
+    create();
+    const HCURSOR own = cursor();
+    CountingMeter second;
+    second.setParentWindow(owner);
+    ASSERT_EQ(second.createMeter("second", 1), 1);
+    meter.setMeterVisibility(1);
+    second.setMeterVisibility(1);
+    meter.setMeterVisibility(0);
+    EXPECT_NE(cursor(), own) << "the second still shows it";
+    second.deleteMeter();
+    EXPECT_EQ(cursor(), own);
+}
+
+TEST_F(MeterTest, MayBeDeletedByAMessageThatItHandles) {
+    struct Deleting : TarvMeter {
+        void cancelMeter() const override { delete this; }
+    };
+    using Operation = void (*)(TarvMeter&);
+    const Operation operations[] = {
+        [](TarvMeter& m) { m.setMeterVisibility(1); },
+        [](TarvMeter& m) { m.setMeterString(0, "x"); },
+        [](TarvMeter& m) { m.setPartsInJob(9); },
+        [](TarvMeter& m) { m.setPartsComplete(5); },
+        [](TarvMeter& m) { m.setCurPos(5); },
+        [](TarvMeter& m) { m.resetMeterCancelledFlag(); },
+        [](TarvMeter& m) { EXPECT_EQ(m.isMeterCancelled(), 0); },
+        [](TarvMeter& m) { EXPECT_EQ(m.getPartsInJob(), 0u); },
+    };
+    for (const Operation operation : operations) {
+        auto* const dying = new Deleting;
+        ASSERT_EQ(dying->createMeter("", 1), 1);
+        const HWND dialog = dying->getMeterHandle();
+        PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
+        operation(*dying);
+        EXPECT_FALSE(IsWindow(dialog));
+    }
+    EXPECT_TRUE(IsWindowEnabled(owner));
+}
+
 TEST_F(MeterTest, ShowsTwoLines) {
     create();
     meter.setMeterString(0, "Section && 1");

@@ -1,3 +1,4 @@
+// Delivery of a message to clients that come and go while it is delivered.
 #include "toolbox/dispatch.h"
 
 #include <algorithm>
@@ -8,15 +9,13 @@ namespace {
 constexpr UINT kFirstMouse = WM_MOUSEMOVE;
 constexpr UINT kLastMouse = WM_MOUSEMOVE + 9;
 
-/// The clients that still have to get the message of one dispatch. Deliveries nest when a client
-/// dispatches in its turn; all that are under way are linked, so that what is destroyed meanwhile
-/// can be taken out of each.
+/// The clients that still have to get the message of one dispatch, also those that unregister
+/// meanwhile. Deliveries nest when a client dispatches in its turn; all that are under way are
+/// linked, so that a client that is destroyed can be taken out of each.
 class Delivery {
   public:
-    Delivery(const DispatchServer* server, const Many<DispatchServer, DispatchClient>& clients)
-        : clients_(static_cast<std::size_t>(clients.getCount())),
-          server_(server),
-          outer_(innermost) {
+    explicit Delivery(const Many<DispatchServer, DispatchClient>& clients)
+        : clients_(static_cast<std::size_t>(clients.getCount())), outer_(innermost) {
         clients.copyTo(clients_.data());
         innermost = this;
     }
@@ -26,12 +25,7 @@ class Delivery {
 
     /// Null: destroyed meanwhile.
     [[nodiscard]] const std::vector<DispatchClient*>& clients() const { return clients_; }
-    [[nodiscard]] bool serverLives() const { return server_; }
 
-    static void forget(const DispatchServer* server) {
-        for (Delivery* each = innermost; each; each = each->outer_)
-            if (each->server_ == server) each->server_ = nullptr;
-    }
     static void forget(DispatchClient* client) {
         for (Delivery* each = innermost; each; each = each->outer_)
             std::replace(each->clients_.begin(), each->clients_.end(), client,
@@ -42,7 +36,6 @@ class Delivery {
     static inline Delivery* innermost = nullptr;
 
     std::vector<DispatchClient*> clients_;
-    const DispatchServer* server_;  // null: destroyed
     Delivery* outer_;
 };
 
@@ -57,9 +50,7 @@ DispatchServer::DispatchServer(const DispatchServer& source) : DispatchServer(so
 
 DispatchServer& DispatchServer::operator=(const DispatchServer& source) = default;
 
-DispatchServer::~DispatchServer() {
-    Delivery::forget(this);
-}
+DispatchServer::~DispatchServer() = default;
 
 bool DispatchServer::passes(const TarvMess& message) const {
     const UINT number = message.message;
@@ -69,7 +60,8 @@ bool DispatchServer::passes(const TarvMess& message) const {
 
 LRESULT DispatchServer::dispatch(TarvMess& message, int broadcast) {
     if (message.handled || !passes(message)) return 0;
-    Delivery delivery(this, clients_);
+    const toolbox::detail::Watch self(life_);
+    Delivery delivery(clients_);
     LRESULT result = 0;
     for (DispatchClient* client : delivery.clients()) {
         if (!client) continue;
@@ -77,7 +69,7 @@ LRESULT DispatchServer::dispatch(TarvMess& message, int broadcast) {
         if (broadcast) {
             message.handled = 0;
         } else if (message.handled) {
-            if (delivery.serverLives()) clients_.swap(clients_.getIndex(client), 0);
+            if (!self.gone()) clients_.swap(clients_.getIndex(client), 0);
             break;
         }
     }

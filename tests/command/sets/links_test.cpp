@@ -3,9 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <memory>
+#include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "toolbox/dispatch.h"
@@ -22,6 +25,7 @@ struct Book {
     void changed(Many<Book, Sheet>&, Sheet* sheet, int connected);
 
     char name;
+    std::function<void(int connected)> afterChange;
     Many<Book, Sheet> sheets;
 };
 
@@ -43,11 +47,13 @@ Book::Book(char letter) : name(letter), sheets(this, &Sheet::book, 5, &Book::cha
 
 void Book::changed(Many<Book, Sheet>&, Sheet* sheet, int connected) {
     tell(name, sheet->name, connected);
+    // By value: what is called may delete this book.
+    if (const auto action = afterChange) action(connected);
 }
 
 void Sheet::changed(One<Sheet, Book>&, Book* other, int connected) {
     tell(name, other ? other->name : '0', connected);
-    if (afterChange) afterChange(connected);
+    if (const auto action = afterChange) action(connected);
 }
 
 /// The sheets of a book, checked to point back to it.
@@ -60,8 +66,7 @@ std::string sheetsOf(const Book& book) {
     return names;
 }
 
-class Links : public ::testing::Test {
-  protected:
+struct Links : ::testing::Test {
     Links() { told.clear(); }
     std::string takeTold() { return std::exchange(told, {}); }
 
@@ -136,9 +141,162 @@ TEST_F(Links, LeaveTheLastWordToTheCallback) {
         if (connected) x.book.disconnect();
     };
     EXPECT_EQ(x.book.connectTo(&a), 0);
+    EXPECT_EQ(takeTold(), "x+A x-A ");
     EXPECT_EQ(a.sheets.connectTo(&x), 0);
+    EXPECT_EQ(takeTold(), "A+x x+A x-A A-x ");
     EXPECT_EQ(sheetsOf(a), "");
-    EXPECT_EQ(x.book, nullptr);
+
+    x.afterChange = nullptr;
+    a.afterChange = [this](int connected) {
+        if (connected) x.book.connectTo(&b);
+    };
+    EXPECT_EQ(a.sheets.connectTo(&x), 0) << "linked elsewhere by the callback";
+    EXPECT_EQ(takeTold(), "A+x x+B B+x A-x ");
+    EXPECT_EQ(sheetsOf(b), "x");
+    a.afterChange = nullptr;
+    x.afterChange = [this](int connected) {
+        if (!connected) x.book.connectTo(&b);
+    };
+    EXPECT_EQ(x.book.disconnect(), 0) << "linked again by the callback";
+    EXPECT_EQ(takeTold(), "x-B x+B ");
+    EXPECT_EQ(x.book.connectTo(&a), 0);
+    b.afterChange = [this](int connected) {
+        if (!connected) b.sheets.connectTo(&x);
+    };
+    EXPECT_EQ(b.sheets.disconnect(&x), 0);
+    EXPECT_EQ(b.sheets.disconnectAll(), 1) << "and comes to an end";
+    EXPECT_EQ(sheetsOf(b), "x");
+    x.afterChange = b.afterChange = nullptr;
+}
+
+/// A book and two sheets of it, in memory of their own, and a callback that deletes one of them.
+struct DyingLinks : Links {
+    std::unique_ptr<Book> book = std::make_unique<Book>('D');
+    std::unique_ptr<Sheet> first = std::make_unique<Sheet>('f'),
+                           second = std::make_unique<Sheet>('s');
+};
+
+TEST_F(DyingLinks, EndInsideCallbacks) {
+    struct Case {
+        const char* what;
+        bool linked;  // the first sheet, to the book
+        std::function<int(DyingLinks&)> operation;
+        int result;
+    };
+    using T = DyingLinks&;
+    const Case cases[] = {
+        {"unlinking by the sheet", true, [](T t) { return t.first->book.disconnect(); }, 1},
+        {"unlinking by the book", true, [](T t) { return t.book->sheets.disconnect(0); }, 1},
+        {"unlinking all", true, [](T t) { return t.book->sheets.disconnectAll(); }, 1},
+        {"moving a sheet", true, [](T t) { return t.first->book.connectTo(&t.a); }, -1},
+        {"taking a sheet", true, [](T t) { return t.b.sheets.connectTo(t.first.get()); }, -1},
+        {"linking by the sheet", false, [](T t) { return t.first->book.connectTo(t.book.get()); },
+         0},
+        {"linking by the book", false, [](T t) { return t.book->sheets.connectTo(t.first.get()); },
+         0},
+        {"moving all away", true, [](T t) { return (t.b.sheets = t.book->sheets, 1); }, 1},
+        {"moving others in", true, [](T t) { return (t.book->sheets = t.a.sheets, 1); }, 1},
+        {"assigning a link", true, [](T t) { return (t.first->book = t.y.book, 1); }, 1},
+    };
+    for (const Case& c : cases)
+        for (const std::string dying : {"book", "sheet", "both"})
+            for (const bool asksSheet : {false, true}) {
+                SCOPED_TRACE(std::string(c.what) + ", " + dying + (asksSheet ? " by sheet" : ""));
+                book = std::make_unique<Book>('D');
+                first = std::make_unique<Sheet>('f', c.linked ? book.get() : nullptr);
+                second = std::make_unique<Sheet>('s', book.get());
+                y.book.connectTo(&a);
+                (asksSheet ? first->afterChange : book->afterChange) = [&](int) {
+                    if (dying != "sheet") book.reset();
+                    if (dying != "book") first.reset();
+                };
+                const int result = c.operation(*this);
+                if (c.result >= 0) {
+                    EXPECT_EQ(result, c.result);
+                }
+                if (book) book->afterChange = nullptr;
+                if (first) first->afterChange = nullptr;
+                if (book) sheetsOf(*book);
+                sheetsOf(a);
+                sheetsOf(b);
+                for (Sheet* each : {first.get(), second.get(), &y})
+                    if (each && each->book) {
+                        Book* const held = each->book;
+                        EXPECT_TRUE(held->sheets.isInSet(each));
+                    }
+            }
+}
+
+/// Callbacks that link, unlink and delete at random, over and over: nothing is left dangling, and
+/// each owner has heard of just the changes of its own end.
+TEST(RandomLinks, AgreeWhateverCallbacksDo) {
+    struct World {
+        std::vector<std::unique_ptr<Book>> books;
+        std::vector<std::unique_ptr<Sheet>> sheets;
+        std::mt19937 random{11};
+        int depth = 0;
+
+        unsigned pick(std::size_t n) { return random() % static_cast<unsigned>(n); }
+        void act() {
+            if (depth > 3) return;
+            ++depth;
+            std::unique_ptr<Book>& book = books[pick(books.size())];
+            std::unique_ptr<Sheet>& sheet = sheets[pick(sheets.size())];
+            if (!book) {
+                book = std::make_unique<Book>('b');
+                book->afterChange = [this](int) { react(); };
+            }
+            if (!sheet) {
+                sheet = std::make_unique<Sheet>('s');
+                sheet->afterChange = [this](int) { react(); };
+            }
+            switch (pick(9)) {
+                case 0:
+                case 1:
+                    sheet->book.connectTo(book.get());
+                    break;
+                case 2:
+                case 3:
+                    book->sheets.connectTo(sheet.get());
+                    break;
+                case 4:
+                    sheet->book.disconnect();
+                    break;
+                case 5:
+                    book->sheets.disconnect(0);
+                    break;
+                case 6:
+                    static_cast<void>(std::unique_ptr<Book>(std::move(book)));
+                    break;
+                case 7:
+                    static_cast<void>(std::unique_ptr<Sheet>(std::move(sheet)));
+                    break;
+                case 8:
+                    if (Book* other = books[pick(books.size())].get()) book->sheets = other->sheets;
+                    break;
+            }
+            --depth;
+        }
+        void react() {
+            if (pick(3) == 0) act();
+        }
+    } world;
+    world.books.resize(3);
+    world.sheets.resize(6);
+    for (int i = 0; i < 20000; ++i) {
+        world.act();
+        int held = 0;
+        for (const auto& book : world.books) {
+            if (!book) continue;
+            sheetsOf(*book);
+            held += book->sheets.getCount();
+        }
+        const auto linked = std::count_if(world.sheets.begin(), world.sheets.end(),
+                                          [](const auto& sheet) { return sheet && sheet->book; });
+        ASSERT_EQ(held, linked) << i;
+    }
+    world.depth = 99;
+    told.clear();
 }
 
 struct Client : DispatchClient {

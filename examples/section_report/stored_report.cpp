@@ -1,5 +1,5 @@
-// Prints header and index as they are read, then fetches every section by its identifier, in another
-// order than that of the file.
+// Prints header and index as they are read, then fetches every section by its identifier, in
+// another order than that of the file.
 #include "stored_report.h"
 
 #include <algorithm>
@@ -40,7 +40,8 @@ void printIndex(TarvFileIndex& index) {
     std::string line;
     unsigned long id = 0;
     for (int found = index.getFirstID(id); found; found = index.getNextID(id)) {
-        const std::string entry = " " + std::to_string(id) + "@" + std::to_string(index.getOffset(id));
+        const std::string entry =
+            " " + std::to_string(id) + "@" + std::to_string(index.getOffset(id));
         if (line.size() + entry.size() > kLineWidth) printLine(std::exchange(line, {}));
         line += entry;
     }

@@ -8,10 +8,10 @@
 logs=$PWD/build/logs
 
 show_failure() {   # what counts of a log: compile errors with their surroundings, else its end
-    local log=$1
-    if grep -qE '(error|warning|undefined reference)[: ]' "$log"; then
-        grep -E -A4 'FAILED:|error[: ]|undefined reference|multiple definition' "$log" |
-            cut -c1-400 | head -n 60
+    local log=$1 errors
+    errors=$(grep -E -A4 'FAILED:|error[: ]|undefined reference|multiple definition' "$log") || true
+    if [ -n "$errors" ]; then
+        head -n 60 <<<"$errors" | cut -c1-400
     else
         tail -n 60 "$log"
     fi

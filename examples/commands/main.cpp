@@ -62,7 +62,7 @@ int main(int argc, char** argv) {
         const char* end = argv[i] + std::strlen(argv[i]);
         const auto [after, error] = std::from_chars(argv[i], end, id);
         if (after != end || error != std::errc{}) {
-            std::cerr << argv[i] << " is no number\n";
+            std::cerr << argv[i] << " is not a number\n";
             return 2;
         }
         choose(manager, id);

@@ -1,3 +1,4 @@
+// One formula per figure; the section goes into the cells, and the results come out of them.
 #include "beam_grid.h"
 
 #include <array>

@@ -2,23 +2,20 @@
 // block per section in a block file, reads the file back and shows what it holds. The columns are
 // user-defined keys: a description or a format that the user changes is found again by later runs.
 //
-// Exit status: 0 all done, 1 the file could not be written or read back, 2 done but something was
+// Exit status: 0 all done; 1 the table has no section or cannot be read (nothing is written then),
+// the file could not be written or read back, or the report not printed; 2 done but something was
 // left out: lines of the table, a change of a key, a token of the label; 3 wrong arguments.
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
-#include <numeric>
 #include <optional>
-#include <string>
 
-#include "labels.h"
+#include "date_words.h"
 #include "options.h"
 #include "section_csv.h"
-#include "section_store.h"
 #include "section_table.h"
 #include "section_texts.h"
+#include "stored_report.h"
 #include "terminal.h"
-#include "toolbox/messages.h"
 
 namespace {
 
@@ -45,74 +42,8 @@ class Services {
     GMSG service_;
 };
 
-std::string number(unsigned long value) {
-    return std::to_string(value);
-}
-
-std::string isoDate(const TarvDate& date) {
-    char text[16];
-    std::snprintf(text, sizeof text, "%04d-%02d-%02d", date.getYear(), date.getMonth(),
-                  date.getDay());
-    return text;
-}
-
-void printHeader(const TarvFileHeader& header) {
-    print("Header: version " + number(header.getVersion()) + ", format " +
-          number(header.getVersionFile()) + ", mask " + number(header.getMask()) + ", \"" +
-          header.getDescription().str() + "\"\n" + "  created " +
-          isoDate(header.getdateCreation()) + ", stamped " + isoDate(header.getTimeStamp()) +
-          ", net " + isoDate(header.getnetDate()) + ", index at " +
-          number(header.getOffsetMasterNdx()) + "\n");
-}
-
-void printIndex(TarvFileIndex& index) {
-    print("Index \"" + index.getDescription().str() + "\": " + number(index.getNbrItem()) +
-          " blocks, identifier@offset\n");
-    std::string line;
-    unsigned long id = 0;
-    for (int found = index.getFirstID(id); found; found = index.getNextID(id)) {
-        const std::string entry = " " + number(id) + "@" + number(index.getOffset(id));
-        if (line.size() + entry.size() > 78) print(std::exchange(line, {}) + "\n");
-        line += entry;
-    }
-    if (!line.empty()) print(line + "\n");
-}
-
-/// Fetches every section by its identifier, the heaviest first; true when each equals its own.
-bool compare(TarvFileRead& file, const std::vector<Section>& sections) {
-    std::vector<std::size_t> order(sections.size());
-    std::iota(order.begin(), order.end(), std::size_t{0});
-    std::ranges::stable_sort(order, std::greater<>(),
-                             [&](std::size_t i) { return sections[i].mass; });
-    std::size_t equal = 0;
-    for (const std::size_t i : order)
-        if (fetchSection(file, static_cast<unsigned long>(i + 1)) == sections[i]) ++equal;
-    print("Fetched by identifier, heaviest first: " + std::to_string(equal) + " of " +
-          std::to_string(sections.size()) + " equal\n");
-    return equal == sections.size();
-}
-
-bool storeAndReadBack(const char* fileName, const std::vector<Section>& sections,
-                      const TarvDate& date) {
-    if (!saveSections(fileName, sections, date)) {
-        print(std::string(fileName) + ": not written\n");
-        return false;
-    }
-    TarvFileRead file;
-    if (!file.open(fileName)) {
-        print(std::string(fileName) + ": not readable\n");
-        return false;
-    }
-    print("\nStored in " + std::string(fileName) + "\n");
-    printHeader(*file.getHeader());
-    printIndex(*file.getIndex());
-    return compare(file, sections);
-}
-
-RWCString text(unsigned short id) {
-    RWCString text;
-    GMSG::getString(id, text);
-    return text;
+void printLine(const CString& line) {
+    print((line + "\n").view());
 }
 
 void change(SectionKeys& keys, const std::vector<KeyChange>& changes) {
@@ -133,33 +64,31 @@ void printDeviation(SectionKeys& keys, const std::vector<Section>& sections) {
         mass = std::max(mass, std::fabs(keys.figures().mass / section.mass - 1));
         modulus = std::max(modulus, std::fabs(keys.figures().modulus / section.welY - 1));
     }
-    RWCString line;
-    GMSG::getString(kDeviation, line, 100 * mass, 100 * modulus);
-    print(line.str() + "\n");
+    printLine(text(kDeviation, 100 * mass, 100 * modulus));
 }
 
 void printBeams(SectionKeys& keys, const std::vector<Section>& sections, const Options& options) {
-    RWCString title;
-    GMSG::getString(kBeam, title, options.beam.span, options.beam.load);
-    print("\n" + title.str() + "\n");
+    printLine("\n" + text(kBeam, options.beam.span, options.beam.load));
     keys.setSelection(SectionKeys::beamColumns());
     print(sectionTable(keys, sections).view());
     printDeviation(keys, sections);
 
-    print("\n" + text(kKeysUsed).str() + "\n");
+    printLine("\n" + text(kKeysUsed));
     print(legend(keys).view());
-    RWCString restored;
-    GMSG::getString(kRestored, restored, keys.restored());
-    print(restored.str() + "\n");
+    printLine(text(kRestored, keys.restored()));
 
-    print("\n" + text(kLabels).str() + "\n");
-    const RWCString label = options.label ? RWCString(options.label) : text(kUsualLabel);
+    printLine("\n" + text(kLabels));
+    const CString label = options.label ? CString(options.label) : text(kUsualLabel);
     print(labels(keys, label, sections).view());
 }
 
 int run(const Options& options) {
     const std::vector<Section> sections = readSections(options.table);
-    print(text(kTitle).str() + ", " + dateLine(options.date).str() + "\n");
+    if (sections.empty()) {
+        printError(GMSG::getLstErrorsInString().view());
+        return kFailed;
+    }
+    printLine(text(kTitle) + ", " + dateInWords(options.date));
     {
         SectionKeys keys(options.keys, options.beam);
         change(keys, options.changes);
@@ -171,7 +100,11 @@ int run(const Options& options) {
     const bool stored = storeAndReadBack(options.file, sections, options.date);
 
     const RWCString errors = GMSG::getLstErrorsInString();
-    if (!errors.isNull()) print("\nReported:\n" + errors.str());
+    if (!errors.isNull()) print(("\n" + text(kReported) + "\n" + errors).view());
+    if (!isAllPrinted()) {
+        printError((text(kNotPrinted) + "\n").view());
+        return kFailed;
+    }
     if (!stored) return kFailed;
     return complete ? kDone : kLeftOut;
 }
@@ -180,11 +113,9 @@ int run(const Options& options) {
 
 int main(int count, char** arguments) {
     prepareTerminal();
+    const Services services(languageOf(count, arguments));
     const std::optional<Options> options = parseOptions(count, arguments);
-    if (!options) {
-        std::fputs(kUsage, stderr);
-        return kWrongArguments;
-    }
-    const Services services(options->language);
-    return run(*options);
+    if (options) return run(*options);
+    printError((text(kUsage) + "\n" + text(kUsageOfKeys) + "\n").view());
+    return kWrongArguments;
 }

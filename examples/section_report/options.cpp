@@ -1,5 +1,7 @@
+// Options are read from left to right; the last of two wins.
 #include "options.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstring>
@@ -46,10 +48,7 @@ class ArgumentReader {
     }
 
     bool take(std::string_view argument) {
-        if (argument == "--french") {
-            options_.language = GMSG::French;
-            return true;
-        }
+        if (argument == "--french") return true;  // see languageOf()
         if (argument == "--describe") return takeChange(KeyChange::What::description);
         if (argument == "--format") return takeChange(KeyChange::What::format);
         if (argument.starts_with("--")) {
@@ -85,4 +84,11 @@ class ArgumentReader {
 
 std::optional<Options> parseOptions(int count, char** arguments) {
     return ArgumentReader(count, arguments).read();
+}
+
+GMSG::Language languageOf(int count, char** arguments) {
+    const bool isFrench = std::any_of(arguments + 1, arguments + count, [](const char* argument) {
+        return std::string_view(argument) == "--french";
+    });
+    return isFrench ? GMSG::French : GMSG::English;
 }

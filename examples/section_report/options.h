@@ -18,25 +18,16 @@ struct KeyChange {
 };
 
 struct Options {
-    GMSG::Language language = GMSG::English;
     TarvDate date;
     Beam beam;
     const char* label = nullptr;  ///< null: the usual one
-    std::string keys;             ///< profile file of the users' changes
+    std::string keys;             ///< profile file of the user's changes
     std::vector<KeyChange> changes;
     const char* table = nullptr;
     const char* file = nullptr;
 };
 
-inline constexpr const char* kUsage =
-    "usage: section_report [OPTION]... TABLE.csv FILE.tbf\n"
-    "  --french                texts in French\n"
-    "  --date YYYYMMDD         date of the report, today's when left out\n"
-    "  --span M --load KN/M    the beam: 6 and 10 when left out\n"
-    "  --label TEMPLATE        label of each section: $KEY$ stands for a value\n"
-    "  --keys FILE.ini         where changed keys are kept: FILE.ini beside FILE.tbf\n"
-    "  --describe KEY TEXT     changes a key's description\n"
-    "  --format KEY W[.D]      changes a key's width and decimals\n";
-
 /// Nothing when the arguments are wrong.
 [[nodiscard]] std::optional<Options> parseOptions(int count, char** arguments);
+/// The language that the arguments ask for, be they right or wrong.
+[[nodiscard]] GMSG::Language languageOf(int count, char** arguments);

@@ -1,3 +1,5 @@
+// Keys are declared in the order of their identifiers: the designation, the columns of the table,
+// what the grid computes.
 #include "section_keys.h"
 
 #include <array>
@@ -25,20 +27,21 @@ constexpr std::array<Computed, 5> kComputed = {{
     {"F", "f", "mm", 8, 2, &BeamFigures::deflection},
 }};
 
-// Ids; the texts that describe the keys are numbered in the same order.
+// Identifiers; the texts that describe the keys are numbered in the same order.
 constexpr UINT kDesignation = 1;
 constexpr UINT kFirstColumn = 2;
 constexpr UINT kFirstComputed = kFirstColumn + UINT{kColumns.size()};
 constexpr UINT kEnd = kFirstComputed + UINT{kComputed.size()};
 
-DeclaredKey declared(UINT id, const char* key, const char* header, const char* units) {
+DeclaredKey declared(UINT id, const char* key, const RWCString& header, const char* units) {
     return {key, header, units, static_cast<unsigned short>(kFirstDescription + id - kDesignation)};
 }
 
 void declareAll(UDManager& keys) {
     StringFormat designation;
     designation.setFormat(11, Left);
-    declareKey(keys, kDesignation, declared(kDesignation, "NAME", "designation", ""), designation);
+    declareKey(keys, kDesignation, declared(kDesignation, "NAME", text(kNameHeader), ""),
+               designation);
     UINT id = kFirstColumn;
     for (const Column& column : kColumns) {
         declareNumber(keys, id, declared(id, column.key, column.name, column.unit), column.width,

@@ -18,7 +18,7 @@ class SectionKeys : public TokenizerUDManager {
     [[nodiscard]] UINT restored() const { return restored_; }
 
     /// Changes the description, or the format ("8", "8.2": columns and decimals), and saves the
-    /// key. False, and the key as it was, when there is no such key, the format is none of its
+    /// key. False, and the key as it was, when there is no such key, the format is not of its
     /// kind, or the profile cannot be written.
     [[nodiscard]] bool describe(const char* key, const char* description);
     [[nodiscard]] bool format(const char* key, const char* format);

@@ -1,7 +1,10 @@
+// One block per section; the header gets its description and its dates.
 #include "section_store.h"
 
 #include <algorithm>
 #include <array>
+
+#include "section_texts.h"
 
 namespace {
 
@@ -31,7 +34,7 @@ Section sectionOf(TarvBlocFile& block) {
 
 TarvFileHeader datedHeader(const TarvFileHeader& header, const TarvDate& date) {
     TarvFileHeader dated = header;
-    dated.setDescription("Steel sections");
+    dated.setDescription(text(kTitle));
     dated.setdateCreation(date);
     dated.setTimeStamp(date);
     dated.setnetDate(date);

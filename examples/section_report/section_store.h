@@ -1,8 +1,8 @@
 // Sections in a block file, one block each.
 //
 // A section's identifier is its number in the table, from 1. A block's data is the designation in
-// 16 bytes, zeros behind it, and the section's numbers as doubles in the order of the columns;
-// every block is so a multiple of 4 bytes long, and the file may be searched for lost ones.
+// 16 bytes, padded with zeros, then the section's numbers as doubles in the order of the columns;
+// every block is a multiple of 4 bytes long, so the file can be searched for lost ones.
 #pragma once
 
 #include <optional>

@@ -1,15 +1,17 @@
+// A cell is what a key's format prints, so tables and labels follow the formats that the user
+// chose.
 #include "section_table.h"
 
 #include <functional>
-#include <string>
 
+#include "section_texts.h"
 #include "toolbox/formats.h"
 
 namespace {
 
 constexpr int kNumberWidth = 3;
 
-RWCString text(const RWCString& value, int width, Justification justify) {
+RWCString padded(const RWCString& value, int width, Justification justify) {
     StringFormat format;
     format.setFormat(width, justify);
     return format.getString(value);
@@ -34,30 +36,16 @@ CString line(SectionKeys& keys, const RWCString& number, Cell cell) {
 /// A heading stands on the side of its column that the values do.
 CString headings(SectionKeys& keys, const char* number,
                  const std::function<RWCString(UINT)>& heading) {
-    return line(keys, text(number, kNumberWidth, Right), [&](UINT id) {
+    return line(keys, padded(number, kNumberWidth, Right), [&](UINT id) {
         const UDKeyData data = keys.getKeyData(id);
-        return text(heading(id), data.getFormat()->getWidth(), data.getFormat()->getJustify());
+        return padded(heading(id), data.getFormat()->getWidth(), data.getFormat()->getJustify());
     });
-}
-
-CString inWords(const TarvDateString& date, TarvDateString::Language language) {
-    const TarvDateString::Language before = TarvDateString::getLanguage();
-    TarvDateString::setLanguage(language);
-    CString words = std::to_string(date.getDay());
-    words += " " + RWCString(date.getMonthName()) + " " + std::to_string(date.getYear());
-    TarvDateString::setLanguage(before);
-    return words;
 }
 
 }  // namespace
 
-CString dateLine(const TarvDate& date) {
-    return inWords(date, TarvDateString::English) + " / " + inWords(date, TarvDateString::French) +
-           "\n";
-}
-
 CString sectionTable(SectionKeys& keys, const std::vector<Section>& sections) {
-    CString table = headings(keys, "No", [&](UINT id) { return keys.getHeaderStr(id); });
+    CString table = headings(keys, "#", [&](UINT id) { return keys.getHeaderStr(id); });
     table += headings(keys, "", [&](UINT id) { return keys.getUnitsStr(id); });
     int row = 0;
     for (const Section& section : sections) {
@@ -66,4 +54,28 @@ CString sectionTable(SectionKeys& keys, const std::vector<Section>& sections) {
                       [&](UINT id) { return keys.getFormatedString(id, 0); });
     }
     return table;
+}
+
+CString legend(SectionKeys& keys) {
+    constexpr int kTokenWidth = 11;
+    CString lines;
+    for (int more = keys.setFirstSelection(); more; more = keys.setNextSelection()) {
+        const UDKeyData data = keys.getKeyData(keys.getSelectionId());
+        lines += "  " + padded("$" + data.getKeyStr() + "$", kTokenWidth, Left);
+        lines += data.getDescStr();
+        if (!data.getUnitsStr().empty()) lines += ", " + data.getUnitsStr();
+        lines += "\n";
+    }
+    return lines;
+}
+
+CString labels(SectionKeys& keys, const RWCString& text, const std::vector<Section>& sections) {
+    for (const toolbox::TemplateProblem& problem : keys.checkTemplate(text))
+        GMSG::errorMsg(kBadToken, MB_ICONEXCLAMATION, problem.position + 1, problem.word);
+    CString lines;
+    for (const Section& section : sections) {
+        keys.setCurrent(section);
+        lines += "  " + keys.getParseString(text, 1) + "\n";
+    }
+    return lines;
 }

@@ -1,3 +1,4 @@
+// On Windows the texts are resources; elsewhere they are handed to the library as a table.
 #include "section_texts.h"
 
 #if defined(_WIN32)

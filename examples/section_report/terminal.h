@@ -1,9 +1,12 @@
-// Text on the standard output: the library's Windows-1252 becomes UTF-8, and line ends stay '\n' on
-// every system.
+// Printing on standard output and standard error.
 #pragma once
 
 #include <string_view>
 
-/// Call once, before the first print().
+/// Prepares both for what is printed: UTF-8, lines that end with '\n' alone.
 void prepareTerminal();
-void print(std::string_view windows1252);
+/// Texts are in Windows-1252.
+void print(std::string_view text);
+void printError(std::string_view text);
+/// False when some of what was printed on standard output did not arrive: its disk is full, say.
+[[nodiscard]] bool isAllPrinted();

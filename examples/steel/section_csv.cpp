@@ -1,3 +1,4 @@
+// Takes the table line by line; every line that is not a section is reported and left out.
 #include "section_csv.h"
 
 #include <cmath>
@@ -13,6 +14,7 @@
 namespace {
 
 constexpr std::size_t kFields = 1 + kColumns.size();
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 std::string_view trimmed(std::string_view text) {
     constexpr const char* kBlanks = " \t\r";
@@ -48,6 +50,8 @@ class SectionReader {
   public:
     void take(std::string_view line) {
         ++number_;
+        if (number_ == 1 && line.starts_with(kByteOrderMark))
+            line.remove_prefix(kByteOrderMark.size());
         line = trimmed(line);
         if (line.empty() || line.front() == '#') return;
         if (headingSeen_)
@@ -56,14 +60,15 @@ class SectionReader {
             takeHeading(line);
     }
 
-    [[nodiscard]] bool lost() const { return lost_; }
+    /// The heading is not the expected one: the other lines cannot be understood.
+    [[nodiscard]] bool hasWrongHeading() const { return hasWrongHeading_; }
     [[nodiscard]] std::vector<Section> result() && { return std::move(sections_); }
 
   private:
     void takeHeading(std::string_view line) {
         headingSeen_ = true;
-        lost_ = line != heading();
-        if (lost_) GMSG::errorMsg(kBadHeading, MB_ICONSTOP, number_, heading());
+        hasWrongHeading_ = line != heading();
+        if (hasWrongHeading_) GMSG::errorMsg(kBadHeading, MB_ICONSTOP, number_, heading());
     }
 
     void takeSection(const std::vector<CString>& fields) {
@@ -92,7 +97,7 @@ class SectionReader {
 
     int number_ = 0;
     bool headingSeen_ = false;
-    bool lost_ = false;
+    bool hasWrongHeading_ = false;
     std::vector<Section> sections_;
     std::map<std::string, int> lineOf_;  // by designation
 };
@@ -102,12 +107,17 @@ class SectionReader {
 std::vector<Section> readSections(const char* fileName) {
     std::ifstream file(fileName, std::ios::binary);
     std::vector<Section> sections = readSections(file);
-    if (!file.is_open() || file.bad()) GMSG::errorMsg(kCannotBeRead, MB_ICONSTOP, fileName);
+    if (!file.is_open() || file.bad()) {
+        GMSG::errorMsg(kCannotBeRead, MB_ICONSTOP, fileName);
+        return {};
+    }
+    if (sections.empty()) GMSG::errorMsg(kNoSections, MB_ICONSTOP, fileName);
     return sections;
 }
 
 std::vector<Section> readSections(std::istream& table) {
     SectionReader reader;
-    for (std::string line; !reader.lost() && std::getline(table, line);) reader.take(line);
+    for (std::string line; !reader.hasWrongHeading() && std::getline(table, line);)
+        reader.take(line);
     return std::move(reader).result();
 }

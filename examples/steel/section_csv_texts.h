@@ -8,4 +8,5 @@ enum SectionCsvText : unsigned short {
     kBadDesignation,
     kBadValue,
     kTwice,
+    kNoSections = 2015,  ///< the table's name
 };

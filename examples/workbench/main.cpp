@@ -13,11 +13,11 @@
 #include <optional>
 #include <string>
 
-#include "resource.h"
-#include "tracing.h"
-#include "workbench.h"
-#include "workbench_frame.h"
-#include "workbench_texts.h"
+#include "frame/tracing.h"
+#include "frame/workbench.h"
+#include "frame/workbench_frame.h"
+#include "resources/resource.h"
+#include "resources/workbench_texts.h"
 
 namespace {
 

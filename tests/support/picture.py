@@ -1,21 +1,13 @@
 #!/usr/bin/env python3
-"""Pictures of the screen: reads bitmap files of 24 bits a pixel, looks at their regions, writes PNG
-files without loss. As a program:  picture.py FOLDER FILE.bmp...  puts a PNG of each into the folder.
-
-    picture = Picture.read("screen.bmp")
-    table = picture.part(10, 40, 300, 200)     # left, top, width, height
-    table.share_of(is_dark)                    # how much of it is ink
-    table.write_png("table.png")
+"""Pictures of the screen: reads bitmap files of 24 bits per pixel, tells how much is drawn in them,
+writes PNG files without loss. As a program:  picture.py FOLDER FILE.bmp...  puts a PNG of each into
+the folder.
 """
 import pathlib
 import struct
 import sys
 import zlib
 from collections import Counter
-
-
-def is_dark(color):
-    return sum(color) < 3 * 100
 
 
 class Picture:
@@ -41,37 +33,13 @@ class Picture:
             rows.append(list(zip(line[2::3], line[1::3], line[0::3])))
         return cls(rows)
 
-    def part(self, left, top, width, height):
-        left, top = max(left, 0), max(top, 0)
-        return Picture([row[left:left + width] for row in self.rows[top:top + height]])
-
     def colors(self):
         return Counter(color for row in self.rows for color in row)
 
-    def share_of(self, wanted):
-        """The part of the pixels whose colour is wanted, from 0 to 1."""
-        pixels = self.width * self.height
-        return sum(count for color, count in self.colors().items() if wanted(color)) / max(pixels, 1)
-
-    def background(self):
-        return self.colors().most_common(1)[0][0]
-
     def ink(self):
-        """The part of the pixels that are not the background's."""
-        background = self.background()
-        return self.share_of(lambda color: color != background)
-
-    def longest_line(self):
-        """The longest horizontal line of one colour that is not the background's, in pixels."""
-        background = self.background()
-        longest = 0
-        for row in self.rows:
-            run, before = 0, background
-            for color in row:
-                run = (run + 1 if color == before else 1) if color != background else 0
-                before = color
-                longest = max(longest, run)
-        return longest
+        """The part of the pixels that do not have the most common colour, from 0 to 1."""
+        colors = self.colors()
+        return 1 - colors.most_common(1)[0][1] / colors.total()
 
     def write_png(self, name):
         colors = self.colors()

@@ -1,5 +1,5 @@
 // What the formulas compute, held to the closed forms of handbooks and to a fine sum over the beam.
-#include "beam_results.h"
+#include "project/beam_results.h"
 
 #include <gtest/gtest.h>
 
@@ -76,7 +76,7 @@ TEST(BeamComputer, AgreesWithASumOverTheBeam) {
 
 TEST(BeamComputer, FindsTheLargestMomentBetweenLoads) {
     // By hand, own weight taken out: the left reaction is 30 + 20 * 5 / 6 = 140 / 3 kN, the shear
-    // force behind the load at 1 m is 50 / 3 kN and vanishes 5 / 3 m further on.
+    // force after the load at 1 m is 50 / 3 kN and vanishes 5 / 3 m further on.
     BeamComputer computer;
     const Section section = ipe300();
     const BeamResults results =

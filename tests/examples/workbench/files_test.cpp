@@ -5,10 +5,10 @@
 #include <fstream>
 #include <string>
 
-#include "full_path.h"
 #include "open_workbench.h"
 #include "project_store.h"
-#include "resource.h"
+#include "resources/resource.h"
+#include "settings/full_path.h"
 #include "support/window_kit.h"
 
 using namespace toolbox::testing;
@@ -90,6 +90,20 @@ TEST_F(Files, AreOpenInOneDocumentWhateverTheirNameIs) {
     SetCurrentDirectoryA(before);
 }
 
+TEST_F(Files, OpenWhatIsLeftAsANewProject) {
+    std::string content = bytes();
+    content[content.find("P2")] ^= 1;
+    workbench.folder().write("plan.tbf", content);
+    DialogScript script;
+    script.run([](HWND box) { PostMessageA(box, WM_COMMAND, IDYES, 0); });
+    ASSERT_TRUE(open(file));
+    EXPECT_TRUE(workbench.document().fileName().empty());
+    EXPECT_EQ(workbench.document().title(), "plan.tbf (recovered)*");
+    EXPECT_EQ(workbench.document().project().beams().size(), 2u);
+    EXPECT_EQ(workbench.document().project().labels().size(), 1u);
+    EXPECT_EQ(bytes(), content);
+}
+
 TEST_F(Files, TellWhatIsLeftOfThem) {
     const std::string whole = bytes();
     constexpr std::size_t kCounts = 160, kIndex = 5 * 8 + 148;
@@ -102,17 +116,13 @@ TEST_F(Files, TellWhatIsLeftOfThem) {
     content.replace(kCounts, 4, 4, '\0');
     content.resize(whole.size() - kIndex);
     expectDamage(content,
-                 "plan.tbf: damaged file, 4 items can be read. It no longer says how many there "
-                 "were.\n\nOpen what can be read, as a new project?");
+                 "plan.tbf: damaged file, 4 items can be read. Their original number is "
+                 "unknown.\n\nOpen what can be read, as a new project?");
     content = whole;
     for (std::size_t i = kCounts + 160; i < whole.size() - kIndex; ++i) content[i] = 'x';
-    expectDamage(content, "plan.tbf: damaged file, 0 of 4 items can be read.");
-    GMSG::language = GMSG::French;
-    expectDamage(content, "plan.tbf : fichier endommag\351, 0 \351l\351ments lisibles sur 4.");
-    ASSERT_EQ(saveProject({}, file.c_str(), TarvDate(2026, 8, 14), {}), 0);
-    content = bytes();
-    content[kCounts + 136] ^= 1;
-    expectDamage(content, "plan.tbf : fichier endommag\351, rien n'y est lisible.");
+    expectDamage(content,
+                 "plan.tbf: damaged; no item can be read. The file is unchanged. Try tbfile "
+                 "recover.");
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "resource.h"
+#include "resources/resource.h"
 #include "support/window_kit.h"
 
 using namespace toolbox::testing;

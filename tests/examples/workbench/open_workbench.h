@@ -3,9 +3,9 @@
 
 #include <functional>
 
+#include "frame/workbench.h"
+#include "frame/workbench_frame.h"
 #include "support/temp_folder.h"
-#include "workbench.h"
-#include "workbench_frame.h"
 
 class OpenWorkbench {
   public:

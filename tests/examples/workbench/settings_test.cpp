@@ -1,5 +1,5 @@
 // Where the program keeps its settings.
-#include "settings.h"
+#include "settings/settings.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <string>
 
-#include "full_path.h"
+#include "settings/full_path.h"
 #include "support/temp_folder.h"
 
 namespace {

@@ -1,16 +1,16 @@
 // The result table and the list of keys, with real input.
-#include "table_view.h"
+#include "table/table_view.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
-#include "dialogs.h"
-#include "drawing_view.h"
+#include "dialogs/dialogs.h"
+#include "drawing/drawing_view.h"
 #include "format_dialogs.h"
 #include "open_workbench.h"
-#include "resource.h"
+#include "resources/resource.h"
 #include "support/window_kit.h"
 #include "toolbox/platform.h"
 

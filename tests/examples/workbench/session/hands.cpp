@@ -1,3 +1,4 @@
+// After each act the hand waits until the system has it, and rests where a program moves the mouse.
 #include "hands.h"
 
 #include <algorithm>
@@ -94,11 +95,6 @@ void doubleClick(POINT place) {
     send({mouse(MOUSEEVENTF_LEFTDOWN), mouse(MOUSEEVENTF_LEFTUP)});
 }
 
-void rightClick(POINT place) {
-    moveTo(place);
-    send({mouse(MOUSEEVENTF_RIGHTDOWN), mouse(MOUSEEVENTF_RIGHTUP)});
-}
-
 void drag(POINT from, POINT to) {
     constexpr LONG kStep = 6;  // pixels
     moveTo(from);
@@ -110,10 +106,6 @@ void drag(POINT from, POINT to) {
     moveTo(to);
     rest();
     send({mouse(MOUSEEVENTF_LEFTUP)});
-}
-
-void click(HWND window) {
-    click(middleOf(areaOf(window)));
 }
 
 void press(WORD code, std::initializer_list<WORD> held) {

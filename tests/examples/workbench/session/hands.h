@@ -12,10 +12,8 @@ namespace session {
 void moveTo(POINT place);
 void click(POINT place);
 void doubleClick(POINT place);
-void rightClick(POINT place);
 /// Goes to one place, presses the button, goes to the other in small steps, lets go.
 void drag(POINT from, POINT to);
-void click(HWND window);
 
 /// Presses and releases a key while others (VK_CONTROL...) are held.
 void press(WORD key, std::initializer_list<WORD> held = {});

@@ -1,9 +1,7 @@
+// Messages to another program have a time limit: one that computes does not answer.
 #include "other_windows.h"
 
-#include <commctrl.h>
-
 #include <algorithm>
-#include <memory>
 #include <sstream>
 
 namespace session {
@@ -159,31 +157,9 @@ HWND Program::focus() const {
     return state ? state->hwndFocus : nullptr;
 }
 
-HWND Program::capture() const {
-    const auto state = inputState();
-    return state ? state->hwndCapture : nullptr;
-}
-
 bool Program::isInMenu() const {
     const auto state = inputState();
     return state && (state->flags & GUI_INMENUMODE);
-}
-
-RECT Program::headerItem(HWND header, std::size_t index) const {
-    // The control writes its answer into the memory of its own process.
-    const auto release = [this](void* memory) {
-        VirtualFreeEx(process_.hProcess, memory, 0, MEM_RELEASE);
-    };
-    const std::unique_ptr<void, decltype(release)> there(
-        VirtualAllocEx(process_.hProcess, nullptr, sizeof(RECT), MEM_COMMIT, PAGE_READWRITE),
-        release);
-    RECT area{};
-    if (!there ||
-        !SendMessageW(header, HDM_GETITEMRECT, index, reinterpret_cast<LPARAM>(there.get())) ||
-        !ReadProcessMemory(process_.hProcess, there.get(), &area, sizeof area, nullptr))
-        throw Failure("the header has no item " + std::to_string(index));
-    MapWindowPoints(header, nullptr, reinterpret_cast<POINT*>(&area), 2);
-    return area;
 }
 
 bool Program::isRunning() const {

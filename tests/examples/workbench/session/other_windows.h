@@ -78,14 +78,9 @@ class Program {
     /// Waits until a window is gone.
     void waitUntilGone(const std::string& what, HWND window) const;
 
-    /// The window that gets the keys, and the one that holds the mouse; null while it is not this
-    /// program.
+    /// The window that gets the keys; null while it is not one of this program.
     [[nodiscard]] HWND focus() const;
-    [[nodiscard]] HWND capture() const;
     [[nodiscard]] bool isInMenu() const;
-
-    /// Where an item of a list's header is, on the screen.
-    [[nodiscard]] RECT headerItem(HWND header, std::size_t index) const;
 
     [[nodiscard]] bool isRunning() const;
     /// Waits for its end.

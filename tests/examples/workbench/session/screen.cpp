@@ -1,49 +1,14 @@
+// Pictures are written as bitmap files of 24 bits per pixel, the lowest row first.
 #include "screen.h"
 
-#include <cstdint>
 #include <filesystem>
 #include <fstream>
-#include <memory>
-#include <type_traits>
 #include <vector>
 
 #include "other_windows.h"
 
 namespace session {
 namespace {
-
-template <auto Close>
-struct Closer {
-    template <class Handle>
-    void operator()(Handle handle) const {
-        Close(handle);
-    }
-};
-using MemoryDc = std::unique_ptr<std::remove_pointer_t<HDC>, Closer<DeleteDC>>;
-using Bitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, Closer<DeleteObject>>;
-
-class ScreenDc {
-  public:
-    ScreenDc() : dc_(GetDC(nullptr)) {}
-    ~ScreenDc() { ReleaseDC(nullptr, dc_); }
-    ScreenDc(const ScreenDc&) = delete;
-    ScreenDc& operator=(const ScreenDc&) = delete;
-    operator HDC() const { return dc_; }
-
-  private:
-    HDC dc_;
-};
-
-BITMAPINFOHEADER headerFor(LONG width, LONG height) {
-    BITMAPINFOHEADER header{};
-    header.biSize = sizeof header;
-    header.biWidth = width;
-    header.biHeight = height;
-    header.biPlanes = 1;
-    header.biBitCount = 24;
-    header.biSizeImage = static_cast<DWORD>((width * 3 + 3) / 4 * 4 * height);
-    return header;
-}
 
 /// Other programs hold the clipboard for moments.
 class OpenedClipboard {
@@ -56,35 +21,46 @@ class OpenedClipboard {
     OpenedClipboard& operator=(const OpenedClipboard&) = delete;
 };
 
+template <class Record>
+void write(std::ostream& out, const Record& record) {
+    out.write(reinterpret_cast<const char*>(&record), sizeof record);
+}
+
 }  // namespace
 
 void savePicture(const RECT& area, const std::string& file) {
-    const LONG width = area.right - area.left;
-    const LONG height = area.bottom - area.top;
-    const ScreenDc screen;
-    const MemoryDc memory(CreateCompatibleDC(screen));
-    const Bitmap bitmap(CreateCompatibleBitmap(screen, width, height));
-    const HGDIOBJ before = SelectObject(memory.get(), bitmap.get());
-    const BOOL copied =
-        BitBlt(memory.get(), 0, 0, width, height, screen, area.left, area.top, SRCCOPY);
-    SelectObject(memory.get(), before);
-
     BITMAPINFO info{};
-    info.bmiHeader = headerFor(width, height);
-    std::vector<char> pixels(info.bmiHeader.biSizeImage);
-    if (!copied || !GetDIBits(memory.get(), bitmap.get(), 0, static_cast<UINT>(height),
-                              pixels.data(), &info, DIB_RGB_COLORS))
-        throw Failure("the screen cannot be read");
+    info.bmiHeader.biSize = sizeof info.bmiHeader;
+    info.bmiHeader.biWidth = area.right - area.left;
+    info.bmiHeader.biHeight = area.bottom - area.top;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 24;
+    const LONG stride = (info.bmiHeader.biWidth * 3 + 3) / 4 * 4;
+    std::vector<char> pixels(static_cast<std::size_t>(stride * info.bmiHeader.biHeight));
+
+    const HDC screen = GetDC(nullptr);
+    const HDC memory = CreateCompatibleDC(screen);
+    const HBITMAP bitmap =
+        CreateCompatibleBitmap(screen, info.bmiHeader.biWidth, info.bmiHeader.biHeight);
+    const HGDIOBJ before = SelectObject(memory, bitmap);
+    bool isRead = BitBlt(memory, 0, 0, info.bmiHeader.biWidth, info.bmiHeader.biHeight, screen,
+                         area.left, area.top, SRCCOPY) != FALSE;
+    SelectObject(memory, before);
+    isRead = isRead && GetDIBits(memory, bitmap, 0, static_cast<UINT>(info.bmiHeader.biHeight),
+                                 pixels.data(), &info, DIB_RGB_COLORS) != 0;
+    DeleteObject(bitmap);
+    DeleteDC(memory);
+    ReleaseDC(nullptr, screen);
 
     BITMAPFILEHEADER start{};
     start.bfType = 0x4D42;
     start.bfOffBits = sizeof start + sizeof info.bmiHeader;
-    start.bfSize = start.bfOffBits + info.bmiHeader.biSizeImage;
+    start.bfSize = start.bfOffBits + static_cast<DWORD>(pixels.size());
     std::ofstream out(std::filesystem::path(wide(file)), std::ios::binary);
-    out.write(reinterpret_cast<const char*>(&start), sizeof start);
-    out.write(reinterpret_cast<const char*>(&info.bmiHeader), sizeof info.bmiHeader);
+    write(out, start);
+    write(out, info.bmiHeader);
     out.write(pixels.data(), static_cast<std::streamsize>(pixels.size()));
-    if (!out.flush()) throw Failure("cannot be written: " + file);
+    if (!isRead || !out.flush()) throw Failure("no picture of the screen: " + file);
 }
 
 RECT wholeScreen() {

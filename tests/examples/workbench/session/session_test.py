@@ -12,21 +12,15 @@ import unittest
 sys.dont_write_bytecode = True
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[3] / "support"))
 from beam_project import Project
-from block_file import BadFile
-from picture import Picture, is_dark
+from picture import Picture
 
 parser = argparse.ArgumentParser()
 for name in ("emulator", "driver", "workbench", "folder"):
     parser.add_argument("--" + name, default="")
-parser.add_argument("--patient", action="store_true")
 options = parser.parse_args()
 FOLDER = pathlib.Path(options.folder)
 LOG = FOLDER.parent / "session.txt"
 FIRST_FAILURE = FOLDER.with_name(FOLDER.name + "-first-failure")
-
-
-def is_colored(color):
-    return max(color) - min(color) > 30
 
 
 class Session(unittest.TestCase):
@@ -57,9 +51,8 @@ class Session(unittest.TestCase):
 
     @staticmethod
     def drive():
-        patience = ["--patient"] if options.patient else []
-        command = [part for part in (options.emulator, options.driver, *patience,
-                                     options.workbench, FOLDER) if part]
+        command = [part for part in (options.emulator, options.driver, options.workbench, FOLDER)
+                   if part]
         FOLDER.parent.mkdir(parents=True, exist_ok=True)
         # Not a pipe: Wine's services, started with the first program, would keep it open.
         with open(LOG, "wb") as output:
@@ -72,10 +65,8 @@ class Session(unittest.TestCase):
 
     def test_the_file_has_what_was_drawn(self):
         project = Project.read(FOLDER / "journ\u00e9e.tbf")
-        beam, other = project.beams
+        beam, = project.beams
         self.assertEqual(("Trav\u00e9e 1", "IPE 220"), (beam.name, beam.section))
-        self.assertEqual([], other.loads)
-        self.assertEqual(beam.y, other.y)
         self.assertGreater(beam.span, 1)
         self.assertGreater(beam.uniform, 0)
         (position, force), = beam.loads
@@ -86,12 +77,6 @@ class Session(unittest.TestCase):
         self.assertEqual((beam.id, "$NAME$ : fl\u00e8che $F$ mm"), (label.beam, label.text))
         self.assertLess(label.y, beam.y)
 
-    def test_the_damaged_file_stayed_as_it_was(self):
-        with self.assertRaises(BadFile):
-            Project.read(FOLDER / "damaged.tbf")
-        saved = (FOLDER / "saved.tbf").read_bytes()
-        self.assertEqual(saved[:-300], (FOLDER / "damaged.tbf").read_bytes())
-
     def test_the_settings_have_what_was_changed(self):
         settings = configparser.ConfigParser(interpolation=None, strict=False)
         settings.optionxform = str
@@ -101,35 +86,11 @@ class Session(unittest.TestCase):
         self.assertEqual((60, 42), (frame["Left"], frame["Top"]))
         self.assertIn("F", settings["Table"]["Columns"].split())
 
-    def test_the_pictures_show_what_was_drawn(self):
-        lines = (FOLDER / "pictures.txt").read_text("utf-8").splitlines()
-        self.assertTrue(lines)
-        for line in lines:
-            name, what, *area = line.split()
-            with self.subTest(line):
-                part = Picture.read(FOLDER / f"{name}.bmp").part(*map(int, area))
-                self.check(what, part)
-
-    def check(self, what, part):
-        """Something that was not drawn leaves white paper with pale grey lines behind."""
-        painted = part.share_of(is_colored)
-        if what == "paper":
-            self.assertEqual(0, painted)
-            self.assertLess(part.ink(), 0.3)
-        elif what == "beam":
-            self.assertGreater(painted, 0.8)
-        elif what == "uniform":
-            self.assertEqual(0, part.share_of(lambda color: color == (255, 255, 255)))
-            self.assertGreater(painted, 0.01)
-        elif what == "empty":
-            self.assertEqual(0, part.share_of(is_dark))
-        elif what == "arrow":
-            # A shaft of two pixels from top to bottom.
-            self.assertTrue(all(any(map(is_colored, row)) for row in part.rows))
-            self.assertLess(painted, 0.5)
-        else:
-            self.assertGreater(part.ink(), 0.04)
-            self.assertLess(part.ink(), 0.6)
+    def test_the_pictures_show_something(self):
+        pictures = {path.stem: Picture.read(path) for path in FOLDER.glob("*.bmp")}
+        self.assertEqual({"beam", "english", "format", "keys", "label", "workbench"}, set(pictures))
+        for name, picture in pictures.items():
+            self.assertGreater(picture.ink(), 0.04, name)
 
 
 if __name__ == "__main__":

@@ -1,3 +1,4 @@
+// What has no effect is done again after a while, as a user would.
 #include "workbench_window.h"
 
 #include <commctrl.h>
@@ -40,20 +41,10 @@ std::size_t CopiedTable::column(const std::string& header) const {
     throw Failure("the table has no column " + header);
 }
 
-const std::string& CopiedTable::cell(std::size_t row, const std::string& header) const {
+const std::string& CopiedTable::cell(const std::string& header) const {
     const std::size_t index = column(header);
-    if (row >= lines.size() || index >= lines[row].size())
-        throw Failure("the table has no row " + std::to_string(row));
-    return lines[row][index];
-}
-
-std::string CopiedTable::text() const {
-    std::string text;
-    for (const auto& line : lines) {
-        for (const std::string& cell : line) text += cell + " | ";
-        text += '\n';
-    }
-    return text;
+    if (lines.size() < 2 || index >= lines[1].size()) throw Failure("the table has no row");
+    return lines[1][index];
 }
 
 WorkbenchWindow::WorkbenchWindow(const std::string& program, const std::string& settings,
@@ -82,7 +73,7 @@ void WorkbenchWindow::waitUntilReady() const {
     waitFor("the frame to take the keys", [&] {
         if (isSoon(isReady, kAWhile) || !IsWindow(frame_)) return true;
         // A window manager gives the keys to what has just appeared, the palette say.
-        if (IsWindowEnabled(frame_)) click(pane_);
+        if (IsWindowEnabled(frame_)) click(middleOf(areaOf(pane_)));
         return false;
     });
 }
@@ -172,16 +163,24 @@ CopiedTable WorkbenchWindow::copyTable(HWND list) const {
     return table;
 }
 
-RECT WorkbenchWindow::headerItem(HWND table, std::size_t column) const {
+RECT WorkbenchWindow::headerItem(HWND table, std::size_t column) {
     const auto children = childrenOf(table);
     const auto header = std::ranges::find(children, "SysHeader32", classOf);
     if (header == children.end()) throw Failure("the table has no header");
-    return program_.headerItem(*header, column);
+    // Columns stand in their order; a list tells their widths across processes, unlike their
+    // places.
+    const auto width = [&](std::size_t index) {
+        return static_cast<LONG>(SendMessageW(children.front(), LVM_GETCOLUMNWIDTH, index, 0));
+    };
+    RECT item = clientOf(*header);
+    for (std::size_t i = 0; i < column; ++i) item.left += width(i);
+    item.right = item.left + width(column);
+    return item;
 }
 
 void WorkbenchWindow::answer(HWND dialog, int button) const {
     const std::string title = textOf(dialog);
-    click(control(dialog, button));
+    click(middleOf(areaOf(control(dialog, button))));
     program_.waitUntilGone("\"" + title + '"', dialog);
 }
 

@@ -15,14 +15,10 @@ void say(const std::string& line);
 struct CopiedTable {
     std::vector<std::vector<std::string>> lines;
 
-    /// The column with this header, units behind it not counted, and the cell of a row, from 1, in
+    /// The column with this header, not counting the units after it, and the first row's cell in
     /// it. Both throw when there is none.
     [[nodiscard]] std::size_t column(const std::string& header) const;
-    [[nodiscard]] const std::string& cell(std::size_t row, const std::string& header) const;
-    [[nodiscard]] std::size_t rows() const { return lines.empty() ? 0 : lines.size() - 1; }
-
-    /// For reading.
-    [[nodiscard]] std::string text() const;
+    [[nodiscard]] const std::string& cell(const std::string& header) const;
 
     bool operator==(const CopiedTable&) const = default;
 };
@@ -56,7 +52,7 @@ class WorkbenchWindow {
     /// All of a result table, by the commands for it; its window is in front.
     [[nodiscard]] CopiedTable copyTable(HWND list) const;
     /// The header of a column of a result table, on the screen.
-    [[nodiscard]] RECT headerItem(HWND table, std::size_t column) const;
+    [[nodiscard]] static RECT headerItem(HWND table, std::size_t column);
     /// Answers a message box or dialog by one of its buttons, with the mouse.
     void answer(HWND dialog, int button) const;
     /// Ends the program by Alt and F4; nothing is left to save.

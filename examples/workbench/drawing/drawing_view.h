@@ -1,0 +1,71 @@
+// The drawing of a document: beams, loads and labels, edited with the mouse.
+//
+// The window hands its messages to a dispatch server; the drawing modes and the scrolling are
+// clients of it.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "drawing/drawing_layout.h"
+#include "drawing/drawing_tools.h"
+#include "frame/view.h"
+#include "toolbox/dispatch.h"
+
+class DrawingMode;
+
+void registerDrawingClass(HINSTANCE instance);
+
+class DrawingView : public View {
+  public:
+    /// The window's class.
+    static constexpr const char* kClass = "WorkbenchDrawing";
+
+    explicit DrawingView(Document& document);
+    ~DrawingView() override;
+
+    void documentChanged(unsigned changes) override;
+    [[nodiscard]] unsigned short nameText() const override;
+
+    // For the modes. The document is there as long as messages come.
+
+    [[nodiscard]] Document& shown() const { return *document; }
+    [[nodiscard]] const Project& project() const { return shown().project(); }
+    [[nodiscard]] const DrawingLayout& layout() const { return layout_; }
+    [[nodiscard]] Selection at(Pixel pixel) const;
+    [[nodiscard]] const Beam* beamAt(Pixel pixel) const;
+    [[nodiscard]] bool isMode(int command) const;
+    /// Where a label was drawn; null when it is out of sight.
+    [[nodiscard]] const PixelRect* boxOf(std::uint32_t label) const;
+    /// The section for a new beam: of the selected beam, else of the newest, else a usual one.
+    [[nodiscard]] CString usualSection() const;
+
+    void zoom(double factor, Pixel about);
+    void pan(int dx, int dy);
+    void zoomAll();
+    [[nodiscard]] PixelRect part() const;
+
+  protected:
+    LRESULT handleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+  private:
+    bool take(UINT message, WPARAM wParam, LPARAM lParam);
+    bool command(UINT id);
+    void changeLabel(UINT command);
+    void resized();
+    void showFirst();
+    void repaint() const;
+    void paint();
+    void drawPicture(HDC dc);
+    [[nodiscard]] bool showCursor(LPARAM hit) const;
+    [[nodiscard]] PixelRect client() const;
+
+    DrawingTools tools_;
+    DrawingLayout layout_;
+    std::vector<LabelPlace> labels_;
+    bool isEmpty_;          // no beam was there when the project was looked at last
+    bool isFitted_ = true;  // the user has not looked around yet: the project follows the size
+    DispatchServer server_;
+    std::vector<std::unique_ptr<DrawingMode>> modes_;
+    std::unique_ptr<DispatchClient> scrolling_;
+};

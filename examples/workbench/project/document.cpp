@@ -1,0 +1,325 @@
+// Long jobs (opening, saving, computing) run under a meter; every change ends in tellViews().
+#include "project/document.h"
+
+#include <algorithm>
+#include <functional>
+#include <utility>
+
+#include "date_words.h"
+#include "dialogs/file_dialog.h"
+#include "frame/tracing.h"
+#include "frame/view.h"
+#include "frame/workbench.h"
+#include "project_store.h"
+#include "resources/workbench_texts.h"
+#include "settings/full_path.h"
+#include "toolbox/meter.h"
+
+namespace {
+
+/// Items from which a job is worth a meter.
+constexpr std::size_t kManyItems = 500;
+constexpr std::size_t kItemsBetweenSteps = 100;
+
+CString withoutFolder(const CString& file) {
+    const std::size_t slash = file.view().find_last_of("\\/");
+    return slash == std::string_view::npos ? file : CString(file.view().substr(slash + 1));
+}
+
+/// Hands a quit message on at its end: a meter uses up the one that comes by.
+class QuitKeepingMeter : public TarvMeter {
+  public:
+    explicit QuitKeepingMeter(int cancelEnabled) : canPress_(cancelEnabled != 0) {}
+    ~QuitKeepingMeter() override {
+        if (isToQuit_) PostQuitMessage(0);
+    }
+    QuitKeepingMeter(const QuitKeepingMeter&) = delete;
+    QuitKeepingMeter& operator=(const QuitKeepingMeter&) = delete;
+
+    [[nodiscard]] bool isToQuit() const { return isToQuit_; }
+
+  private:
+    void cancelMeter() const override {
+        // Called for the button as well, which can be pressed once and is disabled by then.
+        if (canPress_ && isMeterCreated() && !isCancelEnabled())
+            canPress_ = false;
+        else
+            isToQuit_ = true;
+    }
+
+    mutable bool canPress_;
+    mutable bool isToQuit_ = false;
+};
+
+/// A meter over a job of many items; over one of few nothing is shown. Meanwhile the program takes
+/// no other input.
+class JobMeter {
+  public:
+    JobMeter(Workbench& workbench, unsigned short caption, const CString& what, int cancelEnabled)
+        : workbench_(workbench),
+          caption_(text(caption)),
+          what_(what),
+          canCancel_(cancelEnabled),
+          meter_(cancelEnabled) {}
+    ~JobMeter() {
+        if (phase_) workbench_.showsMeter(outer_);
+    }
+    JobMeter(const JobMeter&) = delete;
+    JobMeter& operator=(const JobMeter&) = delete;
+
+    /// False when the job was cancelled, or the program is to quit and the job can be cancelled.
+    bool operator()(std::size_t done, std::size_t total) {
+        if (total < kManyItems || done % kItemsBetweenSteps != 0) return true;
+        if (!shown_) show(total);
+        meter_.setMeterString(1, text(kItemsDone, done, total).c_str());
+        // A part of the job is what lies between two steps: the bar is drawn once for each part.
+        meter_.setPartsComplete(static_cast<unsigned>(done / kItemsBetweenSteps));
+        return !meter_.isMeterCancelled() && !(canCancel_ && meter_.isToQuit());
+    }
+
+  private:
+    void show(std::size_t total) {
+        phase_.emplace(workbench_);
+        outer_ = workbench_.showsMeter(&meter_);
+        meter_.setParentWindow(workbench_.frame().getFrame());
+        shown_.emplace(meter_, caption_.c_str(), canCancel_);
+        meter_.setMeterString(0, what_.c_str());
+        meter_.setPartsInJob(static_cast<unsigned>(total / kItemsBetweenSteps));
+    }
+
+    Workbench& workbench_;
+    CString caption_;
+    CString what_;
+    int canCancel_;
+    std::optional<ModalPhase> phase_;
+    QuitKeepingMeter meter_;
+    TarvMeter* outer_ = nullptr;  // shown before, if any
+    std::optional<toolbox::ShownMeter> shown_;
+};
+
+/// True when something is left of a damaged file and the user wants it.
+bool tellDamage(Workbench& workbench, const CString& name, const LoadedProject& loaded) {
+    constexpr unsigned short kQuestion = MB_YESNO | MB_ICONEXCLAMATION;
+    if (loaded.loaded == 0) {
+        workbench.report(kNothingReadable, MB_ICONSTOP, name);
+        return false;
+    }
+    const int answer =
+        loaded.expected > 0
+            ? workbench.report(kOpenRecovered, kQuestion, name, loaded.loaded, loaded.expected)
+            : workbench.report(kOpenUncounted, kQuestion, name, loaded.loaded);
+    return answer == IDYES;
+}
+
+}  // namespace
+
+Document::Document(Workbench& workbench) : views(this, &View::document), workbench_(workbench) {
+    static int projects = 0;
+    untitled_ = text(kUntitled, ++projects);
+}
+
+Document::~Document() = default;
+
+const Section* Document::sectionOf(const Beam& beam) const {
+    return workbench_.section(beam.section);
+}
+
+std::size_t Document::indexOf(std::uint32_t beam) const {
+    const auto place = std::ranges::lower_bound(project_.beams(), beam, {}, &Beam::id);
+    return static_cast<std::size_t>(place - project_.beams().begin());
+}
+
+const BeamResults* Document::results(std::size_t index) const {
+    TVASSERT(results_.size() == project_.beams().size());
+    return index < results_.size() && results_[index] ? &*results_[index] : nullptr;
+}
+
+bool Document::setCurrentKeys(std::size_t index) {
+    static const Section none;
+    static const BeamResults nothing;
+    if (index >= project_.beams().size()) return false;
+    const Beam& beam = project_.beams()[index];
+    const Section* const section = sectionOf(beam);
+    const BeamResults* const found = results(index);
+    workbench_.keys().setCurrent(beam, section ? *section : none, found ? *found : nothing);
+    return found != nullptr;
+}
+
+CString Document::textOf(const Label& label) {
+    if (!setCurrentKeys(indexOf(label.beam))) return label.text;
+    return workbench_.keys().expanded(label.text);
+}
+
+void Document::select(const Selection& selection) {
+    if (selection == selection_) return;
+    selection_ = selection;
+    tellViews(Selected);
+}
+
+void Document::tellViews(unsigned changes) {
+    for (int i = 0; i < views.getCount(); ++i) {
+        views[i]->showTitle();
+        views[i]->documentChanged(changes);
+    }
+    workbench_.refreshCommands();
+}
+
+void Document::changed() {
+    modified_ = true;
+    discarded_ = false;
+    tellViews(Content);
+}
+
+void Document::computeAt(std::size_t index) {
+    const Beam& beam = project_.beams()[index];
+    const Section* const section = sectionOf(beam);
+    results_[index].reset();
+    if (section) results_[index] = computer_.compute(beam, *section);
+}
+
+std::uint32_t Document::put(Beam beam) {
+    const std::size_t before = project_.beams().size();
+    const std::uint32_t id = project_.put(std::move(beam));
+    if (id == 0) return 0;
+    const std::size_t index = indexOf(id);
+    if (project_.beams().size() > before)
+        results_.insert(results_.begin() + static_cast<std::ptrdiff_t>(index), std::nullopt);
+    computeAt(index);
+    const std::size_t loads = project_.beams()[index].loads.size();
+    if (selection_.kind == Selection::OneLoad && selection_.id == id && selection_.load >= loads)
+        selection_ = {Selection::OneBeam, id};
+    changed();
+    return id;
+}
+
+std::uint32_t Document::put(Label label) {
+    const std::uint32_t id = project_.put(std::move(label));
+    if (id != 0) changed();
+    return id;
+}
+
+bool Document::removeSelected() {
+    const Selection removed = std::exchange(selection_, Selection());
+    switch (removed.kind) {
+        case Selection::Nothing:
+            return false;
+        case Selection::OneBeam:
+            results_.erase(results_.begin() + static_cast<std::ptrdiff_t>(indexOf(removed.id)));
+            project_.removeBeam(removed.id);
+            break;
+        case Selection::OneLabel:
+            project_.removeLabel(removed.id);
+            break;
+        case Selection::OneLoad:
+            Beam beam = *project_.beam(removed.id);
+            beam.loads.erase(beam.loads.begin() + static_cast<std::ptrdiff_t>(removed.load));
+            project_.put(std::move(beam));
+            computeAt(indexOf(removed.id));
+            break;
+    }
+    changed();
+    tellViews(Selected);
+    return true;
+}
+
+bool Document::recompute() {
+    const std::size_t count = project_.beams().size();
+    results_.assign(count, std::nullopt);
+    std::size_t done = 0;
+    {
+        JobMeter meter(workbench_, kComputing, title(), 1);
+        for (; done < count && meter(done, count); ++done) computeAt(done);
+    }
+    CTvTrace::Trace(TraceComputing, "computed %u of %u beams", static_cast<unsigned>(done),
+                    static_cast<unsigned>(count));
+    tellViews(Content);
+    workbench_.showHint(text(kItemsDone, done, count));
+    return done == count;
+}
+
+void Document::setProject(Project project) {
+    project_ = std::move(project);
+    selection_ = {};
+    recompute();
+}
+
+bool Document::open(const CString& file) {
+    LoadedProject loaded;
+    {
+        JobMeter meter(workbench_, kOpening, withoutFolder(file), 0);
+        loaded = loadProject(file.c_str(), std::ref(meter));
+    }
+    const auto fault = static_cast<unsigned short>(int{loaded.error});
+    CTvTrace::Trace(TraceFiles, "opened %s: %d, %u items", file.c_str(), int{fault},
+                    static_cast<unsigned>(loaded.loaded));
+    if (fault == kDamaged) {
+        if (!tellDamage(workbench_, withoutFolder(file), loaded)) return false;
+        // What can be recovered becomes a project without a file: the damaged one stays as it is.
+        modified_ = true;
+        untitled_ = text(kRecovered, withoutFolder(file));
+    } else if (fault != 0) {
+        workbench_.report(fault, MB_ICONSTOP, withoutFolder(file));
+        return false;
+    } else {
+        file_ = file;
+    }
+    created_ = loaded.created;
+    setProject(std::move(loaded.project));
+    workbench_.showHint(text(kCreatedOn, dateInWords(created_)));
+    return true;
+}
+
+bool Document::saveTo(const CString& file) {
+    ErrObj error;
+    {
+        JobMeter meter(workbench_, kSaving, withoutFolder(file), 0);
+        error = saveProject(project_, file.c_str(), created_, std::ref(meter));
+    }
+    if (error != 0) {
+        workbench_.report(static_cast<unsigned short>(int{error}), MB_ICONSTOP,
+                          withoutFolder(file));
+        return false;
+    }
+    file_ = file;
+    modified_ = false;
+    workbench_.noteRecent(file);
+    tellViews(Selected);  // the titles have the name
+    return true;
+}
+
+bool Document::save() {
+    return file_.empty() ? saveAs() : saveTo(file_);
+}
+
+bool Document::saveAs() {
+    const CString file = askForFile(workbench_, file_, true);
+    return !file.empty() && saveAs(file);
+}
+
+bool Document::saveAs(const CString& file) {
+    const CString fullName = fullPath(file);
+    const Document* const has = workbench_.documentOf(fullName);
+    if (!has || has == this) return saveTo(fullName);
+    workbench_.report(kOpenElsewhere, MB_ICONEXCLAMATION, withoutFolder(fullName));
+    return false;
+}
+
+bool Document::mayClose() {
+    if (!modified_ || discarded_) return true;
+    const CString question = text(kSaveFirst, file_.empty() ? untitled_ : withoutFolder(file_));
+    switch (workbench_.showBox(question, MB_YESNOCANCEL | MB_ICONQUESTION)) {
+        case IDYES:
+            return save();
+        case IDNO:
+            discarded_ = true;
+            return true;
+        default:
+            return false;
+    }
+}
+
+CString Document::title() const {
+    CString title = file_.empty() ? untitled_ : withoutFolder(file_);
+    if (modified_) title += "*";
+    return title;
+}

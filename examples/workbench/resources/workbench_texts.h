@@ -1,0 +1,46 @@
+// Numbers of the texts in workbench_texts.inc.
+#pragma once
+
+enum WorkbenchText : unsigned short {
+    kFirstKeyDescription = 3000,  ///< of the keys, in the order of their identifiers
+    kFirstKeyHeader = 3020,       ///< in the same order; only those that are words
+    // From 3100 on: the codes of project_store.h.
+    kOpenRecovered = 3110,
+    kSaveFirst,
+    kUntitled,
+    kRecovered,
+    kFileFilter,
+    kOpening,
+    kSaving,
+    kComputing,
+    kItemsDone,
+    kKeyNotSaved,
+    kProgram = 3120,
+    kNextStart,
+    kWelcome,
+    kTableName,
+    kDrawingName,
+    kCreatedOn,
+    kFirstModeHint = 3130,  ///< in the order of the modes' commands
+    kNewLabel = 3140,
+    kOpenUncounted = 3150,
+    kNothingReadable,
+    kOpenElsewhere,
+    kSettingsNotKept,  ///< their file
+    kBeamHint = 3300,
+    kPointLoadHint,
+    kUniformLoadHint,
+    kPlaceHint,
+    kLabelHint,
+    kPressOnBeam,
+    kDragTheArrow,
+    kNoBeamUnder,
+    kSpanRefused = 3320,
+    kTooManyLoads,
+    kNoBeamForLabel,
+    kBeamRefused,
+    kLabelRefused,
+};
+
+/// Makes the texts known where they are no resources of the program; on Windows they are.
+void registerWorkbenchTexts();

@@ -1,4 +1,4 @@
-// tbfile: inspects, verifies and rescues block files.
+// tbfile: inspects, verifies and recovers block files.
 #include <new>
 
 #include "commands/commands.h"

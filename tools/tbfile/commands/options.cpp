@@ -62,6 +62,7 @@ class Declared {
                                         {"Options", Text::helpOptions},
                                         {"REQUIRED", Text::helpRequired}})
             labels->label(key, say(text));
+        app_.option_defaults()->group(say(Text::helpOptionGroup));
         app_.set_help_flag("-h,--help", say(Text::helpHelp));
         app_.set_version_flag("--version", std::string("tbfile ") + toolbox::versionText(),
                               say(Text::helpVersion));

@@ -1,9 +1,9 @@
-// tbfile: inspects, verifies and rescues block files.
+// tbfile: inspects, verifies and recovers block files.
 #include <new>
 
-#include "commands.h"
-#include "failure.h"
-#include "terminal.h"
+#include "commands/commands.h"
+#include "terminal/failure.h"
+#include "terminal/terminal.h"
 
 namespace {
 
@@ -52,6 +52,6 @@ int main(int count, char** given) {
     } catch (const std::bad_alloc&) {
         return complain(tbfile::say(tbfile::Text::noMemory));
     } catch (const std::exception& error) {
-        return complain(error.what());
+        return complain(tbfile::say(tbfile::Text::unexpected, {error.what()}));
     }
 }

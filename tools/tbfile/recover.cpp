@@ -177,7 +177,7 @@ void summarize(const Options& options, const Rescue& rescue, const Writer& write
 int recover(const Options& options) {
     checkTarget(options.output, options.input, options.force);
     OpenFile open(options.input);
-    OutputFile output(options.output, options.force, open.watch());
+    OutputFile output(options.output, open.file.access(), options.force, open.watch());
     Writer writer(output, open.map.index ? open.map.index->entries.size() : 0);
     Rescue rescue(options, open, writer);
     Walk(open.window, open.probe, open.map, rescue).run();
@@ -194,7 +194,7 @@ int repack(const Options& options) {
     checkTarget(options.output, options.input, options.force);
     OpenFile open(options.input);
     const Entries entries = open.entries();
-    OutputFile output(options.output, options.force, open.watch());
+    OutputFile output(options.output, open.file.access(), options.force, open.watch());
     Writer writer(output, entries.firsts.size());
     for (const BlocItem& entry : entries.firsts)
         writer.add(open.file, open.probe, open.map.shape, open.block(entry), true);

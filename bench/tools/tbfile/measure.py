@@ -53,6 +53,7 @@ def main():
     for length, size in FILES:
         count = make(name, length, size)
         ways = {"cat": ["cat", name], "ls": [program, "ls", name],
+                "ls --json": [program, "ls", "--json", name],
                 "ls --sort length": [program, "ls", "--sort", "length", name],
                 "verify": [program, "verify", name],
                 "verify --quick": [program, "verify", "--quick", name],

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "files.h"
+#include "system/files.h"
 
 namespace tbfile {
 
@@ -13,12 +13,15 @@ namespace tbfile {
 /// after everything that can be checked was; files of other names stay. Without finish() nothing
 /// changes.
 ///
+/// The folder is for its owner alone while it is filled, and gets the access given when it is
+/// whole, each file as OutputFile does.
+///
 /// The file that is made last is the one that tells of the others. It is put in place last and the
 /// one that it replaces goes first, so that it never stands beside files that it does not tell of.
 class OutputFolder {
   public:
     /// `replaces`: an existing folder may have files already, and they may lose their place.
-    OutputFolder(Path target, bool replaces);
+    OutputFolder(Path target, Access access, bool replaces);
     ~OutputFolder();
     OutputFolder(const OutputFolder&) = delete;
     OutputFolder& operator=(const OutputFolder&) = delete;
@@ -34,6 +37,7 @@ class OutputFolder {
     void putInPlace(const std::string& name) const;
 
     Path target_;
+    Access access_;
     Path beside_;
     bool replaces_;
     bool existed_;

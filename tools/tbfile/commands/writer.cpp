@@ -1,19 +1,23 @@
-#include "writer.h"
+// Gathers small blocks and runs of undamaged ones, so that many blocks cost few calls.
+#include "commands/writer.h"
 
 #include <array>
 #include <limits>
 
-#include "failure.h"
+#include "terminal/failure.h"
 
 namespace tbfile {
 namespace {
-
-using toolbox::base::store;
 
 constexpr std::size_t kGathered = 256 * 1024;
 /// Large enough to cost few calls, small enough for the user to see that it goes on.
 constexpr std::uint64_t kRun = 64 * 1024 * 1024;
 constexpr std::uint64_t kLargest = std::numeric_limits<std::uint32_t>::max();
+
+/// A word of a file: 4 bytes, the lowest first.
+void store(char* at, std::uint32_t word) {
+    for (int i = 0; i < 4; ++i) at[i] = static_cast<char>(word >> (8 * i));
+}
 
 }  // namespace
 
@@ -31,7 +35,7 @@ void Writer::begin(std::uint32_t id, std::uint64_t bytes) {
                                 blocks::kHeadBytes + blocks::kTailBytes;
     if (position_ + bytes + index > kLargest)
         throw Failure(Text::tooLarge, {nameOf(output_.target())});
-    repeated_ = !lookup_.add(entries_, id);
+    repeated_ = !identifiers_.add(id);
     entries_.push_back({id, static_cast<std::uint32_t>(position_)});
     wholeWords_ = wholeWords_ && bytes % 4 == 0;
     position_ += bytes;

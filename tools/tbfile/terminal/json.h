@@ -18,11 +18,11 @@ using JsonValue =
     std::variant<std::nullptr_t, bool, std::uint64_t, std::int64_t, std::string, Json>;
 
 struct JsonMember {
-    std::string_view key;
+    std::string_view key;  ///< taken as it is: nothing in it needs an escape
     JsonValue value;
 };
 
-/// Texts are UTF-8; what is not becomes a replacement character.
+/// Texts are UTF-8; bytes that are not become U+FFFD, and control characters are escaped.
 [[nodiscard]] Json jsonObject(std::initializer_list<JsonMember> members);
 
 /// [a,b], or the elements on lines of their own.

@@ -6,8 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "files.h"
-#include "texts.h"
+#include "system/files.h"
 
 namespace tbfile {
 

@@ -3,10 +3,10 @@
 #include <charconv>
 #include <numeric>
 
-#include "commands.h"
-#include "failure.h"
-#include "json.h"
+#include "commands/commands.h"
 #include "open_file.h"
+#include "terminal/failure.h"
+#include "terminal/json.h"
 #include "toolbox/utf8.h"
 
 namespace tbfile {
@@ -64,7 +64,7 @@ void printInfo(const OpenFile& open) {
     const auto line = [](Text label, const std::string& value) {
         print(say(label) + value + "\n");
     };
-    line(Text::labelFile, nameOf(open.file.path()));
+    line(Text::labelFile, visible(nameOf(open.file.path())));
     line(Text::labelSize, say(Text::bytes, {grouped(open.file.size())}));
     if (header.has(HeaderFault::tooShort)) return line(Text::labelFormat, say(Text::noHeader));
     line(Text::labelFormat,
@@ -108,7 +108,7 @@ void appendRight(std::string& line, std::uint32_t number, std::size_t width) {
 }
 
 void appendRow(std::string& line, const Row& row) {
-    appendRight(line, row.entry.id, 10);
+    appendRight(line, row.entry.id, 11);
     appendRight(line, row.entry.offset, 11);
     if (!row.whole) {
         line += ' ' + say(Text::notWhole) + '\n';
@@ -255,7 +255,7 @@ int dump(const Options& options) {
         eachPiece(open, frame, [](std::uint32_t, std::string_view bytes) { print(bytes); });
     } else if (options.raw) {
         checkTarget(pathOf(*options.raw), options.input, options.force);
-        OutputFile out(pathOf(*options.raw), options.force, open.watch());
+        OutputFile out(pathOf(*options.raw), open.file.access(), options.force, open.watch());
         out.copy(open.file, frame.offset + open.map.shape.layout().head(), frame.length);
         out.finish();
     } else {

@@ -1,10 +1,13 @@
-#include "files.h"
+// What of reading and making files is the same on every system: temporary names, copies through
+// memory, which outputs are refused, the reasons of the C library.
+#include "system/files.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <memory>
 
-#include "failure.h"
-#include "terminal.h"
+#include "terminal/failure.h"
+#include "terminal/terminal.h"
 
 namespace tbfile {
 
@@ -18,8 +21,7 @@ Path pathOf(std::string_view utf8) {
 
 std::string nameOf(const Path& path) {
 #if defined(_WIN32)
-    const std::u8string name = path.u8string();
-    return {name.begin(), name.end()};
+    return utf8Of(path.native());
 #else
     return path.string();
 #endif
@@ -45,25 +47,29 @@ void OutputFile::copyThrough(const InputFile& from, std::uint64_t offset, std::u
     }
 }
 
-OutputFile::OutputFile(Path target, bool replaces, Watch watch)
+OutputFile::OutputFile(Path target, Access access, bool replaces, Watch watch)
     : target_(std::move(target)),
+      access_(std::move(access)),
       replaced_(target_),
       replaces_(replaces),
       watch_(std::move(watch)) {
     makeBeside(target_, [this](const Path& name) { return create(name); });
+    takeAccess();
 }
 
-OutputFile::OutputFile(Path target, Path replaced, Watch watch)
+OutputFile::OutputFile(Path target, Access access, Path replaced, Watch watch)
     : target_(std::move(target)),
+      access_(std::move(access)),
       replaced_(std::move(replaced)),
       inFolder_(true),
       watch_(std::move(watch)) {
     if (!create(target_)) throw Failure(Text::exists, {nameOf(target_)});
+    takeAccess();
 }
 
 void makeBeside(const Path& target, const std::function<bool(const Path&)>& make) {
-    // Names have 255 bytes or characters at most. What an earlier program left behind may have the
-    // name of this process.
+    // Names have 255 bytes or characters at most. A program that was killed may have left a file
+    // with the number of this process.
     constexpr std::size_t kKept = 200;
     constexpr int kAttempts = 1000;
     const Path start = target.parent_path() / target.filename().native().substr(0, kKept);
@@ -89,6 +95,53 @@ void checkTarget(const Path& target, const Path& input, bool replaces) {
     if (!std::filesystem::is_regular_file(status))
         throw Failure(Text::notReplaced, {nameOf(target)});
     if (!replaces) throw Failure(Text::exists, {nameOf(target)});
+}
+
+/// For the C library's error numbers, which std::filesystem has on every system.
+std::string reasonOfErrno(const std::error_code& error) {
+    switch (error.value()) {
+        case ENOENT:
+        case ENOTDIR:
+            return say(Text::reasonMissing);
+        case EACCES:
+        case EPERM:
+        case EROFS:
+            return say(Text::reasonDenied);
+        case EEXIST:
+        case ENOTEMPTY:
+            return say(Text::reasonExists);
+        case EISDIR:
+            return say(Text::reasonFolder);
+        case ENOSPC:
+#if defined(EDQUOT)
+        case EDQUOT:
+#endif
+            return say(Text::reasonFull);
+        case EIO:
+            return say(Text::reasonDevice);
+        case ENAMETOOLONG:
+            return say(Text::reasonLongName);
+        case ELOOP:
+            return say(Text::reasonLinks);
+        case EFBIG:
+            return say(Text::reasonLarge);
+        case EBUSY:
+        case ETXTBSY:
+            return say(Text::reasonBusy);
+        case EMFILE:
+        case ENFILE:
+            return say(Text::reasonHandles);
+        case ENOMEM:
+            return say(Text::noMemory);
+        default:
+            return otherReason(error.value(), error.message());
+    }
+}
+
+std::string otherReason(int code, const std::string& english) {
+    if (spokenLanguage() == Language::french || english.empty())
+        return say(Text::reasonNumber, {std::to_string(code)});
+    return say(Text::reasonOther, {std::to_string(code), english});
 }
 
 }  // namespace tbfile

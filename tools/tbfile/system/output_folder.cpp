@@ -1,7 +1,8 @@
-#include "output_folder.h"
+// Fills a folder beside its place and moves it, or its files, there at the end.
+#include "system/output_folder.h"
 
-#include "failure.h"
-#include "terminal.h"
+#include "terminal/failure.h"
+#include "terminal/terminal.h"
 
 namespace tbfile {
 namespace {
@@ -23,20 +24,15 @@ bool mayFill(const Path& target, bool replaces) {
     return true;
 }
 
-bool makeFolder(const Path& folder, const Path& target) {
-    std::error_code error;
-    if (fs::create_directory(folder, error)) return true;
-    std::error_code missing;
-    if (fs::exists(fs::symlink_status(folder, missing))) return false;
-    throw Failure(Text::cannotCreate, {nameOf(target), reasonOf(error)});
-}
-
 }  // namespace
 
-OutputFolder::OutputFolder(Path target, bool replaces)
-    : target_(withoutSlash(target)), replaces_(replaces), existed_(mayFill(target_, replaces)) {
+OutputFolder::OutputFolder(Path target, Access access, bool replaces)
+    : target_(withoutSlash(target)),
+      access_(std::move(access)),
+      replaces_(replaces),
+      existed_(mayFill(target_, replaces)) {
     makeBeside(existed_ ? target_ / "new" : target_, [&](const Path& name) {
-        const bool made = makeFolder(name, target_);
+        const bool made = makePrivateFolder(name, target_);
         if (made) beside_ = name;
         return made;
     });
@@ -53,7 +49,7 @@ void OutputFolder::check(const std::string& name, const Path& input) const {
 
 OutputFile OutputFolder::file(const std::string& name, Watch watch) {
     names_.push_back(name);
-    return {beside_ / pathOf(name), inPlace(name), std::move(watch)};
+    return {beside_ / pathOf(name), access_, inPlace(name), std::move(watch)};
 }
 
 void OutputFolder::putInPlace(const std::string& name) const {
@@ -67,6 +63,7 @@ void OutputFolder::finish(const Path& input) {
     stopIfInterrupted();
     std::error_code error;
     if (!existed_) {
+        shareFolder(beside_, access_);
         fs::rename(beside_, target_, error);
         if (error) throw Failure(Text::cannotCreate, {nameOf(target_), reasonOf(error)});
         beside_.clear();

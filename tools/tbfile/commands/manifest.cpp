@@ -1,15 +1,19 @@
-#include "manifest.h"
+// Writes a manifest member by member, and takes one apart that may be hostile: nothing in it is
+// believed, and no depth of nesting costs stack.
+#include "commands/manifest.h"
 
 #include <nlohmann/json.hpp>
 #include <utility>
 
-#include "failure.h"
+#include "terminal/failure.h"
 #include "toolbox/utf8.h"
 
 namespace tbfile {
 namespace {
 
 constexpr std::uint64_t kManifestVersion = 1;
+/// A manifest needs 3: itself, its list of blocks and a block.
+constexpr int kDeepest = 16;
 
 JsonValue day(std::int32_t number) {
     const std::string text = dayText(number);
@@ -40,18 +44,19 @@ class Reading {
     Manifest manifest(const nlohmann::json& json) const {
         Manifest manifest;
         if (number(json, "tbfileManifest") != kManifestVersion) refuse(json, "tbfileManifest");
-        const nlohmann::json& header = json.at("header");
+        const nlohmann::json& header = member(json, "header");
         manifest.header.version = number(header, "version");
         manifest.header.mask = number(header, "mask");
         manifest.header.description = text(header, "description");
         manifest.header.dates = {day(header, "created"), day(header, "stamped"),
                                  day(header, "net")};
-        manifest.index = label(json.at("index"));
-        if (!json.at("blocks").is_array()) refuse(json, "blocks");
-        for (const nlohmann::json& block : json.at("blocks")) {
-            manifest.blocks.push_back(
-                {number(block, "id"), label(block), block.at("file").get<std::string>()});
-            if (!isPlainName(manifest.blocks.back().file)) refuse(block, "file");
+        manifest.index = label(member(json, "index"));
+        if (!member(json, "blocks").is_array()) refuse(json, "blocks");
+        for (const nlohmann::json& block : member(json, "blocks")) {
+            const nlohmann::json& file = member(block, "file");
+            if (!file.is_string() || !isPlainName(file.get_ref<const std::string&>()))
+                refuse(block, "file");
+            manifest.blocks.push_back({number(block, "id"), label(block), file.get<std::string>()});
         }
         return manifest;
     }
@@ -65,8 +70,15 @@ class Reading {
         throw Failure(Text::badManifest, {file_, std::string(key) + ": " + value});
     }
 
+    const nlohmann::json& member(const nlohmann::json& json, const char* key) const {
+        const auto found = json.find(key);
+        if (found == json.end())
+            throw Failure(Text::badManifest, {file_, say(Text::manifestLacks, {key})});
+        return *found;
+    }
+
     std::uint32_t number(const nlohmann::json& json, const char* key) const {
-        const nlohmann::json& value = json.at(key);
+        const nlohmann::json& value = member(json, key);
         if (!value.is_number_unsigned() ||
             !std::in_range<std::uint32_t>(value.get<std::uint64_t>()))
             refuse(json, key);
@@ -75,7 +87,7 @@ class Reading {
 
     /// A date, or the number of something that is none.
     std::int32_t day(const nlohmann::json& json, const char* key) const {
-        const nlohmann::json& value = json.at(key);
+        const nlohmann::json& value = member(json, key);
         std::optional<std::int32_t> day;
         if (value.is_string()) day = dayOf(value.get_ref<const std::string&>());
         if (value.is_number_unsigned() && std::in_range<std::int32_t>(value.get<std::uint64_t>()))
@@ -89,7 +101,8 @@ class Reading {
 
     /// Every byte of Windows-1252 has a character of its own, also those that are no text.
     std::string text(const nlohmann::json& json, const char* key) const {
-        const auto utf8 = json.at(key).get<std::string>();
+        if (!member(json, key).is_string()) refuse(json, key);
+        const auto& utf8 = json.at(key).get_ref<const std::string&>();
         std::string text = toolbox::fromUtf8(utf8);
         if (text.size() > blocks::kDescriptionBytes || text.find('\0') != std::string::npos ||
             toolbox::toUtf8(text) != utf8)
@@ -136,10 +149,18 @@ std::string manifestEnd() {
 }
 
 Manifest parseManifest(const std::string& text, const std::string& file) {
+    const auto shallow = [&](int depth, nlohmann::json::parse_event_t, const nlohmann::json&) {
+        if (depth > kDeepest) throw Failure(Text::badManifest, {file, say(Text::manifestDeep)});
+        return true;
+    };
     try {
-        return Reading(file).manifest(nlohmann::json::parse(text));
-    } catch (const nlohmann::json::exception& error) {
-        throw Failure(Text::badManifest, {file, visible(error.what())});
+        return Reading(file).manifest(nlohmann::json::parse(text, shallow));
+    } catch (const nlohmann::json::parse_error& error) {
+        throw Failure(Text::badManifest,
+                      {file, say(Text::manifestNoJson, {std::to_string(error.byte)})});
+    } catch (const nlohmann::json::exception&) {
+        // A number that no type holds.
+        throw Failure(Text::badManifest, {file, say(Text::manifestNumber)});
     }
 }
 

@@ -5,9 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "file/block/lookup.h"
-#include "files.h"
+#include "commands/identifiers.h"
 #include "header.h"
+#include "system/files.h"
+#include "toolbox/block_files.h"
 
 namespace tbfile {
 
@@ -24,13 +25,12 @@ class Writer {
              bool asItStands);
     /// Adds a block whose data is all of a file.
     void add(std::uint32_t id, const Label& label, const InputFile& data);
-    /// Adds the index and writes the header, of which the mask's lowest bit and the offset of the
-    /// index are seen to here.
+    /// Adds the index and writes the header, whose lowest mask bit and index offset are set here.
     void finish(Header header, const Label& indexLabel);
 
     [[nodiscard]] std::size_t count() const { return entries_.size(); }
     /// Whether there is a block with this identifier.
-    [[nodiscard]] bool has(std::uint32_t id) { return lookup_.find(entries_, id).has_value(); }
+    [[nodiscard]] bool has(std::uint32_t id) const { return identifiers_.has(id); }
     /// Whether the block added last has an identifier that was there already.
     [[nodiscard]] bool repeated() const { return repeated_; }
     [[nodiscard]] std::uint64_t size() const { return position_; }
@@ -49,14 +49,14 @@ class Writer {
     bool wholeWords_ = true;
     bool repeated_ = false;
     std::vector<BlocItem> entries_;
-    toolbox::BlockLookup lookup_;
+    Identifiers identifiers_;
     std::string gathered_;
     const InputFile* runFrom_ = nullptr;
     std::uint64_t runStart_ = 0;
     std::uint64_t runBytes_ = 0;
 };
 
-/// What the index of a file is called that had none.
+/// The label of an index that is made for a file without one.
 [[nodiscard]] Label usualIndexLabel();
 
 }  // namespace tbfile

@@ -7,7 +7,7 @@
 
 #include "frame.h"
 #include "header.h"
-#include "json.h"
+#include "terminal/json.h"
 
 namespace tbfile {
 
@@ -25,7 +25,7 @@ struct Manifest {
     std::vector<ManifestBlock> blocks;
 };
 
-/// The lines of a manifest: what comes before the blocks, one block, what comes behind them.
+/// The lines of a manifest: what comes before the blocks, one block, what comes after them.
 [[nodiscard]] std::string manifestStart(const Header& header, const Label& index);
 [[nodiscard]] std::string manifestBlock(const ManifestBlock& block, bool first);
 [[nodiscard]] std::string manifestEnd();

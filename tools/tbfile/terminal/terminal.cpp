@@ -1,11 +1,12 @@
-#include "terminal.h"
+// The streams, the signals and the bar of progress: what the two systems do differently is here.
+#include "terminal/terminal.h"
 
 #include <atomic>
 #include <csignal>
 #include <cstdio>
 
-#include "failure.h"
-#include "files.h"
+#include "terminal/characters.h"
+#include "terminal/failure.h"
 
 #if defined(_WIN32)
 #include <fcntl.h>
@@ -115,7 +116,7 @@ std::vector<std::string> arguments(int count, char** given) {
     int all = 0;
     wchar_t** wide = ::CommandLineToArgvW(::GetCommandLineW(), &all);
     std::vector<std::string> list;
-    for (int i = 1; i < all; ++i) list.push_back(nameOf(Path(wide[i])));
+    for (int i = 1; i < all; ++i) list.push_back(utf8Of(wide[i]));
     ::LocalFree(wide);
     return list;
 #else

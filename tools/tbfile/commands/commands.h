@@ -2,7 +2,8 @@
 // Failure.
 #pragma once
 
-#include "options.h"
+#include "commands/options.h"
+#include "terminal/texts.h"
 
 namespace tbfile {
 

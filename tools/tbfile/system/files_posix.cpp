@@ -1,3 +1,5 @@
+// Files by POSIX: new ones are exclusive and private until they take over the access of their
+// input.
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -8,9 +10,9 @@
 #include <cstdio>
 #include <utility>
 
-#include "failure.h"
-#include "files.h"
-#include "terminal.h"
+#include "system/files.h"
+#include "terminal/failure.h"
+#include "terminal/terminal.h"
 
 namespace tbfile {
 namespace {
@@ -49,11 +51,40 @@ std::uint64_t copyInside(int from, std::uint64_t offset, int to, std::uint64_t n
 #endif
 }
 
+Access accessIn(const struct stat& facts) {
+    return {.mode = facts.st_mode & 0777u, .group = facts.st_gid};
+}
+
+/// For a file of another group, whose members may no more than all others.
+unsigned withoutGroup(unsigned mode) {
+    return (mode & ~070u) | ((mode & 07u) << 3 & mode);
+}
+
+/// What a file system without groups or permissions refuses leaves the file private.
+void giveAccess(int handle, const Access& access, unsigned owner) {
+    struct stat made {};
+    if (::fstat(handle, &made) != 0) return;
+    const bool inGroup =
+        made.st_gid == access.group || ::fchown(handle, static_cast<uid_t>(-1), access.group) == 0;
+    const unsigned mode = inGroup ? access.mode : withoutGroup(access.mode);
+    static_cast<void>(::fchmod(handle, mode | owner));
+}
+
 }  // namespace
 
-InputFile::InputFile(Path path) : path_(std::move(path)) {
-    const auto opened = retried(
-        [&] { return ::open(path_.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK); });
+void Access::narrow(const Access& other) {
+    mode &= other.group == group ? other.mode : withoutGroup(other.mode);
+}
+
+InputFile::InputFile(Path path, Links links) : path_(std::move(path)) {
+    const int flags =
+        O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK | (links == Links::refuse ? O_NOFOLLOW : 0);
+    const auto opened = retried([&] { return ::open(path_.c_str(), flags); });
+    if (opened < 0 && links == Links::refuse && errno == ELOOP)
+        throw Failure(Text::linkRefused, {nameOf(path_)});
+    // A socket, and a device without a driver.
+    if (opened < 0 && (errno == ENXIO || errno == ENODEV))
+        throw Failure(Text::notAFile, {nameOf(path_)});
     if (opened < 0) fail(Text::cannotOpen, path_);
     handle_ = opened;
     struct stat facts {};
@@ -65,6 +96,7 @@ InputFile::InputFile(Path path) : path_(std::move(path)) {
         regular && ::flock(descriptor(handle_), LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK;
     if (regular && !taken) {
         size_ = static_cast<std::uint64_t>(facts.st_size);
+        access_ = accessIn(facts);
         return;
     }
     ::close(descriptor(handle_));
@@ -91,18 +123,37 @@ std::size_t InputFile::readAt(std::uint64_t offset, char* buffer, std::size_t n)
 }
 
 bool OutputFile::create(const Path& name) {
-    const auto opened = retried(
-        [&] { return ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666); });
+    constexpr mode_t kOwner = S_IRUSR | S_IWUSR;
+    const auto opened = retried([&] {
+        return ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, kOwner);
+    });
     if (opened < 0 && errno == EEXIST) return false;
     if (opened < 0) fail(Text::cannotCreate, target_);
     handle_ = opened;
     written_ = name;
-    struct stat replaced {};
-    // A file system without permissions is no obstacle.
-    if (::stat(replaced_.c_str(), &replaced) == 0 &&
-        ::fchmod(descriptor(handle_), replaced.st_mode & 0777) != 0)
-        errno = 0;
     return true;
+}
+
+void OutputFile::takeAccess() {
+    struct stat replaced {};
+    if (::lstat(replaced_.c_str(), &replaced) == 0 && S_ISREG(replaced.st_mode))
+        access_.narrow(accessIn(replaced));
+    giveAccess(descriptor(handle_), access_, S_IRUSR);
+}
+
+bool makePrivateFolder(const Path& name, const Path& shown) {
+    if (::mkdir(name.c_str(), S_IRWXU) == 0) return true;
+    if (errno != EEXIST) fail(Text::cannotCreate, shown);
+    return false;
+}
+
+void shareFolder(const Path& folder, const Access& access) {
+    const int handle = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+    if (handle < 0) return;
+    // Who may read the files may go through the folder.
+    const Access through{.mode = access.mode | (access.mode & 0444u) >> 2, .group = access.group};
+    giveAccess(handle, through, S_IRWXU);
+    ::close(handle);
 }
 
 void OutputFile::close() {
@@ -146,7 +197,7 @@ void OutputFile::finish() {
         written_.clear();
         return;
     }
-    // What has no device behind it has nothing to flush.
+    // What has no device has nothing to flush.
     if (retried([&] { return ::fsync(descriptor(handle_)); }) != 0 && errno != EINVAL)
         fail(Text::cannotWrite, target_);
     stopIfInterrupted();
@@ -213,31 +264,11 @@ void syncFolderOf(const Path& file) {
 }
 
 std::string reasonOf(int code) {
-    switch (code) {
-        case ENOENT:
-        case ENOTDIR:
-            return say(Text::reasonMissing);
-        case EACCES:
-        case EPERM:
-        case EROFS:
-            return say(Text::reasonDenied);
-        case EEXIST:
-            return say(Text::reasonExists);
-        case EISDIR:
-            return say(Text::reasonFolder);
-        case ENOSPC:
-        case EDQUOT:
-            return say(Text::reasonFull);
-        case EIO:
-            return say(Text::reasonDevice);
-        default:
-            return say(Text::reasonOther,
-                       {std::to_string(code), std::generic_category().message(code)});
-    }
+    return reasonOfErrno({code, std::generic_category()});
 }
 
 std::string reasonOf(const std::error_code& error) {
-    return reasonOf(error.value());
+    return reasonOfErrno(error);
 }
 
 }  // namespace tbfile

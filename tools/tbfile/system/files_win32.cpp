@@ -1,10 +1,11 @@
+// Files by Windows: new ones are exclusive and have the access list of their input from the start.
 #include <algorithm>
 #include <array>
 #include <utility>
 
-#include "failure.h"
-#include "files.h"
-#include "terminal.h"
+#include "system/files.h"
+#include "terminal/failure.h"
+#include "terminal/terminal.h"
 #include "toolbox/win_types.h"
 
 namespace tbfile {
@@ -26,26 +27,54 @@ HANDLE handleOf(std::intptr_t handle) {
     fail(text, path, code);
 }
 
+/// Protected, so that the folder of a new file adds nothing. Empty where the system has none.
+std::string accessListOf(HANDLE file) {
+    DWORD size = 0;
+    ::GetKernelObjectSecurity(file, DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+    std::string list(size, '\0');
+    const bool known = size > 0 && ::GetKernelObjectSecurity(file, DACL_SECURITY_INFORMATION,
+                                                             list.data(), size, &size);
+    if (!known ||
+        !::SetSecurityDescriptorControl(list.data(), SE_DACL_PROTECTED, SE_DACL_PROTECTED))
+        list.clear();
+    return list;
+}
+
+bool isLink(HANDLE file) {
+    BY_HANDLE_FILE_INFORMATION facts{};
+    return ::GetFileInformationByHandle(file, &facts) &&
+           (facts.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+}
+
 }  // namespace
 
-InputFile::InputFile(Path path) : path_(std::move(path)) {
+void Access::narrow(const Access&) {}
+
+InputFile::InputFile(Path path, Links links) : path_(std::move(path)) {
+    const DWORD flags =
+        FILE_ATTRIBUTE_NORMAL | (links == Links::refuse ? FILE_FLAG_OPEN_REPARSE_POINT : 0u);
     const HANDLE opened = ::CreateFileW(path_.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                                        OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+                                        OPEN_EXISTING, flags, nullptr);
     if (opened == INVALID_HANDLE_VALUE) {
         const DWORD code = ::GetLastError();
         if (code == ERROR_SHARING_VIOLATION) throw Failure(Text::inUse, {nameOf(path_)});
-        if (std::error_code ignored; std::filesystem::is_directory(path_, ignored))
+        std::error_code ignored;
+        if (links == Links::refuse && std::filesystem::is_symlink(path_, ignored))
+            throw Failure(Text::linkRefused, {nameOf(path_)});
+        if (std::filesystem::is_directory(path_, ignored))
             throw Failure(Text::notAFile, {nameOf(path_)});
         fail(Text::cannotOpen, path_, code);
     }
     handle_ = reinterpret_cast<std::intptr_t>(opened);
+    const bool link = links == Links::refuse && isLink(opened);
     LARGE_INTEGER size{};
     const bool known = ::GetFileType(opened) == FILE_TYPE_DISK && ::GetFileSizeEx(opened, &size);
-    if (!known) {
+    if (link || !known) {
         ::CloseHandle(opened);
-        throw Failure(Text::notAFile, {nameOf(path_)});
+        throw Failure(link ? Text::linkRefused : Text::notAFile, {nameOf(path_)});
     }
     size_ = static_cast<std::uint64_t>(size.QuadPart);
+    access_.list = accessListOf(opened);
 }
 
 InputFile::~InputFile() {
@@ -71,8 +100,10 @@ std::size_t InputFile::readAt(std::uint64_t offset, char* buffer, std::size_t n)
 }
 
 bool OutputFile::create(const Path& name) {
-    const HANDLE opened = ::CreateFileW(name.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                                        FILE_ATTRIBUTE_NORMAL, nullptr);
+    SECURITY_ATTRIBUTES security{sizeof security, access_.list.data(), FALSE};
+    const HANDLE opened =
+        ::CreateFileW(name.c_str(), GENERIC_WRITE, 0, access_.list.empty() ? nullptr : &security,
+                      CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (opened == INVALID_HANDLE_VALUE) {
         const DWORD code = ::GetLastError();
         if (code == ERROR_FILE_EXISTS || code == ERROR_ALREADY_EXISTS) return false;
@@ -82,6 +113,18 @@ bool OutputFile::create(const Path& name) {
     written_ = name;
     return true;
 }
+
+/// create() gave it already.
+void OutputFile::takeAccess() {}
+
+bool makePrivateFolder(const Path& name, const Path& shown) {
+    if (::CreateDirectoryW(name.c_str(), nullptr)) return true;
+    const DWORD code = ::GetLastError();
+    if (code != ERROR_ALREADY_EXISTS) fail(Text::cannotCreate, shown, code);
+    return false;
+}
+
+void shareFolder(const Path&, const Access&) {}
 
 void OutputFile::close() {
     ::CloseHandle(handleOf(std::exchange(handle_, -1)));
@@ -147,14 +190,18 @@ void syncFolderOf(const Path&) {}
 
 namespace {
 
+/// The system's own text, in the program's language where the system has it.
 std::string systemText(int code) {
     std::array<wchar_t, 512> text{};
+    const WORD language = spokenLanguage() == Language::french
+                              ? MAKELANGID(LANG_FRENCH, SUBLANG_DEFAULT)
+                              : MAKELANGID(LANG_ENGLISH, SUBLANG_DEFAULT);
     DWORD size = ::FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
-                                  nullptr, static_cast<DWORD>(code), 0, text.data(),
+                                  nullptr, static_cast<DWORD>(code), language, text.data(),
                                   static_cast<DWORD>(text.size()), nullptr);
     // It ends its sentences, and its lines.
     while (size > 0 && (text[size - 1] <= L' ' || text[size - 1] == L'.')) --size;
-    return nameOf(Path(std::wstring(text.data(), size)));
+    return utf8Of({text.data(), size});
 }
 
 }  // namespace
@@ -177,14 +224,24 @@ std::string reasonOf(int code) {
         case ERROR_CRC:
         case ERROR_READ_FAULT:
             return say(Text::reasonDevice);
+        case ERROR_FILENAME_EXCED_RANGE:
+            return say(Text::reasonLongName);
+        case ERROR_SHARING_VIOLATION:
+        case ERROR_LOCK_VIOLATION:
+            return say(Text::reasonBusy);
+        case ERROR_TOO_MANY_OPEN_FILES:
+            return say(Text::reasonHandles);
         default:
-            return say(Text::reasonOther, {std::to_string(code), systemText(code)});
+            break;
     }
+    const std::string text = systemText(code);
+    return text.empty() ? say(Text::reasonNumber, {std::to_string(code)})
+                        : say(Text::reasonOther, {std::to_string(code), text});
 }
 
 std::string reasonOf(const std::error_code& error) {
-    if (error.category() == std::system_category()) return reasonOf(error.value());
-    return say(Text::reasonOther, {std::to_string(error.value()), error.message()});
+    return error.category() == std::system_category() ? reasonOf(error.value())
+                                                      : reasonOfErrno(error);
 }
 
 }  // namespace tbfile

@@ -8,9 +8,11 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "source.h"
+#include "system/access.h"
 
 namespace tbfile {
 
@@ -20,13 +22,25 @@ using Path = std::filesystem::path;
 [[nodiscard]] Path pathOf(std::string_view utf8);
 [[nodiscard]] std::string nameOf(const Path& path);
 
-/// What the system calls this process.
+/// The system's reason for a failure: an error number of the C library, on Windows of the system.
+[[nodiscard]] std::string reasonOf(int code);
+[[nodiscard]] std::string reasonOf(const std::error_code& error);
+/// What the two are made of: the reason of an error number of the C library, and of one that has no
+/// text here. The C library's own texts are English, and shown to who reads English.
+[[nodiscard]] std::string reasonOfErrno(const std::error_code& error);
+[[nodiscard]] std::string otherReason(int code, const std::string& english);
+
+/// The number of this process.
 [[nodiscard]] unsigned long processNumber();
 
-/// A file open for reading; others may read it too.
+enum class Links { follow, refuse };
+
+/// A regular file open for reading; others may read it too. Nothing else is opened: a pipe that
+/// nobody writes to does not keep the program waiting.
 class InputFile final : public Source {
   public:
-    explicit InputFile(Path path);
+    /// `links`: whether the name itself may be a link.
+    explicit InputFile(Path path, Links links = Links::follow);
     ~InputFile() override;
     InputFile(const InputFile&) = delete;
     InputFile& operator=(const InputFile&) = delete;
@@ -34,6 +48,7 @@ class InputFile final : public Source {
     [[nodiscard]] std::uint64_t size() const override { return size_; }
     std::size_t readAt(std::uint64_t offset, char* buffer, std::size_t n) const override;
     [[nodiscard]] const Path& path() const { return path_; }
+    [[nodiscard]] const Access& access() const { return access_; }
 
   private:
     friend class OutputFile;
@@ -41,6 +56,7 @@ class InputFile final : public Source {
     Path path_;
     std::intptr_t handle_ = -1;
     std::uint64_t size_ = 0;
+    Access access_;
 };
 
 /// Told how far a copy has come, in bytes from the start of the file that is read.
@@ -49,14 +65,17 @@ using Watch = std::function<void(std::uint64_t)>;
 /// A file that is written under a temporary name beside its own and gets that once it is whole and
 /// on the device. Until then nothing under its own name changes; without finish() what was written
 /// is removed. copy() and finish() throw Failure when the user wants the program to end.
+///
+/// It is made for its owner alone, and before the first byte gets the access given, that of the
+/// file that it is made of. Where it replaces a file, it gets only what both allow.
 class OutputFile {
   public:
     /// `replaces`: an existing file may lose its place. `watch` is told of what copy() does.
-    OutputFile(Path target, bool replaces, Watch watch = {});
+    OutputFile(Path target, Access access, bool replaces, Watch watch = {});
     /// A file of a folder that is not in place yet. It has its name from the start, and finish()
-    /// leaves it to syncFiles() that it gets to the device. It has the permissions of the file
-    /// that it will replace, where there is one.
-    OutputFile(Path target, Path replaced, Watch watch);
+    /// leaves it to syncFiles() that it gets to the device. `replaced` is the file that it will
+    /// replace, where there is one.
+    OutputFile(Path target, Access access, Path replaced, Watch watch);
     ~OutputFile();
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
@@ -75,6 +94,7 @@ class OutputFile {
   private:
     /// False when the name is taken.
     [[nodiscard]] bool create(const Path& name);
+    void takeAccess();
     /// Throws Failure when what was written is lost.
     void close();
     void putInPlace();
@@ -82,6 +102,7 @@ class OutputFile {
     void copied(std::uint64_t upTo) const;
 
     Path target_;
+    Access access_;
     Path replaced_;
     Path written_;  ///< its name until finish()
     bool replaces_ = false;

@@ -2,10 +2,8 @@
 #pragma once
 
 #include <stdexcept>
-#include <string>
-#include <system_error>
 
-#include "texts.h"
+#include "terminal/texts.h"
 
 namespace tbfile {
 
@@ -15,9 +13,5 @@ class Failure : public std::runtime_error {
     explicit Failure(Text text, Arguments arguments = {})
         : std::runtime_error(say(text, arguments)) {}
 };
-
-/// The system's reason for a failure: an error number of the C library, on Windows of the system.
-[[nodiscard]] std::string reasonOf(int code);
-[[nodiscard]] std::string reasonOf(const std::error_code& error);
 
 }  // namespace tbfile

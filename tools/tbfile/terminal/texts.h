@@ -4,7 +4,8 @@
 #include <cstdint>
 #include <initializer_list>
 #include <string>
-#include <string_view>
+
+#include "terminal/characters.h"
 
 namespace tbfile {
 
@@ -16,17 +17,16 @@ enum class Text {
 
 enum class Language { french, english };
 
-/// The language of every text from now on; English at the start.
+/// Sets the language of every text from then on; English at the start.
 void speak(Language language);
+[[nodiscard]] Language spokenLanguage();
 
 using Arguments = std::initializer_list<std::string>;
 
-/// A text in UTF-8. %1 to %9 in it are replaced by the arguments, which are UTF-8 and are not
-/// looked at again.
+/// A text in UTF-8. %1 to %9 in it are replaced by the arguments, which are UTF-8, are made
+/// visible() and are not looked at again. {1:block|blocks} is the singular or the plural for the
+/// number that argument 1 is; 0 is singular in French.
 [[nodiscard]] std::string say(Text text, Arguments arguments = {});
-
-/// A text of a file as a terminal may have it: '.' in place of every control character.
-[[nodiscard]] std::string visible(std::string utf8);
 
 /// 1 048 576 in French, 1,048,576 in English.
 [[nodiscard]] std::string grouped(std::uint64_t number);

@@ -1,41 +1,48 @@
 // extract and pack: the blocks of a file as files of a folder, and back.
-#include "commands.h"
-#include "failure.h"
-#include "json.h"
-#include "manifest.h"
+#include "commands/commands.h"
+#include "commands/manifest.h"
+#include "commands/writer.h"
 #include "open_file.h"
-#include "output_folder.h"
-#include "writer.h"
+#include "system/output_folder.h"
+#include "terminal/failure.h"
+#include "terminal/json.h"
 
 namespace tbfile {
 namespace {
-
-namespace fs = std::filesystem;
 
 /// The name of the file that a block's data goes to.
 std::string fileOf(const BlocItem& entry) {
     return std::to_string(entry.id) + ".bin";
 }
 
-std::string readAll(const Path& path) {
-    const InputFile file(path);
+std::string readAll(const InputFile& file) {
+    // What is larger was not written by extract, and would not fit into memory everywhere.
+    constexpr std::uint64_t kMost = 0x7FFFFFFF;
+    if (file.size() > kMost)
+        throw Failure(Text::badManifest, {nameOf(file.path()), say(Text::reasonLarge)});
     std::string text(static_cast<std::size_t>(file.size()), '\0');
     text.resize(file.readAt(0, text.data(), text.size()));
     return text;
 }
 
-/// Bytes of the files that a manifest names.
-std::uint64_t sizeOf(const Manifest& manifest, const Path& folder) {
-    std::uint64_t size = 0;
-    for (const ManifestBlock& block : manifest.blocks) {
-        std::error_code missing;
-        const auto bytes = fs::file_size(folder / pathOf(block.file), missing);
-        if (!missing) size += bytes;
+/// The files that a manifest names, before anything is made of them. The folder may have been sent
+/// by somebody: a link in it could bring in any file of the one who packs it.
+struct Sources {
+    Sources(const Manifest& manifest, const Options& options, Access ofManifest)
+        : access(std::move(ofManifest)) {
+        for (const ManifestBlock& block : manifest.blocks) {
+            const InputFile file(options.input / pathOf(block.file), Links::refuse);
+            checkTarget(options.output, file.path(), options.force);
+            access.narrow(file.access());
+            bytes += file.size();
+        }
     }
-    return size;
-}
 
-void told(const Options& options, const Json& json, const std::string& text) {
+    Access access;  ///< what all of them allow
+    std::uint64_t bytes = 0;
+};
+
+void report(const Options& options, const Json& json, const std::string& text) {
     print((options.json ? json.text : text) + "\n");
 }
 
@@ -44,7 +51,7 @@ void told(const Options& options, const Json& json, const std::string& text) {
 int extract(const Options& options) {
     OpenFile open(options.input);
     const Entries entries = open.entries();
-    OutputFolder folder(options.output, options.force);
+    OutputFolder folder(options.output, open.file.access(), options.force);
     for (const BlocItem& entry : entries.firsts) folder.check(fileOf(entry), options.input);
     folder.check(kManifestName, options.input);
     const Index& index = open.index();
@@ -67,37 +74,38 @@ int extract(const Options& options) {
     const Json leftOut = tellLeftOut(entries.repeated, options.json);
     const std::string name = nameOf(options.output);
     const std::size_t count = entries.firsts.size();
-    told(options,
-         jsonObject({{"output", name}, {"blocks", std::uint64_t{count}}, {"repeated", leftOut}}),
-         say(Text::extracted, {grouped(count), name}));
+    report(options,
+           jsonObject({{"output", name}, {"blocks", std::uint64_t{count}}, {"repeated", leftOut}}),
+           say(Text::extracted, {grouped(count), name}));
     return entries.repeated.empty() ? kSound : kFindings;
 }
 
 int pack(const Options& options) {
-    const Path name = options.input / kManifestName;
-    const Manifest manifest = parseManifest(readAll(name), nameOf(name));
-    checkTarget(options.output, name, options.force);
-    Progress progress(sizeOf(manifest, options.input));
+    const InputFile listed(options.input / kManifestName, Links::refuse);
+    const std::string name = nameOf(listed.path());
+    const Manifest manifest = parseManifest(readAll(listed), name);
+    checkTarget(options.output, listed.path(), options.force);
+    const Sources sources(manifest, options, listed.access());
+    Progress progress(sources.bytes);
     std::uint64_t done = 0;
-    OutputFile output(options.output, options.force,
+    OutputFile output(options.output, sources.access, options.force,
                       [&](std::uint64_t at) { progress.update(done + at); });
     Writer writer(output);
     for (const ManifestBlock& block : manifest.blocks) {
-        const Path data = options.input / pathOf(block.file);
-        checkTarget(options.output, data, options.force);
-        const InputFile file(data);
+        const InputFile file(options.input / pathOf(block.file), Links::refuse);
         progress.update(done);
         writer.add(block.id, block.label, file);
         done += file.size();
         if (writer.repeated())
-            throw Failure(Text::badManifest, {nameOf(name), std::to_string(block.id)});
+            throw Failure(Text::badManifest,
+                          {name, say(Text::manifestRepeats, {std::to_string(block.id)})});
     }
     writer.finish(manifest.header, manifest.index);
     output.finish();
     const std::string made = nameOf(options.output);
     const std::size_t count = manifest.blocks.size();
-    told(options, jsonObject({{"output", made}, {"blocks", std::uint64_t{count}}}),
-         say(Text::packed, {grouped(count), made}));
+    report(options, jsonObject({{"output", made}, {"blocks", std::uint64_t{count}}}),
+           say(Text::packed, {grouped(count), made}));
     return kSound;
 }
 

@@ -1,4 +1,5 @@
-#include "options.h"
+// Declares the arguments of the commands to the library that reads them, in the user's language.
+#include "commands/options.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -6,8 +7,8 @@
 #include <cstdlib>
 #include <map>
 
-#include "commands.h"
-#include "terminal.h"
+#include "commands/commands.h"
+#include "terminal/terminal.h"
 #include "toolbox/version.h"
 
 namespace tbfile {
@@ -61,6 +62,7 @@ class Declared {
                                         {"Options", Text::helpOptions},
                                         {"REQUIRED", Text::helpRequired}})
             labels->label(key, say(text));
+        app_.option_defaults()->group(say(Text::helpOptionGroup));
         app_.set_help_flag("-h,--help", say(Text::helpHelp));
         app_.set_version_flag("--version", std::string("tbfile ") + toolbox::versionText(),
                               say(Text::helpVersion));
@@ -91,11 +93,14 @@ class Declared {
     [[nodiscard]] const std::string& idText() const { return id_; }
 
   private:
-    CLI::App& add(Command command, const char* name, Text about, const char* input) {
+    CLI::App& add(Command command, const char* name, Text about, const char* input,
+                  Text aboutInput = Text::helpInput) {
         CLI::App* sub = app_.add_subcommand(name, say(about));
         commands_[command] = sub;
+        // The one that it inherits is in no group of ours.
+        sub->set_help_flag("-h,--help", say(Text::helpHelp));
         sub->group(say(Text::helpCommands));
-        sub->add_option(input, input_, say(Text::helpInput))->required()->type_name("");
+        sub->add_option(input, input_, say(aboutInput))->required()->type_name("");
         return *sub;
     }
     void addOutput(CLI::App& sub, const char* name, Text about) {
@@ -110,21 +115,25 @@ class Declared {
         addJson(add(Command::info, "info", Text::aboutInfo, "FILE"));
         declareList();
         declareDump();
-        CLI::App& extract = add(Command::extract, "extract", Text::aboutExtract, "FILE");
+        CLI::App& extract =
+            add(Command::extract, "extract", Text::aboutExtract, "FILE", Text::helpInputExtract);
         addOutput(extract, "FOLDER", Text::helpFolder);
-        CLI::App& pack = add(Command::pack, "pack", Text::aboutPack, "FOLDER");
+        CLI::App& pack = add(Command::pack, "pack", Text::aboutPack, "FOLDER", Text::helpInputPack);
         addOutput(pack, "FILE", Text::helpOutput);
-        CLI::App& verify = add(Command::verify, "verify", Text::aboutVerify, "FILE");
+        CLI::App& verify =
+            add(Command::verify, "verify", Text::aboutVerify, "FILE", Text::helpInputVerify);
         verify.add_flag("-q,--quick", options_.quick, say(Text::helpQuick));
         addJson(verify);
-        CLI::App& recover = add(Command::recover, "recover", Text::aboutRecover, "IN");
+        CLI::App& recover =
+            add(Command::recover, "recover", Text::aboutRecover, "IN", Text::helpInputRecover);
         addOutput(recover, "OUT", Text::helpOutput);
         recover.add_flag("--certain", options_.certain, say(Text::helpCertain));
-        CLI::App& compare = add(Command::diff, "diff", Text::aboutDiff, "A");
+        CLI::App& compare = add(Command::diff, "diff", Text::aboutDiff, "A", Text::helpInputDiff);
         addOutput(compare, "B", Text::helpOther);
         compare.add_flag("--ignore-dates", options_.ignoreDates, say(Text::helpIgnoreDates));
         addJson(compare);
-        CLI::App& repack = add(Command::repack, "repack", Text::aboutRepack, "IN");
+        CLI::App& repack =
+            add(Command::repack, "repack", Text::aboutRepack, "IN", Text::helpInputRepack);
         addOutput(repack, "OUT", Text::helpOutput);
         for (CLI::App* sub : {&extract, &pack, &recover, &repack}) {
             addForce(*sub);
@@ -133,7 +142,7 @@ class Declared {
     }
 
     void declareList() {
-        CLI::App& list = add(Command::ls, "ls", Text::aboutLs, "FILE");
+        CLI::App& list = add(Command::ls, "ls", Text::aboutLs, "FILE", Text::helpInputList);
         static const std::map<std::string, Order> kOrders = {{"file", Order::file},
                                                              {"id", Order::id},
                                                              {"length", Order::length},
@@ -162,6 +171,23 @@ class Declared {
     std::string raw_;
 };
 
+/// The option that an English message of the reader names, as the user writes it.
+std::string optionIn(const CLI::App& app, const std::string& message) {
+    std::size_t first = message.size();
+    std::string named;
+    const auto look = [&](const CLI::App& declared) {
+        for (const CLI::Option* option : declared.get_options()) {
+            const std::size_t at = message.find(option->get_name());
+            if (option->get_name().empty() || at >= first) continue;
+            first = at;
+            named = option->get_name();
+        }
+    };
+    for (const CLI::App* command : app.get_subcommands()) look(*command);
+    look(app);
+    return named.empty() ? "?" : named;
+}
+
 /// What is wrong with the arguments, in the program's language.
 std::string wrongIn(const CLI::App& app, const CLI::ParseError& error) {
     const auto given = app.get_subcommands();
@@ -176,9 +202,7 @@ std::string wrongIn(const CLI::App& app, const CLI::ParseError& error) {
             if (option->get_required() && option->count() == 0)
                 return say(Text::missingArgument, {option->get_name()});
     }
-    // The others name the option first: "--sort: ...".
-    const std::string_view text = error.what();
-    return say(Text::badValue, {std::string(text.substr(0, text.find(':')))});
+    return say(Text::badValue, {optionIn(app, error.what())});
 }
 
 }  // namespace

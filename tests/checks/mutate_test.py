@@ -36,6 +36,7 @@ class Mutate(unittest.TestCase):
                 "return true;": {"return false;"},
                 "x = 0x10 + 1.5;": {"x = 0x10 - 1.5;"},
                 "; list.add(f(1));": {"; ;", "; list.add(f(2));"},
+                "for (a; f(x); g(y)) h;": set(),
                 "; Type name(a);": set(),
                 "// a < b\n\"a < b\" 'a' /* 1 */\n#if A < 1\n": set()}.items():
             with self.subTest(text):

@@ -236,7 +236,7 @@ TEST(RandomLinks, AgreeWhateverCallbacksDo) {
         std::mt19937 random{11};
         int depth = 0;
 
-        unsigned pick(std::size_t n) { return random() % static_cast<unsigned>(n); }
+        std::size_t pick(std::size_t n) { return random() % n; }
         void act() {
             if (depth > 3) return;
             ++depth;

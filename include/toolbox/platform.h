@@ -13,6 +13,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <ctime>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -223,6 +224,11 @@ class TB_API ProfileStore {
     /// file where the system does not read it anew for each call, as Windows may.
     virtual bool read(const char* file, const char* section, const char* entry,
                       const char* fallback, char* out, int size) = 0;
+
+    /// What read() tells of each of these entries, uncut, in one go; none for an entry that is not
+    /// there. One visit to the file, where a store that does not override it reads each.
+    virtual std::vector<std::optional<std::string>> readMany(const char* file, const char* section,
+                                                             std::span<const char* const> entries);
 
     /// Stores one text; null removes the entry. Success means that it is in the file. A value ends
     /// at its first line break; blanks and quotes around it are lost when it is read.

@@ -38,7 +38,7 @@ bool Selection::moveTo(UINT id) {
     return true;
 }
 
-std::optional<UINT> Selection::current() const {
+std::optional<UINT> Selection::current() {
     if (current_ < 0) return std::nullopt;
     return ids()[static_cast<std::size_t>(current_)];
 }

@@ -26,6 +26,17 @@ class PosixProfiles final : public ProfileStore {
         return value.has_value();
     }
 
+    std::vector<std::optional<std::string>> readMany(
+        const char* file, const char* section, std::span<const char* const> entries) override {
+        std::vector<std::optional<std::string>> values(entries.size());
+        if (!file || !*file || !isProfileSection(section)) return values;
+        ErrorCode error = ERROR_SUCCESS;
+        const ProfileText& text = files_.load(pathOf(file), error);
+        for (std::size_t i = 0; i < entries.size(); ++i)
+            if (isProfileEntry(entries[i])) values[i] = text.value(section, entries[i]);
+        return values;
+    }
+
     ErrorCode write(const char* file, const char* section, const char* entry,
                     const char* value) override {
         const ProfileEntry one{entry, value};

@@ -58,7 +58,8 @@ std::vector<char> accessList(const std::string& name) {
     DWORD size = 0;
     GetFileSecurityA(name.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
     std::vector<char> list(size);
-    EXPECT_TRUE(GetFileSecurityA(name.c_str(), DACL_SECURITY_INFORMATION, list.data(), size, &size));
+    EXPECT_TRUE(
+        GetFileSecurityA(name.c_str(), DACL_SECURITY_INFORMATION, list.data(), size, &size));
     return list;
 }
 

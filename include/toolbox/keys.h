@@ -2,7 +2,7 @@
 // users show in tables, reports and labels.
 //
 // UDKeyData is the record of one key. UDManager is the registry of all keys of the process, with
-// groups of keys; each manager object has besides a selection and a matching set of its own.
+// groups of keys; each manager object also has a selection and a matching set of its own.
 // TokenizerUDManager also expands label templates such as "U=$VOLT$ V".
 //
 // An application derives its manager and provides getProfilePath() and getKeyValue(). Its life:
@@ -75,8 +75,8 @@ class TB_API UDKeyData {
     /// The text that a profile keeps of the key: "|", the description right-aligned in 64 columns,
     /// "|", the format's saved form; then, only with a header, ",", header, ",", units.
     [[nodiscard]] RWCString saveStringData() const;
-    /// Takes description and format from such a text; header and units stay as they are, on
-    /// purpose. The result is that of the format's restoreStringFormat(): on 0 the description is
+    /// Takes description and format from such a text; header and units stay as they
+    /// are. The result is that of the format's restoreStringFormat(): on 0 the description is
     /// changed all the same, and part of the format may be. A description that holds '|' does not
     /// read back.
     int restoreStringData(RWCString text);
@@ -203,7 +203,7 @@ class TB_API UDManager {
 
     /// 1 when there is a key with that id.
     [[nodiscard]] int contains(UINT id) const;
-    /// 0xFFFFFFFF before initUDApp(), on purpose unlike the getters below, and for an unknown key.
+    /// 0xFFFFFFFF for an unknown key, and, unlike the getters below, before initUDApp().
     [[nodiscard]] UINT getId(const RWCString& key) const;
     // An unknown key has empty texts and an empty record.
     [[nodiscard]] RWCString getKey(UINT id) const;
@@ -216,10 +216,10 @@ class TB_API UDManager {
     /// The record's units, or those of getKeyUnits() when they are exactly "TVUNITS".
     RWCString getUnitsStr(UINT id);
     /// Gives the key's format to `out`, which takes only its own kind. 0 when the key is not known;
-    /// 1 otherwise, on purpose also when `out` did not take it.
+    /// 1 otherwise, also when `out` did not take it.
     int getKeyFormat(UINT id, FormatType& out) const;
 
-    // Changes of the record in force, after initUDApp(). They do not write the profile: saveKey()
+    // Changes of the current record, after initUDApp(). They do not write the profile: saveKey()
     // does.
     int setKeyDesc(UINT id, const RWCString& description);
     /// Takes only a format of the class of the key's own; a formatted value is refused.
@@ -245,7 +245,7 @@ class TB_API UDManager {
     int addSelectionId(UINT id);
     /// Replaces the selection by a list, an id that comes twice counting once; the cursor is on the
     /// id when there is only one, else nowhere. 0 for an empty list or one with an id that is no
-    /// key: the selection stays and only the cursor is lost, on purpose.
+    /// key: the selection stays and only the cursor is lost.
     int setSelection(const RWTValOrderedVector<UINT>& ids);
     /// Selects one key only. The former selection is lost even when the id is no key.
     int setSelection(UINT id);
@@ -268,7 +268,7 @@ class TB_API UDManager {
     // Matching: the keys and groups that a search or a template takes into account.
 
     /// Takes over a list of keys and groups, an id that comes twice counting once. 0 for an empty
-    /// one. With an id that is neither, all keys match afterwards, on purpose, and the result is 0.
+    /// one. With an id that is neither, all keys match afterwards, and the result is 0.
     int setMatching(const RWTValOrderedVector<UINT>& ids);
     // Add a key or a group to the set, and take it out. 0 when it is neither, when it is in the set
     // already, or when it is not in it.
@@ -276,7 +276,7 @@ class TB_API UDManager {
     int removeMatchingId(UINT id);
     /// All keys match, in the order of their declaration.
     void resetMatching();
-    /// 1 when the id itself is in the set; the keys of a group that is in it are not, on purpose.
+    /// 1 when the id itself is in the set; the keys of a group that is in it are not.
     [[nodiscard]] int isMatching(UINT id) const;
     /// The set with its groups replaced by their keys, each key once, where it comes first.
     [[nodiscard]] RWTValOrderedVector<UINT> getMatching() const;
@@ -322,7 +322,7 @@ class TB_API TokenizerUDManager : public UDManager {
     ///
     /// The rule, in every detail: the text is split into words at each "$". For each word in turn
     /// that is a valid token, replaceValue() acts on the result so far; the first that fails ends
-    /// the expansion. So, on purpose: text between tokens that is itself a key counts as a token; a
+    /// the expansion. So text between tokens that is itself a key counts as a token; a
     /// value that holds "$" is searched as well; an unknown "$VOLTS$" is taken for a later
     /// "$VOLT$". checkTemplate() finds such templates. Time is proportional to the length of the
     /// result; in these cases to n log n, n being the length of the text and all values, and for

@@ -295,7 +295,7 @@ class TB_API SystemInfo {
     virtual LocalDate today() = 0;
     /// Seconds since 1970. The standard library's clock on every system; tests set another.
     virtual std::time_t now() { return std::time(nullptr); }
-    /// Bytes of address space that the process can still take, whether or not memory stands behind
+    /// Bytes of address space that the process can still take, whether or not there is memory for
     /// them.
     virtual std::uint64_t availableVirtualMemory() = 0;
     /// Milliseconds since some moment; after 0xFFFFFFFF comes 0.
@@ -351,7 +351,7 @@ struct StringEntry {
 TB_API HINSTANCE registerStrings(std::span<const StringEntry> entries);
 
 /// Makes a table the application's own, which a null module handle names. The library's supplied
-/// texts stay behind it for the numbers that the table does not have.
+/// texts stand in for the numbers that the table does not have.
 TB_API void setApplicationStrings(std::span<const StringEntry> entries);
 #endif
 

@@ -1,3 +1,4 @@
+// The cursor is an index into the selected ids; -1 is none.
 #include "udkey/selection.h"
 
 #include <algorithm>

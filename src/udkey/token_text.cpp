@@ -83,10 +83,10 @@ void TokenText::compare(Mark& mark, std::string_view text) {
         const int wanted = static_cast<unsigned char>(c);
         const auto begin = words_.begin() + static_cast<std::ptrdiff_t>(mark.from);
         const auto end = words_.begin() + static_cast<std::ptrdiff_t>(mark.to);
-        const auto from = std::partition_point(
-            begin, end, [&](const Word& word) { return next(word) < wanted; });
-        const auto to = std::partition_point(
-            from, end, [&](const Word& word) { return next(word) == wanted; });
+        const auto from =
+            std::partition_point(begin, end, [&](const Word& word) { return next(word) < wanted; });
+        const auto to =
+            std::partition_point(from, end, [&](const Word& word) { return next(word) == wanted; });
         mark.from = static_cast<std::size_t>(from - words_.begin());
         mark.to = static_cast<std::size_t>(to - words_.begin());
         ++mark.depth;

@@ -13,12 +13,12 @@ namespace toolbox::udkey {
 
 /// The text is kept as its "$"s in their order, each with the pieces of text that follow it up to
 /// the next. Each word has the set of the "$"s whose text begins with it. A replacement removes two
-/// "$"s, adds those of the value, and lengthens the text after the "$" before: what that begins with
-/// is only ever added to.
+/// "$"s, adds those of the value, and lengthens the text after the "$" before: what that begins
+/// with is only ever added to.
 ///
-/// The "$"s bear labels that rise along the text, so that their order is one comparison. Where a new
-/// one finds no label between its neighbours, those around it are spread again, over the smallest
-/// range that is not crowded: the known way to keep a list in order at logarithmic cost.
+/// The "$"s bear labels that rise along the text, so that their order is one comparison. Where a
+/// new one finds no label between its neighbours, those around it are spread again, over the
+/// smallest range that is not crowded: the known way to keep a list in order at logarithmic cost.
 class TokenText {
   public:
     /// `words`, none of them empty and in any order, are borrowed.

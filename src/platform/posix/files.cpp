@@ -1,3 +1,4 @@
+// Files through system calls. Sharing is kept by advisory locks, and what could block is refused.
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -11,13 +12,11 @@
 #include <utility>
 #include <vector>
 
-#include "base/lz_expand.h"
 #include "platform/host.h"
-#include "platform/posix/expand.h"
+#include "platform/posix/file_copies.h"
 #include "platform/posix/file_facts.h"
 #include "platform/posix/file_names.h"
 #include "platform/posix/new_files.h"
-#include "platform/scoped_file.h"
 
 namespace toolbox::platform {
 namespace {
@@ -205,7 +204,7 @@ class PosixFiles final : public FileSystem {
 
     ErrorCode flush(FileHandle file) override {
         const int result = retried([&] { return ::fsync(descriptorOf(file)); });
-        // What has no device behind it, a pipe say, has nothing to flush.
+        // What is on no device, as /dev/null, has nothing to flush.
         return result == 0 || errno == EINVAL ? ERROR_SUCCESS : codeOf(errno, ERROR_WRITE_FAULT);
     }
 
@@ -222,7 +221,9 @@ class PosixFiles final : public FileSystem {
         return findFiles(hostPath(pattern));
     }
 
-    ErrorCode copy(const char* from, const char* to, bool failIfExists) override;
+    ErrorCode copy(const char* from, const char* to, bool failIfExists) override {
+        return copyFile(*this, from, to, failIfExists);
+    }
 
     ErrorCode replace(const char* from, const char* to) override {
         const std::string target = hostPath(to);
@@ -319,9 +320,6 @@ class PosixFiles final : public FileSystem {
     }
 
     std::int32_t expandCopy(const char* from, const char* to) override {
-        struct stat facts {};
-        if (::stat(hostPath(from).c_str(), &facts) == 0 && !S_ISREG(facts.st_mode))
-            return base::kLzBadInput;  // a device may have no end
         return expandFile(*this, from, to);
     }
 
@@ -332,34 +330,6 @@ class PosixFiles final : public FileSystem {
         return codeOf(error, otherwise);
     }
 };
-
-ErrorCode copyBytes(ScopedFile& from, ScopedFile& to) {
-    std::vector<char> buffer(256 * 1024);
-    for (;;) {
-        std::uint32_t got = 0;
-        if (const ErrorCode error = from.read(buffer.data(), buffer.size(), got)) return error;
-        if (got == 0) return ERROR_SUCCESS;
-        if (const ErrorCode error = to.write(buffer.data(), got)) return error;
-    }
-}
-
-ErrorCode PosixFiles::copy(const char* from, const char* to, bool failIfExists) {
-    ScopedFile source(*this, from, GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING);
-    if (!source.valid()) return source.error();
-    struct stat facts {};
-    if (::fstat(descriptorOf(source.handle()), &facts) != 0) return codeOf(errno);
-    if (!S_ISREG(facts.st_mode)) return ERROR_ACCESS_DENIED;  // a device may have no end
-    // The source is locked by now, so that a copy onto itself is refused here.
-    ScopedFile target(*this, to, GENERIC_WRITE, 0, failIfExists ? CREATE_NEW : CREATE_ALWAYS);
-    if (!target.valid()) return target.error();
-    if (const ErrorCode error = copyBytes(source, target)) return error;
-
-    const timespec times[] = {facts.st_atim, facts.st_mtim};
-    // A file system that keeps neither does not make the copy fail.
-    if (::fchmod(descriptorOf(target.handle()), facts.st_mode & 0777) != 0) errno = 0;
-    if (::futimens(descriptorOf(target.handle()), times) != 0) errno = 0;
-    return target.close();
-}
 
 }  // namespace
 

@@ -3,7 +3,6 @@
 #include <optional>
 
 #include "platform/host.h"
-#include "platform/posix/config_folder.h"
 #include "platform/posix/document_cache.h"
 #include "platform/posix/profile_text.h"
 #include "platform/profile_names.h"

@@ -1,3 +1,4 @@
+// The notation of profile files, in the encodings that they come in.
 #include "platform/posix/profile_text.h"
 
 #include <algorithm>

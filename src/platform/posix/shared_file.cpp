@@ -1,3 +1,4 @@
+// Reading a file whole, and replacing it under a lock that every writer takes.
 #include "platform/posix/shared_file.h"
 
 #include <fcntl.h>

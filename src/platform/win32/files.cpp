@@ -1,3 +1,4 @@
+// Files through the system calls named for the job, and LZ expansion by the system's library.
 #include <io.h>
 
 #include <array>

@@ -1,4 +1,4 @@
-// What saving a file as a whole stands on: names behind links, new files with an old one's rights.
+// What saving a file as a whole needs: names behind links, new files with an old one's rights.
 #include "platform/files/host_files.h"
 
 #if defined(_WIN32)

@@ -179,7 +179,7 @@ TEST_F(PosixProfile, AKilledProcessLeavesTheOldFileOrTheNew) {
         for (int i = 1; i < 500; ++i)
             ASSERT_EQ(read(file, "s", ("entry" + std::to_string(i)).c_str()), generation);
         seen.push_back(generation);
-        // No lock stays behind.
+        // No lock is left.
         ASSERT_EQ(write(file, "alive", "v"), 0u);
     }
     EXPECT_NE(seen.front(), seen.back()) << "no save came through";

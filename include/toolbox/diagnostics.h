@@ -28,7 +28,7 @@ class TB_API CTvTrace {
     [[nodiscard]] static unsigned long GetCurrentTraceCategoryEnabled();
 
     /// Prints the text when `category` has a bit of the mask, cut at 511 characters, and passes it
-    /// to the sink. Without a sink it is printed for nothing, on purpose; with a category that is
+    /// to the sink. Without a sink it is printed for nothing; with a category that is
     /// not traced the arguments are not looked at.
     static void Trace(unsigned long category, const char* format, ...) TB_PRINTS(2, 3);
 
@@ -36,7 +36,7 @@ class TB_API CTvTrace {
     static std::uint32_t m_eCurrentTraceCategoryEnabled;
 };
 
-// Entry points that do nothing, on purpose: applications call them throughout.
+// Entry points that do nothing: applications call them throughout.
 TB_API void Debug(const char* format, ...) TB_PRINTS(1, 2);
 TB_API void Debug2(const char* format, ...) TB_PRINTS(1, 2);
 TB_API void Debug3(const char* format, ...) TB_PRINTS(1, 2);
@@ -46,7 +46,7 @@ TB_API void DestroyConsole();
 
 /// Reports an assertion that failed and ends the program with abort(). The box shows the texts 1060
 /// to 1066 of the application's resources, the program's path, file, line and expression. Its two
-/// other answers, which the box does not offer, are heeded on purpose: Abort ends the program with
+/// other answers, which the box does not offer, count all the same: Abort ends the program with
 /// SIGABRT and exit code 3, Ignore returns.
 TB_API void _tvassert(const char* expression, const char* file, int line);
 
@@ -56,7 +56,8 @@ TB_API void _tvassert(const char* expression, const char* file, int line);
 
 namespace toolbox {
 
-/// Gets each trace that is printed. A trace made by a sink is dropped.
+/// Gets each trace that is printed. A trace made by a sink is dropped. A sink may set another one
+/// or none, which counts from the next trace on.
 using TraceSink = void (*)(unsigned long category, const char* text);
 /// Null, the initial state, is no sink. Returns the sink before.
 TB_API TraceSink setTraceSink(TraceSink sink);
@@ -75,7 +76,8 @@ enum class AssertionAnswer {
     goOn      ///< the assertion is ignored
 };
 
-/// Decides about an assertion that failed. One that fails in a handler is not brought to it.
+/// Decides about an assertion that failed. One that fails in a handler is not brought to it. A
+/// handler may set another one or none.
 using AssertionHandler = AssertionAnswer (*)(const FailedAssertion& failed);
 /// Null, the initial state, is no handler. Returns the handler before.
 TB_API AssertionHandler setAssertionHandler(AssertionHandler handler);
@@ -83,7 +85,7 @@ TB_API AssertionHandler setAssertionHandler(AssertionHandler handler);
 }  // namespace toolbox
 
 /// A stopwatch: notes named events with their times and prints them as a table. Times are whole
-/// seconds since the first event, on purpose, cut rather than rounded.
+/// seconds since the first event, cut rather than rounded.
 class TB_API Benchmark {
   public:
     /// Records only while active.

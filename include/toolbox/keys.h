@@ -2,7 +2,7 @@
 // users show in tables, reports and labels.
 //
 // UDKeyData is the record of one key. UDManager is the registry of all keys of the process, with
-// groups of keys; each manager object has besides a selection and a matching set of its own.
+// groups of keys; each manager object also has a selection and a matching set of its own.
 // TokenizerUDManager also expands label templates such as "U=$VOLT$ V".
 //
 // An application derives its manager and provides getProfilePath() and getKeyValue(). Its life:
@@ -19,6 +19,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -74,8 +75,8 @@ class TB_API UDKeyData {
     /// The text that a profile keeps of the key: "|", the description right-aligned in 64 columns,
     /// "|", the format's saved form; then, only with a header, ",", header, ",", units.
     [[nodiscard]] RWCString saveStringData() const;
-    /// Takes description and format from such a text; header and units stay as they are, on
-    /// purpose. The result is that of the format's restoreStringFormat(): on 0 the description is
+    /// Takes description and format from such a text; header and units stay as they
+    /// are. The result is that of the format's restoreStringFormat(): on 0 the description is
     /// changed all the same, and part of the format may be. A description that holds '|' does not
     /// read back.
     int restoreStringData(RWCString text);
@@ -90,9 +91,10 @@ class TB_API UDKeyData {
 
 namespace toolbox {
 
-/// Walks the keys in force, in the order of their declaration:
+/// Walks the current keys, in the order of their declaration:
 ///     for (auto it = UDManager::getKeywordIterator(); it();) use(it.key(), it.value());
-/// It may be held while records change. When the registry is emptied it is at its end.
+/// It may be held while records change. Once it has begun it stays with the keys it began with:
+/// when the registry is emptied it is at its end, also when other keys are declared afterwards.
 class TB_API KeywordIterator {
   public:
     /// Goes to the next key, at first to the first one; 0 when there is none.
@@ -105,7 +107,8 @@ class TB_API KeywordIterator {
     void reset() { next_ = 0; }
 
   private:
-    std::size_t next_ = 0;  ///< index after the key it stands on
+    std::size_t next_ = 0;       ///< index after the key it stands on
+    std::uint64_t filling_ = 0;  ///< of the registry, when it began
 };
 
 /// What a template would not have expanded, and where.
@@ -164,30 +167,43 @@ class TB_API UDManager {
 
     /// Declares a key. Refused after initUDApp(), for "no format", and for an id or a key string
     /// that is declared already.
+    ///
+    /// The key string is the name of the key's line in the profile file, and the word that a
+    /// template has between two "$". So it wants at least one character that is no blank, no blanks
+    /// at its ends, no "=", no "$", no line break or NUL, no "[" in front, and to differ from other
+    /// key strings not by case alone. Others are taken; but a key whose string no line can have as
+    /// its name (getUnsavableKeys() tells) is never saved, and one with "$" in it never expanded.
     int addKey(UINT id, UDKeyData& data);
-    /// Restores every declared key from the profile, sets the matching set to all keys and returns
-    /// the number of keys restored. A key without a valid line stays as declared. 0 and nothing
-    /// done when called again, or while the profile's path is empty.
+    /// Restores every declared key from the profile, which is read once, sets the matching set to
+    /// all keys and returns the number of keys restored. A key without a valid line stays as
+    /// declared. 0 and nothing done when called again, or while the profile's path is empty.
     UINT initUDApp();
     /// Removes all keys and groups, and this manager's selection and matching set. Keys can be
     /// declared anew then. 0 before initUDApp().
     int freeUDApp();
     /// 1 from initUDApp() to freeUDApp().
     [[nodiscard]] int isInitialized() const;
-    /// Writes one key's line; 0 when the key is not known or the write failed, and the old file is
-    /// then as it was. A line break ends the line: what a description has after one is not saved.
-    /// Profile files ignore the case of names, so keys that differ only in case share one line.
+    /// Writes one key's line; 0 when the key is not known, no line can have its name, or the write
+    /// failed, and the old file is then as it was. A line break ends the line: what a description
+    /// has after one is not saved. Profile files ignore the case of names, so keys that differ only
+    /// in case share one line.
     int saveKey(UINT id);
-    /// Writes all keys at once, far faster than one by one. 1 when all are in the file; on failure
-    /// 0 and the old file, but on Windows the keys before the one that failed may be written.
+    /// Writes all keys at once, far faster than one by one. 1 when all are in the file. When there
+    /// are keys that getUnsavableKeys() names, the others are saved and the result is 0. When the
+    /// write fails, 0 and the old file, but on Windows the keys before the one that failed may be
+    /// written.
     int saveAllKeys();
+    /// The keys whose string no line of a profile can have as its name: an empty or blank one, one
+    /// with "=", a line break or NUL in it, or with "[" as its first character. In the order of
+    /// their declaration; also before initUDApp().
+    [[nodiscard]] RWTValOrderedVector<UINT> getUnsavableKeys() const;
     /// Puts the record back to what the application declared; the profile keeps its line until the
     /// next saveKey(). 0 before initUDApp() or when the key is not known.
     int resetKey(UINT id);
 
     /// 1 when there is a key with that id.
     [[nodiscard]] int contains(UINT id) const;
-    /// 0xFFFFFFFF before initUDApp(), on purpose unlike the getters below, and for an unknown key.
+    /// 0xFFFFFFFF for an unknown key, and, unlike the getters below, before initUDApp().
     [[nodiscard]] UINT getId(const RWCString& key) const;
     // An unknown key has empty texts and an empty record.
     [[nodiscard]] RWCString getKey(UINT id) const;
@@ -200,10 +216,10 @@ class TB_API UDManager {
     /// The record's units, or those of getKeyUnits() when they are exactly "TVUNITS".
     RWCString getUnitsStr(UINT id);
     /// Gives the key's format to `out`, which takes only its own kind. 0 when the key is not known;
-    /// 1 otherwise, on purpose also when `out` did not take it.
+    /// 1 otherwise, also when `out` did not take it.
     int getKeyFormat(UINT id, FormatType& out) const;
 
-    // Changes of the record in force, after initUDApp(). They do not write the profile: saveKey()
+    // Changes of the current record, after initUDApp(). They do not write the profile: saveKey()
     // does.
     int setKeyDesc(UINT id, const RWCString& description);
     /// Takes only a format of the class of the key's own; a formatted value is refused.
@@ -221,13 +237,15 @@ class TB_API UDManager {
 
     // Selection: ids of keys in the order in which they were selected, each once, and a cursor.
     // From here on every operation needs initUDApp(); before it, it does nothing and answers 0,
-    // 0xFFFFFFFF for an id, or an empty list.
+    // 0xFFFFFFFF for an id, or an empty list. The lists of a manager belong to the keys: every
+    // manager has an empty selection, and matches all keys, when it is new and when keys were
+    // declared anew.
 
     /// Appends a key that is not selected yet and puts the cursor on it.
     int addSelectionId(UINT id);
     /// Replaces the selection by a list, an id that comes twice counting once; the cursor is on the
     /// id when there is only one, else nowhere. 0 for an empty list or one with an id that is no
-    /// key: the selection stays and only the cursor is lost, on purpose.
+    /// key: the selection stays and only the cursor is lost.
     int setSelection(const RWTValOrderedVector<UINT>& ids);
     /// Selects one key only. The former selection is lost even when the id is no key.
     int setSelection(UINT id);
@@ -250,7 +268,7 @@ class TB_API UDManager {
     // Matching: the keys and groups that a search or a template takes into account.
 
     /// Takes over a list of keys and groups, an id that comes twice counting once. 0 for an empty
-    /// one. With an id that is neither, all keys match afterwards, on purpose, and the result is 0.
+    /// one. With an id that is neither, all keys match afterwards, and the result is 0.
     int setMatching(const RWTValOrderedVector<UINT>& ids);
     // Add a key or a group to the set, and take it out. 0 when it is neither, when it is in the set
     // already, or when it is not in it.
@@ -258,7 +276,7 @@ class TB_API UDManager {
     int removeMatchingId(UINT id);
     /// All keys match, in the order of their declaration.
     void resetMatching();
-    /// 1 when the id itself is in the set; the keys of a group that is in it are not, on purpose.
+    /// 1 when the id itself is in the set; the keys of a group that is in it are not.
     [[nodiscard]] int isMatching(UINT id) const;
     /// The set with its groups replaced by their keys, each key once, where it comes first.
     [[nodiscard]] RWTValOrderedVector<UINT> getMatching() const;
@@ -286,10 +304,12 @@ class TB_API UDManager {
 
   private:
     friend class TokenizerUDManager;
+    /// The lists that belong to the current keys; null before initUDApp().
+    toolbox::udkey::ManagerState* lists() const;
     /// Appends what getFormatedString() gives.
     void appendFormatted(const toolbox::udkey::KeyEntry& entry, int strip, std::string& out);
 
-    std::unique_ptr<toolbox::udkey::ManagerState> state_;
+    std::shared_ptr<toolbox::udkey::ManagerState> state_;  ///< never null, shared for a call only
 };
 
 /// The manager that expands tokens: "$" + key string + "$" in a text stands for the current value
@@ -302,10 +322,14 @@ class TB_API TokenizerUDManager : public UDManager {
     ///
     /// The rule, in every detail: the text is split into words at each "$". For each word in turn
     /// that is a valid token, replaceValue() acts on the result so far; the first that fails ends
-    /// the expansion. So, on purpose: text between tokens that is itself a key counts as a token; a
+    /// the expansion. So text between tokens that is itself a key counts as a token; a
     /// value that holds "$" is searched as well; an unknown "$VOLTS$" is taken for a later
     /// "$VOLT$". checkTemplate() finds such templates. Time is proportional to the length of the
-    /// result but in these cases.
+    /// result; in these cases to n log n, n being the length of the text and all values, and for
+    /// each token that is replaced to the length of the longest key string besides.
+    ///
+    /// getKeyValue() may do anything but change `text`: what it makes a token, or no token any
+    /// more, counts from the next word on, and when it deletes the manager the words after it stay.
     RWCString getParseString(const RWCString& text, int strip);
 
     /// 1 when the word is the key string of a key in the matching set.

@@ -13,6 +13,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <ctime>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -86,7 +87,9 @@ class TB_API FileSystem {
     /// Opens as CreateFile does. `access` is GENERIC_READ and/or GENERIC_WRITE, `share` FILE_SHARE_
     /// flags, `disposition` CREATE_NEW to TRUNCATE_EXISTING. `out` is kNoFile on failure. Linux
     /// refuses a second user by advisory locks (flock) where the share modes of both deny
-    /// something; one that opens for everything to be shared is not refused there.
+    /// something; one that opens for everything to be shared is not refused there. Files and
+    /// devices can be opened; a pipe or socket of the name is refused with ERROR_ACCESS_DENIED and
+    /// never waited for.
     virtual ErrorCode open(const char* name, std::uint32_t access, std::uint32_t share,
                            std::uint32_t disposition, FileHandle& out) = 0;
     /// Closes the file, on failure too; the handle means nothing afterwards.
@@ -125,10 +128,43 @@ class TB_API FileSystem {
     virtual std::vector<FoundFile> find(const char* pattern) = 0;
 
     /// Copies bytes and attributes. An existing `to` is replaced unless `failIfExists`
-    /// (ERROR_FILE_EXISTS). A failed copy may leave a partial `to`.
+    /// (ERROR_FILE_EXISTS). A failed copy may leave a partial `to`. A `from` that is no regular
+    /// file gives ERROR_ACCESS_DENIED.
     virtual ErrorCode copy(const char* from, const char* to, bool failIfExists) = 0;
-    /// Renames, replacing `to` in one step: at every moment `to` is the old file or the new one.
+    /// Renames, replacing `to` in one step: at every moment `to` is the old file or the new one. A
+    /// link of that name is replaced, not followed.
     virtual ErrorCode replace(const char* from, const char* to) = 0;
+
+    // What saving a file as a whole needs: followLinks() finds the file, createLike() makes the new
+    // one beside it, flush() and replace() put it in place, flushFolderOf() makes that last. A file
+    // system that does not override them follows no links and creates files with default rights.
+
+    /// `target` is the name of the regular file that `name` leads to through symbolic links; `name`
+    /// itself when it is no link. ERROR_FILE_NOT_FOUND when there is no file: `target` is then the
+    /// name under which opening `name` would create it (on Windows `name`). What is there but no
+    /// regular file gives ERROR_ACCESS_DENIED.
+    virtual ErrorCode followLinks(const char* name, std::string& target) {
+        target = name ? name : "";
+        return exists(name) ? ERROR_SUCCESS : ERROR_FILE_NOT_FOUND;
+    }
+    /// Creates a file and opens it for reading and writing, shared as `share` says.
+    /// ERROR_FILE_EXISTS when the name is taken, be it by a link that leads nowhere. `like` names
+    /// the file whose place the new one will take: the new one has its rights before it has a byte,
+    /// and until then nobody else can open it. On Linux these are the permissions without set-id
+    /// and sticky bits, the access list, and owner and group where the user may set them (a group
+    /// that cannot be set gets no more than everybody has); on Windows the access list. When `like`
+    /// is null or not there the new file has default rights.
+    virtual ErrorCode createLike(const char* name, const char* like, std::uint32_t share,
+                                 FileHandle& out) {
+        (void)like;
+        return open(name, GENERIC_READ | GENERIC_WRITE, share, CREATE_NEW, out);
+    }
+    /// Forces to the device that `name` was created, replaced or removed in its folder.
+    virtual ErrorCode flushFolderOf(const char* name) {
+        (void)name;
+        return ERROR_SUCCESS;
+    }
+
     /// Removes a file; a folder is refused.
     virtual ErrorCode remove(const char* name) = 0;
     /// Creates an empty file with a new name, which begins with up to three characters of `prefix`
@@ -188,6 +224,11 @@ class TB_API ProfileStore {
     /// file where the system does not read it anew for each call, as Windows may.
     virtual bool read(const char* file, const char* section, const char* entry,
                       const char* fallback, char* out, int size) = 0;
+
+    /// What read() tells of each of these entries, uncut, in one go; none for an entry that is not
+    /// there. One visit to the file, where a store that does not override it reads each.
+    virtual std::vector<std::optional<std::string>> readMany(const char* file, const char* section,
+                                                             std::span<const char* const> entries);
 
     /// Stores one text; null removes the entry. Success means that it is in the file. A value ends
     /// at its first line break; blanks and quotes around it are lost when it is read.
@@ -254,7 +295,7 @@ class TB_API SystemInfo {
     virtual LocalDate today() = 0;
     /// Seconds since 1970. The standard library's clock on every system; tests set another.
     virtual std::time_t now() { return std::time(nullptr); }
-    /// Bytes of address space that the process can still take, whether or not memory stands behind
+    /// Bytes of address space that the process can still take, whether or not there is memory for
     /// them.
     virtual std::uint64_t availableVirtualMemory() = 0;
     /// Milliseconds since some moment; after 0xFFFFFFFF comes 0.
@@ -310,7 +351,7 @@ struct StringEntry {
 TB_API HINSTANCE registerStrings(std::span<const StringEntry> entries);
 
 /// Makes a table the application's own, which a null module handle names. The library's supplied
-/// texts stay behind it for the numbers that the table does not have.
+/// texts stand in for the numbers that the table does not have.
 TB_API void setApplicationStrings(std::span<const StringEntry> entries);
 #endif
 

@@ -2,6 +2,8 @@
 // and, on Windows, waiting with a live user interface, finding windows and starting programs.
 //
 // All of it is for the user-interface thread; tables and waits are shared by the whole process.
+// While Sleep() waits and ExecApp() asks, messages are handled: what they lead to may destroy any
+// window or object, the owner of the call included, and wait or ask itself.
 #pragma once
 
 #include "toolbox/export.h"
@@ -67,7 +69,7 @@ TB_API HWND FindWin(const char* text, HWND except);
 TB_API int IsAppRunning(const toolbox::RunningApp* app);
 
 /// Starts a program in a console of its own. `program` names an .EXE, with or without that
-/// extension; on purpose a bare name is looked for in the current folder only. `commandLine` is
+/// extension; a bare name is looked for in the current folder only. `commandLine` is
 /// passed on as it is, null when there is none. A program that is not found is looked up in the
 /// section "programs" of the user's profile (win.ini), under its name in capitals; then the user
 /// may browse for it, and the place is stored there.

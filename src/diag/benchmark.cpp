@@ -1,3 +1,4 @@
+// A stopwatch of named events. Its numbers are those of its documented table: whole seconds.
 #include <algorithm>
 #include <cerrno>
 #include <cstring>

@@ -1,3 +1,5 @@
+// The file dialog that asks for a program, with a hook that tells whether it is in the folder
+// shown.
 #include "diag/browse_win32.h"
 
 #include <cderr.h>

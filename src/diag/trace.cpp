@@ -1,3 +1,4 @@
+// Traces, and the entry points that do nothing.
 #include <cstdarg>
 #include <utility>
 

@@ -1,3 +1,4 @@
+// Words and classes of windows, and windows by title.
 #include <cstring>
 
 #include "toolbox/processes.h"

@@ -1,10 +1,12 @@
-// What both profile stores do before they reach a file.
+// What both profile stores do to names and values.
 #pragma once
 
 #include <algorithm>
 #include <cstring>
+#include <string>
 #include <string_view>
 
+#include "base/trimmed.h"
 #include "toolbox/platform.h"
 
 namespace toolbox::platform {
@@ -29,14 +31,32 @@ inline constexpr std::string_view kProfileBlanks = " \t\v\f\r\n\x1A";
            text.find_first_of("=\r\n") == std::string_view::npos;
 }
 
+/// The text without one pair of quotes around it.
+[[nodiscard]] inline std::string_view withoutQuotes(std::string_view text) {
+    const bool quoted = text.size() >= 2 && text.front() == text.back() &&
+                        (text.front() == '"' || text.front() == '\'');
+    return quoted ? text.substr(1, text.size() - 2) : text;
+}
+
 /// A default as the system hands it out: without quotes around it and without spaces at its end, of
 /// which one alone stays.
 [[nodiscard]] inline std::string_view shownDefault(const char* fallback) {
     std::string_view text = fallback ? fallback : "";
     while (text.size() > 1 && text.ends_with(' ')) text.remove_suffix(1);
-    const bool quoted = text.size() >= 2 && text.front() == text.back() &&
-                        (text.front() == '"' || text.front() == '\'');
-    return quoted ? text.substr(1, text.size() - 2) : text;
+    return withoutQuotes(text);
+}
+
+/// A value as the system hands it out: without the blanks around it, then without such quotes.
+[[nodiscard]] inline std::string_view shownValue(std::string_view text) {
+    return withoutQuotes(base::trimmed(text, kProfileBlanks));
+}
+
+/// Names are equal when their letters A to Z and all other bytes are, but for blanks around them.
+[[nodiscard]] inline std::string foldedName(std::string_view name) {
+    std::string result(base::trimmed(name, kProfileBlanks));
+    for (char& c : result)
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    return result;
 }
 
 inline void copyCut(std::string_view text, char* out, int size) {

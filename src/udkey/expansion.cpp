@@ -1,6 +1,9 @@
+// The pass from left to right, and the search that takes over where it may go wrong.
 #include "udkey/expansion.h"
 
-#include "udkey/dollars.h"
+#include <vector>
+
+#include "udkey/token_text.h"
 
 namespace toolbox::udkey {
 
@@ -35,7 +38,8 @@ std::string Expansion::run() {
         const KeyEntry* key = word.empty() ? nullptr : source_.token(word);
         if (!key) continue;
         if (!replaceInPlace(i, *key)) {
-            search(i);
+            out_ += text_.substr(copied_);
+            while (i < words_.count()) i = search(i);
             return std::move(out_);
         }
     }
@@ -67,19 +71,31 @@ void Expansion::copyTo(std::size_t word) {
     wordsDone_ = word;
 }
 
-void Expansion::search(std::size_t firstWord) {
-    out_ += text_.substr(copied_);
-    std::string value;
-    for (std::size_t i = firstWord; i < words_.count(); ++i) {
-        const std::string_view word = words_[i];
-        const KeyEntry* key = word.empty() ? nullptr : source_.token(word);
+/// Goes on with the words from this one on; returns the word from which another search has to.
+std::size_t Expansion::search(std::size_t firstWord) {
+    const auto keyOf = [this](std::string_view word) {
+        return word.empty() ? nullptr : source_.token(word);
+    };
+    std::vector<std::string_view> tokens;
+    for (std::size_t i = firstWord; i < words_.count(); ++i)
+        if (keyOf(words_[i])) tokens.push_back(words_[i]);
+    TokenText result(std::move(out_), std::move(tokens));
+
+    std::size_t i = firstWord;
+    for (; i < words_.count(); ++i) {
+        const KeyEntry* key = keyOf(words_[i]);
         if (!key) continue;
-        const TokenPlace place = findToken(out_, word);
-        if (!place.found()) return;
-        value.clear();
+        if (!result.knows(words_[i])) break;  // the application made it a token meanwhile
+        if (!result.canReplace(words_[i])) {
+            i = words_.count();
+            break;
+        }
+        std::string value;
         source_.appendValue(*key, value);
-        out_.replace(place.start, place.end + 1 - place.start, value);
+        result.replace(words_[i], std::move(value));
     }
+    out_ = result.text();
+    return i;
 }
 
 }  // namespace toolbox::udkey

@@ -3,8 +3,10 @@
 // The rule is that of TokenizerUDManager::getParseString(): for each word of the template that is a
 // token, the first "$" + word in the result so far, through the next "$", gives way to the value.
 // In a template of the usual shape that place is always the token itself, and one pass from left to
-// right gives the same result. Expansion takes that pass as long as it can tell so, and searches
-// the result, word by word, from the first word on for which it cannot.
+// right gives the same result. Expansion takes that pass as long as it can tell so. From the first
+// word on for which it cannot, it searches the result, kept as a TokenText. With n the length of
+// the template and its values the cost is n log n, and the longest token's length more for each
+// token that is replaced.
 #pragma once
 
 #include <set>
@@ -40,7 +42,7 @@ class Expansion {
   private:
     [[nodiscard]] bool replaceInPlace(std::size_t word, const KeyEntry& key);
     void copyTo(std::size_t word);
-    void search(std::size_t firstWord);
+    [[nodiscard]] std::size_t search(std::size_t firstWord);
 
     std::string_view text_;
     TemplateWords words_;

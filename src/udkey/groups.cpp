@@ -1,3 +1,4 @@
+// Groups know their members and the groups they are in, so that both are found from either end.
 #include "udkey/groups.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// The record of one key, and the text that a profile keeps of it.
 #include <algorithm>
 #include <string_view>
 

@@ -1,5 +1,7 @@
 // Dictionaries that a template asks for each of its words: one block of memory each, so that an
-// answer costs one visit to it, and nothing is ever taken out but everything.
+// answer costs one visit to it. Ids and words are the application's, so hashing is one product.
+// BlockLookup is another table: its identifiers come from files, which must not be able to make them
+// collide, and lie in a list of its caller. bench/udkey measures this one, bench/file/block that one.
 #pragma once
 
 #include <bit>
@@ -13,8 +15,7 @@
 
 namespace toolbox::udkey {
 
-/// Slots that a hash is the start of a search in. `Slot` has isFree() and hash(), which is of 32
-/// bits; the caller compares the rest.
+/// A linear-probing table. `Slot` has isFree() and a 32-bit hash(); the caller compares the rest.
 template <class Slot>
 class Slots {
   public:
@@ -35,6 +36,21 @@ class Slots {
         if ((used_ + 1) * 2 > slots_.size()) grow();
         place(slot);
         ++used_;
+    }
+
+    /// Removes a slot that search() found. Those after it whose search comes by move up.
+    void remove(const Slot* found) {
+        const std::size_t mask = slots_.size() - 1;
+        auto hole = static_cast<std::size_t>(found - slots_.data());
+        slots_[hole] = Slot();
+        --used_;
+        for (std::size_t at = (hole + 1) & mask; !slots_[at].isFree(); at = (at + 1) & mask) {
+            const std::size_t fromHome = (at - home(slots_[at].hash())) & mask;
+            if (fromHome < ((at - hole) & mask)) continue;
+            slots_[hole] = slots_[at];
+            slots_[at] = Slot();
+            hole = at;
+        }
     }
 
   private:
@@ -62,17 +78,23 @@ class Slots {
     int shift_ = 0;
 };
 
-/// Something for each id.
+/// Map from id to T.
 template <class T>
 class ById {
   public:
     void clear() { slots_.clear(); }
-    /// Of an id that is not there yet.
+    /// The id must not be there yet.
     void add(UINT id, T value) { slots_.add({id, true, value}); }
     [[nodiscard]] const T* find(UINT id) const {
-        const Slot* slot = slots_.search(UDManager::hashUINT(id),
-                                         [id](const Slot& other) { return other.id == id; });
+        const Slot* slot = slotOf(id);
         return slot && slot->used ? &slot->value : nullptr;
+    }
+    /// False when there is none.
+    bool remove(UINT id) {
+        const Slot* slot = slotOf(id);
+        if (!slot || !slot->used) return false;
+        slots_.remove(slot);
+        return true;
     }
 
   private:
@@ -83,6 +105,10 @@ class ById {
         [[nodiscard]] bool isFree() const { return !used; }
         [[nodiscard]] std::uint32_t hash() const { return UDManager::hashUINT(id); }
     };
+    [[nodiscard]] const Slot* slotOf(UINT id) const {
+        return slots_.search(UDManager::hashUINT(id),
+                             [id](const Slot& other) { return other.id == id; });
+    }
     Slots<Slot> slots_;
 };
 
@@ -139,12 +165,12 @@ template <class Part>
     return true;
 }
 
-/// What has a key(), by that.
+/// Table of entries, each found by its key().
 template <class T>
 class ByKey {
   public:
     void clear() { slots_.clear(); }
-    /// What has a key that is not there yet. It is borrowed.
+    /// Borrows an entry; its key must not be there yet.
     void add(T& value) { slots_.add({&value, hashOf(value.key())}); }
     [[nodiscard]] T* find(std::string_view key) const {
         const std::uint32_t hash = hashOf(key);

@@ -1,4 +1,7 @@
-// The registry's face: declaring keys, restoring and saving them, their fields.
+// The registry as applications see it: declaring keys, restoring and saving them, their fields,
+// and walking them.
+#include <optional>
+
 #include "udkey/key_profile.h"
 #include "udkey/shared.h"
 
@@ -37,11 +40,10 @@ RWCString textOf(const Name& name, RWCString (UDKeyData::*text)() const) {
 }
 
 /// Takes over a stored record; one that is not valid leaves the key as it was.
-bool restore(KeyEntry& entry, const KeyProfile& profile) {
-    const RWCString record = profile.read(entry.data().getKeyStr());
-    if (record.empty()) return false;
+bool restore(KeyEntry& entry, const std::optional<std::string>& record) {
+    if (!record || record->empty()) return false;
     UDKeyData restored = entry.data();
-    if (!restored.restoreStringData(record)) return false;
+    if (!restored.restoreStringData(*record)) return false;
     entry.data() = restored;
     return true;
 }
@@ -52,12 +54,14 @@ KeyProfile::Line lineOf(const KeyEntry& entry) {
 
 }  // namespace
 
-UDManager::UDManager() : state_(std::make_unique<udkey::ManagerState>()) {}
+UDManager::UDManager() : state_(std::make_shared<udkey::ManagerState>()) {}
 
 UDManager::UDManager(const UDManager& other)
-    : state_(std::make_unique<udkey::ManagerState>(*other.state_)) {}
+    : state_(std::make_shared<udkey::ManagerState>(*other.state_)) {}
 
-UDManager::~UDManager() = default;
+UDManager::~UDManager() {
+    state_->managerIsGone = true;
+}
 
 UDManager& UDManager::operator=(const UDManager& other) {
     *state_ = *other.state_;
@@ -90,13 +94,15 @@ int UDManager::addKey(UINT id, UDKeyData& data) {
 }
 
 UINT UDManager::initUDApp() {
-    Shared* all = shared().get();
-    if (!all || all->initialized) return 0;
+    if (!shared() || shared()->initialized) return 0;
     const KeyProfile profile(getProfilePath());
-    if (!profile.isReady()) return 0;
+    Shared* all = shared().get();  // only here: the application ran
+    if (!all || all->initialized || !profile.isReady()) return 0;
     all->initialized = true;
+    const auto records = profile.read(all->keys.entries());
     UINT restored = 0;
-    for (KeyEntry& entry : all->keys.entries()) restored += restore(entry, profile);
+    auto record = records.begin();
+    for (KeyEntry& entry : all->keys.entries()) restored += restore(entry, *record++);
     resetMatching();
     return restored;
 }
@@ -114,17 +120,29 @@ int UDManager::isInitialized() const {
 }
 
 int UDManager::saveKey(UINT id) {
+    const KeyProfile profile(getProfilePath());
     const KeyEntry* entry = findKey(id);
-    return entry && KeyProfile(getProfilePath()).write({lineOf(*entry)});
+    return entry && KeyProfile::isSavable(*entry) && profile.write({lineOf(*entry)});
 }
 
 int UDManager::saveAllKeys() {
+    const KeyProfile profile(getProfilePath());
     const Shared* all = shared().get();
     if (!all) return 0;
     std::vector<KeyProfile::Line> lines;
     lines.reserve(all->keys.entries().size());
-    for (const KeyEntry& entry : all->keys.entries()) lines.push_back(lineOf(entry));
-    return KeyProfile(getProfilePath()).write(lines);
+    for (const KeyEntry& entry : all->keys.entries())
+        if (KeyProfile::isSavable(entry)) lines.push_back(lineOf(entry));
+    return profile.write(lines) && lines.size() == all->keys.entries().size();
+}
+
+RWTValOrderedVector<UINT> UDManager::getUnsavableKeys() const {
+    RWTValOrderedVector<UINT> ids;
+    const Shared* all = shared().get();
+    if (!all) return ids;
+    for (const KeyEntry& entry : all->keys.entries())
+        if (!KeyProfile::isSavable(entry)) ids.append(entry.id());
+    return ids;
 }
 
 int UDManager::resetKey(UINT id) {
@@ -201,4 +219,30 @@ int UDManager::setKeyFormat(UINT id, const FormatType& format) {
 
 toolbox::KeywordIterator UDManager::getKeywordIterator() {
     return {};
+}
+
+/// The entry that an iterator stands on, or null. `index` is counted from 1.
+static const KeyEntry* entryAt(std::size_t index, std::uint64_t filling) {
+    const Shared* all = shared().get();
+    if (!all || index == 0 || all->filling != filling) return nullptr;
+    const auto& entries = all->keys.entries();
+    return index <= entries.size() ? &entries[index - 1] : nullptr;
+}
+
+int toolbox::KeywordIterator::operator()() {
+    if (next_ == 0 && shared()) filling_ = shared()->filling;
+    if (!entryAt(next_ + 1, filling_)) return 0;
+    ++next_;
+    return 1;
+}
+
+UINT toolbox::KeywordIterator::key() const {
+    const KeyEntry* entry = entryAt(next_, filling_);
+    return entry ? entry->id() : udkey::kNoId;
+}
+
+const UDKeyData& toolbox::KeywordIterator::value() const {
+    static const UDKeyData none;
+    const KeyEntry* entry = entryAt(next_, filling_);
+    return entry ? entry->data() : none;
 }

@@ -1,4 +1,4 @@
-// Selection, matching set and groups, each behind the test that the keys are restored.
+// Selection, matching set and groups. Nothing is done before the keys are restored.
 #include "toolbox/platform.h"
 #include "udkey/shared.h"
 
@@ -20,17 +20,23 @@ bool isKeyOrGroup(UINT id) {
 
 }  // namespace
 
+udkey::ManagerState* UDManager::lists() const {
+    const Shared* all = ready();
+    return all ? &state_->of(*all) : nullptr;
+}
+
 int UDManager::addSelectionId(UINT id) {
-    return isKey(id) && state_->selection.add(id);
+    return isKey(id) && lists()->selection.add(id);
 }
 
 int UDManager::setSelection(const RWTValOrderedVector<UINT>& ids) {
-    if (!ready()) return 0;
-    state_->selection.leave();
+    udkey::ManagerState* own = lists();
+    if (!own) return 0;
+    own->selection.leave();
     if (ids.isEmpty()) return 0;
     for (const UINT id : ids)
         if (!isKey(id)) return 0;
-    state_->selection.assign(ids);
+    own->selection.assign(ids);
     return 1;
 }
 
@@ -40,28 +46,33 @@ int UDManager::setSelection(UINT id) {
 }
 
 void UDManager::resetSelection() {
-    if (ready()) state_->selection.clear();
+    if (udkey::ManagerState* own = lists()) own->selection.clear();
 }
 
 int UDManager::setFirstSelection() {
-    return ready() && state_->selection.moveToFirst();
+    udkey::ManagerState* own = lists();
+    return own && own->selection.moveToFirst();
 }
 
 int UDManager::setNextSelection() {
-    return ready() && state_->selection.moveToNext();
+    udkey::ManagerState* own = lists();
+    return own && own->selection.moveToNext();
 }
 
 UINT UDManager::getSelectionId() const {
-    return ready() ? state_->selection.current().value_or(udkey::kNoId) : udkey::kNoId;
+    udkey::ManagerState* own = lists();
+    return own ? own->selection.current().value_or(udkey::kNoId) : udkey::kNoId;
 }
 
 int UDManager::setSelectionId(UINT id) {
-    return ready() && state_->selection.moveTo(id);
+    udkey::ManagerState* own = lists();
+    return own && own->selection.moveTo(id);
 }
 
 const RWTValOrderedVector<UINT>& UDManager::getSelection() const {
     static const RWTValOrderedVector<UINT> none;
-    return ready() ? state_->selection.ids() : none;
+    udkey::ManagerState* own = lists();
+    return own ? own->selection.ids() : none;
 }
 
 int UDManager::setSelTokenToClip() {
@@ -72,40 +83,40 @@ int UDManager::setSelTokenToClip() {
 }
 
 int UDManager::setMatching(const RWTValOrderedVector<UINT>& ids) {
-    if (!ready() || ids.isEmpty()) return 0;
+    udkey::ManagerState* own = lists();
+    if (!own || ids.isEmpty()) return 0;
     for (const UINT id : ids) {
         if (isKeyOrGroup(id)) continue;
         resetMatching();
         return 0;
     }
-    state_->matching.assign(ids);
+    own->matching.assign(ids);
     return 1;
 }
 
 int UDManager::addMatchingId(UINT id) {
-    return isKeyOrGroup(id) && state_->matching.add(id);
+    return isKeyOrGroup(id) && lists()->matching.add(id);
 }
 
 int UDManager::removeMatchingId(UINT id) {
-    return ready() && state_->matching.remove(id);
+    udkey::ManagerState* own = lists();
+    return own && own->matching.remove(id);
 }
 
 void UDManager::resetMatching() {
-    const Shared* all = ready();
-    if (!all) return;
-    freeMatchingKey();
-    for (const udkey::KeyEntry& entry : all->keys.entries()) state_->matching.add(entry.id());
+    if (const Shared* all = ready()) lists()->matchAll(*all);
 }
 
 int UDManager::isMatching(UINT id) const {
-    return ready() && state_->matching.contains(id);
+    const udkey::ManagerState* own = lists();
+    return own && own->matching.contains(id);
 }
 
 RWTValOrderedVector<UINT> UDManager::getMatching() const {
     const Shared* all = ready();
     if (!all) return {};
     udkey::Descent keys(all->groups, false);
-    for (const UINT id : state_->matching.ids()) {
+    for (const UINT id : lists()->matching.ids()) {
         if (all->groups.isGroup(id)) {
             keys.addBelow(id);
         } else if (all->keys.contains(id)) {
@@ -117,7 +128,7 @@ RWTValOrderedVector<UINT> UDManager::getMatching() const {
 }
 
 void UDManager::freeMatchingKey() {
-    if (ready()) state_->matching.clear();
+    if (udkey::ManagerState* own = lists()) own->matching.clear();
 }
 
 int UDManager::createGroup(UINT gid) {

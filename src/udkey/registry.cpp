@@ -1,3 +1,4 @@
+// Declaring keys.
 #include "udkey/registry.h"
 
 namespace toolbox::udkey {
@@ -17,7 +18,7 @@ KeyEntry::KeyEntry(UINT id, const UDKeyData& data)
       kind_(kindOf(*data.getFormat())),
       key_(data.getKeyStr().str()),
       declared_(data),
-      inForce_(data) {}
+      current_(data) {}
 
 bool KeyRegistry::add(UINT id, const UDKeyData& data) {
     const RWCString key = data.getKeyStr();

@@ -1,4 +1,4 @@
-// The declared keys by id and by key string, and what is in force of each.
+// The declared keys by id and by key string, each as declared and as it is.
 #pragma once
 
 #include <bitset>
@@ -21,19 +21,19 @@ class KeyEntry {
 
     [[nodiscard]] UINT id() const { return id_; }
     [[nodiscard]] std::string_view key() const { return key_; }
-    /// Of the format in force; it never changes, as only a format of the same class is taken.
+    /// Of the current format; it never changes, as only a format of the same class is taken.
     [[nodiscard]] FormatKind kind() const { return kind_; }
-    [[nodiscard]] const UDKeyData& data() const { return inForce_; }
-    [[nodiscard]] UDKeyData& data() { return inForce_; }
+    [[nodiscard]] const UDKeyData& data() const { return current_; }
+    [[nodiscard]] UDKeyData& data() { return current_; }
     /// Back to what the application declared.
-    void reset() { inForce_ = declared_; }
+    void reset() { current_ = declared_; }
 
   private:
     UINT id_;
     FormatKind kind_;
     std::string key_;  ///< as declared
     UDKeyData declared_;
-    UDKeyData inForce_;
+    UDKeyData current_;
 };
 
 class KeyRegistry {

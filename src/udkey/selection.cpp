@@ -1,3 +1,4 @@
+// The cursor is an index into the selected ids; -1 is none.
 #include "udkey/selection.h"
 
 #include <algorithm>
@@ -38,7 +39,7 @@ bool Selection::moveTo(UINT id) {
     return true;
 }
 
-std::optional<UINT> Selection::current() const {
+std::optional<UINT> Selection::current() {
     if (current_ < 0) return std::nullopt;
     return ids()[static_cast<std::size_t>(current_)];
 }

@@ -1,3 +1,4 @@
+// The manager that expands tokens.
 #include "udkey/expansion.h"
 #include "udkey/shared.h"
 
@@ -10,10 +11,11 @@ int TokenizerUDManager::isTokenizeUDManager() {
 namespace {
 
 /// The key of a word, if its id is in the matching set.
-const udkey::KeyEntry* matchingKey(std::string_view word, const udkey::IdList& matching) {
+const udkey::KeyEntry* matchingKey(std::string_view word, udkey::ManagerState& state) {
     const udkey::Shared* all = udkey::ready();
     const udkey::KeyEntry* entry = all ? all->keys.find(word) : nullptr;
-    const bool valid = entry && entry->id() != udkey::kNoId && matching.contains(entry->id());
+    const bool valid =
+        entry && entry->id() != udkey::kNoId && state.of(*all).matching.contains(entry->id());
     return valid ? entry : nullptr;
 }
 
@@ -22,9 +24,10 @@ const udkey::KeyEntry* matchingKey(std::string_view word, const udkey::IdList& m
 RWCString TokenizerUDManager::getParseString(const RWCString& text, int strip) {
     class Source final : public udkey::TokenSource {
       public:
-        Source(TokenizerUDManager& manager, int strip) : manager_(manager), strip_(strip) {}
+        Source(TokenizerUDManager& manager, int strip)
+            : manager_(manager), state_(manager.state_), strip_(strip) {}
         const udkey::KeyEntry* token(std::string_view word) override {
-            return matchingKey(word, manager_.state_->matching);
+            return state_->managerIsGone ? nullptr : matchingKey(word, *state_);
         }
         void appendValue(const udkey::KeyEntry& key, std::string& out) override {
             manager_.appendFormatted(key, strip_, out);
@@ -32,6 +35,7 @@ RWCString TokenizerUDManager::getParseString(const RWCString& text, int strip) {
 
       private:
         TokenizerUDManager& manager_;
+        std::shared_ptr<udkey::ManagerState> state_;  ///< outlives a manager that a value deletes
         int strip_;
     };
     Source source(*this, strip);
@@ -39,7 +43,7 @@ RWCString TokenizerUDManager::getParseString(const RWCString& text, int strip) {
 }
 
 int TokenizerUDManager::isValidToken(const RWCString& word) const {
-    return matchingKey(word.view(), state_->matching) != nullptr;
+    return matchingKey(word.view(), *state_) != nullptr;
 }
 
 int TokenizerUDManager::replaceValue(RWCString& text, const RWCString& word, int strip) {

@@ -49,6 +49,23 @@ TEST(KeyData, RestoresWhatARecordHolds) {
     }
 }
 
+TEST(KeyData, IsEqualOnlyInEveryField) {
+    const auto make = [](const char* key, const char* description, int width, const char* header,
+                         const char* units) {
+        UDKeyData data = makeKey(key, number(width), description);
+        data.setHeaderStr(header);
+        data.setUnitsStr(units);
+        return data;
+    };
+    const UDKeyData one = make("K", "D", 5, "H", "U");
+    EXPECT_TRUE(one == make("K", "D", 5, "H", "U"));
+    EXPECT_TRUE(one == RWCString("K"));
+    const UDKeyData others[] = {make("x", "D", 5, "H", "U"), make("K", "x", 5, "H", "U"),
+                                make("K", "D", 6, "H", "U"), make("K", "D", 5, "x", "U"),
+                                make("K", "D", 5, "H", "x")};
+    for (const UDKeyData& other : others) EXPECT_TRUE(one != other) << &other - others;
+}
+
 TEST(KeyData, CopiesItsFormatByKind) {
     RealFormat leftOfNoWidth;
     leftOfNoWidth.setJustify(Left);

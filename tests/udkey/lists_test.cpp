@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "toolbox/platform.h"
 #include "udkey/keys_fixture.h"
 
@@ -77,6 +79,31 @@ TEST_F(Selection, GoesToTheClipboardAsAToken) {
     EXPECT_EQ(manager_.setSelTokenToClip(), 0);
 }
 
+TEST_F(Selection, EndsWithTheKeysAndEveryManagerMatchesTheNewOnes) {
+    startWithUsualKeys();
+    toolbox::platform::current().clipboard->setText("before");
+    TestManager second(manager_);
+    EXPECT_EQ(second.setSelection(1), 1);
+    EXPECT_EQ(second.setMatching(Ids{1}), 1);
+    restart();
+    EXPECT_EQ(second.getSelectionId(), kNone) << "not before the start";
+    manager_.initUDApp();
+    TestManager third;
+    for (TestManager* manager : {&second, &third}) {
+        EXPECT_EQ(manager->getSelectionId(), kNone);
+        EXPECT_TRUE(manager->getSelection().isEmpty());
+        EXPECT_EQ(manager->setSelTokenToClip(), 0);
+        EXPECT_EQ(manager->getMatching(), (Ids{1, 2, 3, 4}));
+        manager->numbers[1] = 7;
+        EXPECT_EQ(manager->getParseString("$VOLT$", 1), "7");
+    }
+    EXPECT_EQ(toolbox::platform::current().clipboard->text(), "before");
+    manager_.freeUDApp();
+    declare(8, makeKey("NEW", number(5)));
+    manager_.initUDApp();
+    EXPECT_EQ(second.getMatching(), Ids{8});
+}
+
 TEST_F(Matching, HoldsKeysAndGroupsEachOnce) {
     startWithUsualKeys();
     EXPECT_EQ(manager_.getMatching(), (Ids{1, 2, 3, 4})) << "all keys at the start";
@@ -96,6 +123,32 @@ TEST_F(Matching, HoldsKeysAndGroupsEachOnce) {
     EXPECT_EQ(manager_.getMatching(), (Ids{1, 2, 3, 4})) << "an unknown id resets the set";
     manager_.freeMatchingKey();
     EXPECT_TRUE(manager_.getMatching().isEmpty());
+}
+
+TEST_F(Matching, TakesIdsOutAndInAsAPlainListDoes) {
+    std::vector<UINT> expected;
+    for (UINT id = 0; id < 64; ++id) {
+        declare(id * 7919, makeKey(std::to_string(id).c_str(), number(1)));
+        expected.push_back(id * 7919);
+    }
+    manager_.initUDApp();
+    unsigned chance = 3;
+    for (int round = 0; round < 5000; ++round) {
+        const UINT id = (chance = chance * 1103515245 + 12345) / 65536 % 64 * 7919;
+        const auto at = std::find(expected.begin(), expected.end(), id);
+        const bool there = at != expected.end();
+        ASSERT_EQ(manager_.isMatching(id), there);
+        if (round % 3 == 0) {
+            ASSERT_EQ(manager_.addMatchingId(id), !there);
+            if (!there) expected.push_back(id);
+        } else {
+            ASSERT_EQ(manager_.removeMatchingId(id), there);
+            if (there) expected.erase(at);
+        }
+        if (round % 7 == 0) {
+            ASSERT_EQ(manager_.getMatching(), Ids(expected)) << round;
+        }
+    }
 }
 
 }  // namespace

@@ -64,19 +64,74 @@ TEST_F(Profile, ReadsTheStartOfALineOfAnyLength) {
     EXPECT_TRUE(manager_.getKeyData(1) == makeKey("VOLT", number(9, Left), "Wide"));
 }
 
-TEST_F(Profile, ReportsAFailedSave) {
-    declare(1, makeKey("OK", number(5)));
-    declare(2, makeKey("", number(5)));
-    declare(3, makeKey("X=Y", number(5)));
+TEST_F(Profile, SavesWhatCanBeSavedAndTellsTheRest) {
+    const std::string names[] = {"",
+                                 "OK",
+                                 "  ",
+                                 "[A",
+                                 " \t[B",
+                                 "A=B",
+                                 "A\rB",
+                                 "A\nB",
+                                 "[]",
+                                 "last",
+                                 std::string("OK\0X", 4)};
+    for (UINT id = 0; id < std::size(names); ++id) {
+        UDKeyData data{RWCString(names[id])};
+        data.setFormat(number(5));
+        EXPECT_EQ(declare(id, data), 1) << id;
+    }
+    const Ids refused{0, 2, 3, 4, 5, 6, 7, 8, 10};
+    EXPECT_EQ(manager_.getUnsavableKeys(), refused);
     manager_.initUDApp();
-    EXPECT_EQ(manager_.saveKey(1), 1);
-    EXPECT_EQ(manager_.saveKey(2), 0) << "a line needs a name";
-    EXPECT_EQ(manager_.saveKey(3), 0) << "the name would not be found again";
+    for (const UINT id : {1u, 9u}) manager_.setKeyDesc(id, "changed");
     EXPECT_EQ(manager_.saveAllKeys(), 0);
+    const std::string file = folder_.read("keys.ini");
+    EXPECT_NE(file.find("OK=|"), std::string::npos);
+    EXPECT_NE(file.find("last=|"), std::string::npos);
+    for (const UINT id : refused) EXPECT_EQ(manager_.saveKey(id), 0) << id;
+    EXPECT_EQ(folder_.read("keys.ini"), file);
+    EXPECT_EQ(manager_.saveKey(1), 1);
+}
+
+TEST_F(Profile, ReportsAFailedSave) {
+    startWithUsualKeys();
     for (const std::string& path : {folder_.path(), folder_ / "none/keys.ini", std::string()}) {
         manager_.path = path;
         EXPECT_EQ(manager_.saveKey(1), 0) << path;
+        EXPECT_EQ(manager_.saveAllKeys(), 0) << path;
     }
+}
+
+TEST_F(Profile, IsReadOnceForAllKeys) {
+    class Counting final : public toolbox::platform::ProfileStore {
+      public:
+        bool read(const char*, const char*, const char*, const char*, char*, int) override {
+            ++reads;
+            return false;
+        }
+        std::vector<std::optional<std::string>> readMany(
+            const char*, const char*, std::span<const char* const> entries) override {
+            ++sections;
+            return std::vector<std::optional<std::string>>(entries.size(), "|New|  12-R");
+        }
+        toolbox::platform::ErrorCode write(const char*, const char*, const char*,
+                                           const char*) override {
+            return 0;
+        }
+        toolbox::platform::ErrorCode writeMany(
+            const char*, const char*, std::span<const toolbox::platform::ProfileEntry>) override {
+            return 0;
+        }
+        int reads = 0;
+        int sections = 0;
+    } store;
+    toolbox::platform::Replaced<toolbox::platform::ProfileStore> guard(
+        toolbox::platform::current().profiles, store);
+    declareUsualKeys();
+    EXPECT_EQ(manager_.initUDApp(), 2u) << "real formats do not take the record";
+    EXPECT_EQ(store.reads, 0);
+    EXPECT_EQ(store.sections, 1);
 }
 
 }  // namespace

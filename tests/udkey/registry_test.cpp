@@ -122,8 +122,16 @@ TEST_F(Registry, IteratesInTheOrderOfDeclaration) {
     EXPECT_EQ(it(), 1);
     manager_.initUDApp();
     manager_.freeUDApp();
-    EXPECT_EQ(it(), 0);
-    EXPECT_TRUE(it.value() == UDKeyData());
+    for (const UINT id : {1u, 2u}) {  // first without keys, then with others
+        EXPECT_EQ(it(), 0);
+        EXPECT_EQ(it.key(), kNone);
+        EXPECT_TRUE(it.value() == UDKeyData());
+        for (const UINT other : {10 * id, 10 * id + 1})
+            declare(other, makeKey(std::to_string(other).c_str(), number(1)));
+    }
+    it.reset();
+    EXPECT_EQ(it(), 1);
+    EXPECT_EQ(it.key(), 10u);
 }
 
 }  // namespace

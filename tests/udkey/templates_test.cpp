@@ -1,3 +1,6 @@
+#include <ctime>
+#include <utility>
+
 #include "literal_expansion.h"
 #include "udkey/keys_fixture.h"
 
@@ -104,6 +107,72 @@ TEST(TemplateExpansion, EqualsTheLiteralAlgorithm) {
         manager.fetched.clear();
     }
     UDManager::destroyStaticVars();
+}
+
+/// Templates that leave the pass from left to right at their first token: a search of the result
+/// for each token would take minutes.
+TEST_F(Templates, OfAnyShapeTakeNearLinearTime) {
+    manager_.texts[3] = "$A$";
+    const auto repeated = [](const char* text) {
+        std::string all;
+        while (all.size() < 1 << 17) all += text;
+        return all;
+    };
+    const std::string texts[] = {
+        "VOLT" + repeated("$x$VOLT$"),             // unknown words between
+        "$VOLTS" + repeated("$VOLT$ $A$"),         // each takes the place of the one before
+        "NAME" + repeated("$VOLT$NAME$"),          // text that is a key
+        repeated("VOLT$VOLT$$NAME$"),              // values that hold "$"
+        repeated("$VOLTS$") + repeated("$VOLT$"),  // all places before all tokens
+    };
+    const std::clock_t before = std::clock();
+    for (const std::string& text : texts)
+        EXPECT_FALSE(manager_.getParseString(text, 1).empty()) << text.substr(0, 30);
+    EXPECT_LT((std::clock() - before) / CLOCKS_PER_SEC, 20);
+}
+
+/// A manager whose first value does something to it, its end included.
+class Meddling : public TestManager {
+  public:
+    explicit Meddling(void (*meddle)(Meddling&)) : meddle_(meddle) {}
+    int getKeyValue(UINT id, FormatedValue* value) override {
+        const int result = TestManager::getKeyValue(id, value);
+        if (meddle_) std::exchange(meddle_, nullptr)(*this);
+        return result;
+    }
+
+  private:
+    void (*meddle_)(Meddling&);
+};
+
+TEST_F(Templates, SurviveWhatTheApplicationDoesMeanwhile) {
+    struct Case {
+        const char* text;
+        void (*meddle)(Meddling&);
+        const char* expanded;
+    };
+    const auto end = [](Meddling& manager) { delete &manager; };
+    const auto forget = [](Meddling& manager) { manager.freeMatchingKey(); };
+    const auto learn = [](Meddling& manager) { manager.addMatchingId(3); };
+    const auto free = [](Meddling& manager) { manager.freeUDApp(); };
+    const Case cases[] = {
+        {"$VOLT$ $VOLT$", end, "1 $VOLT$"},
+        {"$VOLT$ $VOLT$", forget, "1 $VOLT$"},
+        {"$VOLT$ $NAME$", learn, "1 beam"},
+        // As soon as the result is searched.
+        {"$VOLTS$ $VOLT$ $VOLT$", end, "1 $VOLT$ $VOLT$"},
+        {"$VOLTS$ $VOLT$ $VOLT$", forget, "1 $VOLT$ $VOLT$"},
+        {"$VOLTS$ $VOLT$ $NAME$", learn, "1 $VOLT$ beam"},
+        {"$VOLTS$ $VOLT$ $VOLT$", free, "1 $VOLT$ $VOLT$"},
+    };
+    for (const Case& c : cases) {
+        auto* manager = new Meddling(c.meddle);
+        manager->setMatching(Ids{1});
+        manager->numbers[1] = 1;
+        manager->texts[3] = "beam";
+        EXPECT_EQ(manager->getParseString(c.text, 1), c.expanded) << &c - cases;
+        if (c.meddle != static_cast<void (*)(Meddling&)>(end)) delete manager;
+    }
 }
 
 TEST_F(Templates, AreCheckedWithPositions) {

@@ -1,3 +1,4 @@
+// The paste buffer where there is no window system: a text of this process.
 #include "platform/host.h"
 
 namespace toolbox::platform {

@@ -1,15 +1,29 @@
+// Names as the host has them, errno as Windows codes, and patterns.
 #include "platform/posix/file_names.h"
 
 #include <dirent.h>
+#include <pwd.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 #include <memory>
 
 #include "platform/posix/file_facts.h"
 
 namespace toolbox::platform::posix {
+
+namespace {
+
+std::string homeFolder() {
+    if (const char* home = std::getenv("HOME"); home && *home) return home;
+    const passwd* user = ::getpwuid(::getuid());
+    return user && user->pw_dir ? user->pw_dir : "";
+}
+
+}  // namespace
 
 std::string hostPath(const char* name) {
     std::string path = name ? name : "";
@@ -19,6 +33,19 @@ std::string hostPath(const char* name) {
 
 std::string_view folderOf(std::string_view path) {
     return path.substr(0, path.rfind('/') + 1);
+}
+
+std::string configFolder() {
+    const char* configured = std::getenv("XDG_CONFIG_HOME");
+    const bool usable = configured && *configured == '/';
+    return (usable ? std::string(configured) : homeFolder() + "/.config") + "/toolbox/";
+}
+
+void createFoldersOf(const std::string& path) {
+    constexpr mode_t kOnlyTheUser = 0700;
+    for (std::size_t end = path.find('/', 1); end != std::string::npos;
+         end = path.find('/', end + 1))
+        ::mkdir(path.substr(0, end).c_str(), kOnlyTheUser);
 }
 
 ErrorCode codeOf(int error, ErrorCode otherwise) {
@@ -37,6 +64,7 @@ ErrorCode codeOf(int error, ErrorCode otherwise) {
         case EPERM:
         case EISDIR:
         case EROFS:
+        case ENXIO:  // a pipe or socket that nobody serves
             return ERROR_ACCESS_DENIED;
         case EBADF:
             return ERROR_INVALID_HANDLE;

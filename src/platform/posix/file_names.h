@@ -14,6 +14,14 @@ namespace toolbox::platform::posix {
 /// The folder part with its separator, empty when there is none.
 [[nodiscard]] std::string_view folderOf(std::string_view path);
 
+/// $XDG_CONFIG_HOME/toolbox/, or ~/.config/toolbox/ when that is not an absolute path. Asked anew
+/// at each call; the folder may not exist.
+[[nodiscard]] std::string configFolder();
+
+/// Creates the folders on the way to a file of the settings folder that do not exist, for this user
+/// only.
+void createFoldersOf(const std::string& path);
+
 /// The Windows code for an errno; `otherwise` for those that have no counterpart.
 [[nodiscard]] ErrorCode codeOf(int error, ErrorCode otherwise = ERROR_INVALID_PARAMETER);
 

@@ -1,3 +1,4 @@
+// Files through system calls. Sharing is kept by advisory locks, and what could block is refused.
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -12,11 +13,10 @@
 #include <vector>
 
 #include "platform/host.h"
-#include "platform/posix/expand.h"
+#include "platform/posix/file_copies.h"
 #include "platform/posix/file_facts.h"
 #include "platform/posix/file_names.h"
-#include "platform/posix/temporary.h"
-#include "platform/scoped_file.h"
+#include "platform/posix/new_files.h"
 
 namespace toolbox::platform {
 namespace {
@@ -69,7 +69,7 @@ class Descriptor {
 };
 
 int openFlags(std::uint32_t access, std::uint32_t disposition) {
-    int flags = O_CLOEXEC | O_NOCTTY;
+    int flags = O_CLOEXEC | O_NOCTTY | O_NONBLOCK;  // a pipe of the name must not stop us
     const bool writes = access & GENERIC_WRITE;
     const bool reads = access & GENERIC_READ;
     flags |= writes ? (reads ? O_RDWR : O_WRONLY) : O_RDONLY;
@@ -92,11 +92,28 @@ bool lockAgainstOthers(int file, std::uint32_t access, std::uint32_t share) {
     return retried([&] { return ::flock(file, operation); }) == 0 || errno != EWOULDBLOCK;
 }
 
-/// Empties a file that was opened, once nobody else turned out to be using it.
-ErrorCode truncateOpened(int file, const std::string& path, bool writes) {
-    const int result =
-        retried([&] { return writes ? ::ftruncate(file, 0) : ::truncate(path.c_str(), 0); });
+bool isSameFile(const struct stat& a, const struct stat& b) {
+    return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+}
+
+/// Empties a file that was opened, once nobody else turned out to be using it. One that was opened
+/// for reading only is opened again for this, and must still be the same.
+ErrorCode truncateOpened(int file, const std::string& path, const struct stat& facts, bool writes) {
+    Descriptor again(writes ? -1 : ::open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK));
+    if (!writes) {
+        struct stat now {};
+        if (again.get() < 0) return codeOfName(errno, path);
+        if (::fstat(again.get(), &now) != 0 || !isSameFile(now, facts))
+            return ERROR_SHARING_VIOLATION;
+    }
+    const int result = retried([&] { return ::ftruncate(writes ? file : again.get(), 0); });
     return result == 0 ? ERROR_SUCCESS : codeOf(errno, ERROR_WRITE_FAULT);
+}
+
+/// Lets calls on a device wait for it, which opening it did not do.
+void waitFromNowOn(int device) {
+    const int flags = ::fcntl(device, F_GETFL);
+    if (flags >= 0) ::fcntl(device, F_SETFL, flags & ~O_NONBLOCK);
 }
 
 bool startsWithDrive(const std::string& path) {
@@ -120,12 +137,15 @@ class PosixFiles final : public FileSystem {
 
         struct stat facts {};
         if (::fstat(file.get(), &facts) != 0) return codeOf(errno);
-        if (S_ISDIR(facts.st_mode)) return ERROR_ACCESS_DENIED;
+        const bool isDevice = S_ISCHR(facts.st_mode) || S_ISBLK(facts.st_mode);
+        if (!S_ISREG(facts.st_mode) && !isDevice) return ERROR_ACCESS_DENIED;
+        if (isDevice) waitFromNowOn(file.get());
         const bool empties = disposition == CREATE_ALWAYS || disposition == TRUNCATE_EXISTING;
         if ((writes || empties) && isReadOnly(facts)) return ERROR_ACCESS_DENIED;
         if (!lockAgainstOthers(file.get(), access, share)) return ERROR_SHARING_VIOLATION;
         if (empties && S_ISREG(facts.st_mode) && facts.st_size > 0)
-            if (const ErrorCode error = truncateOpened(file.get(), path, writes)) return error;
+            if (const ErrorCode error = truncateOpened(file.get(), path, facts, writes))
+                return error;
         out = file.take();
         return ERROR_SUCCESS;
     }
@@ -184,7 +204,7 @@ class PosixFiles final : public FileSystem {
 
     ErrorCode flush(FileHandle file) override {
         const int result = retried([&] { return ::fsync(descriptorOf(file)); });
-        // What has no device behind it, a pipe say, has nothing to flush.
+        // What is on no device, as /dev/null, has nothing to flush.
         return result == 0 || errno == EINVAL ? ERROR_SUCCESS : codeOf(errno, ERROR_WRITE_FAULT);
     }
 
@@ -201,7 +221,9 @@ class PosixFiles final : public FileSystem {
         return findFiles(hostPath(pattern));
     }
 
-    ErrorCode copy(const char* from, const char* to, bool failIfExists) override;
+    ErrorCode copy(const char* from, const char* to, bool failIfExists) override {
+        return copyFile(*this, from, to, failIfExists);
+    }
 
     ErrorCode replace(const char* from, const char* to) override {
         const std::string target = hostPath(to);
@@ -212,6 +234,28 @@ class PosixFiles final : public FileSystem {
         const int error = errno;
         const bool sourceThere = ::lstat(source.c_str(), &facts) == 0;
         return codeOfName(error, sourceThere ? target : source);
+    }
+
+    ErrorCode followLinks(const char* name, std::string& target) override {
+        return posix::followLinks(hostPath(name), target);
+    }
+
+    ErrorCode createLike(const char* name, const char* like, std::uint32_t share,
+                         FileHandle& out) override {
+        out = kNoFile;
+        const std::string path = hostPath(name);
+        Descriptor file(posix::createLike(path, hostPath(like)));
+        if (file.get() < 0) return codeOfName(errno, path);
+        if (!lockAgainstOthers(file.get(), GENERIC_READ | GENERIC_WRITE, share)) {
+            ::unlink(path.c_str());
+            return ERROR_SHARING_VIOLATION;
+        }
+        out = file.take();
+        return ERROR_SUCCESS;
+    }
+
+    ErrorCode flushFolderOf(const char* name) override {
+        return posix::flushFolderOf(hostPath(name));
     }
 
     ErrorCode remove(const char* name) override {
@@ -286,33 +330,6 @@ class PosixFiles final : public FileSystem {
         return codeOf(error, otherwise);
     }
 };
-
-ErrorCode copyBytes(ScopedFile& from, ScopedFile& to) {
-    std::vector<char> buffer(256 * 1024);
-    for (;;) {
-        std::uint32_t got = 0;
-        if (const ErrorCode error = from.read(buffer.data(), buffer.size(), got)) return error;
-        if (got == 0) return ERROR_SUCCESS;
-        if (const ErrorCode error = to.write(buffer.data(), got)) return error;
-    }
-}
-
-ErrorCode PosixFiles::copy(const char* from, const char* to, bool failIfExists) {
-    ScopedFile source(*this, from, GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING);
-    if (!source.valid()) return source.error();
-    // The source is locked by now, so that a copy onto itself is refused here.
-    ScopedFile target(*this, to, GENERIC_WRITE, 0, failIfExists ? CREATE_NEW : CREATE_ALWAYS);
-    if (!target.valid()) return target.error();
-    if (const ErrorCode error = copyBytes(source, target)) return error;
-
-    struct stat facts {};
-    if (::fstat(descriptorOf(source.handle()), &facts) != 0) return codeOf(errno);
-    const timespec times[] = {facts.st_atim, facts.st_mtim};
-    // A file system that keeps neither does not make the copy fail.
-    if (::fchmod(descriptorOf(target.handle()), facts.st_mode & 0777) != 0) errno = 0;
-    if (::futimens(descriptorOf(target.handle()), times) != 0) errno = 0;
-    return target.close();
-}
 
 }  // namespace
 

@@ -3,7 +3,6 @@
 #include <optional>
 
 #include "platform/host.h"
-#include "platform/posix/config_folder.h"
 #include "platform/posix/document_cache.h"
 #include "platform/posix/profile_text.h"
 #include "platform/profile_names.h"
@@ -24,6 +23,17 @@ class PosixProfiles final : public ProfileStore {
         }
         copyCut(value ? std::string_view(*value) : shownDefault(fallback), out, size);
         return value.has_value();
+    }
+
+    std::vector<std::optional<std::string>> readMany(
+        const char* file, const char* section, std::span<const char* const> entries) override {
+        std::vector<std::optional<std::string>> values(entries.size());
+        if (!file || !*file || !isProfileSection(section)) return values;
+        ErrorCode error = ERROR_SUCCESS;
+        const ProfileText& text = files_.load(pathOf(file), error);
+        for (std::size_t i = 0; i < entries.size(); ++i)
+            if (isProfileEntry(entries[i])) values[i] = text.value(section, entries[i]);
+        return values;
     }
 
     ErrorCode write(const char* file, const char* section, const char* entry,

@@ -1,3 +1,4 @@
+// The notation of profile files, in the encodings that they come in.
 #include "platform/posix/profile_text.h"
 
 #include <algorithm>
@@ -24,14 +25,6 @@ std::string_view visible(std::string_view line) {
     return trimmed(line.substr(0, line.find('\0')));
 }
 
-/// Names are equal when their letters A to Z and all other bytes are.
-std::string folded(std::string_view name) {
-    std::string result(trimmed(name));
-    for (char& c : result)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return result;
-}
-
 std::size_t lineLength(std::string_view text) {
     const std::size_t end = text.find_first_of("\r\n");
     if (end == std::string_view::npos) return text.size();
@@ -43,9 +36,10 @@ LineMeaning meaning(std::string_view line) {
     if (seen.empty()) return {};
     if (seen.front() == '[') {
         const std::size_t end = seen.rfind(']');
-        if (end != std::string_view::npos) return {Kind::header, folded(seen.substr(1, end - 1))};
+        if (end != std::string_view::npos)
+            return {Kind::header, foldedName(seen.substr(1, end - 1))};
     }
-    return {Kind::entry, folded(seen.substr(0, seen.find('=')))};
+    return {Kind::entry, foldedName(seen.substr(0, seen.find('=')))};
 }
 
 constexpr LineSyntax kSyntax{lineLength, meaning, true};
@@ -94,13 +88,6 @@ std::string toUtf16(std::string_view text, bool bigEndian) {
 
 }  // namespace
 
-std::string_view unquoted(std::string_view text) {
-    text = trimmed(text);
-    const bool quoted = text.size() >= 2 && text.front() == text.back() &&
-                        (text.front() == '"' || text.front() == '\'');
-    return quoted ? text.substr(1, text.size() - 2) : text;
-}
-
 ProfileText::ProfileText(std::string_view bytes)
     : encoding_(encodingOf(bytes)), text_(kSyntax, decoded(bytes, encoding_)) {}
 
@@ -147,12 +134,12 @@ std::string ProfileText::inside(std::string_view text) const {
 
 std::optional<std::string> ProfileText::value(std::string_view section,
                                               std::string_view entry) const {
-    const std::string* line = text_.find(folded(inside(section)), folded(inside(entry)));
+    const std::string* line = text_.find(foldedName(inside(section)), foldedName(inside(entry)));
     if (!line) return std::nullopt;
     const std::string_view seen = visible(*line);
     const std::size_t equals = seen.find('=');
     if (equals == std::string_view::npos) return std::nullopt;
-    const std::string_view text = unquoted(seen.substr(equals + 1));
+    const std::string_view text = shownValue(seen.substr(equals + 1));
     return encoding_ == Encoding::windows1252 ? std::string(text) : base::utf8To1252(text);
 }
 
@@ -160,17 +147,17 @@ bool ProfileText::set(std::string_view section, std::string_view entry, std::str
     const std::string sectionName = inside(trimmed(section));
     const std::string entryName = inside(trimmed(entry));
     std::string line = entryName;
-    if (const std::string* old = text_.find(folded(sectionName), folded(entryName))) {
+    if (const std::string* old = text_.find(foldedName(sectionName), foldedName(entryName))) {
         const std::string_view seen = visible(*old);  // the name stays as the file spells it
         line = trimmed(seen.substr(0, seen.find('=')));
     }
     line += '=';
     line += inside(value);
-    return text_.put(folded(sectionName), "[" + sectionName + "]", folded(entryName), line);
+    return text_.put(foldedName(sectionName), "[" + sectionName + "]", foldedName(entryName), line);
 }
 
 bool ProfileText::erase(std::string_view section, std::string_view entry) {
-    return text_.erase(folded(inside(section)), folded(inside(entry)));
+    return text_.erase(foldedName(inside(section)), foldedName(inside(entry)));
 }
 
 }  // namespace toolbox::platform::posix

@@ -7,9 +7,6 @@
 
 namespace toolbox::platform::posix {
 
-/// The text without blanks around it, then without one pair of quotes around it.
-[[nodiscard]] std::string_view unquoted(std::string_view text);
-
 /// Strings given and taken are Windows-1252, whatever the file's encoding. A file that begins with
 /// the mark of UTF-8 or UTF-16 keeps its encoding; any other file is Windows-1252.
 class ProfileText {

@@ -2,7 +2,6 @@
 #include <cstring>
 
 #include "platform/host.h"
-#include "platform/posix/config_folder.h"
 #include "platform/posix/document_cache.h"
 #include "platform/posix/registry_text.h"
 

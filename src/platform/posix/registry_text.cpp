@@ -1,3 +1,4 @@
+// The notation of the registry's file: sections are keys, entries are typed values.
 #include "platform/posix/registry_text.h"
 
 #include <charconv>

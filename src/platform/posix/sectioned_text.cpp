@@ -1,3 +1,4 @@
+// Lines are kept as they came; two maps lead from names to places among them.
 #include "platform/posix/sectioned_text.h"
 
 namespace toolbox::platform::posix {

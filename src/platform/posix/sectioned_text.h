@@ -38,7 +38,7 @@ class SectionedText {
     [[nodiscard]] const std::string* find(const std::string& section,
                                           const std::string& entry) const;
 
-    /// Replaces the line of an entry (`line` comes without a line break); a new entry goes behind
+    /// Replaces the line of an entry (`line` comes without a line break); a new entry goes after
     /// the last line of its section that is not blank, a new section with `header` to the end.
     /// False when the line stands there already.
     bool put(const std::string& section, std::string_view header, const std::string& entry,
@@ -53,7 +53,7 @@ class SectionedText {
     struct Section {
         std::string header;  ///< with its line break
         std::vector<std::string> lines;
-        std::string blankEnd;  ///< the blank lines behind them, in one piece
+        std::string blankEnd;  ///< the blank lines after them, in one piece
         std::unordered_map<std::string, std::size_t> entries;  ///< by name: place in lines
         bool hasTwins = false;                                 ///< equal entry names
     };

@@ -1,4 +1,4 @@
-// String tables registered by the application, with the library's supplied texts behind them.
+// String tables registered by the application; where its own has no text the library's stands in.
 #include <algorithm>
 #include <array>
 #include <cstring>

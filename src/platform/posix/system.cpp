@@ -1,3 +1,4 @@
+// Facts from /proc, the clock and the limits of the process; texts of the Windows error codes.
 #include <sys/resource.h>
 #include <unistd.h>
 

@@ -1,3 +1,4 @@
+// The system's clipboard, as CF_TEXT.
 #include <cstring>
 
 #include "platform/host.h"

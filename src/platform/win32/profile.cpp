@@ -1,4 +1,8 @@
+// Profile files through the system, which does the reading and writing.
+#include <algorithm>
+#include <optional>
 #include <string>
+#include <unordered_map>
 
 #include "platform/host.h"
 #include "platform/profile_names.h"
@@ -17,6 +21,21 @@ bool hasEntry(const char* file, const char* section, const char* entry) {
     return GetPrivateProfileStringA(section, entry, "x", text, sizeof text, file) == 0;
 }
 
+/// The lines of a section, each with a terminator; comments are left out.
+std::string linesOf(const char* file, const char* section) {
+    constexpr std::size_t kMost = std::size_t{1} << 26;
+    std::string lines(32 * 1024, '\0');
+    for (;;) {
+        const auto room = static_cast<DWORD>(lines.size());
+        const DWORD length = GetPrivateProfileSectionA(section, lines.data(), room, file);
+        if (length + 2 < room || lines.size() >= kMost) {
+            lines.resize(length);
+            return lines;
+        }
+        lines.assign(lines.size() * 4, '\0');  // it was cut
+    }
+}
+
 class WindowsProfiles final : public ProfileStore {
   public:
     bool read(const char* file, const char* section, const char* entry, const char* fallback,
@@ -30,6 +49,29 @@ class WindowsProfiles final : public ProfileStore {
         if (room > 0) out[0] = '\0';
         GetPrivateProfileStringA(section, entry, fallback, out, room, file);
         return found;
+    }
+
+    std::vector<std::optional<std::string>> readMany(
+        const char* file, const char* section, std::span<const char* const> entries) override {
+        std::vector<std::optional<std::string>> values(entries.size());
+        if (!isNamed(file) || !isProfileSection(section)) return values;
+        const std::string lines = linesOf(file, section);
+        std::unordered_map<std::string, std::optional<std::string>> byName;
+        for (std::string_view rest = lines; !rest.empty();) {
+            const std::string_view line = rest.substr(0, rest.find('\0'));
+            rest.remove_prefix(std::min(rest.size(), line.size() + 1));
+            const std::size_t equals = line.find('=');
+            // A line without "=" is no entry, but hides one of its name after it.
+            std::optional<std::string> value;
+            if (equals != std::string_view::npos) value = shownValue(line.substr(equals + 1));
+            byName.try_emplace(foldedName(line.substr(0, equals)), std::move(value));
+        }
+        for (std::size_t i = 0; i < entries.size(); ++i) {
+            if (!isProfileEntry(entries[i])) continue;
+            const auto found = byName.find(foldedName(entries[i]));
+            if (found != byName.end()) values[i] = found->second;
+        }
+        return values;
     }
 
     ErrorCode write(const char* file, const char* section, const char* entry,

@@ -1,3 +1,4 @@
+// Message boxes and the cursor.
 #include "platform/host.h"
 
 namespace toolbox::platform {

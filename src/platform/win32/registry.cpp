@@ -1,3 +1,4 @@
+// The system's registry.
 #include "platform/host.h"
 
 namespace toolbox::platform {

@@ -1,3 +1,4 @@
+// Facts from the system.
 #include <ctime>
 
 #include "platform/host.h"

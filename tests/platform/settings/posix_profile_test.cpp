@@ -78,21 +78,33 @@ TEST_F(PosixProfile, AFailedSaveLeavesTheOldFileWhole) {
     EXPECT_EQ(write(folder_ / "pipe.ini", "k", "v"), ERROR_ACCESS_DENIED);
     EXPECT_EQ(read(folder_ / "pipe.ini", "s", "k"), "<none>");
 
-    // The new file cannot be made because a folder has its name.
-    const std::string other = folder_.write("other.ini", "[s]\nk=1\n");
-    std::filesystem::create_directory(folder_ / ".other.ini.saving");
-    EXPECT_NE(write(other, "k", "v"), 0u);
-    EXPECT_EQ(folder_.read(other), "[s]\nk=1\n");
-    EXPECT_EQ(read(other, "s", "k"), "1");
+    // 300 GB that take no room: what is no file of settings is not read, and not replaced.
+    const std::string sparse = folder_ / "sparse.ini";
+    const int file300 = ::open(sparse.c_str(), O_WRONLY | O_CREAT, 0600);
+    ASSERT_EQ(::ftruncate(file300, 300'000'000'000), 0);
+    ::close(file300);
+    EXPECT_EQ(write(sparse, "k", "v"), ERROR_FILE_TOO_LARGE);
+    EXPECT_EQ(read(sparse, "s", "k"), "<none>");
+    EXPECT_EQ(std::filesystem::file_size(sparse), 300'000'000'000u);
+}
 
-    std::filesystem::create_directory(folder_ / ".fresh.ini.saving");
-    EXPECT_NE(write(folder_ / "fresh.ini", "k", "v"), 0u);
-    EXPECT_EQ(folder_.read("fresh.ini"), "<none>");
+TEST_F(PosixProfile, WhatLiesUnderTheNameOfTheNewFileIsNotWritten) {
+    const std::string kept = folder_.write("kept", "kept");
+    const std::string other = folder_.write("other.ini", "[s]\nk=1\n");
+    std::filesystem::create_symlink(kept, folder_ / ".other.ini.saving");
+    EXPECT_EQ(write(other, "k", "2"), 0u);
+    std::filesystem::create_directory(folder_ / ".other.ini.saving");
+    EXPECT_EQ(write(other, "k", "3"), 0u);
+    EXPECT_EQ(folder_.read("other.ini"), "[s]\nk=3\n");
+    EXPECT_FALSE(std::filesystem::is_symlink(other));
+    EXPECT_EQ(folder_.read("kept"), "kept");
+    const std::vector<std::string> names{".other.ini.saving", "kept", "other.ini"};
+    EXPECT_EQ(folder_.names(), names);
 }
 
 TEST_F(PosixProfile, ReplacesWhatALinkLeadsToAndKeepsTheRights) {
     const std::string file = profileHolding("[s]\nk=1\n");
-    ::chmod(file.c_str(), 0640);
+    ::chmod(file.c_str(), 06640);
     const std::string link = folder_ / "link.ini";
     std::filesystem::create_symlink(file, link);
     EXPECT_EQ(write(link, "k", "v"), 0u);
@@ -100,7 +112,7 @@ TEST_F(PosixProfile, ReplacesWhatALinkLeadsToAndKeepsTheRights) {
     EXPECT_EQ(folder_.read(file), "[s]\nk=v\n");
     struct stat facts {};
     ::stat(file.c_str(), &facts);
-    EXPECT_EQ(facts.st_mode & 0777u, 0640u);
+    EXPECT_EQ(facts.st_mode & 07777u, 0640u) << "whatever else the old file had";
 }
 
 TEST_F(PosixProfile, SeesAtOnceWhatOthersChangeInPlace) {
@@ -167,7 +179,7 @@ TEST_F(PosixProfile, AKilledProcessLeavesTheOldFileOrTheNew) {
         for (int i = 1; i < 500; ++i)
             ASSERT_EQ(read(file, "s", ("entry" + std::to_string(i)).c_str()), generation);
         seen.push_back(generation);
-        // No lock stays behind.
+        // No lock is left.
         ASSERT_EQ(write(file, "alive", "v"), 0u);
     }
     EXPECT_NE(seen.front(), seen.back()) << "no save came through";

@@ -68,9 +68,17 @@ TEST_F(ProfileStoreContract, FindsTheTextOfAnEntry) {
         {"\xFE\xFF\0[\0s\0]\0\n\0k\0=\0v\0\n"s, "s", "k", "v"},
         {"", "s", "k", "<none>"},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(read(profileHolding(c.file), c.section, c.entry), c.expected)
-            << c.file.substr(0, 60);
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.file.substr(0, 60));
+        const std::string file = profileHolding(c.file);
+        EXPECT_EQ(read(file, c.section, c.entry), c.expected);
+        const char* entries[] = {"absent", c.entry, "a=b"};
+        const auto values = profiles().readMany(file.c_str(), c.section, entries);
+        ASSERT_EQ(values.size(), 3u);
+        EXPECT_EQ(values[0].value_or("<none>"), "<none>");
+        EXPECT_EQ(values[1].value_or("<none>"), c.expected);
+        EXPECT_EQ(values[2].value_or("<none>"), "<none>");
+    }
     EXPECT_EQ(read(folder_ / "no such file", "s", "k"), "<none>");
     EXPECT_EQ(read(folder_ / "no such folder/x.ini", "s", "k"), "<none>");
 }

@@ -26,7 +26,7 @@ TEST(StringResources, GivesTheLanguageAskedFor) {
         const char *french, *english;
     };
     const Case cases[] = {{1019, "Index principal", "Master index"},
-                          {1063, "Ligne : ", "Line: "},
+                          {1063, "Ligne\240: ", "Line: "},
                           {1097, "\340", "to"},
                           {1201, "Nombre r\351el", "Real"}};
     for (const Case& c : cases) {

@@ -1,4 +1,4 @@
-// Objects by window and by other keys.
+// Durations, and objects by window and by other keys.
 #include <algorithm>
 #include <array>
 
@@ -60,4 +60,12 @@ int SetPointerObject(void* object, void* key) {
 
 void* GetPointerObject(void* key, int remove) {
     return pointers.fetch(key, remove != 0, nullptr);
+}
+
+void Secs2HMS(long seconds, int* h, int* m, int* s) {
+    constexpr long kHour = 3600;
+    constexpr long kMinute = 60;
+    *h = static_cast<int>(seconds / kHour);
+    *m = static_cast<int>(seconds % kHour / kMinute);
+    *s = static_cast<int>(seconds % kMinute);
 }

@@ -86,7 +86,9 @@ class TB_API FileSystem {
     /// Opens as CreateFile does. `access` is GENERIC_READ and/or GENERIC_WRITE, `share` FILE_SHARE_
     /// flags, `disposition` CREATE_NEW to TRUNCATE_EXISTING. `out` is kNoFile on failure. Linux
     /// refuses a second user by advisory locks (flock) where the share modes of both deny
-    /// something; one that opens for everything to be shared is not refused there.
+    /// something; one that opens for everything to be shared is not refused there. Files and
+    /// devices can be opened; a pipe or socket of the name is refused with ERROR_ACCESS_DENIED and
+    /// never waited for.
     virtual ErrorCode open(const char* name, std::uint32_t access, std::uint32_t share,
                            std::uint32_t disposition, FileHandle& out) = 0;
     /// Closes the file, on failure too; the handle means nothing afterwards.
@@ -125,10 +127,43 @@ class TB_API FileSystem {
     virtual std::vector<FoundFile> find(const char* pattern) = 0;
 
     /// Copies bytes and attributes. An existing `to` is replaced unless `failIfExists`
-    /// (ERROR_FILE_EXISTS). A failed copy may leave a partial `to`.
+    /// (ERROR_FILE_EXISTS). A failed copy may leave a partial `to`. A `from` that is no regular
+    /// file gives ERROR_ACCESS_DENIED.
     virtual ErrorCode copy(const char* from, const char* to, bool failIfExists) = 0;
-    /// Renames, replacing `to` in one step: at every moment `to` is the old file or the new one.
+    /// Renames, replacing `to` in one step: at every moment `to` is the old file or the new one. A
+    /// link of that name is replaced, not followed.
     virtual ErrorCode replace(const char* from, const char* to) = 0;
+
+    // What saving a file as a whole needs: followLinks() finds the file, createLike() makes the new
+    // one beside it, flush() and replace() put it in place, flushFolderOf() makes that last. A file
+    // system that does not override them follows no links and creates files with default rights.
+
+    /// `target` is the name of the regular file that `name` leads to through symbolic links; `name`
+    /// itself when it is no link. ERROR_FILE_NOT_FOUND when there is no file: `target` is then the
+    /// name under which opening `name` would create it (on Windows `name`). What is there but no
+    /// regular file gives ERROR_ACCESS_DENIED.
+    virtual ErrorCode followLinks(const char* name, std::string& target) {
+        target = name ? name : "";
+        return exists(name) ? ERROR_SUCCESS : ERROR_FILE_NOT_FOUND;
+    }
+    /// Creates a file and opens it for reading and writing, shared as `share` says.
+    /// ERROR_FILE_EXISTS when the name is taken, be it by a link that leads nowhere. `like` names
+    /// the file whose place the new one will take: the new one has its rights before it has a byte,
+    /// and until then nobody else can open it. On Linux these are the permissions without set-id
+    /// and sticky bits, the access list, and owner and group where the user may set them (a group
+    /// that cannot be set gets no more than everybody has); on Windows the access list. When `like`
+    /// is null or not there the new file has default rights.
+    virtual ErrorCode createLike(const char* name, const char* like, std::uint32_t share,
+                                 FileHandle& out) {
+        (void)like;
+        return open(name, GENERIC_READ | GENERIC_WRITE, share, CREATE_NEW, out);
+    }
+    /// Forces to the device that `name` was created, replaced or removed in its folder.
+    virtual ErrorCode flushFolderOf(const char* name) {
+        (void)name;
+        return ERROR_SUCCESS;
+    }
+
     /// Removes a file; a folder is refused.
     virtual ErrorCode remove(const char* name) = 0;
     /// Creates an empty file with a new name, which begins with up to three characters of `prefix`

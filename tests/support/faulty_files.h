@@ -9,7 +9,21 @@
 #include "toolbox/platform.h"
 
 /// The calls that can be made to fail.
-enum class FileCall { open, read, readAt, write, seek, size, flush, copy, replace, remove, count };
+enum class FileCall {
+    open,
+    createLike,
+    read,
+    readAt,
+    write,
+    seek,
+    size,
+    flush,
+    flushFolder,
+    copy,
+    replace,
+    remove,
+    count
+};
 
 /// In use from its construction to its end, for files that are open already as well:
 ///
@@ -92,6 +106,19 @@ class FaultyFiles final : public toolbox::platform::FileSystem {
     ErrorCode replace(const char* from, const char* to) override {
         if (const Plan* fault = due(FileCall::replace)) return fault->error;
         return real_.replace(from, to);
+    }
+    ErrorCode followLinks(const char* name, std::string& target) override {
+        return real_.followLinks(name, target);
+    }
+    ErrorCode createLike(const char* name, const char* like, std::uint32_t share,
+                         FileHandle& out) override {
+        out = toolbox::platform::kNoFile;
+        if (const Plan* fault = due(FileCall::createLike)) return fault->error;
+        return real_.createLike(name, like, share, out);
+    }
+    ErrorCode flushFolderOf(const char* name) override {
+        if (const Plan* fault = due(FileCall::flushFolder)) return fault->error;
+        return real_.flushFolderOf(name);
     }
     ErrorCode remove(const char* name) override {
         if (const Plan* fault = due(FileCall::remove)) return fault->error;

@@ -37,6 +37,7 @@ ErrorCode codeOf(int error, ErrorCode otherwise) {
         case EPERM:
         case EISDIR:
         case EROFS:
+        case ENXIO:  // a pipe or socket that nobody serves
             return ERROR_ACCESS_DENIED;
         case EBADF:
             return ERROR_INVALID_HANDLE;

@@ -11,11 +11,12 @@
 #include <utility>
 #include <vector>
 
+#include "base/lz_expand.h"
 #include "platform/host.h"
 #include "platform/posix/expand.h"
 #include "platform/posix/file_facts.h"
 #include "platform/posix/file_names.h"
-#include "platform/posix/temporary.h"
+#include "platform/posix/new_files.h"
 #include "platform/scoped_file.h"
 
 namespace toolbox::platform {
@@ -69,7 +70,7 @@ class Descriptor {
 };
 
 int openFlags(std::uint32_t access, std::uint32_t disposition) {
-    int flags = O_CLOEXEC | O_NOCTTY;
+    int flags = O_CLOEXEC | O_NOCTTY | O_NONBLOCK;  // a pipe of the name must not stop us
     const bool writes = access & GENERIC_WRITE;
     const bool reads = access & GENERIC_READ;
     flags |= writes ? (reads ? O_RDWR : O_WRONLY) : O_RDONLY;
@@ -92,11 +93,28 @@ bool lockAgainstOthers(int file, std::uint32_t access, std::uint32_t share) {
     return retried([&] { return ::flock(file, operation); }) == 0 || errno != EWOULDBLOCK;
 }
 
-/// Empties a file that was opened, once nobody else turned out to be using it.
-ErrorCode truncateOpened(int file, const std::string& path, bool writes) {
-    const int result =
-        retried([&] { return writes ? ::ftruncate(file, 0) : ::truncate(path.c_str(), 0); });
+bool isSameFile(const struct stat& a, const struct stat& b) {
+    return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+}
+
+/// Empties a file that was opened, once nobody else turned out to be using it. One that was opened
+/// for reading only is opened again for this, and must still be the same.
+ErrorCode truncateOpened(int file, const std::string& path, const struct stat& facts, bool writes) {
+    Descriptor again(writes ? -1 : ::open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK));
+    if (!writes) {
+        struct stat now {};
+        if (again.get() < 0) return codeOfName(errno, path);
+        if (::fstat(again.get(), &now) != 0 || !isSameFile(now, facts))
+            return ERROR_SHARING_VIOLATION;
+    }
+    const int result = retried([&] { return ::ftruncate(writes ? file : again.get(), 0); });
     return result == 0 ? ERROR_SUCCESS : codeOf(errno, ERROR_WRITE_FAULT);
+}
+
+/// Lets calls on a device wait for it, which opening it did not do.
+void waitFromNowOn(int device) {
+    const int flags = ::fcntl(device, F_GETFL);
+    if (flags >= 0) ::fcntl(device, F_SETFL, flags & ~O_NONBLOCK);
 }
 
 bool startsWithDrive(const std::string& path) {
@@ -120,12 +138,15 @@ class PosixFiles final : public FileSystem {
 
         struct stat facts {};
         if (::fstat(file.get(), &facts) != 0) return codeOf(errno);
-        if (S_ISDIR(facts.st_mode)) return ERROR_ACCESS_DENIED;
+        const bool isDevice = S_ISCHR(facts.st_mode) || S_ISBLK(facts.st_mode);
+        if (!S_ISREG(facts.st_mode) && !isDevice) return ERROR_ACCESS_DENIED;
+        if (isDevice) waitFromNowOn(file.get());
         const bool empties = disposition == CREATE_ALWAYS || disposition == TRUNCATE_EXISTING;
         if ((writes || empties) && isReadOnly(facts)) return ERROR_ACCESS_DENIED;
         if (!lockAgainstOthers(file.get(), access, share)) return ERROR_SHARING_VIOLATION;
         if (empties && S_ISREG(facts.st_mode) && facts.st_size > 0)
-            if (const ErrorCode error = truncateOpened(file.get(), path, writes)) return error;
+            if (const ErrorCode error = truncateOpened(file.get(), path, facts, writes))
+                return error;
         out = file.take();
         return ERROR_SUCCESS;
     }
@@ -214,6 +235,28 @@ class PosixFiles final : public FileSystem {
         return codeOfName(error, sourceThere ? target : source);
     }
 
+    ErrorCode followLinks(const char* name, std::string& target) override {
+        return posix::followLinks(hostPath(name), target);
+    }
+
+    ErrorCode createLike(const char* name, const char* like, std::uint32_t share,
+                         FileHandle& out) override {
+        out = kNoFile;
+        const std::string path = hostPath(name);
+        Descriptor file(posix::createLike(path, hostPath(like)));
+        if (file.get() < 0) return codeOfName(errno, path);
+        if (!lockAgainstOthers(file.get(), GENERIC_READ | GENERIC_WRITE, share)) {
+            ::unlink(path.c_str());
+            return ERROR_SHARING_VIOLATION;
+        }
+        out = file.take();
+        return ERROR_SUCCESS;
+    }
+
+    ErrorCode flushFolderOf(const char* name) override {
+        return posix::flushFolderOf(hostPath(name));
+    }
+
     ErrorCode remove(const char* name) override {
         const std::string path = hostPath(name);
         struct stat facts {};
@@ -276,6 +319,9 @@ class PosixFiles final : public FileSystem {
     }
 
     std::int32_t expandCopy(const char* from, const char* to) override {
+        struct stat facts {};
+        if (::stat(hostPath(from).c_str(), &facts) == 0 && !S_ISREG(facts.st_mode))
+            return base::kLzBadInput;  // a device may have no end
         return expandFile(*this, from, to);
     }
 
@@ -300,13 +346,14 @@ ErrorCode copyBytes(ScopedFile& from, ScopedFile& to) {
 ErrorCode PosixFiles::copy(const char* from, const char* to, bool failIfExists) {
     ScopedFile source(*this, from, GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING);
     if (!source.valid()) return source.error();
+    struct stat facts {};
+    if (::fstat(descriptorOf(source.handle()), &facts) != 0) return codeOf(errno);
+    if (!S_ISREG(facts.st_mode)) return ERROR_ACCESS_DENIED;  // a device may have no end
     // The source is locked by now, so that a copy onto itself is refused here.
     ScopedFile target(*this, to, GENERIC_WRITE, 0, failIfExists ? CREATE_NEW : CREATE_ALWAYS);
     if (!target.valid()) return target.error();
     if (const ErrorCode error = copyBytes(source, target)) return error;
 
-    struct stat facts {};
-    if (::fstat(descriptorOf(source.handle()), &facts) != 0) return codeOf(errno);
     const timespec times[] = {facts.st_atim, facts.st_mtim};
     // A file system that keeps neither does not make the copy fail.
     if (::fchmod(descriptorOf(target.handle()), facts.st_mode & 0777) != 0) errno = 0;

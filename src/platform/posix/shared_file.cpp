@@ -6,10 +6,9 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
-#include <memory>
 
 #include "platform/posix/file_facts.h"
+#include "platform/posix/new_files.h"
 
 namespace toolbox::platform::posix {
 namespace {
@@ -42,11 +41,18 @@ int writeAll(int file, std::string_view bytes) {
     return 0;
 }
 
-/// The file that a name leads to through links, so that a replacement does not cut a link.
-std::string resolved(const std::string& path) {
-    const std::unique_ptr<char, decltype(&std::free)> target(::realpath(path.c_str(), nullptr),
-                                                             &std::free);
-    return target ? target.get() : path;
+/// Creates the file that will take the place of `path`: its descriptor, or -1 with errno. What a
+/// killed process left under the usual name is removed; a name that cannot be had is passed by.
+int createBeside(const std::string& path, std::string& name) {
+    constexpr int kNames = 100;
+    const std::string folder(folderOf(path));
+    const std::string usual = folder + "." + path.substr(folder.size()) + ".saving";
+    ::unlink(usual.c_str());
+    for (int i = 0;; ++i) {
+        name = i == 0 ? usual : usual + std::to_string(i);
+        const int file = createLike(name, path);
+        if (file >= 0 || errno != EEXIST || i == kNames) return file;
+    }
 }
 
 }  // namespace
@@ -70,8 +76,12 @@ ErrorCode readWhole(const std::string& path, std::string& bytes) {
     if (file < 0) return codeOfName(errno, path);
     struct stat facts {};
     ErrorCode result = ERROR_SUCCESS;
-    if (::fstat(file, &facts) != 0 || !S_ISREG(facts.st_mode)) result = ERROR_ACCESS_DENIED;
-    if (result == ERROR_SUCCESS) bytes.reserve(static_cast<std::size_t>(facts.st_size) + 1);
+    if (::fstat(file, &facts) != 0 || !S_ISREG(facts.st_mode))
+        result = ERROR_ACCESS_DENIED;
+    else if (static_cast<std::uint64_t>(facts.st_size) > kMostSharedBytes)
+        result = ERROR_FILE_TOO_LARGE;
+    else
+        bytes.reserve(static_cast<std::size_t>(facts.st_size) + 1);
     char buffer[1 << 16];
     while (result == ERROR_SUCCESS) {
         const ssize_t got = ::read(file, buffer, sizeof buffer);
@@ -79,14 +89,17 @@ ErrorCode readWhole(const std::string& path, std::string& bytes) {
         if (got < 0) result = codeOf(errno, ERROR_READ_FAULT);
         if (got <= 0) break;
         bytes.append(buffer, static_cast<std::size_t>(got));
+        if (bytes.size() > kMostSharedBytes) result = ERROR_FILE_TOO_LARGE;  // it grew meanwhile
     }
     ::close(file);
+    if (result != ERROR_SUCCESS) bytes.clear();
     return result;
 }
 
 ErrorCode ReplaceLock::acquire(const std::string& path, bool create) {
     release();
-    path_ = resolved(path);
+    // A replacement must not cut a link.
+    (void)followLinks(path, path_);
     for (;;) {
         if (const ErrorCode error = openAndLock(create); error != ERROR_SUCCESS) {
             release();
@@ -128,18 +141,11 @@ ErrorCode ReplaceLock::openAndLock(bool create) {
 }
 
 ErrorCode ReplaceLock::replace(std::string_view bytes) {
-    // One name is enough, as only the holder of the lock writes it; what a killed process leaves
-    // there the next save overwrites.
-    const std::string folder(folderOf(path_));
-    const std::string fresh = folder + "." + path_.substr(folder.size()) + ".saving";
-    ::unlink(fresh.c_str());
-    const int file = ::open(fresh.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
-                            facts_.st_mode & 0777);
+    std::string fresh;
+    const int file = createBeside(path_, fresh);
     if (file < 0) return codeOf(errno, ERROR_WRITE_FAULT);
     int error = writeAll(file, bytes);
-    // The user mask must not take rights from a file that had them.
-    if (error == 0 && ::fchmod(file, facts_.st_mode & 07777) != 0) error = errno;
-    // Without this a loss of power can leave the new name with no bytes behind it.
+    // Without this a loss of power can leave the new name without its bytes.
     if (error == 0 && ::fdatasync(file) != 0) error = errno;
     if (::close(file) != 0 && error == 0) error = errno;
     if (error == 0 && ::rename(fresh.c_str(), path_.c_str()) != 0) error = errno;
@@ -148,6 +154,7 @@ ErrorCode ReplaceLock::replace(std::string_view bytes) {
         return codeOf(error, ERROR_WRITE_FAULT);
     }
     created_ = false;
+    (void)flushFolderOf(path_);  // the file is whole, old or new, whatever comes of it
     return ERROR_SUCCESS;
 }
 

@@ -29,7 +29,12 @@ struct FileStamp {
 
 [[nodiscard]] FileStamp stampOf(const std::string& path);
 
-/// Reads a regular file whole; a missing one is ERROR_FILE_NOT_FOUND or ERROR_PATH_NOT_FOUND.
+/// A file with more bytes than this is not one of settings, and is refused: its lines would take
+/// many times as much memory.
+inline constexpr std::size_t kMostSharedBytes = 16 * 1024 * 1024;
+
+/// Reads a regular file whole. A missing one is ERROR_FILE_NOT_FOUND or ERROR_PATH_NOT_FOUND, one
+/// of more than kMostSharedBytes ERROR_FILE_TOO_LARGE; `bytes` is empty on failure.
 [[nodiscard]] ErrorCode readWhole(const std::string& path, std::string& bytes);
 
 /// The right to replace a file, held until the object dies.

@@ -35,6 +35,14 @@ ErrorCode resultOf(BOOL succeeded, ErrorCode otherwise = ERROR_INVALID_PARAMETER
     return succeeded ? ERROR_SUCCESS : lastError(otherwise);
 }
 
+/// What an opening call gave, as a handle.
+ErrorCode opened(HANDLE file, FileHandle& out) {
+    out = kNoFile;
+    if (file == INVALID_HANDLE_VALUE) return lastError();
+    out = static_cast<FileHandle>(reinterpret_cast<INT_PTR>(file));
+    return ERROR_SUCCESS;
+}
+
 std::string fullPath(const char* name) {
     std::string path(MAX_PATH, '\0');
     for (;;) {
@@ -46,18 +54,34 @@ std::string fullPath(const char* name) {
     }
 }
 
+/// A name as programs know it, without the prefix of names that the system takes as they stand.
+std::string withoutPrefix(const std::string& name) {
+    constexpr std::string_view kShare = R"(\\?\UNC\)";
+    constexpr std::string_view kPrefix = R"(\\?\)";
+    if (name.starts_with(kShare)) return "\\\\" + name.substr(kShare.size());
+    return name.starts_with(kPrefix) ? name.substr(kPrefix.size()) : name;
+}
+
+/// The access list of a file as the system hands it out; empty where there is none to be had.
+std::vector<std::byte> accessListOf(const char* name) {
+    std::vector<std::byte> list;
+    DWORD size = 0;
+    const auto get = [&] {
+        return ::GetFileSecurityA(name, DACL_SECURITY_INFORMATION, list.data(), size, &size);
+    };
+    (void)get();
+    list.resize(size);
+    if (size == 0 || !get()) list.clear();
+    return list;
+}
+
 class WindowsFiles final : public FileSystem {
   public:
     ErrorCode open(const char* name, std::uint32_t access, std::uint32_t share,
                    std::uint32_t disposition, FileHandle& out) override {
         const HANDLE file = ::CreateFileA(nameOf(name), access, share, nullptr, disposition,
                                           FILE_ATTRIBUTE_NORMAL, nullptr);
-        if (file == INVALID_HANDLE_VALUE) {
-            out = kNoFile;
-            return lastError();
-        }
-        out = static_cast<FileHandle>(reinterpret_cast<INT_PTR>(file));
-        return ERROR_SUCCESS;
+        return opened(file, out);
     }
 
     ErrorCode close(FileHandle file) override {
@@ -154,6 +178,10 @@ class WindowsFiles final : public FileSystem {
                                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH));
     }
 
+    ErrorCode followLinks(const char* name, std::string& target) override;
+    ErrorCode createLike(const char* name, const char* like, std::uint32_t share,
+                         FileHandle& out) override;
+
     ErrorCode remove(const char* name) override { return resultOf(::DeleteFileA(nameOf(name))); }
 
     ErrorCode createTemporary(const char* prefix, std::string& name) override {
@@ -208,6 +236,46 @@ class WindowsFiles final : public FileSystem {
   private:
     std::optional<base::LzHeader> compressedHeader(const char* name);
 };
+
+ErrorCode WindowsFiles::followLinks(const char* name, std::string& target) {
+    target = nameOf(name);
+    const DWORD found = ::GetFileAttributesA(nameOf(name));
+    if (found == INVALID_FILE_ATTRIBUTES) return lastError();
+    if (found & FILE_ATTRIBUTE_DIRECTORY) return ERROR_ACCESS_DENIED;
+    if (!(found & FILE_ATTRIBUTE_REPARSE_POINT)) return ERROR_SUCCESS;
+    const HANDLE file =
+        ::CreateFileA(nameOf(name), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                      nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return lastError();
+    std::string path(MAX_PATH, '\0');
+    DWORD length = 0;
+    for (;;) {
+        length = ::GetFinalPathNameByHandleA(file, path.data(), static_cast<DWORD>(path.size()), 0);
+        if (length < path.size()) break;
+        path.resize(length + 1);
+    }
+    const ErrorCode error = resultOf(length > 0);
+    ::CloseHandle(file);
+    path.resize(length);
+    if (error == ERROR_SUCCESS) target = withoutPrefix(path);
+    return error;
+}
+
+ErrorCode WindowsFiles::createLike(const char* name, const char* like, std::uint32_t share,
+                                   FileHandle& out) {
+    std::vector<std::byte> list;
+    out = kNoFile;
+    if (like && ::GetFileAttributesA(like) != INVALID_FILE_ATTRIBUTES) {
+        ::SetLastError(ERROR_SUCCESS);
+        list = accessListOf(like);
+        if (list.empty() && ::GetLastError() == ERROR_ACCESS_DENIED) return ERROR_ACCESS_DENIED;
+    }
+    SECURITY_ATTRIBUTES rights{sizeof rights, list.data(), FALSE};
+    const HANDLE file =
+        ::CreateFileA(nameOf(name), GENERIC_READ | GENERIC_WRITE, share,
+                      list.empty() ? nullptr : &rights, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+    return opened(file, out);
+}
 
 /// A file opened for the expansion calls; negative when it could not be.
 class ExpandedFile {

@@ -1,0 +1,174 @@
+// What saving a file as a whole stands on: names behind links, new files with an old one's rights.
+#include "platform/files/host_files.h"
+
+#if defined(_WIN32)
+#include <vector>
+#else
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
+namespace {
+
+TEST_F(HostFiles, CreatesOnlyWhatIsNotThere) {
+    const std::string name = folder / "new";
+    ASSERT_EQ(files.createLike(name.c_str(), nullptr, 0, last), 0u);
+    std::uint32_t count = 0;
+    std::uint64_t position = 0;
+    char byte = 0;
+    EXPECT_EQ(files.write(last, "x", 1, count), 0u);
+    EXPECT_EQ(files.seek(last, 0, SeekFrom::begin, position), 0u);
+    EXPECT_EQ(files.read(last, &byte, 1, count), 0u);
+    EXPECT_EQ(byte, 'x');
+    FileHandle second = 0;
+    EXPECT_EQ(files.open(name.c_str(), kRead, kShareRead, OPEN_EXISTING, second),
+              ERROR_SHARING_VIOLATION);
+    EXPECT_EQ(files.close(last), 0u);
+    EXPECT_EQ(files.flushFolderOf(name.c_str()), 0u);
+
+    EXPECT_EQ(files.createLike(name.c_str(), nullptr, 0, second), ERROR_FILE_EXISTS);
+    EXPECT_EQ(second, toolbox::platform::kNoFile);
+    EXPECT_EQ(folder.read("new"), "x");
+    EXPECT_EQ(files.createLike((folder / "none/new").c_str(), name.c_str(), 0, second),
+              ERROR_PATH_NOT_FOUND);
+}
+
+TEST_F(HostFiles, FollowsNamesThatAreNoLinks) {
+    std::string target;
+    const std::string plain = folder.write("plain", "x");
+    EXPECT_EQ(files.followLinks(plain.c_str(), target), 0u);
+    EXPECT_EQ(target, plain);
+    EXPECT_EQ(files.followLinks((folder / "none").c_str(), target), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(target, folder / "none");
+    EXPECT_EQ(files.followLinks(folder.path().c_str(), target), ERROR_ACCESS_DENIED);
+}
+
+TEST_F(HostFiles, TemporaryNamesOfOneMomentDiffer) {
+    std::string names[3];
+    for (std::string& name : names) ASSERT_EQ(files.createTemporary("tbx", name), 0u);
+    EXPECT_NE(names[0], names[1]);
+    EXPECT_NE(names[1], names[2]);
+    for (const std::string& name : names) EXPECT_EQ(files.remove(name.c_str()), 0u) << name;
+}
+
+#if defined(_WIN32)
+
+std::vector<char> accessList(const std::string& name) {
+    DWORD size = 0;
+    GetFileSecurityA(name.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+    std::vector<char> list(size);
+    EXPECT_TRUE(GetFileSecurityA(name.c_str(), DACL_SECURITY_INFORMATION, list.data(), size, &size));
+    return list;
+}
+
+TEST_F(HostFiles, ANewFileHasTheAccessListOfTheOld) {
+    const std::string old = folder.write("old", "x");
+    const std::string ordinary = folder.write("ordinary", "x");
+    SECURITY_DESCRIPTOR nobody;
+    alignas(ACL) char empty[64];
+    auto* acl = reinterpret_cast<ACL*>(empty);
+    ASSERT_TRUE(InitializeAcl(acl, sizeof empty, ACL_REVISION));
+    ASSERT_TRUE(InitializeSecurityDescriptor(&nobody, SECURITY_DESCRIPTOR_REVISION));
+    ASSERT_TRUE(SetSecurityDescriptorDacl(&nobody, TRUE, acl, FALSE));
+    ASSERT_TRUE(SetFileSecurityA(old.c_str(), DACL_SECURITY_INFORMATION, &nobody));
+    ASSERT_NE(accessList(old), accessList(ordinary));
+
+    ASSERT_EQ(files.createLike((folder / "new").c_str(), old.c_str(), 0, last), 0u);
+    EXPECT_EQ(files.close(last), 0u);
+    EXPECT_EQ(accessList(folder / "new"), accessList(old));
+}
+
+#else
+
+mode_t modeOf(const std::string& name) {
+    struct stat facts {};
+    return ::lstat(name.c_str(), &facts) == 0 ? facts.st_mode & 07777 : 0;
+}
+
+TEST_F(HostFiles, ANewFileHasTheRightsOfTheOldWhateverTheMask) {
+    const struct {
+        mode_t old, mask, fresh;
+    } cases[] = {{0600, 0, 0600}, {0664, 077, 0664}, {0400, 022, 0400}, {07755, 022, 0755}};
+    const std::string old = folder.write("old", "x");
+    const std::string name = folder / "new";
+    for (const auto& c : cases) {
+        SCOPED_TRACE(&c - cases);
+        ASSERT_EQ(::chmod(old.c_str(), c.old), 0);
+        const mode_t mask = ::umask(c.mask);
+        EXPECT_EQ(files.createLike(name.c_str(), old.c_str(), 0, last), 0u);
+        ::umask(mask);
+        EXPECT_EQ(modeOf(name), c.fresh);
+        EXPECT_EQ(files.close(last), 0u);
+        ::unlink(name.c_str());
+    }
+    const mode_t mask = ::umask(027);
+    EXPECT_EQ(files.createLike(name.c_str(), (folder / "none").c_str(), 0, last), 0u);
+    ::umask(mask);
+    EXPECT_EQ(modeOf(name), 0640u);
+    EXPECT_EQ(files.close(last), 0u);
+}
+
+TEST_F(HostFiles, ANewFileHasTheOwnerOfTheOld) {
+    constexpr uid_t kOther = 12345;
+    const std::string old = folder.write("old", "x");
+    if (::chown(old.c_str(), kOther, kOther + 1) != 0)
+        GTEST_SKIP() << "needs the right to give files away";
+    ASSERT_EQ(files.createLike((folder / "new").c_str(), old.c_str(), 0, last), 0u);
+    EXPECT_EQ(files.close(last), 0u);
+    struct stat facts {};
+    ASSERT_EQ(::stat((folder / "new").c_str(), &facts), 0);
+    EXPECT_EQ(facts.st_uid, kOther);
+    EXPECT_EQ(facts.st_gid, kOther + 1);
+}
+
+TEST_F(HostFiles, LinksAreFollowedOnlyWhereAskedFor) {
+    const std::string target = folder.write("target", "kept");
+    const std::string link = folder / "link";
+    const std::string chain = folder / "chain";
+    const std::string lost = folder / "lost";
+    std::filesystem::create_symlink("target", link);
+    std::filesystem::create_symlink(link, chain);
+    std::filesystem::create_symlink("none", lost);
+    std::filesystem::create_symlink("circle", folder / "circle");
+    std::string found;
+    EXPECT_EQ(files.followLinks(chain.c_str(), found), 0u);
+    EXPECT_EQ(found, target);
+    EXPECT_EQ(files.followLinks(lost.c_str(), found), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(found, folder / "none");
+    EXPECT_EQ(files.followLinks((folder / "circle").c_str(), found), ERROR_PATH_NOT_FOUND);
+    EXPECT_EQ(files.followLinks("/dev/null", found), ERROR_ACCESS_DENIED);
+
+    for (const std::string& planted : {link, lost})
+        EXPECT_EQ(files.createLike(planted.c_str(), nullptr, 0, last), ERROR_FILE_EXISTS);
+    EXPECT_EQ(folder.read("target"), "kept");
+    EXPECT_EQ(folder.read("none"), "<none>");
+}
+
+TEST_F(HostFiles, APipeOfTheNameIsRefusedAtOnce) {
+    const std::string pipe = folder / "pipe";
+    const std::string to = folder / "to";
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    for (const std::uint32_t access : {kRead, kWrite, kRead | kWrite}) {
+        EXPECT_EQ(open(pipe, access, kShareAll, OPEN_ALWAYS), ERROR_ACCESS_DENIED) << access;
+        EXPECT_EQ(open(pipe, access, 0, CREATE_ALWAYS), ERROR_ACCESS_DENIED) << access;
+    }
+    EXPECT_EQ(files.copy(pipe.c_str(), to.c_str(), false), ERROR_ACCESS_DENIED);
+    EXPECT_EQ(files.copy(folder.write("from", "x").c_str(), pipe.c_str(), false),
+              ERROR_ACCESS_DENIED);
+    EXPECT_LT(files.expandCopy(pipe.c_str(), to.c_str()), 0);
+    EXPECT_EQ(folder.read("to"), "<none>");
+}
+
+TEST_F(HostFiles, DevicesOpenButAreNotCopied) {
+    EXPECT_EQ(open("/dev/null", kRead | kWrite, kShareAll, OPEN_EXISTING), 0u);
+    EXPECT_EQ(open("/dev/null", kWrite, 0, CREATE_ALWAYS), 0u);
+    EXPECT_EQ(::fcntl(static_cast<int>(last), F_GETFL) & O_NONBLOCK, 0);
+    EXPECT_EQ(files.copy("/dev/zero", (folder / "to").c_str(), false), ERROR_ACCESS_DENIED);
+    EXPECT_LT(files.expandCopy("/dev/zero", (folder / "to").c_str()), 0);
+    EXPECT_EQ(folder.read("to"), "<none>");
+}
+
+#endif
+
+}  // namespace

@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/lz_expand.h"
 #include "platform/host.h"
 #include "platform/posix/file_copies.h"
 #include "platform/posix/file_facts.h"
@@ -254,6 +255,14 @@ class PosixFiles final : public FileSystem {
         return ERROR_SUCCESS;
     }
 
+    ErrorCode copyFacts(FileHandle from, FileHandle to) override {
+        struct stat facts {};
+        if (::fstat(descriptorOf(from), &facts) != 0) return codeOf(errno);
+        const timespec times[] = {facts.st_atim, facts.st_mtim};
+        (void)::futimens(descriptorOf(to), times);
+        return ERROR_SUCCESS;
+    }
+
     ErrorCode flushFolderOf(const char* name) override {
         return posix::flushFolderOf(hostPath(name));
     }
@@ -320,6 +329,9 @@ class PosixFiles final : public FileSystem {
     }
 
     std::int32_t expandCopy(const char* from, const char* to) override {
+        struct stat facts {};
+        if (::stat(hostPath(from).c_str(), &facts) == 0 && !S_ISREG(facts.st_mode))
+            return base::kLzBadInput;  // a device may have no end
         return expandFile(*this, from, to);
     }
 

@@ -1,7 +1,8 @@
 // Dictionaries that a template asks for each of its words: one block of memory each, so that an
 // answer costs one visit to it. Ids and words are the application's, so hashing is one product.
-// BlockLookup is another table: its identifiers come from files, which must not be able to make them
-// collide, and lie in a list of its caller. bench/udkey measures this one, bench/file/block that one.
+// BlockLookup is another table: its identifiers come from files, which must not be able to make
+// them collide, and lie in a list of its caller. bench/udkey measures this one, bench/file/block
+// that one.
 #pragma once
 
 #include <bit>

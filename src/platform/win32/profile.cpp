@@ -24,10 +24,12 @@ bool hasEntry(const char* file, const char* section, const char* entry) {
 /// The lines of a section, each with a terminator; comments are left out.
 std::string linesOf(const char* file, const char* section) {
     constexpr std::size_t kMost = std::size_t{1} << 26;
+    // Reading one entry does not mind blanks around the section's name, this call does.
+    const std::string name(base::trimmed(section, kProfileBlanks));
     std::string lines(32 * 1024, '\0');
     for (;;) {
         const auto room = static_cast<DWORD>(lines.size());
-        const DWORD length = GetPrivateProfileSectionA(section, lines.data(), room, file);
+        const DWORD length = GetPrivateProfileSectionA(name.c_str(), lines.data(), room, file);
         if (length + 2 < room || lines.size() >= kMost) {
             lines.resize(length);
             return lines;

@@ -68,7 +68,8 @@ int TarvFileWrite::open(const char* name) {
     BlockFileParts::startOutput(*this, false);
     APIFile& file = *BlockFileParts::file(*this);
     if (!file.isValid()) return 0;
-    return !file.IsEmpty() || getHeader()->write(*this);
+    if (!file.IsEmpty()) return 1;
+    return BlockFileParts::output(*this)->seekToBegin() && getHeader()->write(*this);
 }
 
 int TarvFileWrite::create() {
@@ -114,13 +115,11 @@ int TarvFileWrite::commit() {
 int TarvFileWrite::close() {
     if (!canWrite()) return 0;
     BlockOutput* output = BlockFileParts::output(*this);
-    const bool failedBefore = output && output->failed();
     const bool written = !output || output->flush();
-    if (!save_) {
-        TarvFile::close();
-        return written || failedBefore;
-    }
-    return finish(written);
+    if (save_) return finish(written);
+    const bool lostBlocks = output && output->lostBlocks();
+    TarvFile::close();
+    return !lostBlocks;
 }
 
 int TarvFileWrite::finish(bool written) {

@@ -65,7 +65,9 @@ bool BlockOutput::send(const char* bytes, std::uint32_t n) {
 bool BlockOutput::flush() {
     const std::uint32_t from = begin_;
     const std::uint32_t n = std::exchange(used_, begin_ = 0) - from;
-    return n > 0 ? send(gathered_.get() + from, n) : !failed_;
+    if (n > 0 && !send(gathered_.get() + from, n)) lostBlocks_ = lostBlocks_ || holdsBlocks_;
+    holdsBlocks_ = false;
+    return !failed_;
 }
 
 /// Room for `n` more gathered bytes, n at most kGatherBytes; null after a failure.
@@ -100,7 +102,9 @@ bool BlockOutput::write(const TarvBlocFile& block) {
     encodeTail(start + blocks::kHeadBytes + n, block);
     position_ += size;
     if (n >= RecordBuffer::kRoomFrom) return send(start, size);
-    return gathers_ || flush();
+    if (!gathers_) return flush();
+    holdsBlocks_ = holdsBlocks_ || block.getID() != blocks::kIndexId;
+    return true;
 }
 
 bool BlockOutput::write(const char* bytes, std::uint32_t n) {

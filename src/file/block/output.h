@@ -11,7 +11,7 @@ namespace toolbox {
 
 /// Writes blocks at a file's position, each in one piece; when it gathers, small ones leave
 /// together. Nothing is written that would end past blocks::kMostBytes. After a failed write
-/// nothing is written any more. Failures are shown to the user.
+/// nothing further is written. Failures are shown to the user.
 class BlockOutput {
   public:
     /// `keptAlive` is what keeps `file` alive.
@@ -35,7 +35,9 @@ class BlockOutput {
 
     /// Somebody else may use the file from now on: gathers no more.
     void share();
-    [[nodiscard]] bool failed() const { return failed_; }
+    /// Whether a block is lost that write() had accepted: it was gathered when a write failed. The
+    /// index does not count, for which commit answers.
+    [[nodiscard]] bool lostBlocks() const { return lostBlocks_; }
 
   private:
     [[nodiscard]] char* reserve(std::uint32_t n);
@@ -53,6 +55,8 @@ class BlockOutput {
     std::uint32_t position_ = 0;  ///< kept while gathering
     bool gathers_;
     bool failed_ = false;
+    bool holdsBlocks_ = false;  ///< among what was gathered are accepted blocks
+    bool lostBlocks_ = false;
 };
 
 }  // namespace toolbox

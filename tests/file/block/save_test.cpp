@@ -66,20 +66,42 @@ TEST_F(BlockSave, FailsAndTellsWhenAnyWriteOrSeekFails) {
     }
 }
 
-TEST_F(BlockSave, StaysFailedAfterAFailedWrite) {
-    TarvFileWrite file;
-    ASSERT_EQ(file.open(name.c_str()), 1);
-    FaultyFiles faults;
-    faults.fail(FileCall::write, 1, ERROR_DISK_FULL);
-    EXPECT_EQ(file.writeBloc(made({3, std::string(20000, 'x')})), 0);
-    EXPECT_EQ(file.writeBloc(made({4, "four"})) + file.commit() + file.commit(), 0);
-    EXPECT_EQ(faults.made(FileCall::write), 1);
-    EXPECT_EQ(file.close(), 1);
-
-    ASSERT_EQ(file.open(name.c_str()), 1);
-    EXPECT_EQ(file.writeBloc(made({4, "four"})), 1);
-    faults.fail(FileCall::write, 1, ERROR_DISK_FULL);
-    EXPECT_EQ(file.close(), 0);  // what was taken is lost
+TEST_F(BlockSave, StaysFailedAfterAFailedWriteAndClosingTellsOfLostBlocks) {
+    const Block small{4, "four"};
+    const Block large{3, std::string(20000, 'x')};
+    const struct {
+        const char* what;
+        std::vector<Block> taken;
+        std::vector<Block> refused;
+        int closed;
+    } cases[] = {{"refused, not lost", {}, {large, small}, 1},
+                 {"lost by the next block", {small}, {large}, 0},
+                 {"lost by closing", {small}, {}, 0}};
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.what);
+        TarvFileWrite file;
+        ASSERT_EQ(file.open(name.c_str()), 1);
+        FaultyFiles faults;
+        faults.fail(FileCall::write, 1, ERROR_DISK_FULL);
+        for (const Block& block : each.taken) EXPECT_EQ(file.writeBloc(made(block)), 1);
+        for (const Block& block : each.refused) EXPECT_EQ(file.writeBloc(made(block)), 0);
+        if (!each.refused.empty()) {
+            EXPECT_EQ(file.commit(), 0);
+        }
+        EXPECT_EQ(file.close(), each.closed);
+        EXPECT_EQ(faults.made(FileCall::write), 1);
+    }
+    for (const int blocks : {0, 1}) {  // a failed commit loses the blocks gathered before it
+        TarvFileWrite file;
+        ASSERT_EQ(file.open(name.c_str()), 1);
+        FaultyFiles faults;
+        faults.fail(FileCall::write, 1, ERROR_DISK_FULL);
+        if (blocks) {
+            EXPECT_EQ(file.writeBloc(made(small)), 1);
+        }
+        EXPECT_EQ(file.commit(), 0);
+        EXPECT_EQ(file.close(), blocks ? 0 : 1);
+    }
 }
 
 TEST_F(BlockSave, MakesABackupAndGoesOnWithoutOne) {

@@ -158,6 +158,12 @@ class TB_API FileSystem {
         (void)like;
         return open(name, GENERIC_READ | GENERIC_WRITE, share, CREATE_NEW, out);
     }
+    /// Gives an open file the times of last access and writing of another and, on Windows, its
+    /// attributes. Nothing where a file system keeps neither.
+    virtual ErrorCode copyFacts(FileHandle from, FileHandle to) {
+        (void)from, (void)to;
+        return ERROR_SUCCESS;
+    }
     /// Forces to the device that `name` was created, replaced or removed in its folder.
     virtual ErrorCode flushFolderOf(const char* name) {
         (void)name;

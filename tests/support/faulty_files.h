@@ -116,6 +116,9 @@ class FaultyFiles final : public toolbox::platform::FileSystem {
         if (const Plan* fault = due(FileCall::createLike)) return fault->error;
         return real_.createLike(name, like, share, out);
     }
+    ErrorCode copyFacts(FileHandle from, FileHandle to) override {
+        return real_.copyFacts(from, to);
+    }
     ErrorCode flushFolderOf(const char* name) override {
         if (const Plan* fault = due(FileCall::flushFolder)) return fault->error;
         return real_.flushFolderOf(name);

@@ -253,6 +253,14 @@ class PosixFiles final : public FileSystem {
         return ERROR_SUCCESS;
     }
 
+    ErrorCode copyFacts(FileHandle from, FileHandle to) override {
+        struct stat facts {};
+        if (::fstat(descriptorOf(from), &facts) != 0) return codeOf(errno);
+        const timespec times[] = {facts.st_atim, facts.st_mtim};
+        (void)::futimens(descriptorOf(to), times);
+        return ERROR_SUCCESS;
+    }
+
     ErrorCode flushFolderOf(const char* name) override {
         return posix::flushFolderOf(hostPath(name));
     }
@@ -354,10 +362,9 @@ ErrorCode PosixFiles::copy(const char* from, const char* to, bool failIfExists) 
     if (!target.valid()) return target.error();
     if (const ErrorCode error = copyBytes(source, target)) return error;
 
-    const timespec times[] = {facts.st_atim, facts.st_mtim};
-    // A file system that keeps neither does not make the copy fail.
+    // A file system that keeps neither mode nor times does not make the copy fail.
     if (::fchmod(descriptorOf(target.handle()), facts.st_mode & 0777) != 0) errno = 0;
-    if (::futimens(descriptorOf(target.handle()), times) != 0) errno = 0;
+    (void)copyFacts(source.handle(), target.handle());
     return target.close();
 }
 

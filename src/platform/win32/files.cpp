@@ -179,6 +179,7 @@ class WindowsFiles final : public FileSystem {
     }
 
     ErrorCode followLinks(const char* name, std::string& target) override;
+    ErrorCode copyFacts(FileHandle from, FileHandle to) override;
     ErrorCode createLike(const char* name, const char* like, std::uint32_t share,
                          FileHandle& out) override;
 
@@ -275,6 +276,22 @@ ErrorCode WindowsFiles::createLike(const char* name, const char* like, std::uint
         ::CreateFileA(nameOf(name), GENERIC_READ | GENERIC_WRITE, share,
                       list.empty() ? nullptr : &rights, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
     return opened(file, out);
+}
+
+ErrorCode WindowsFiles::copyFacts(FileHandle from, FileHandle to) {
+    BY_HANDLE_FILE_INFORMATION facts{};
+    if (!::GetFileInformationByHandle(handleOf(from), &facts)) return lastError();
+    constexpr DWORD kCopied = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN |
+                              FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE;
+    FILE_BASIC_INFO copied{};  // a time of 0 stays as it is
+    copied.LastAccessTime.LowPart = facts.ftLastAccessTime.dwLowDateTime;
+    copied.LastAccessTime.HighPart = static_cast<LONG>(facts.ftLastAccessTime.dwHighDateTime);
+    copied.LastWriteTime.LowPart = facts.ftLastWriteTime.dwLowDateTime;
+    copied.LastWriteTime.HighPart = static_cast<LONG>(facts.ftLastWriteTime.dwHighDateTime);
+    copied.FileAttributes = facts.dwFileAttributes & kCopied;
+    if (copied.FileAttributes == 0) copied.FileAttributes = FILE_ATTRIBUTE_NORMAL;
+    return resultOf(
+        ::SetFileInformationByHandle(handleOf(to), FileBasicInfo, &copied, sizeof copied));
 }
 
 /// A file opened for the expansion calls; negative when it could not be.

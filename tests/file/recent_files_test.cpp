@@ -6,7 +6,6 @@
 #include <utility>
 #include <vector>
 
-#include "file/recent_items.h"
 #include "support/temp_folder.h"
 
 namespace {
@@ -80,17 +79,9 @@ TEST_F(RecentFiles, ComesBackFromAProfile) {
     EXPECT_EQ(listed(other), (Names{"A", "C:\\data\\b c.dat", "left"}));
     EXPECT_EQ(listed(history_), (Names{"A", "C:\\data\\b c.dat"}));
 
-    other.lire(folder_.write("second.ini", "[files_opened]\r\nFILE_2=only\r\n").c_str());
-    EXPECT_EQ(listed(other), Names{"only"});
     other.lire((folder_ / "none.ini").c_str());
     EXPECT_EQ(listed(other), Names{});
     EXPECT_EQ(history_.ecrire((folder_ / "no folder/x.ini").c_str()), 0);
-    EXPECT_EQ(history_.ecrire(nullptr), 0);
-}
-
-TEST_F(RecentFiles, NumbersItsMenuItems) {
-    EXPECT_EQ(toolbox::file::recentItemLabel(0, "A"), "&1 A");
-    EXPECT_EQ(toolbox::file::recentItemLabel(4, "C:\\b & c"), "&5 C:\\b & c");
 }
 
 }  // namespace

@@ -51,11 +51,11 @@ class TB_API TarvFileHeader {
     TarvFileHeader& operator=(const TarvFileHeader&);
     virtual ~TarvFileHeader();
 
-    /// Reads at the file's position, which is behind the header afterwards. 0 when the header is
+    /// Reads at the file's position, which is after the header then. 0 when the header is
     /// not whole or not well formed; fields may then have changed. Takes format version 100 as
     /// well, whose header is 4 bytes shorter.
     virtual int read(TarvFile& file);
-    /// Writes at the file's position. On purpose the format version written is 210, whatever was
+    /// Writes at the file's position. The format version written is 210, whatever was
     /// read. A description is cut to 128 bytes.
     virtual int write(TarvFile& file);
     /// Bytes that write() takes: 160.
@@ -112,18 +112,17 @@ class TB_API TarvBlocFile : public VarRecord {
 
     /// Reads block `id` from `file`: the one at `offset` when its identifier is `id`; else, when
     /// `search` is 1, the first one that findBloc finds from the file's start. On failure the
-    /// description and the versions may have changed. The terminator's value is not checked, on
-    /// purpose.
+    /// description and the versions may have changed. The terminator's value is not checked.
     virtual int read(unsigned long id, TarvFile& file, unsigned long offset, int search);
     /// Writes the block at the file's position.
     virtual int write(TarvFile& file) const;
     /// Bytes that the block takes in a file: its data and 148 more.
     virtual unsigned long getBlocLen() const;
     /// Searches word by word from `offset` for the end of a block followed by `id`. Returns the
-    /// position behind the identifier, where the file then stands, or 0. Data that holds such a
-    /// pair of words is taken for a block, on purpose.
+    /// position after the identifier, where the file then stands, or 0. Data that holds such a pair
+    /// of words is taken for a block.
     virtual unsigned long findBloc(unsigned long id, TarvFile& file, unsigned long offset);
-    /// Reads the rest of a block from the position behind its identifier, in the layout that the
+    /// Reads the rest of a block from the position after its identifier, in the layout that the
     /// format version of the file's header asks for (without a header, 210).
     virtual int readBloc(TarvFile& file);
 
@@ -167,10 +166,10 @@ class TB_API TarvFileIndex : public TarvBlocFile {
 
     /// Reads as a block, then replaces the entries by those in the data. On failure they stay.
     int read(unsigned long id, TarvFile& file, unsigned long offset, int search) override;
-    /// Packs the entries and writes the block. On purpose an index without entries writes the data
+    /// Packs the entries and writes the block. An index without entries writes the data
     /// that the record last held.
     virtual int write(TarvFile& file);
-    /// Packs the entries into the record; without entries the data stays, on purpose.
+    /// Packs the entries into the record; without entries the data stays.
     virtual int setData();
 
     // Each moves the cursor and gives the identifier there; 0 when there is no such entry, and then
@@ -186,7 +185,7 @@ class TB_API TarvFileIndex : public TarvBlocFile {
     unsigned long getOffset(unsigned long id) const;
     /// Removes the entries; returns 1.
     int flushIndex();
-    /// Entries as last read from a file or set; addBloc does not count, on purpose.
+    /// Entries as last read from a file or set; addBloc does not count.
     unsigned long getNbrItem() const;
     /// Sets that number, and with it what getBlocLen() gives.
     void setNbrItem(unsigned long count);
@@ -237,7 +236,7 @@ class TB_API TarvFile {
     /// write each block at once from then on, in order with what the caller writes there itself.
     APIFile* getFile() const;
     /// Stores the pointer and owns the file from then on; give one file to one object. A file held
-    /// before is not closed, on purpose: it is the caller's.
+    /// before is not closed: it is the caller's.
     void setFile(APIFile* file);
     // The header and the index, or null; they stay this object's.
     TarvFileHeader* getHeader() const;
@@ -281,7 +280,7 @@ class TB_API TarvFileRead : public virtual TarvFile {
     int close() override;
 
     /// Fetches a block; 0, and `out` stays, when it is not there or not whole. Where the header's
-    /// mask has bit 0 a block that is not at its place is searched for. On purpose an identifier
+    /// mask has bit 0 a block that is not at its place is searched for. An identifier
     /// that the index does not have is tried at offset 0, where the header's version stands.
     int getBloc(unsigned long id, TarvBlocFile& out);
 
@@ -303,14 +302,15 @@ class TB_API TarvFileWrite : public virtual TarvFile {
     using TarvFile::open;
 
     /// Copies an existing file to its backup name (APIFile::backupName) and prints the code of that
-    /// to the standard output, on purpose; goes on when it fails. (With safe saving, close() does
-    /// so.) Then empties or creates the file and writes a header. 0 when the object is open already
-    /// or the file cannot be written; on purpose the object then counts as open. A file set before
-    /// is used as it stands: it gets a header when it is empty, and no backup.
+    /// to the standard output; goes on when it fails. (With safe saving, close() does so.) Then
+    /// empties or creates the file and writes a header. 0 when the object is open already or the
+    /// file cannot be written; the object then counts as open. A file set before gets no backup,
+    /// and a header, at its start, when it is empty; otherwise it is used as it stands.
     int open(const RWCString& name) override;
     int open(const char* name) override;
     /// Lets go of the file, which keeps what was written. 0 when the object is not open for
-    /// writing, or when blocks that writeBloc had taken could not be written. Does not commit.
+    /// writing, or when blocks that writeBloc had accepted were lost by a failed write, whenever
+    /// that showed. Does not commit.
     int close() override;
 
     /// Appends the index and points the header at it; 1 when all of the file up to here was
@@ -324,13 +324,20 @@ class TB_API TarvFileWrite : public virtual TarvFile {
     /// The name that open() was last called with.
     RWCString getFileName() const;
 
-    /// Safe saving, for the next open: on, the file is written beside, under its name with ".~save"
-    /// behind, and close() puts it in place: it brings the file to the device, reads it back
-    /// (header, index, both ends of every block), makes the backup, whose code it prints as open()
-    /// does, and renames. An existing file is whole under its name until the new one, whole, has
-    /// that name. close() then returns 1 when the new file is in place; without a successful commit
-    /// since open, after a failed write or when the file does not read back, it removes what was
-    /// written and returns 0.
+    /// Safe saving, for the next open: on, the file is written beside the one that the name leads
+    /// to through links, under that name followed by ".~save-" and eight digits, with the rights of
+    /// the file that it replaces; close() puts it in place. It brings the file to the device, reads
+    /// it back (header, index, both ends of every block), makes the backup, whose code it prints as
+    /// open() does, renames, and brings the folder to the device. An existing file is whole under
+    /// its name until the new one, whole, has that name; several writers of one file do not disturb
+    /// each other, and the last to close wins.
+    ///
+    /// open() gives 0 at once for an empty name, a read-only file and what is no regular file.
+    /// close() returns 1 when the new file is in place. Without a successful commit since open,
+    /// after a failed write or when the file does not read back, it removes what was written and
+    /// returns 0. A rename that is refused because somebody has the file open (Windows) is tried
+    /// again for half a second; when it fails for good what was written stays beside, under the
+    /// file's name followed by ".saved-" and eight digits, a message names it, and close() gives 0.
     void setSafeSave(int on);
 
   private:

@@ -25,6 +25,7 @@ concept FileValue = std::same_as<T, char> || std::same_as<T, short> || std::same
     std::same_as<T, unsigned int> || std::same_as<T, unsigned long> || std::same_as<T, float> ||
     std::same_as<T, double>;
 
+class Replacement;
 class SharedFile;
 
 }  // namespace toolbox
@@ -44,7 +45,7 @@ class TB_API TVFile {
     virtual int IsEmpty() = 0;
     /// Moves the position to `offset` bytes from the start.
     virtual int SeekTo(long offset) = 0;
-    // Move the position to the first byte, and behind the last one.
+    // Move the position to the first byte, and past the last one.
     virtual int SeekToBegin();
     virtual int SeekToEnd() = 0;
     /// Reads `n` bytes at the position and advances it; 0 when nothing could be read.
@@ -145,7 +146,7 @@ class TB_API APIFile : public TVFile {
     int SeekToEnd() override;
     /// A read that gives fewer bytes than asked succeeds; the rest of `buffer` is zero. One that
     /// gives none fails, also when none were asked for. Failures are shown, but for the end of the
-    /// file, which has no error code: Error() is then 0, and Eof() too, on purpose.
+    /// file, which has no error code: Error() and Eof() are then 0.
     int read(void* buffer, unsigned long n) override;
     /// A short write is a failure: ERROR_DISK_FULL when the system gave no code. Failures are
     /// shown.
@@ -155,20 +156,21 @@ class TB_API APIFile : public TVFile {
     static int Exists(const char* name);
 
     /// 1 when writing is impossible: the file exists and may not be read and written, or its folder
-    /// may not, or no file can be made in it (tried with "tmp123yz.$$$", which is removed).
-    /// The folder is the name up to its last separator; on purpose a name without one is taken for
-    /// the folder itself, so that a bare file name gives 1 and a bare folder name tells of the
-    /// folder.
+    /// may not, or no file can be made in it (tried with "tmp123yz.$$$", or another name where that
+    /// one is taken; the file is removed). The folder is the name up to its last separator; a name
+    /// without one is taken for the folder itself, so that a bare file name gives 1 and a bare
+    /// folder name tells of the folder.
     static int isReadOnly(const char* name);
 
-    /// Copies the file to backupName(name) and returns 0, or the error code. The copy is made
-    /// beside, under that name with ".~new" behind, and renamed: a failure leaves an older backup
-    /// as it was.
+    /// Copies the file, with its rights, to backupName(name) and returns 0, or the error code. The
+    /// copy is made beside, under that name followed by ".~save-" and eight digits, and renamed: a
+    /// failure leaves an older backup as it was, and a link of the backup's name is replaced, not
+    /// followed. Regular files only: a folder, pipe or device gives ERROR_ACCESS_DENIED.
     static unsigned long createBak(const char* name);
 
     /// plan.dat gives plan.bak, a.b gives a.bak, x gives x.bak, plan.data gives plan.data.bak: when
-    /// the last '.' has at most three characters behind it, ".bak" takes its place, otherwise it is
-    /// appended. The rule heeds no separator, on purpose: "d.v\f" gives "d.bak".
+    /// the last '.' has at most three characters after it, ".bak" takes its place, otherwise it is
+    /// appended. The rule ignores path separators: "d.v\f" gives "d.bak".
     static RWCString backupName(const char* name);
 
     // The following neither show anything nor move the position that the operations above see. They
@@ -184,6 +186,9 @@ class TB_API APIFile : public TVFile {
     int flush();
 
   private:
+    friend class toolbox::Replacement;
+
+    APIFile();
     int failed(std::uint32_t code);
 
     std::shared_ptr<toolbox::SharedFile> file_;  ///< shared with copies; null when not open
@@ -205,9 +210,9 @@ class TB_API Iofile {
     const char* getFileName() const;
 
     /// Appends the file's lines; one of more than 511 characters becomes several. Sets the modified
-    /// flag, on purpose. 0 when the file cannot be opened or read; the lines are then as before.
+    /// flag. 0 when the file cannot be opened or read; the lines are then as before.
     int readFile();
-    // Creates or empties the file and writes every line with a line feed behind it. 0 when any of
+    // Creates or empties the file and writes every line with a line feed after it. 0 when any of
     // it fails. The modified flag stays. saveFile does the same.
     int writeFile();
     int saveFile();
@@ -237,12 +242,12 @@ class TB_API Iofile {
     /// All lines, in their order; valid while this object lives.
     const std::list<RWCString>& getListOfString() const;
     /// Replaces the lines and sets the modified flag; the widest length and the cursor of
-    /// getLine(out) stay, on purpose.
+    /// getLine(out) stay.
     void setListOfString(const std::list<RWCString>& lines);
     /// Removes every line.
     void clear();
 
-    /// Expands the tabs in place and returns the length. On purpose every tab becomes tabSize + 1
+    /// Expands the tabs in place and returns the length. Every tab becomes tabSize + 1
     /// blanks, wherever it stands. 0, nothing changed, for a line of more than 511 characters and
     /// for a tab size outside 1 to 32767.
     int getLengthLine(toolbox::ByteString& line, int tabSize) const;
@@ -273,7 +278,7 @@ class TB_API Iofile {
 };
 
 /// Free bytes of a drive: sectors per cluster times bytes per sector times free clusters, in 32
-/// bits, so that 4 GiB and more wrap, on purpose. 0 on failure. On Linux, which has no drives, any
+/// bits, so that 4 GiB and more wrap. 0 on failure. On Linux, which has no drives, any
 /// letter is the volume of the current folder.
 TB_API unsigned long GetDiskFree(char drive);
 
@@ -291,15 +296,15 @@ TB_API void SepDirFile(const char* path, char* dir, char* file);
 TB_API int ExistsFile(const char* name);
 
 /// Sum of the sizes of all files that match ('*' and '?' in the last part of the name): low word
-/// plus high word of each, in 32 bits, so that files over 4 GiB count wrongly, on purpose. 0 when
+/// plus high word of each, in 32 bits, so that files over 4 GiB count wrongly. 0 when
 /// none match.
 TB_API unsigned long GetFileSize(const char* pattern);
 
 /// Copies `from` to a new file, with its attributes; a file compressed with Windows' LZ compression
 /// is expanded. Returns the bytes written, 0 when `to` exists (nothing is changed), or a negative
-/// LZERROR_ code (no `to` is left behind).
+/// LZERROR_ code (no `to` is left).
 TB_API long FileCopy(const char* from, const char* to);
 
-/// Deletes the files that match, under the wait cursor. On purpose each is deleted by its bare
+/// Deletes the files that match, under the wait cursor. Each is deleted by its bare
 /// name, so in the current folder, wherever the pattern looked.
 TB_API void KillFile(const char* pattern);

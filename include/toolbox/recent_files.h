@@ -4,9 +4,9 @@
 // that it opens, maps the commands of the menu's items to names, and saves and restores the list in
 // a profile file, section "Files_opened", entries "File_1" (the newest) to "File_5".
 //
-// On Windows the names stand at the end of a menu of the window's menu bar, behind a separator, as
-// "&1 plan.dat". Items are changed but on purpose never removed: those beyond the list's length,
-// once init() or lire() has emptied it, keep their texts. On purpose an '&' in a name is not
+// On Windows the names stand at the end of a menu of the window's menu bar, after a separator, as
+// "&1 plan.dat". Items are changed but never removed: those beyond the list's length,
+// once init() or lire() has emptied it, keep their texts. An '&' in a name is not
 // doubled: it underlines the character after it.
 #pragma once
 
@@ -38,7 +38,7 @@ class TB_API HistoricMenuFile {
     /// The name of the item with this command; empty when there is none.
     void getLogFile(unsigned int commandID, RWCString& out) const;
 
-    /// Saves the list; 1 when every name is stored. On purpose entries beyond the list's length
+    /// Saves the list; 1 when every name is stored. Entries beyond the list's length
     /// stay as they were.
     int ecrire(const char* profileFile) const;
 

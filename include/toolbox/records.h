@@ -20,27 +20,18 @@
 #include "toolbox/export.h"
 
 namespace toolbox {
-class BlockBytes;
+class RecordParts;
 
-/// Owned bytes. Large ones have room around them for what a block file puts before and after a
-/// block's data, so that a block leaves and arrives in one piece without being copied.
+/// Owned bytes. Large ones have room around them for what goes before and after a record's data
+/// where it is stored.
 class RecordBuffer {
   public:
-    // Bytes that there are around the data of a large buffer.
-    static constexpr std::uint32_t kRoomBefore = 136;
-    static constexpr std::uint32_t kRoomAfter = 12;
-    static constexpr std::uint32_t kRoomFrom = 16 * 1024;  ///< capacity from which there is room
-
     RecordBuffer() = default;
     /// Throws std::bad_alloc. The bytes are not initialised.
-    explicit RecordBuffer(std::uint32_t capacity)
-        : memory_(new char[capacity + (capacity >= kRoomFrom ? kRoomBefore + kRoomAfter : 0)]),
-          start_(capacity >= kRoomFrom ? kRoomBefore : 0) {}
+    explicit RecordBuffer(std::uint32_t capacity);
 
     /// The first byte; null without a buffer.
     [[nodiscard]] char* data() const { return memory_ ? memory_.get() + start_ : nullptr; }
-    /// True for a large buffer.
-    [[nodiscard]] bool hasRoom() const { return start_ > 0; }
 
   private:
     std::unique_ptr<char[]> memory_;
@@ -58,8 +49,8 @@ class TB_API VarRecord {
     /// An empty record, version 200, with a buffer of `capacity` bytes; 0 means 1024.
     explicit VarRecord(unsigned int capacity = 0);
     VarRecord(const VarRecord& other);
-    /// Copies identifier, version and data. The copy reads from its start, on purpose, however far
-    /// the other had been read.
+    /// Copies identifier, version and data. The copy reads from its start, however far the other
+    /// had been read.
     VarRecord& operator=(const VarRecord& other);
     virtual ~VarRecord();
 
@@ -73,10 +64,10 @@ class TB_API VarRecord {
     /// The same; no terminator is added.
     void writeString(const char* text, int n);
 
-    /// Copies the next `n` bytes to `out` and advances; nothing when `n` is 0 or less. On purpose
-    /// the test for what is left is `offset <= length - n` in unsigned 32-bit arithmetic,
-    /// unguarded: an `n` above the length wraps it round and passes. `out` then gets the bytes that
-    /// there are and zeros for the rest, and the cursor ends behind the data.
+    /// Copies the next `n` bytes to `out` and advances; nothing when `n` is 0 or less. The test for
+    /// what is left is `offset <= length - n` in unsigned 32-bit arithmetic, unguarded: an `n`
+    /// above the length wraps around and passes. `out` then gets the bytes that there are and zeros
+    /// for the rest, and the cursor ends past the data.
     void read(void* out, int n);
     /// The same; no terminator is added.
     void readString(char* text, int n);
@@ -123,7 +114,7 @@ class TB_API VarRecord {
     operator int() const;
 
   private:
-    friend class toolbox::BlockBytes;
+    friend class toolbox::RecordParts;
 
     /// Makes room for `needed` bytes and half the old capacity; returns the old buffer.
     toolbox::RecordBuffer grow(std::uint64_t needed);

@@ -1,6 +1,7 @@
+// A file of the system: its error codes, and reads and writes with their reports.
 #include <cstring>
 
-#include "file/file_report.h"
+#include "file/file_system.h"
 #include "file/shared_file.h"
 #include "toolbox/files.h"
 
@@ -39,6 +40,7 @@ APIFile::APIFile(const char* name, unsigned long access, unsigned long share,
     share_ = sharing;
 }
 
+APIFile::APIFile() = default;
 APIFile::APIFile(const APIFile&) = default;
 APIFile& APIFile::operator=(const APIFile&) = default;
 APIFile::~APIFile() = default;

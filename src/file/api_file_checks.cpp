@@ -1,31 +1,68 @@
+// What can be asked and done about a file by its name: whether it is there, may be written, and its
+// backup.
+#include <memory>
 #include <string>
 
-#include "file/current_files.h"
-#include "file/file_names.h"
+#include "file/file_system.h"
+#include "file/replacement.h"
 #include "platform/scoped_file.h"
 #include "toolbox/files.h"
 
 using toolbox::files;
 using toolbox::platform::ErrorCode;
+using toolbox::platform::ScopedFile;
 
 namespace {
 
-/// True when a new file can be made in a folder, given with its separator.
+constexpr std::uint32_t kCopiedAtOnce = 256 * 1024;
+
+/// True when a new file can be made in a folder, given with its separator. Takes another name while
+/// there is a file, or a link, of the probe's.
 bool canCreateIn(const std::string& folder) {
-    const std::string probe = folder + "tmp123yz.$$$";
-    toolbox::platform::ScopedFile file(files(), probe.c_str(), GENERIC_WRITE,
-                                       FILE_SHARE_READ | FILE_SHARE_WRITE, CREATE_ALWAYS);
-    if (!file.valid()) return false;
-    file.close();
-    files().remove(probe.c_str());
-    return true;
+    constexpr int kTries = 100;
+    std::string probe = folder + "tmp123yz.$$$";
+    for (int tries = 0; tries < kTries; ++tries) {
+        ScopedFile file(files(), probe.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                        CREATE_NEW);
+        if (file.valid()) {
+            file.close();
+            files().remove(probe.c_str());
+            return true;
+        }
+        if (file.error() != ERROR_FILE_EXISTS) return false;
+        probe = folder + "tmp" + toolbox::digitsOfChance() + ".$$$";
+    }
+    return false;
 }
 
-/// Removes a file of our own, read-only or not, if it is there.
-void discard(const char* name) {
-    if (!files().exists(name)) return;
-    files().setAttributes(name, FILE_ATTRIBUTE_NORMAL);
-    files().remove(name);
+ErrorCode copyBytes(ScopedFile& from, toolbox::SharedFile& to) {
+    const auto buffer = std::make_unique_for_overwrite<char[]>(kCopiedAtOnce);
+    for (;;) {
+        std::uint32_t got = 0;
+        std::uint32_t written = 0;
+        if (const ErrorCode error = from.read(buffer.get(), kCopiedAtOnce, got)) return error;
+        if (got == 0) return ERROR_SUCCESS;
+        if (const ErrorCode error = to.write(buffer.get(), got, written)) return error;
+        if (written < got) return ERROR_DISK_FULL;
+    }
+}
+
+/// Puts a copy of a regular file in the place of `backup`.
+ErrorCode replaceByCopy(const std::string& source, const std::string& backup) {
+    constexpr std::chrono::milliseconds kPause{2};
+    std::unique_ptr<ScopedFile> from;
+    ErrorCode error = toolbox::patiently(kPause, [&] {
+        from = std::make_unique<ScopedFile>(files(), source.c_str(), GENERIC_READ, FILE_SHARE_READ,
+                                            OPEN_EXISTING);
+        return from->error();
+    });
+    toolbox::Replacement copy;
+    if (error == ERROR_SUCCESS) error = copy.create(backup, source.c_str());
+    if (error == ERROR_SUCCESS) error = copyBytes(*from, copy.file());
+    if (error != ERROR_SUCCESS) return error;
+    // A backup without its file's times and attributes is still one.
+    (void)copy.file().takeFacts(from->handle());
+    return copy.putInPlace();
 }
 
 }  // namespace
@@ -50,12 +87,9 @@ int APIFile::isReadOnly(const char* name) {
 unsigned long APIFile::createBak(const char* name) {
     const RWCString backup = backupName(name);
     if (backup == name) return ERROR_SHARING_VIOLATION;  // a file is no copy of itself
-    const RWCString beside = backup + ".~new";
-    discard(beside);
-    ErrorCode error = files().copy(name, beside, false);
-    if (error == ERROR_SUCCESS) error = files().replace(beside, backup);
-    if (error != ERROR_SUCCESS) discard(beside);
-    return error;
+    std::string source;
+    const ErrorCode error = files().followLinks(name, source);
+    return error == ERROR_SUCCESS ? replaceByCopy(source, backup.str()) : error;
 }
 
 RWCString APIFile::backupName(const char* name) {

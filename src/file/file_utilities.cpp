@@ -1,9 +1,9 @@
+// Small operations on files and folders by name.
 #include <cstring>
 #include <string>
 
 #include "base/lz_expand.h"
-#include "file/current_files.h"
-#include "file/file_names.h"
+#include "file/file_system.h"
 #include "toolbox/files.h"
 
 namespace base = toolbox::base;

@@ -1,8 +1,9 @@
+// Text files in memory. The file is read in pieces that are cut into lines as they come.
 #include <algorithm>
 #include <cstring>
 #include <string>
 
-#include "file/current_files.h"
+#include "file/file_system.h"
 #include "platform/scoped_file.h"
 #include "toolbox/files.h"
 

@@ -1,3 +1,4 @@
+// The list of recent files, and its profile section.
 #include "toolbox/recent_files.h"
 
 #include <array>

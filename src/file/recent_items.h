@@ -17,7 +17,7 @@ inline constexpr std::size_t kMostRecentFiles = 5;
 
 #if defined(_WIN32)
 /// Shows the names, newest first, at the end of the menu of the window's menu bar that has the item
-/// `anchorID`, behind a separator. Items that are there already are changed where they stand; those
+/// `anchorID`, after a separator. Items that are there already are changed where they stand; those
 /// beyond the names stay as they are.
 void showRecentItems(HWND window, UINT anchorID, UINT firstID, const std::list<RWCString>& names);
 #endif

@@ -1,3 +1,4 @@
+// The recent files at the end of a menu.
 #include "file/recent_items.h"
 
 namespace toolbox::file {

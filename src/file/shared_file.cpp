@@ -1,6 +1,7 @@
+// An open file with two kinds of reads: at its position, and at an offset.
 #include "file/shared_file.h"
 
-#include "file/current_files.h"
+#include "file/file_system.h"
 
 namespace toolbox {
 
@@ -62,6 +63,10 @@ ErrorCode SharedFile::size(std::uint64_t& bytes) const {
 
 ErrorCode SharedFile::flush() const {
     return files().flush(handle_);
+}
+
+ErrorCode SharedFile::takeFacts(platform::FileHandle from) const {
+    return files().copyFacts(from, handle_);
 }
 
 }  // namespace toolbox

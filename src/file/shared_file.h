@@ -27,6 +27,8 @@ class SharedFile {
                                            std::uint64_t& position);
     [[nodiscard]] platform::ErrorCode size(std::uint64_t& bytes) const;
     [[nodiscard]] platform::ErrorCode flush() const;
+    /// Takes over the times and attributes of another open file.
+    [[nodiscard]] platform::ErrorCode takeFacts(platform::FileHandle from) const;
 
   private:
     platform::ErrorCode restorePosition();

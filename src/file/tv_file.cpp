@@ -1,3 +1,5 @@
+// Typed reads and writes. Where `long` is wider than the file's 4 bytes it is converted, each array
+// in one call to the system.
 #include <memory>
 #include <new>
 

@@ -1,10 +1,17 @@
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <utility>
 
 #include "support/faulty_files.h"
 #include "support/temp_folder.h"
 #include "toolbox/files.h"
+
+#if !defined(_WIN32)
+#include <sys/stat.h>
+#endif
+
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -29,31 +36,80 @@ class Backup : public testing::Test {
     const std::vector<std::string> both{"plan.bak", "plan.dat"};
 };
 
-TEST_F(Backup, ReplacesAnOlderOne) {
+TEST_F(Backup, ReplacesAnOlderOneAndWhatKilledOnesLeft) {
     folder.write("plan.bak", "older and longer");
     folder.write("plan.dat", "bytes");
-    // Left by a backup that was killed, with the attribute of its source.
-    const std::string stale = folder.write("plan.bak.~new", "half");
+    const std::string stale = folder.write("plan.bak.~save-0123abcd", "half");
     toolbox::platform::current().files->setAttributes(stale.c_str(), FILE_ATTRIBUTE_READONLY);
+    const auto written = std::filesystem::last_write_time(folder / "plan.dat") - 1h;
+    std::filesystem::last_write_time(folder / "plan.dat", written);
     EXPECT_EQ(make(), 0ul);
     EXPECT_EQ(folder.read("plan.bak"), "bytes");
     EXPECT_EQ(folder.read("plan.dat"), "bytes");
     EXPECT_EQ(folder.names(), both);
+    EXPECT_EQ(std::filesystem::last_write_time(folder / "plan.bak"), written);
+}
+
+TEST_F(Backup, LeavesAloneWhatIsNoLeftover) {
+    folder.write("plan.dat", "bytes");
+    const std::string empty = "plan.bak.~save-00000000", busy = "plan.bak.~save-ffffffff";
+    const std::string kept[] = {"plan.bak.~save-0123abc", "plan.bak.~save-0123abcx",
+                                "plan.bak.saved-0123abcd", empty, busy};
+    for (const std::string& name : kept) folder.write(name, name == empty ? "" : "theirs");
+    APIFile writer((folder / busy).c_str(), GENERIC_WRITE, 0, OPEN_EXISTING);
+    EXPECT_EQ(make(), 0ul);
+    for (const std::string& name : kept) EXPECT_TRUE(ExistsFile((folder / name).c_str())) << name;
 }
 
 TEST_F(Backup, AFailedOneLeavesTheOlderOne) {
     folder.write("plan.bak", "older");
     EXPECT_EQ(make(), ERROR_FILE_NOT_FOUND);
     folder.write("plan.dat", "bytes");
+    for (const FileCall call : {FileCall::createLike, FileCall::read, FileCall::write}) {
+        FaultyFiles faults;
+        faults.fail(call, 1, ERROR_DISK_FULL);
+        EXPECT_EQ(make(), ERROR_DISK_FULL);
+        EXPECT_EQ(folder.names(), both);
+    }
     FaultyFiles faults;
-    faults.fail(FileCall::copy, 1, ERROR_DISK_FULL);
+    faults.shorten(FileCall::write, 1, 3);
     EXPECT_EQ(make(), ERROR_DISK_FULL);
-    EXPECT_EQ(folder.names(), both);
-    faults.fail(FileCall::replace, 1, ERROR_ACCESS_DENIED);
-    EXPECT_EQ(make(), ERROR_ACCESS_DENIED);
+    faults.fail(FileCall::replace, 1, ERROR_WRITE_FAULT);
+    EXPECT_EQ(make(), ERROR_WRITE_FAULT);
     EXPECT_EQ(folder.names(), both);
     EXPECT_EQ(folder.read("plan.bak"), "older");
+    faults.fail(FileCall::createLike, 1, ERROR_FILE_EXISTS);  // another name does
+    faults.fail(FileCall::replace, 1, ERROR_SHARING_VIOLATION);
+    EXPECT_EQ(make(), 0ul);
 }
+
+#if !defined(_WIN32)
+TEST_F(Backup, HasTheRightsOfItsFileAndIsOfRegularFilesOnly) {
+    namespace fs = std::filesystem;
+    folder.write("plan.dat", "bytes");
+    folder.write("victim", "theirs");
+    fs::permissions(folder / "plan.dat", fs::perms(0600));
+    fs::create_symlink(folder / "victim", folder / "plan.bak");
+    FaultyFiles calls;
+    int seen = 0;
+    calls.before = [&](FileCall call, int) {
+        if (call != FileCall::write) return;
+        for (const auto& entry : fs::directory_iterator(folder.path()))
+            if (entry.path().string().starts_with(folder / "plan.bak.~save-"))
+                seen += entry.status().permissions() == fs::perms(0600);
+    };
+    EXPECT_EQ(make(), 0ul);
+    EXPECT_EQ(seen, 1);
+    EXPECT_FALSE(fs::is_symlink(folder / "plan.bak"));
+    EXPECT_EQ(fs::status(folder / "plan.bak").permissions(), fs::perms(0600));
+    EXPECT_EQ(folder.read("victim"), "theirs");
+
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+    EXPECT_EQ(APIFile::createBak((folder / "pipe").c_str()), ERROR_ACCESS_DENIED);
+    fs::create_symlink("/dev/zero", folder / "endless");
+    EXPECT_EQ(APIFile::createBak((folder / "endless").c_str()), ERROR_ACCESS_DENIED);
+}
+#endif
 
 TEST_F(Backup, ABackupHasNone) {
     const std::string name = folder.write("plan.bak", "bytes");
@@ -84,6 +140,22 @@ TEST(IsReadOnly, LooksAtTheFileAndTriesItsFolder) {
 
     EXPECT_EQ(folder.names(), (std::vector<std::string>{"file", "locked", "sub"}));
     EXPECT_TRUE(std::filesystem::is_empty(folder / "sub"));
+}
+
+TEST(IsReadOnly, TouchesNothingThatHasTheNameOfItsProbe) {
+    TempFolder folder;
+    const std::string name = folder / "new";
+    folder.write("tmp123yz.$$$", "theirs");
+    EXPECT_EQ(APIFile::isReadOnly(name.c_str()), 0);
+    EXPECT_EQ(folder.read("tmp123yz.$$$"), "theirs");
+#if !defined(_WIN32)
+    const std::string victim = folder.write("victim", "theirs");
+    std::filesystem::remove(folder / "tmp123yz.$$$");
+    std::filesystem::create_symlink(victim, folder / "tmp123yz.$$$");
+    EXPECT_EQ(APIFile::isReadOnly(name.c_str()), 0);
+    EXPECT_EQ(folder.read("victim"), "theirs");
+    EXPECT_EQ(folder.names(), (std::vector<std::string>{"tmp123yz.$$$", "victim"}));
+#endif
 }
 
 }  // namespace

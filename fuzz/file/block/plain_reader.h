@@ -61,11 +61,11 @@ class PlainReader {
         const std::size_t length = wordAt(bytes_, at + head - 4);
         const std::size_t room = bytes_.size() - at - head;
         if (length >= room || versions >= room - length) return {};
-        const std::size_t behind = at + head + length;
+        const std::size_t after = at + head + length;
         return Block{id, std::string(bytes_.substr(at + head, length)),
                      textIn(bytes_.substr(at + 4, description)),
-                     versions >= 4 ? wordAt(bytes_, behind) : 0,
-                     versions >= 8 ? wordAt(bytes_, behind + 4) : 0};
+                     versions >= 4 ? wordAt(bytes_, after) : 0,
+                     versions >= 8 ? wordAt(bytes_, after + 4) : 0};
     }
 
     /// The block at the first terminator that its identifier follows, both whole words of the file.

@@ -1,3 +1,4 @@
+// A block by itself, read and written at the file's position.
 #include "base/codec.h"
 #include "file/block/fetch.h"
 #include "file/block/output.h"
@@ -41,9 +42,9 @@ int TarvBlocFile::read(unsigned long id, TarvFile& file, unsigned long offset, i
 int TarvBlocFile::readBloc(TarvFile& file) {
     APIFile* source = file.getFile();
     if (!source) return 0;
-    const unsigned long behindId = source->CurOffset();
-    if (behindId < 4 || behindId > blocks::kMostBytes) return 0;
-    const std::uint64_t start = behindId - 4;
+    const unsigned long afterId = source->CurOffset();
+    if (afterId < 4 || afterId > blocks::kMostBytes) return 0;
+    const std::uint64_t start = afterId - 4;
     const std::uint32_t bytes = blocks::fetch(*source, {start, std::nullopt, kProbableBlock},
                                               blocks::layoutOf(file), *this);
     if (bytes == 0) return 0;

@@ -1,3 +1,5 @@
+// A block in one read, when its length was guessed right: small ones by way of the stack, large
+// ones straight into the buffer that the record then keeps.
 #include "file/block/fetch.h"
 
 #include <algorithm>
@@ -6,7 +8,8 @@
 #include <typeinfo>
 
 #include "file/block/parts.h"
-#include "file/file_report.h"
+#include "file/file_system.h"
+#include "file/record/record_parts.h"
 
 namespace toolbox::blocks {
 namespace {
@@ -20,8 +23,7 @@ struct Arrival {
     std::uint32_t capacity = 0;
 
     explicit Arrival(std::uint32_t data)
-        : buffer(std::max(data, RecordBuffer::kRoomFrom)),
-          capacity(std::max(data, RecordBuffer::kRoomFrom)) {}
+        : buffer(std::max(data, kRoomFrom)), capacity(std::max(data, kRoomFrom)) {}
 
     /// Where the block has to start for its data to lie right.
     [[nodiscard]] char* start(const Layout& layout) const { return buffer.data() - layout.head(); }
@@ -34,7 +36,7 @@ bool mayHold(APIFile& file, std::uint64_t offset, std::uint64_t n) {
     return offset <= size && n <= size - offset;
 }
 
-/// Takes the words behind the data and the description in front of it.
+/// Takes the words after the data and the description before it.
 void label(TarvBlocFile& out, const char* start, std::uint32_t n, const Layout& layout) {
     const char* tail = start + layout.head() + n;
     const auto blockVersion = layout.tail >= 8 ? base::load<std::uint32_t>(tail) : 0;
@@ -44,9 +46,8 @@ void label(TarvBlocFile& out, const char* start, std::uint32_t n, const Layout& 
 
 /// Gives `out` the data that arrived, by handing it over where that wastes little.
 bool keep(TarvBlocFile& out, std::optional<Arrival>& large, const char* data, std::uint32_t n) {
-    if (!large || n < RecordBuffer::kRoomFrom || n < large->capacity / 2)
-        return out.setData(n, data);
-    BlockBytes::adopt(out, std::move(large->buffer), large->capacity, n);
+    if (!large || n < kRoomFrom || n < large->capacity / 2) return out.setData(n, data);
+    RecordParts::adopt(out, std::move(large->buffer), large->capacity, n);
     return true;
 }
 

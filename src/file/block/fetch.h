@@ -32,7 +32,7 @@ struct Place {
                                   TarvBlocFile& out);
 
 /// Searches from `start` on, by words, for the terminator of a block followed by `id`. Returns the
-/// offset behind the identifier; 0 when there is none.
+/// offset after the identifier; 0 when there is none.
 [[nodiscard]] std::uint64_t scan(APIFile& file, std::uint64_t start, std::uint32_t id);
 
 /// The layout of the blocks of a file.

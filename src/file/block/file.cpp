@@ -1,3 +1,4 @@
+// An open block file: what copies share, and who owns it.
 #include "file/block/output.h"
 #include "file/block/parts.h"
 #include "toolbox/block_files.h"

@@ -1,14 +1,28 @@
+// Reading: opening finds the header and the index, fetching goes by the index and, where the mask
+// allows it, by a search.
 #include <algorithm>
 #include <typeinfo>
 
 #include "file/block/fetch.h"
 #include "file/block/parts.h"
+#include "file/replacement.h"
 #include "toolbox/block_files.h"
 
 using toolbox::BlockFileParts;
 namespace blocks = toolbox::blocks;
 
 namespace {
+
+/// Waits a moment for a writer who is putting a file in place.
+std::unique_ptr<APIFile> openedToRead(const char* name) {
+    constexpr std::chrono::milliseconds kPause{2};
+    std::unique_ptr<APIFile> file;
+    toolbox::patiently(kPause, [&] {
+        file = std::make_unique<APIFile>(name, GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING);
+        return static_cast<toolbox::platform::ErrorCode>(file->Error());
+    });
+    return file;
+}
 
 bool readHeader(TarvFile& f, APIFile& file) {
     char bytes[blocks::kHeaderBytes];
@@ -25,8 +39,8 @@ bool readIndex(TarvFile& f, APIFile& file, std::uint64_t size) {
         return blocks::fetch(file, {offset, blocks::kIndexId, extent}, layout, index) > 0;
     };
     if (!fetchAt(f.getHeader()->getOffsetMasterNdx())) {
-        const std::uint64_t behindId = blocks::scan(file, 0, blocks::kIndexId);
-        if (behindId == 0 || !fetchAt(behindId - 4)) return false;
+        const std::uint64_t afterId = blocks::scan(file, 0, blocks::kIndexId);
+        if (afterId == 0 || !fetchAt(afterId - 4)) return false;
     }
     index.setID(blocks::kIndexId);
     BlockFileParts::takePacked(index, size);
@@ -60,9 +74,7 @@ int TarvFileRead::open(const RWCString& name) {
 int TarvFileRead::open(const char* name) {
     if (isOpen()) return 1;
     setFileType(OpenForReading);
-    if (!BlockFileParts::file(*this))
-        BlockFileParts::attach(*this, std::make_unique<APIFile>(name ? name : "", GENERIC_READ,
-                                                                FILE_SHARE_READ, OPEN_EXISTING));
+    if (!BlockFileParts::file(*this)) BlockFileParts::attach(*this, openedToRead(name ? name : ""));
     APIFile& file = *BlockFileParts::file(*this);
     bool opened = file.isValid();
     if (opened) {
@@ -94,8 +106,8 @@ int TarvFileRead::getBloc(unsigned long id, TarvBlocFile& out) {
 
     std::uint32_t bytes = blocks::fetch(*file, placeOf(*this, key, size_), layout, block);
     if (bytes == 0 && getHeader() && (getHeader()->getMask() & blocks::kWholeWords)) {
-        const std::uint64_t behindId = blocks::scan(*file, 0, key);
-        if (behindId != 0) bytes = blocks::fetch(*file, {behindId - 4, key, 0}, layout, block);
+        const std::uint64_t afterId = blocks::scan(*file, 0, key);
+        if (afterId != 0) bytes = blocks::fetch(*file, {afterId - 4, key, 0}, layout, block);
     }
     if (bytes == 0) return 0;
     block.setID(key);

@@ -1,3 +1,5 @@
+// Writing in one pass: the header without an index, the blocks, then the index and the header
+// again.
 #include "file/block/layout.h"
 #include "file/block/output.h"
 #include "file/block/parts.h"
@@ -73,16 +75,19 @@ int TarvFileWrite::open(const char* name) {
 }
 
 int TarvFileWrite::create() {
-    if (safe_) save_ = std::make_shared<SafeSave>(name_.str());
-    if (!save_) toolbox::backUp(name_);
-    const std::string name = save_ ? save_->besideName() : name_.str();
-    BlockFileParts::attach(
-        *this, std::make_unique<APIFile>(name.c_str(), GENERIC_WRITE, 0, CREATE_ALWAYS));
+    std::unique_ptr<APIFile> file;
+    if (safe_) {
+        save_ = std::make_shared<SafeSave>(name_.str());
+        file = save_->create();
+    } else {
+        toolbox::backUp(name_);
+        file = std::make_unique<APIFile>(name_.c_str(), GENERIC_WRITE, 0, CREATE_ALWAYS);
+    }
+    const bool created = file->isValid();
+    BlockFileParts::attach(*this, std::move(file));
     installDefaults(*this, true);
     BlockFileParts::startOutput(*this, true);
-    if (!BlockFileParts::file(*this)->isValid()) return 0;
-    if (save_) save_->created();
-    return getHeader()->write(*this) && BlockFileParts::output(*this)->flush();
+    return created && getHeader()->write(*this) && BlockFileParts::output(*this)->flush();
 }
 
 int TarvFileWrite::writeBloc(const TarvBlocFile& block) {
@@ -126,7 +131,7 @@ int TarvFileWrite::finish(bool written) {
     const std::shared_ptr<SafeSave> save = std::move(save_);
     // Copies of this object still write: the last of them puts the file in place.
     const bool last = save.use_count() == 1;
-    const bool whole = written && save->isCommitted() && BlockFileParts::file(*this)->flush();
+    const bool whole = written && save->isCommitted();
     TarvFile::close();
     if (!last) return 1;
     return whole && save->putInPlace();

@@ -1,3 +1,5 @@
+// The master index. One that was read stays packed in its record until somebody could change it:
+// a file of a million blocks opens without a copy of its entries.
 #include <algorithm>
 #include <cstddef>
 #include <limits>
@@ -52,7 +54,7 @@ int TarvFileIndex::read(unsigned long id, TarvFile& file, unsigned long offset, 
     return result;
 }
 
-/// Makes the data the entries. They stay where they are until somebody could change the data.
+/// Uses the record's data as the entries, in place, until somebody could change it.
 void TarvFileIndex::takePacked(std::uint64_t fileSize) {
     const std::size_t count = getLen() / blocks::kEntryBytes;
     packed_ = true;

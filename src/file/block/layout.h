@@ -1,4 +1,7 @@
-// Where things stand in a block file. Words are 32-bit little-endian.
+// Where things stand in a block file, for all that reads or writes one. Words are 32-bit
+// little-endian. field:: has the offsets of the header's fields, Layout the lengths of a block's
+// head and tail in each format version; a block begins with its identifier, and the length of its
+// data is the last word of its head.
 #pragma once
 
 #include <algorithm>
@@ -8,7 +11,7 @@
 #include <string_view>
 
 #include "base/codec.h"
-#include "toolbox/records.h"
+#include "file/record/record_parts.h"
 
 namespace toolbox::blocks {
 
@@ -23,10 +26,21 @@ inline constexpr std::uint32_t kOldHeaderBytes = 156;
 inline constexpr std::uint32_t kDescriptionBytes = 128;
 inline constexpr std::uint32_t kEntryBytes = 8;
 
+/// Offsets of the header's fields.
+namespace field {
+inline constexpr std::size_t kVersion = 0;
+inline constexpr std::size_t kMask = 4;
+inline constexpr std::size_t kDescription = 8;
+inline constexpr std::size_t kDates = 136;  ///< creation, time stamp, net
+inline constexpr std::size_t kIndexOffset = 148;
+inline constexpr std::size_t kFormat = 152;  ///< in format version 100 the terminator
+inline constexpr std::size_t kEnd = 156;
+}  // namespace field
+
 /// Bytes before and after the data of a block as written.
 inline constexpr std::uint32_t kHeadBytes = 4 + kDescriptionBytes + 4;
 inline constexpr std::uint32_t kTailBytes = 12;
-static_assert(kHeadBytes == RecordBuffer::kRoomBefore && kTailBytes == RecordBuffer::kRoomAfter);
+static_assert(kHeadBytes <= kRoomBefore && kTailBytes <= kRoomAfter);
 
 /// The smallest block of any format version.
 inline constexpr std::uint32_t kSmallestBlock = 4 + 64 + 4 + 4;
@@ -39,8 +53,8 @@ inline constexpr std::uint32_t kAllowance = 1024 * 1024;
 
 /// How a block of some format version is laid out.
 struct Layout {
-    std::uint32_t description;
-    std::uint32_t tail;
+    std::uint32_t description;  ///< bytes of it
+    std::uint32_t tail;         ///< bytes after the data
 
     explicit constexpr Layout(std::uint32_t format)
         : description(format >= 210 ? kDescriptionBytes : 64),
@@ -50,7 +64,7 @@ struct Layout {
     [[nodiscard]] constexpr std::uint32_t head() const { return 4 + description + 4; }
 };
 
-/// Copies text into a field that is filled up with zeros; what does not fit is cut.
+/// Copies text into a field, padded with zeros; what does not fit is cut.
 inline void putText(char* field, std::string_view text) {
     const std::size_t kept = std::min<std::size_t>(text.size(), kDescriptionBytes);
     // A whole field of known size takes a few stores, its rest of unknown size a slow loop.

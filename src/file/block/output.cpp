@@ -1,3 +1,5 @@
+// Blocks of up to 16 KiB are gathered in one buffer of 256 KiB; larger ones leave from the record's
+// own buffer, with their head and tail in the room around it.
 #include "file/block/output.h"
 
 #include <cstring>
@@ -6,7 +8,8 @@
 
 #include "file/block/layout.h"
 #include "file/block/parts.h"
-#include "file/file_report.h"
+#include "file/file_system.h"
+#include "file/record/record_parts.h"
 
 namespace toolbox {
 namespace {
@@ -87,9 +90,9 @@ bool BlockOutput::write(const TarvBlocFile& block) {
     if (!at || !mayGrow(*at, all)) return false;
     const auto size = static_cast<std::uint32_t>(all);
 
-    const RecordBuffer& data = BlockBytes::buffer(block);
+    const RecordBuffer& data = RecordParts::buffer(block);
     char* start = nullptr;
-    if (n >= RecordBuffer::kRoomFrom) {
+    if (n >= kRoomFrom) {
         // Large data leaves from where it is, between its head and its tail.
         if (!flush()) return false;
         start = data.data() - blocks::kHeadBytes;
@@ -101,7 +104,7 @@ bool BlockOutput::write(const TarvBlocFile& block) {
     encodeHead(start, block);
     encodeTail(start + blocks::kHeadBytes + n, block);
     position_ += size;
-    if (n >= RecordBuffer::kRoomFrom) return send(start, size);
+    if (n >= kRoomFrom) return send(start, size);
     if (!gathers_) return flush();
     holdsBlocks_ = holdsBlocks_ || block.getID() != blocks::kIndexId;
     return true;

@@ -1,4 +1,4 @@
-// Where blocks leave for a file.
+// Blocks on their way to a file.
 #pragma once
 
 #include <cstdint>

@@ -11,7 +11,7 @@
 
 namespace toolbox {
 
-/// Deletes its file at the end, unless that was taken back.
+/// Deletes its file at the end, unless it was given back.
 class OwnedFile {
   public:
     explicit OwnedFile(APIFile* file) : file_(file) {}
@@ -26,22 +26,7 @@ class OwnedFile {
     APIFile* file_;
 };
 
-/// Bytes of a record, with the room around them.
-class BlockBytes {
-  public:
-    [[nodiscard]] static const RecordBuffer& buffer(const VarRecord& record) {
-        return record.data_;
-    }
-    /// Makes `buffer` the record's data and rewinds it.
-    static void adopt(VarRecord& record, RecordBuffer buffer, std::uint32_t capacity,
-                      std::uint32_t length) {
-        record.data_ = std::move(buffer);
-        record.capacity_ = capacity;
-        record.length_ = length;
-        record.offset_ = 0;
-    }
-};
-
+/// Private fields, by what they mean.
 class BlockFileParts {
   public:
     /// The file underneath, without the consequences that TarvFile::getFile has; null when none.

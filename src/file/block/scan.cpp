@@ -1,3 +1,5 @@
+// The search for a block that the index does not lead to: a terminator, then the identifier, both
+// at whole words from where the search starts.
 #include <algorithm>
 #include <memory>
 #include <new>

@@ -1,11 +1,16 @@
+// A record's buffer: how it grows, what fits, and the reader that wraps around.
 #include <algorithm>
 #include <cstring>
 #include <new>
 #include <utility>
 
-#include "toolbox/records.h"
+#include "file/record/record_parts.h"
 
 using toolbox::RecordBuffer;
+
+RecordBuffer::RecordBuffer(std::uint32_t capacity)
+    : memory_(new char[capacity + (capacity >= kRoomFrom ? kRoomBefore + kRoomAfter : 0)]),
+      start_(capacity >= kRoomFrom ? kRoomBefore : 0) {}
 
 namespace {
 

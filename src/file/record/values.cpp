@@ -1,3 +1,4 @@
+// Values as a record stores them: little-endian, long double as a double.
 #include "base/codec.h"
 #include "toolbox/records.h"
 

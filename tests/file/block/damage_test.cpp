@@ -86,6 +86,28 @@ TEST_P(DamagedBlockFile, GivesWhatItsBytesHold) {
 
 INSTANTIATE_TEST_SUITE_P(Formats, DamagedBlockFile, testing::Values(100, 209, 210));
 
+TEST(DamagedIndex, OfEqualEntriesTheFirstCounts) {
+    TempFolder folder;
+    for (const std::uint32_t more : {0u, 100u}) {  // walked, and in a table
+        std::string entries = word(3) + word(160) + word(3) + word(8) + word(5) + word(8);
+        for (std::uint32_t i = 0; i < more; ++i) entries += word(100 + i) + word(8);
+        entries += word(3) + word(4) + word(5) + word(160);
+        const std::string block = record(210, {3, "the first one"});
+        const std::string name = folder.write(
+            "index.dat", header(210, 0, static_cast<std::uint32_t>(160 + block.size())) + block +
+                             record(210, {0xFFFFFFEF, entries}));
+        TarvFileRead file;
+        ASSERT_EQ(file.open(name.c_str()), 1);
+        TarvBlocFile out;
+        for (int i = 0; i < 20; ++i) {
+            EXPECT_EQ(file.getBloc(3, out), 1);
+            EXPECT_EQ(file.getIndex()->getOffset(3), 160u);
+            EXPECT_EQ(file.getIndex()->getOffset(5), 8u);
+            EXPECT_EQ(file.getIndex()->getOffset(9999), 0u);  // makes a table worth its while
+        }
+    }
+}
+
 TEST(DamagedIndex, OfManyEntriesTakesMemoryForThemOnly) {
     TempFolder folder;
     std::string entries;

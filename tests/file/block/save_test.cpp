@@ -7,6 +7,10 @@
 #include "support/temp_folder.h"
 #include "support/text_fakes.h"
 
+#if !defined(_WIN32)
+#include <sys/stat.h>
+#endif
+
 using namespace block_kit;
 
 namespace {
@@ -27,6 +31,7 @@ class BlockSave : public testing::Test {
     TempFolder folder;
     std::string name = folder / "plan.dat";
     toolbox::testing::RecordingPrompt told;
+    const std::vector<std::string> both{"plan.bak", "plan.dat"};
     const std::vector<Block> fresh = newBlocks();
 };
 
@@ -34,8 +39,15 @@ TEST_F(BlockSave, FailsAndTellsWhenAnyWriteOrSeekFails) {
     const std::string old = folder.read("plan.dat");
     enum Fault { Error, Short, ShortForGood };
     for (const bool safely : {false, true}) {
+        folder.write("plan.dat", old);
+        FaultyFiles counted;
+        ASSERT_EQ(save(name, fresh, safely), 1);
+        const int writes = counted.made(FileCall::write);
+        ASSERT_GT(writes, 5);
+        const int backup = safely ? writes : 1;  // its failure alone stops nothing
         for (const Fault fault : {Error, Short, ShortForGood}) {
-            for (int nth = 1;; ++nth) {
+            for (int nth = 1; nth <= writes; ++nth) {
+                if (nth == backup) continue;
                 folder.write("plan.dat", old);
                 FaultyFiles faults;
                 if (fault == Error)
@@ -43,19 +55,10 @@ TEST_F(BlockSave, FailsAndTellsWhenAnyWriteOrSeekFails) {
                 else
                     faults.shorten(FileCall::write, nth, 100, fault == ShortForGood);
                 told.boxes.clear();
-                const int result = save(name, fresh, safely);
-                if (faults.made(FileCall::write) < nth) {
-                    EXPECT_EQ(result, 1);
-                    EXPECT_GT(nth, 5);
-                    break;
-                }
-                ASSERT_EQ(result, 0) << nth;
+                EXPECT_EQ(save(name, fresh, safely), 0) << nth;
                 EXPECT_FALSE(told.boxes.empty()) << nth;
-                EXPECT_TRUE(folder.read("plan.bak") == old) << nth;
-                if (safely) {
-                    EXPECT_TRUE(folder.read("plan.dat") == old) << nth;
-                    EXPECT_EQ(folder.read("plan.dat.~save"), "<none>");
-                }
+                EXPECT_TRUE(folder.read(safely ? "plan.dat" : "plan.bak") == old) << nth;
+                EXPECT_EQ(folder.names(), both) << nth;
             }
         }
     }
@@ -73,10 +76,13 @@ TEST_F(BlockSave, StaysFailedAfterAFailedWriteAndClosingTellsOfLostBlocks) {
         const char* what;
         std::vector<Block> taken;
         std::vector<Block> refused;
+        bool commits;
         int closed;
-    } cases[] = {{"refused, not lost", {}, {large, small}, 1},
-                 {"lost by the next block", {small}, {large}, 0},
-                 {"lost by closing", {small}, {}, 0}};
+    } cases[] = {{"refused, not lost", {}, {large, small}, true, 1},
+                 {"lost by the next block", {small}, {large}, true, 0},
+                 {"lost by the index", {small}, {}, true, 0},
+                 {"only the index, which commit tells", {}, {}, true, 1},
+                 {"lost by closing", {small}, {}, false, 0}};
     for (const auto& each : cases) {
         SCOPED_TRACE(each.what);
         TarvFileWrite file;
@@ -85,22 +91,11 @@ TEST_F(BlockSave, StaysFailedAfterAFailedWriteAndClosingTellsOfLostBlocks) {
         faults.fail(FileCall::write, 1, ERROR_DISK_FULL);
         for (const Block& block : each.taken) EXPECT_EQ(file.writeBloc(made(block)), 1);
         for (const Block& block : each.refused) EXPECT_EQ(file.writeBloc(made(block)), 0);
-        if (!each.refused.empty()) {
+        if (each.commits) {
             EXPECT_EQ(file.commit(), 0);
         }
         EXPECT_EQ(file.close(), each.closed);
         EXPECT_EQ(faults.made(FileCall::write), 1);
-    }
-    for (const int blocks : {0, 1}) {  // a failed commit loses the blocks gathered before it
-        TarvFileWrite file;
-        ASSERT_EQ(file.open(name.c_str()), 1);
-        FaultyFiles faults;
-        faults.fail(FileCall::write, 1, ERROR_DISK_FULL);
-        if (blocks) {
-            EXPECT_EQ(file.writeBloc(made(small)), 1);
-        }
-        EXPECT_EQ(file.commit(), 0);
-        EXPECT_EQ(file.close(), blocks ? 0 : 1);
     }
 }
 
@@ -111,7 +106,7 @@ TEST_F(BlockSave, MakesABackupAndGoesOnWithoutOne) {
     EXPECT_EQ(fetched(folder / "plan.bak", kOld), kOld);
     FaultyFiles faults;
     for (const bool safely : {false, true}) {
-        faults.fail(FileCall::copy, 1, ERROR_DISK_FULL);
+        faults.fail(FileCall::createLike, safely ? 2 : 1, ERROR_DISK_FULL);
         EXPECT_EQ(save(name, fresh, safely), 1);
         EXPECT_EQ(fetched(folder / "plan.bak", kOld), kOld);
         EXPECT_EQ(fetched(name, fresh), fresh);
@@ -122,32 +117,149 @@ TEST_F(BlockSave, SafelyPutsTheFileInPlaceOnlyWhenItIsWhole) {
     const std::string old = folder.read("plan.dat");
     using Spoil = void (*)(FaultyFiles&);
     const Spoil spoils[] = {
+        [](FaultyFiles& f) { f.fail(FileCall::createLike, 1, ERROR_ACCESS_DENIED); },
         [](FaultyFiles& f) { f.fail(FileCall::flush, 1, ERROR_DISK_FULL); },
-        [](FaultyFiles& f) { f.fail(FileCall::replace, 2, ERROR_ACCESS_DENIED); },  // 1: the backup
         [](FaultyFiles& f) { f.fail(FileCall::readAt, 1, ERROR_READ_FAULT); },
         [](FaultyFiles& f) { f.shorten(FileCall::readAt, 2, 100, true); },
         [](FaultyFiles& f) { f.shorten(FileCall::readAt, 4, 11, true); },
-        [](FaultyFiles& f) { f.fail(FileCall::open, 2, ERROR_SHARING_VIOLATION); },
     };
     for (const Spoil& spoil : spoils) {
         FaultyFiles faults;
         spoil(faults);
         EXPECT_EQ(save(name, fresh, true), 0) << &spoil - spoils;
         EXPECT_TRUE(folder.read("plan.dat") == old);
-        EXPECT_EQ(folder.read("plan.dat.~save"), "<none>");
+        EXPECT_EQ(folder.names(), std::vector<std::string>{"plan.dat"});
     }
-    TarvFileWrite abandoned;
-    abandoned.setSafeSave(1);
-    ASSERT_EQ(abandoned.open(name.c_str()), 1);
-    EXPECT_EQ(abandoned.writeBloc(made(fresh[0])), 1);
-    EXPECT_EQ(abandoned.close(), 0);
-    EXPECT_TRUE(folder.read("plan.dat") == old);
-
     EXPECT_EQ(save(name, fresh, true), 1);
     EXPECT_EQ(fetched(name, fresh), fresh);
     EXPECT_TRUE(folder.read("plan.bak") == old);
-    EXPECT_EQ(folder.names(), (std::vector<std::string>{"plan.bak", "plan.dat"}));
+    EXPECT_EQ(folder.names(), both);
 }
+
+TEST_F(BlockSave, SafelyReadsEveryBlockBackBeforeItPutsTheFileInPlace) {
+    const std::string old = folder.read("plan.dat");
+    const long second = 160 + 148 + 4;
+    const struct {
+        const char* what;
+        long at;
+        std::uint32_t value;
+        int result;
+    } cases[] = {{"the data, which nothing tells", second + 136, 5, 1},
+                 {"an identifier", second, 4, 0},
+                 {"a length", second + 132, 400, 0},
+                 {"a terminator", second + 148, 0xFFFFFFFE, 0},
+                 {"the header's end", 156, 0, 0},
+                 {"nothing at all, without commit", -1, 0, 0}};
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.what);
+        folder.write("plan.dat", old);
+        TarvFileWrite file;
+        file.setSafeSave(1);
+        ASSERT_EQ(file.open(name.c_str()), 1);
+        EXPECT_EQ(file.writeBloc(made({1, "one."})), 1);
+        EXPECT_EQ(file.writeBloc(made({2, "two."})), 1);
+        if (each.at >= 0) {
+            EXPECT_EQ(file.commit(), 1);
+            ASSERT_EQ(file.getFile()->SeekTo(each.at), 1);
+            ASSERT_EQ(file.getFile()->write(word(each.value).data(), 4), 1);
+        }
+        EXPECT_EQ(file.close(), each.result);
+        EXPECT_EQ(folder.read("plan.dat") == old, each.result == 0);
+    }
+}
+
+TEST_F(BlockSave, SafelyKeepsWhatCouldNotBePutInPlace) {
+    const std::string old = folder.read("plan.dat");
+    {
+        FaultyFiles faults;
+        faults.fail(FileCall::replace, 2, ERROR_SHARING_VIOLATION);  // 1: the backup
+        EXPECT_EQ(save(name, fresh, true), 1);                       // for a moment only
+        EXPECT_TRUE(told.boxes.empty());
+    }
+    folder.write("plan.dat", old);
+    FaultyFiles faults;
+    faults.fail(FileCall::replace, 2, ERROR_WRITE_FAULT);
+    EXPECT_EQ(save(name, fresh, true), 0);
+    EXPECT_TRUE(folder.read("plan.dat") == old);
+    std::vector<std::string> names = folder.names();
+    ASSERT_EQ(names.size(), 3u);
+    EXPECT_TRUE(names[2].starts_with("plan.dat.saved-"));
+    EXPECT_EQ(fetched(folder / names[2], fresh), fresh);
+    ASSERT_EQ(told.boxes.size(), 1u);
+    EXPECT_NE(told.boxes[0].text.find(names[2]), std::string::npos);
+
+    auto& files = *toolbox::platform::current().files;
+    files.setAttributes(name.c_str(), FILE_ATTRIBUTE_READONLY);
+    EXPECT_EQ(save(name, fresh, true), 0);  // refused at once
+    EXPECT_EQ(folder.names(), names);
+    files.setAttributes(name.c_str(), FILE_ATTRIBUTE_NORMAL);
+    EXPECT_EQ(save(name, fresh, true), 1);
+    EXPECT_EQ(folder.names(), names);  // what was kept is no leftover
+}
+
+TEST_F(BlockSave, SafelyTakesOnlyNamesThatAFileCanReplace) {
+    std::filesystem::create_directory(folder / "sub");
+    for (const std::string& each : {std::string(), folder / "sub", folder / "none/plan.dat"}) {
+        TarvFileWrite file;
+        file.setSafeSave(1);
+        EXPECT_EQ(file.open(each.c_str()), 0);
+        EXPECT_EQ(file.getFile()->isValid(), 0);
+        EXPECT_EQ(file.close(), 0);
+    }
+    EXPECT_EQ(folder.names(), (std::vector<std::string>{"plan.dat", "sub"}));
+}
+
+TEST_F(BlockSave, SafelyFlushesTheFileBeforeTheRenameAndTheFolderAfter) {
+    std::string order;
+    FaultyFiles calls;
+    calls.before = [&](FileCall call, int) {
+        if (call == FileCall::flush) order += "file ";
+        if (call == FileCall::replace) order += "rename ";
+        if (call == FileCall::flushFolder) order += "folder ";
+    };
+    EXPECT_EQ(save(name, fresh, true), 1);
+    EXPECT_EQ(order, "file rename rename folder ");
+}
+
+#if !defined(_WIN32)
+TEST_F(BlockSave, SafelyKeepsLinksAndRightsAndFollowsNoPlantedLink) {
+    namespace fs = std::filesystem;
+    fs::create_directory(folder / "real");
+    const std::string real = folder / "real/plan.dat";
+    fs::rename(name, real);
+    fs::create_symlink("real/plan.dat", name);
+    folder.write("victim", "theirs");
+    fs::create_symlink(folder / "victim", folder / "plan.dat.~save");
+    fs::create_symlink(folder / "victim", folder / "real/plan.dat.~save");
+    fs::permissions(real, fs::perms(04640));
+    FaultyFiles calls;
+    int seen = 0;
+    calls.before = [&](FileCall call, int) {
+        for (const auto& entry : fs::directory_iterator(folder / "real"))
+            if (call == FileCall::write && entry.path().string().starts_with(real + ".~save-"))
+                seen += entry.status().permissions() == fs::perms(0640);
+    };
+    EXPECT_EQ(save(name, fresh, true), 1);
+    EXPECT_GT(seen, 5);
+    EXPECT_TRUE(fs::is_symlink(name));
+    EXPECT_EQ(fetched(real, fresh), fresh);
+    EXPECT_EQ(fs::status(real).permissions(), fs::perms(0640));
+    EXPECT_EQ(fs::status(folder / "plan.bak").permissions(), fs::perms(0640));
+    EXPECT_EQ(folder.read("victim"), "theirs");
+
+    const mode_t mask = umask(027);
+    EXPECT_EQ(save(folder / "new.dat", fresh, true), 1);
+    umask(mask);
+    EXPECT_EQ(fs::status(folder / "new.dat").permissions(), fs::perms(0640));
+}
+
+TEST_F(BlockSave, APipeOfTheNameIsRefused) {
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+    for (const bool safely : {false, true}) EXPECT_EQ(save(folder / "pipe", fresh, safely), 0);
+    EXPECT_EQ(TarvFileRead().open((folder / "pipe").c_str()), 0);
+    EXPECT_TRUE(std::filesystem::is_fifo(folder / "pipe"));
+}
+#endif
 
 TEST_F(BlockSave, NeverGrowsPastWhatSeekToTakes) {
     const unsigned long most = 0x7FFFFFFF;

@@ -1,8 +1,15 @@
-#include "file/file_report.h"
+// Failures of reads and writes, as the user sees them.
+#include "file/file_system.h"
 
 #include "toolbox/messages.h"
 
 namespace toolbox {
+
+bool isReadOnlyFile(const std::string& name) {
+    std::uint32_t attributes = 0;
+    return files().attributes(name.c_str(), attributes) == ERROR_SUCCESS &&
+           (attributes & FILE_ATTRIBUTE_READONLY);
+}
 
 void reportFileError(platform::ErrorCode code) {
     // The end of a file comes without a code, for which Windows has the text of a success.

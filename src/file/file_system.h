@@ -1,0 +1,28 @@
+// The file system in use, parts of file names, and reports of failures: what the sources of this
+// folder share.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "toolbox/platform.h"
+
+namespace toolbox {
+
+/// Asked for at each call, so that a replaced file system also serves files that are open already.
+[[nodiscard]] inline platform::FileSystem& files() {
+    return *platform::current().files;
+}
+
+/// Index of the last '/' or '\'; npos when there is none.
+[[nodiscard]] inline std::size_t lastSeparator(std::string_view path) {
+    return path.find_last_of("/\\");
+}
+
+/// True for a file that is there and has the read-only attribute.
+[[nodiscard]] bool isReadOnlyFile(const std::string& name);
+
+/// Shows the system's text for a code through the message service; nothing when there is no text.
+void reportFileError(platform::ErrorCode code);
+
+}  // namespace toolbox

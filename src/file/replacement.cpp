@@ -1,0 +1,108 @@
+// Names of chance, what killed programs left, and the rename that puts a new file in place.
+#include "file/replacement.h"
+
+#include <algorithm>
+#include <random>
+
+#include "file/file_system.h"
+#include "platform/scoped_file.h"
+
+namespace toolbox {
+
+using platform::ErrorCode;
+
+namespace {
+
+constexpr std::string_view kWriting = ".~save-";
+constexpr std::string_view kKept = ".saved-";
+constexpr std::size_t kDigits = 8;
+constexpr std::string_view kHexDigits = "0123456789abcdef";
+
+/// Removes what programs that were killed left beside `target`. What nobody has locked nobody
+/// writes; an empty file may be one that was created this moment and is not locked yet.
+void removeLeftovers(const std::string& target) {
+    const std::string start = target + std::string(kWriting);
+    const std::size_t separator = lastSeparator(start);
+    const std::size_t base = separator == std::string::npos ? 0 : separator + 1;
+    for (const platform::FoundFile& found : files().find((start + "*").c_str())) {
+        const std::string name = start.substr(0, base) + found.name;
+        const bool isOurs = name.starts_with(start) && name.size() == start.size() + kDigits &&
+                            name.find_first_not_of(kHexDigits, start.size()) == std::string::npos;
+        if (!isOurs || found.size == 0) continue;
+        const bool isUnused = platform::ScopedFile(files(), name.c_str(), GENERIC_READ,
+                                                   FILE_SHARE_READ, OPEN_EXISTING)
+                                  .valid();
+        if (isUnused) discard(name);
+    }
+}
+
+}  // namespace
+
+std::string digitsOfChance() {
+    std::random_device chance;
+    std::string digits(kDigits, '0');
+    std::ranges::generate(digits, [&] { return kHexDigits[chance() % kHexDigits.size()]; });
+    return digits;
+}
+
+void discard(const std::string& name) {
+    if (!files().exists(name.c_str())) return;
+    if (isReadOnlyFile(name)) files().setAttributes(name.c_str(), FILE_ATTRIBUTE_NORMAL);
+    files().remove(name.c_str());
+}
+
+Replacement::~Replacement() {
+    if (!file_) return;
+    file_.reset();  // Windows removes no open file
+    discard(name_);
+}
+
+ErrorCode Replacement::create(const std::string& target, const char* like) {
+    target_ = target;
+    removeLeftovers(target);
+    constexpr int kTries = 100;
+    ErrorCode error = ERROR_FILE_EXISTS;
+    for (int tries = 0; tries < kTries && error == ERROR_FILE_EXISTS; ++tries) {
+        name_ = target + std::string(kWriting) + digitsOfChance();
+        error = files().createLike(name_.c_str(), like, FILE_SHARE_DELETE, handle_);
+    }
+    if (error == ERROR_SUCCESS) file_ = std::make_shared<SharedFile>(handle_);
+    return error;
+}
+
+std::unique_ptr<APIFile> Replacement::apiFile(ErrorCode error) const {
+    std::unique_ptr<APIFile> file(new APIFile());
+    file->error_ = error;
+    if (!file_) return file;
+    file->handle_ = handle_;
+    file->file_ = file_;
+    file->name_ = name_;
+    file->access_ = GENERIC_READ | GENERIC_WRITE;
+    file->share_ = FILE_SHARE_DELETE;
+    return file;
+}
+
+ErrorCode Replacement::putInPlace() {
+    constexpr std::chrono::milliseconds kPause{50};
+    const ErrorCode error = patiently(kPause, [&] {
+        const ErrorCode refused = files().replace(name_.c_str(), target_.c_str());
+        // Windows says so of a target that is open; a read-only one is so for good.
+        return refused == ERROR_ACCESS_DENIED && !isReadOnlyFile(target_)
+                   ? ErrorCode{ERROR_SHARING_VIOLATION}
+                   : refused;
+    });
+    if (error == ERROR_SUCCESS) file_.reset();  // readers are refused up to here
+    return error;
+}
+
+std::string Replacement::keep() {
+    // Under its present name the next save would take it for a leftover.
+    const std::string kept = target_ + std::string(kKept) + digitsOfChance();
+    if (!files().exists(kept.c_str()) &&
+        files().replace(name_.c_str(), kept.c_str()) == ERROR_SUCCESS)
+        name_ = kept;
+    file_.reset();
+    return name_;
+}
+
+}  // namespace toolbox

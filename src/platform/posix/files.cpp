@@ -362,9 +362,10 @@ ErrorCode PosixFiles::copy(const char* from, const char* to, bool failIfExists) 
     if (!target.valid()) return target.error();
     if (const ErrorCode error = copyBytes(source, target)) return error;
 
-    // A file system that keeps neither mode nor times does not make the copy fail.
+    const timespec times[] = {facts.st_atim, facts.st_mtim};
+    // A file system that keeps neither does not make the copy fail.
     if (::fchmod(descriptorOf(target.handle()), facts.st_mode & 0777) != 0) errno = 0;
-    (void)copyFacts(source.handle(), target.handle());
+    if (::futimens(descriptorOf(target.handle()), times) != 0) errno = 0;
     return target.close();
 }
 

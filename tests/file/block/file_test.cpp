@@ -171,6 +171,7 @@ TEST_F(BlockFile, GoesThroughTheOverridesOfTheApplication) {
     ASSERT_EQ(turned.getFile()->SeekTo(30), 1);  // its header goes to the start all the same
     ASSERT_EQ(turned.open("unused"), 1);
     for (const Block& block : kThree) EXPECT_EQ(turned.writeBloc(made(block)), 1);
+    EXPECT_EQ(turned.getIndex()->getOffset(kThree[0].id), 160u);
     EXPECT_EQ(turned.commit(), 1);
     EXPECT_EQ(turned.close(), 1);
     TarvFileRead back;

@@ -37,7 +37,7 @@ class ContigSet {
     }
     virtual ~ContigSet() { std::free(items_); }
 
-    /// On purpose, true only for the very same object: equal contents do not make sets equal.
+    /// True only for the very same object: equal contents do not make sets equal.
     bool operator==(const ContigSet& other) const { return this == &other; }
 
     /// Number of elements.
@@ -50,7 +50,7 @@ class ContigSet {
 
     /// Appends an element that is not in the set yet.
     virtual int add(T item) { return isInSet(item) ? 0 : append(item); }
-    /// Appends an element, be it a second time.
+    /// Appends an element, even if already present.
     virtual int addNoCheck(T item) { return append(item); }
     /// The same at index 0; the other elements move up.
     virtual int insert(T item) { return isInSet(item) ? 0 : prepend(item); }
@@ -116,7 +116,7 @@ class ContigSet {
     /// Keeps those that `other` holds too.
     virtual ContigSet& operator*=(const ContigSet& other) { return *this = *this * other; }
 
-    /// On purpose, an index out of range gives the element at index 0; in an empty set a null one.
+    /// An index out of range gives the element at index 0; in an empty set a null one.
     T operator[](int index) const {
         if (has(index)) return items_[index];
         return count_ > 0 ? items_[0] : T{};
@@ -270,7 +270,7 @@ class SetPointer {
     /// As SetPointerVoid's.
     explicit SetPointer(int allowNull = 0, int increment = 10) : set_(allowNull, increment) {}
 
-    /// On purpose, true only for the very same object.
+    /// True only for the very same object.
     bool operator==(const SetPointer& other) const { return this == &other; }
 
     // The member's class is known, and saying it saves the way through the table of virtual

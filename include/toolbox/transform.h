@@ -96,7 +96,7 @@ class TB_API TransMatrix2D : public SmallSquareMatrix<double, 3> {
     /// points down, clockwise.
     explicit TransMatrix2D(double angle);
     TransMatrix2D(double a, double b, TMConstructType type);
-    // A translation by the vector, on purpose whatever the type says: vectors are offsets.
+    // A translation by the vector, whatever the type says: vectors are offsets.
     TransMatrix2D(const SmallVector<double, 2>& offset, TMConstructType type);
     TransMatrix2D(const SmallVector<int, 2>& offset, TMConstructType type);
     // Copies the nine elements. Those of an affine transform have (0, 0, 1) as their third row.

@@ -1,3 +1,4 @@
+// The constraints of a dragged point.
 #include "graphics/drag_geometry.h"
 
 #include <algorithm>
@@ -31,7 +32,7 @@ Pixel projectOntoEllipse(Pixel point, const EllipseDims& ellipse) {
     // Doubles hold these integers exactly for distances up to 67 million pixels.
     const auto x = static_cast<double>(dx);
     const auto y = static_cast<double>(dy);
-    // Rounded to single precision on purpose: it decides on which side of a pixel a point falls.
+    // Rounded to single precision: it decides on which side of a pixel a point falls.
     const auto length = static_cast<float>(std::sqrt(x * x + y * y));
     return {truncated(center.x + ellipse.radiusX * x / length),
             truncated(center.y - ellipse.radiusY * y / length)};

@@ -24,7 +24,7 @@ struct EllipseDims {
 };
 
 /// The point at the direction in which `point` lies from the center, at the radii's distance, and
-/// on purpose mirrored about the horizontal through the center. The center itself stays.
+/// mirrored about the horizontal through the center. The center itself stays.
 [[nodiscard]] Pixel projectOntoEllipse(Pixel point, const EllipseDims& ellipse);
 
 }  // namespace toolbox::graphics

@@ -13,7 +13,7 @@ class RubberPen {
     }
     ~RubberPen() {
         if (saved_ != 0) RestoreDC(dc_, -1);
-        DeleteObject(pen_);  // not before it is selected no more
+        DeleteObject(pen_);  // which must not be selected any more
     }
     RubberPen(const RubberPen&) = delete;
     RubberPen& operator=(const RubberPen&) = delete;

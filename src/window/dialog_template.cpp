@@ -1,3 +1,4 @@
+// Dialogs in the language of the message service.
 #include "window/dialog_template.h"
 
 #include "toolbox/messages.h"

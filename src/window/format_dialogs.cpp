@@ -1,5 +1,5 @@
 // The modal dialogs that edit a key's format and description, one template for each kind. They are
-// the formats' own operation but know keys and texts, so they stand up here.
+// the formats' own operation but know keys and texts, so they are here.
 #include "format_dialogs.h"
 
 #include <string>

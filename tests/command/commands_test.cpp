@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -144,18 +143,6 @@ TEST_F(Commands, LeaveAContextAsTheirUsersEnd) {
     }
     EXPECT_EQ(a.setCheckStatus(1), 1) << "of no context again";
     EXPECT_EQ(b.setEnableStatus(1), 1);
-}
-
-TEST(CommandObjects, NameTheirClass) {
-    const Command command(1, 0, 0, 1);
-    const VoidCommand undefined;
-    std::ostringstream out;
-    const CObject& object = undefined;
-    object.Dump(out);
-    EXPECT_EQ(out.str(), "a VoidCommand\n");
-    EXPECT_STREQ(command.GetRuntimeClass()->m_lpszClassName, "Command");
-    EXPECT_TRUE(undefined.IsKindOf(&Command::classCommand));
-    EXPECT_FALSE(command.IsKindOf(&VoidCommand::classVoidCommand));
 }
 
 class Manager : public ::testing::Test {

@@ -47,6 +47,8 @@ TEST(ThetaProjection, PutsThePointOntoTheMirroredEllipse) {
 }
 
 enum : std::uint32_t {
+    kCancelMode = 0x1F,
+    kCaptureChanged = 0x215,
     kCommand = 0x111,
     kMove = 0x200,
     kLeftDown,
@@ -78,6 +80,8 @@ TEST(MouseGesture, TellsWhatAMessageMeans) {
         {0, false, true, kCommand, 0x10002, none},  // an accelerator's, not the Cancel button's
         {0, false, true, kCommand, 1, none},       {0, true, false, kLeftDown, 1, none},
         {0, true, false, kLeftDouble, 1, anchor},  {0, true, true, kLeftUp, 0, finish},
+        {0, false, true, kCancelMode, 0, lose},    {0, false, true, kCaptureChanged, 0, lose},
+        {0, false, false, kCancelMode, 0, none},   {0, false, false, kCaptureChanged, 0, none},
         {1, false, false, kRightDown, 2, anchor},  {1, false, false, kRightDown, 2 | 1, none},
         {1, false, true, kLeftDown, 3, cancel},    {1, false, true, kLeftUp, 0, none},
         {1, false, true, kRightUp, 0, finish},     {1, true, false, kRightDouble, 2, anchor},

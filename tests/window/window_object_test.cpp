@@ -138,14 +138,4 @@ TEST_F(WindowObjectTest, MayCreateAnotherWhileItIsCreated) {
     EXPECT_EQ(living, 0);
 }
 
-TEST_F(WindowObjectTest, HasAnExtendedStyle) {
-    auto* const object = new WindowObjectEx;
-    ASSERT_EQ(object->create(WS_EX_TOOLWINDOW | WS_EX_TOPMOST, "TestObject", "", WS_POPUP, 0, 0, 9,
-                             9, nullptr, nullptr, nullptr),
-              1);
-    const LONG style = GetWindowLongA(object->getHWND(), GWL_EXSTYLE);
-    EXPECT_EQ(style & (WS_EX_TOOLWINDOW | WS_EX_TOPMOST), WS_EX_TOOLWINDOW | WS_EX_TOPMOST);
-    DestroyWindow(object->getHWND());
-}
-
 }  // namespace

@@ -16,10 +16,11 @@ namespace toolbox::detail {
 template <class Note = std::nullptr_t>
 class Watch;
 
-/// The member of an object that is watched. Copies of the object are watched by nobody.
+/// The member of an object that is watched.
 template <class Note = std::nullptr_t>
 class Watched {
   public:
+    // Watched by nobody; what watches an object does not watch its copies.
     Watched() = default;
     Watched(const Watched&) noexcept {}
     Watched& operator=(const Watched&) noexcept { return *this; }
@@ -42,6 +43,7 @@ class Watched {
 template <class Note>
 class Watch {
   public:
+    /// Until the watch ends, which is before the object's other watches that began earlier do.
     explicit Watch(Watched<Note>& watched, Note kept = Note())
         : note(kept), watched_(&watched), outer_(watched.innermost_) {
         watched.innermost_ = this;

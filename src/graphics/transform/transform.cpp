@@ -1,3 +1,5 @@
+// Building and composing transforms. A new step is multiplied on the left, so it acts after what is
+// there.
 #include "toolbox/transform.h"
 
 #include <cmath>

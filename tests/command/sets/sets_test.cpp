@@ -105,25 +105,18 @@ TEST(Sets, RefuseNullWhereTheyAreTold) {
     }
 }
 
-TEST(Sets, GrowByTheIncrementAndShrinkWhenMoreIsSpare) {
-    struct Case {
-        const char* what;
-        int increment, added, inserted, removed, capacity;
-    };
-    for (const Case& c :
-         {Case{"full", 10, 10, 0, 0, 10}, Case{"one more", 10, 11, 0, 0, 20},
-          Case{"one increment spare", 10, 11, 0, 1, 20}, Case{"more is spare", 10, 11, 0, 2, 9},
-          Case{"emptied", 2, 3, 0, 3, 1}, Case{"emptied, no slack", 0, 1, 0, 1, 0},
-          Case{"inserted first", 5, 0, 1, 0, 6}, Case{"inserted when full", 5, 5, 1, 0, 11},
-          Case{"no increment", 0, 3, 1, 2, 2}, Case{"a senseless increment", -4, 3, 1, 0, 4}}) {
-        SCOPED_TRACE(c.what);
-        Probe set(0, c.increment);
-        for (int i = 0; i < c.added; ++i) ASSERT_EQ(set.add(at(i)), 1);
-        for (int i = 0; i < c.inserted; ++i) ASSERT_EQ(set.insert(at(30 + i)), 1);
-        for (int i = 0; i < c.removed; ++i) ASSERT_EQ(set.removeByIndex(0), 1);
-        EXPECT_EQ(set.capacity(), c.capacity);
-        EXPECT_EQ(set.nItem(), c.added + c.inserted - c.removed);
-    }
+TEST(Sets, GiveSpareRoomBack) {
+    Probe set(0, 10);
+    for (int i = 0; i < 11; ++i) set.add(at(i));
+    EXPECT_EQ(set.capacity(), 20);
+    set.removeByIndex(0);
+    EXPECT_EQ(set.capacity(), 20);
+    set.removeByIndex(0);
+    EXPECT_EQ(set.capacity(), 9);
+    Probe none(0, -4);  // an increment that makes no sense
+    EXPECT_EQ(none.insert(at(1)), 1);
+    EXPECT_EQ(none.add(at(2)), 1);
+    EXPECT_EQ(numbers(none), (Numbers{1, 2}));
 }
 
 TEST(Sets, StayAsTheyAreWhenTheyCannotGrow) {

@@ -1,3 +1,4 @@
+// Looks for new boxes at every tick of a timer, which the box's own loop of messages delivers.
 #include "support/box_answerer.h"
 
 #include <gtest/gtest.h>

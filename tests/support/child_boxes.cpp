@@ -1,3 +1,4 @@
+// A thread looks for boxes of child processes; the test waits in its own thread.
 #include "support/child_boxes.h"
 
 // after <windows.h>

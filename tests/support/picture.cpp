@@ -1,3 +1,4 @@
+// The client area is copied into a bitmap whose pixels are memory.
 #include "support/picture.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+// Input goes through the system, as from keyboard and mouse; scripts advance at the ticks of a
+// timer.
 #include "support/window_kit.h"
 
 #include <gtest/gtest.h>

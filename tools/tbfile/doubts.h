@@ -1,8 +1,8 @@
 // The names and texts of the doubts about a block.
 #pragma once
 
+#include "parts.h"
 #include "texts.h"
-#include "walk.h"
 
 namespace tbfile {
 
@@ -15,12 +15,12 @@ struct DoubtName {
 inline constexpr unsigned kRepeatedId = 1u << 31;  ///< seen only when it is written
 
 inline constexpr DoubtName kDoubts[] = {
-    {"foundBySearch", kFoundBySearch, Text::doubtFound},
-    {"lengthRepaired", kLengthRepaired, Text::doubtLength},
-    {"terminatorWrong", kTerminatorWrong, Text::doubtTerminator},
-    {"otherId", kOtherId, Text::doubtId},
-    {"unfollowed", kUnfollowed, Text::doubtUnfollowed},
-    {"notIndexed", kNotIndexed, Text::doubtNotIndexed},
+    {"foundBySearch", toolbox::kFoundBySearch, Text::doubtFound},
+    {"lengthRepaired", toolbox::kLengthRepaired, Text::doubtLength},
+    {"terminatorWrong", toolbox::kTerminatorWrong, Text::doubtTerminator},
+    {"otherId", toolbox::kOtherId, Text::doubtId},
+    {"unfollowed", toolbox::kUnfollowed, Text::doubtUnfollowed},
+    {"notIndexed", toolbox::kNotIndexed, Text::doubtNotIndexed},
     {"repeatedId", kRepeatedId, Text::doubtRepeated},
 };
 

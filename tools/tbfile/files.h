@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "source.h"
+#include "toolbox/block_frames.h"
 
 namespace tbfile {
 
@@ -24,7 +24,7 @@ using Path = std::filesystem::path;
 [[nodiscard]] unsigned long processNumber();
 
 /// A file open for reading; others may read it too.
-class InputFile final : public Source {
+class InputFile final : public toolbox::FileSource {
   public:
     explicit InputFile(Path path);
     ~InputFile() override;

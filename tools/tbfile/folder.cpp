@@ -56,7 +56,7 @@ int extract(const Options& options) {
                                   fileOf(entry)};
         manifest += manifestBlock(block, &entry == entries.firsts.data());
         OutputFile out = folder.file(block.file, open.watch());
-        out.copy(open.file, frame.offset + open.map.shape.layout().head(), frame.length);
+        out.copy(open.file, frame.offset + open.map.shape.head, frame.length);
         out.finish();
     }
     manifest += manifestEnd();

@@ -91,7 +91,7 @@ class Reading {
     std::string text(const nlohmann::json& json, const char* key) const {
         const auto utf8 = json.at(key).get<std::string>();
         std::string text = toolbox::fromUtf8(utf8);
-        if (text.size() > blocks::kDescriptionBytes || text.find('\0') != std::string::npos ||
+        if (text.size() > Shape().description || text.find('\0') != std::string::npos ||
             toolbox::toUtf8(text) != utf8)
             refuse(json, key);
         return text;

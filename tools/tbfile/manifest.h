@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "frame.h"
-#include "header.h"
+#include "days.h"
 #include "json.h"
+#include "parts.h"
 
 namespace tbfile {
 

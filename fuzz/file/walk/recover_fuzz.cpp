@@ -15,10 +15,10 @@
 #include "../block/plain_reader.h"
 #include "commands.h"
 #include "failure.h"
+#include "file/walk/walked.h"
 #include "require.h"
 #include "support/text_fakes.h"
 #include "terminal.h"
-#include "tools/tbfile/walked.h"
 
 using namespace tbfile;
 

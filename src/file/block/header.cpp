@@ -13,16 +13,11 @@ namespace blocks = toolbox::blocks;
 
 namespace {
 
-// Offsets of the header's fields.
-constexpr std::size_t kVersion = 0;
-constexpr std::size_t kMask = 4;
-constexpr std::size_t kDescription = 8;
-constexpr std::size_t kCreation = 136;
-constexpr std::size_t kTimeStamp = 140;
-constexpr std::size_t kNetDate = 144;
-constexpr std::size_t kIndexOffset = 148;
-constexpr std::size_t kFormat = 152;
-constexpr std::size_t kEnd = 156;
+using namespace toolbox::blocks::field;
+
+constexpr std::size_t kCreation = kDates;
+constexpr std::size_t kTimeStamp = kDates + 4;
+constexpr std::size_t kNetDate = kDates + 8;
 
 std::int32_t dayNumber(const TarvDate& date) {
     return static_cast<std::int32_t>(static_cast<long>(date));

@@ -23,6 +23,17 @@ inline constexpr std::uint32_t kOldHeaderBytes = 156;
 inline constexpr std::uint32_t kDescriptionBytes = 128;
 inline constexpr std::uint32_t kEntryBytes = 8;
 
+/// Offsets of the header's fields.
+namespace field {
+inline constexpr std::size_t kVersion = 0;
+inline constexpr std::size_t kMask = 4;
+inline constexpr std::size_t kDescription = 8;
+inline constexpr std::size_t kDates = 136;  ///< creation, time stamp, net
+inline constexpr std::size_t kIndexOffset = 148;
+inline constexpr std::size_t kFormat = 152;  ///< in format version 100 the terminator
+inline constexpr std::size_t kEnd = 156;
+}  // namespace field
+
 /// Bytes before and after the data of a block as written.
 inline constexpr std::uint32_t kHeadBytes = 4 + kDescriptionBytes + 4;
 inline constexpr std::uint32_t kTailBytes = 12;

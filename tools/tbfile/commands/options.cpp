@@ -97,6 +97,8 @@ class Declared {
                   Text aboutInput = Text::helpInput) {
         CLI::App* sub = app_.add_subcommand(name, say(about));
         commands_[command] = sub;
+        // The one that it inherits is in no group of ours.
+        sub->set_help_flag("-h,--help", say(Text::helpHelp));
         sub->group(say(Text::helpCommands));
         sub->add_option(input, input_, say(aboutInput))->required()->type_name("");
         return *sub;

@@ -12,12 +12,12 @@
 #include <set>
 #include <string>
 
-#include "file/block/plain_reader.h"
 #include "commands/commands.h"
-#include "terminal/failure.h"
+#include "file/block/plain_reader.h"
 #include "file/walk/walked.h"
 #include "require.h"
 #include "support/text_fakes.h"
+#include "terminal/failure.h"
 #include "terminal/terminal.h"
 
 using namespace tbfile;

@@ -6,8 +6,8 @@
 
 #include "commands/commands.h"
 #include "commands/days.h"
-#include "terminal/json.h"
 #include "commands/open_file.h"
+#include "terminal/json.h"
 #include "toolbox/utf8.h"
 
 namespace tbfile {

@@ -1,8 +1,8 @@
 // extract and pack: the blocks of a file as files of a folder, and back.
 #include "commands/commands.h"
 #include "commands/manifest.h"
-#include "commands/writer.h"
 #include "commands/open_file.h"
+#include "commands/writer.h"
 #include "system/output_folder.h"
 #include "terminal/failure.h"
 #include "terminal/json.h"

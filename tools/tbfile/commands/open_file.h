@@ -1,9 +1,9 @@
 // A block file as the commands read it: its bytes, its map and two readers.
 #pragma once
 
+#include "commands/parts.h"
 #include "system/files.h"
 #include "terminal/json.h"
-#include "commands/parts.h"
 #include "terminal/terminal.h"
 
 namespace tbfile {

@@ -2,11 +2,11 @@
 #include "commands/commands.h"
 #include "commands/days.h"
 #include "commands/doubts.h"
+#include "commands/open_file.h"
+#include "commands/writer.h"
 #include "terminal/failure.h"
 #include "terminal/json.h"
-#include "commands/open_file.h"
 #include "toolbox/utf8.h"
-#include "commands/writer.h"
 
 namespace tbfile {
 namespace {

@@ -4,9 +4,9 @@
 
 #include "commands/commands.h"
 #include "commands/doubts.h"
+#include "commands/open_file.h"
 #include "terminal/failure.h"
 #include "terminal/json.h"
-#include "commands/open_file.h"
 
 namespace tbfile {
 namespace {

@@ -1,8 +1,8 @@
 // extract and pack: the blocks of a file as files of a folder, and back.
 #include "commands/commands.h"
 #include "commands/manifest.h"
+#include "commands/open_file.h"
 #include "commands/writer.h"
-#include "open_file.h"
 #include "system/output_folder.h"
 #include "terminal/failure.h"
 #include "terminal/json.h"
@@ -63,7 +63,7 @@ int extract(const Options& options) {
                                   fileOf(entry)};
         manifest += manifestBlock(block, &entry == entries.firsts.data());
         OutputFile out = folder.file(block.file, open.watch());
-        out.copy(open.file, frame.offset + open.map.shape.layout().head(), frame.length);
+        out.copy(open.file, frame.offset + open.map.shape.head, frame.length);
         out.finish();
     }
     manifest += manifestEnd();

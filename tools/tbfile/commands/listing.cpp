@@ -4,7 +4,8 @@
 #include <numeric>
 
 #include "commands/commands.h"
-#include "open_file.h"
+#include "commands/days.h"
+#include "commands/open_file.h"
 #include "terminal/failure.h"
 #include "terminal/json.h"
 #include "toolbox/utf8.h"
@@ -28,7 +29,7 @@ std::string hexadecimal(std::uint32_t number) {
     return "0x" + std::string(digits.data(), end);
 }
 
-std::string indexText(const Map& map) {
+std::string indexText(const BlockFileMap& map) {
     if (!map.index) return say(map.header.indexOffset == 0 ? Text::neverCommitted : Text::noIndex);
     const std::string count = grouped(map.index->entries.size());
     const std::string at = std::to_string(map.index->frame.offset);
@@ -191,7 +192,7 @@ const BlocItem& entryOf(const OpenFile& open, std::uint32_t id) {
 template <class Take>
 void eachPiece(OpenFile& open, const Frame& frame, Take take) {
     constexpr std::uint32_t kPiece = 64 * 1024;
-    const std::uint64_t start = frame.offset + open.map.shape.layout().head();
+    const std::uint64_t start = frame.offset + open.map.shape.head;
     for (std::uint32_t done = 0; done < frame.length;) {
         const std::uint32_t n = std::min(kPiece, frame.length - done);
         const char* bytes = open.window.at(start + done, n);
@@ -256,7 +257,7 @@ int dump(const Options& options) {
     } else if (options.raw) {
         checkTarget(pathOf(*options.raw), options.input, options.force);
         OutputFile out(pathOf(*options.raw), open.file.access(), options.force, open.watch());
-        out.copy(open.file, frame.offset + open.map.shape.layout().head(), frame.length);
+        out.copy(open.file, frame.offset + open.map.shape.head, frame.length);
         out.finish();
     } else {
         eachPiece(open, frame, [](std::uint32_t offset, std::string_view bytes) {

@@ -104,7 +104,7 @@ class Reading {
         if (!member(json, key).is_string()) refuse(json, key);
         const auto& utf8 = json.at(key).get_ref<const std::string&>();
         std::string text = toolbox::fromUtf8(utf8);
-        if (text.size() > blocks::kDescriptionBytes || text.find('\0') != std::string::npos ||
+        if (text.size() > Shape().description || text.find('\0') != std::string::npos ||
             toolbox::toUtf8(text) != utf8)
             refuse(json, key);
         return text;

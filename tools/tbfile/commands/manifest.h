@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "frame.h"
-#include "header.h"
+#include "commands/days.h"
+#include "commands/parts.h"
 #include "terminal/json.h"
 
 namespace tbfile {

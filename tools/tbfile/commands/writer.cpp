@@ -1,7 +1,6 @@
 // Gathers small blocks and runs of undamaged ones, so that many blocks cost few calls.
 #include "commands/writer.h"
 
-#include <array>
 #include <limits>
 
 #include "terminal/failure.h"
@@ -12,12 +11,9 @@ namespace {
 constexpr std::size_t kGathered = 256 * 1024;
 /// Large enough to cost few calls, small enough for the user to see that it goes on.
 constexpr std::uint64_t kRun = 64 * 1024 * 1024;
+/// Bytes of a block beside its data.
+const std::uint64_t kAround = Shape().around();
 constexpr std::uint64_t kLargest = std::numeric_limits<std::uint32_t>::max();
-
-/// A word of a file: 4 bytes, the lowest first.
-void store(char* at, std::uint32_t word) {
-    for (int i = 0; i < 4; ++i) at[i] = static_cast<char>(word >> (8 * i));
-}
 
 }  // namespace
 
@@ -27,24 +23,22 @@ Label usualIndexLabel() {
 
 Writer::Writer(OutputFile& output, std::size_t expected) : output_(output) {
     entries_.reserve(expected);
-    gathered_.assign(blocks::kHeaderBytes, '\0');
+    gathered_.assign(position_, '\0');
 }
 
 void Writer::begin(std::uint32_t id, std::uint64_t bytes) {
-    const std::uint64_t index = (entries_.size() + 1) * std::uint64_t{blocks::kEntryBytes} +
-                                blocks::kHeadBytes + blocks::kTailBytes;
+    const std::uint64_t index = (entries_.size() + 1) * sizeof(BlocItem) + kAround;
     if (position_ + bytes + index > kLargest)
         throw Failure(Text::tooLarge, {nameOf(output_.target())});
-    repeated_ = !identifiers_.add(id);
+    repeated_ = !lookup_.add(entries_, id);
     entries_.push_back({id, static_cast<std::uint32_t>(position_)});
     wholeWords_ = wholeWords_ && bytes % 4 == 0;
     position_ += bytes;
 }
 
-void Writer::add(const InputFile& from, Window& window, const Shape& shape, const Frame& frame,
+void Writer::add(const InputFile& from, FileReader& window, const Shape& shape, const Frame& frame,
                  bool asItStands) {
-    const blocks::Layout layout = shape.layout();
-    if (asItStands && frame.padded && layout.tail == blocks::kTailBytes) {
+    if (asItStands && frame.padded && shape.isWritten()) {
         const std::uint64_t bytes = frame.end - frame.offset;
         begin(frame.id, bytes);
         if (runFrom_ != &from || runStart_ + runBytes_ != frame.offset) {
@@ -58,17 +52,18 @@ void Writer::add(const InputFile& from, Window& window, const Shape& shape, cons
     }
     const Label label = labelOf(window, shape, frame);
     sendRun();
-    begin(frame.id, std::uint64_t{blocks::kHeadBytes} + frame.length + blocks::kTailBytes);
+    begin(frame.id, kAround + frame.length);
     putHead(frame.id, label.description, frame.length);
-    putData(from, &window, frame.offset + layout.head(), frame.length);
+    putData(from, &window, frame.offset + shape.head, frame.length);
     putTail(label.version, label.recordVersion);
 }
 
 void Writer::add(std::uint32_t id, const Label& label, const InputFile& data) {
-    if (data.size() > blocks::kMostBytes) throw Failure(Text::tooLarge, {nameOf(output_.target())});
+    if (data.size() > std::numeric_limits<std::int32_t>::max())
+        throw Failure(Text::tooLarge, {nameOf(output_.target())});
     const auto length = static_cast<std::uint32_t>(data.size());
     sendRun();
-    begin(id, std::uint64_t{blocks::kHeadBytes} + length + blocks::kTailBytes);
+    begin(id, kAround + length);
     putHead(id, label.description, length);
     putData(data, nullptr, 0, length);
     putTail(label.version, label.recordVersion);
@@ -76,15 +71,15 @@ void Writer::add(std::uint32_t id, const Label& label, const InputFile& data) {
 
 void Writer::finish(Header header, const Label& indexLabel) {
     sendRun();
-    header.mask = (header.mask & ~blocks::kWholeWords) | (wholeWords_ ? blocks::kWholeWords : 0u);
+    header.mask = (header.mask & ~1u) | (wholeWords_ ? 1u : 0u);
     header.indexOffset = static_cast<std::uint32_t>(position_);
-    const std::size_t bytes = entries_.size() * blocks::kEntryBytes;
-    putHead(blocks::kIndexId, indexLabel.description, static_cast<std::uint32_t>(bytes));
+    const std::size_t bytes = entries_.size() * sizeof(BlocItem);
+    putHead(toolbox::kMasterIndexId, indexLabel.description, static_cast<std::uint32_t>(bytes));
     put(entries_.data(), bytes);
     putTail(indexLabel.version, indexLabel.recordVersion);
     sendGathered();
-    position_ += blocks::kHeadBytes + bytes + blocks::kTailBytes;
-    const auto start = headerBytes(header);
+    position_ += kAround + bytes;
+    const auto start = toolbox::headerBytes(header);
     output_.rewriteStart(start.data(), start.size());
 }
 
@@ -97,23 +92,18 @@ void Writer::put(const void* bytes, std::size_t n) {
 }
 
 void Writer::putHead(std::uint32_t id, const std::string& description, std::uint32_t length) {
-    std::array<char, blocks::kHeadBytes> head{};
-    store(head.data(), id);
-    blocks::putText(head.data() + 4, description);
-    store(head.data() + 4 + blocks::kDescriptionBytes, length);
+    const auto head = toolbox::blockHead(id, description, length);
     put(head.data(), head.size());
 }
 
 void Writer::putTail(std::uint32_t version, std::uint32_t recordVersion) {
-    std::array<char, blocks::kTailBytes> tail{};
-    store(tail.data(), version);
-    store(tail.data() + 4, recordVersion);
-    store(tail.data() + 8, blocks::kTerminator);
+    const auto tail = toolbox::blockTail(version, recordVersion);
     put(tail.data(), tail.size());
 }
 
 /// Small data goes through the window, which has it already; large data straight to the file.
-void Writer::putData(const InputFile& from, Window* window, std::uint64_t offset, std::uint64_t n) {
+void Writer::putData(const InputFile& from, FileReader* window, std::uint64_t offset,
+                     std::uint64_t n) {
     constexpr std::uint64_t kLarge = 64 * 1024;
     if (!window || n >= kLarge) {
         sendGathered();

@@ -5,10 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "commands/identifiers.h"
-#include "header.h"
+#include "commands/parts.h"
 #include "system/files.h"
-#include "toolbox/block_files.h"
 
 namespace tbfile {
 
@@ -21,7 +19,7 @@ class Writer {
 
     /// Copies a block. As it stands when it is laid out as it will be and its frame is not damaged
     /// (`asItStands`), otherwise with its frame made anew.
-    void add(const InputFile& from, Window& window, const Shape& shape, const Frame& frame,
+    void add(const InputFile& from, FileReader& window, const Shape& shape, const Frame& frame,
              bool asItStands);
     /// Adds a block whose data is all of a file.
     void add(std::uint32_t id, const Label& label, const InputFile& data);
@@ -30,7 +28,7 @@ class Writer {
 
     [[nodiscard]] std::size_t count() const { return entries_.size(); }
     /// Whether there is a block with this identifier.
-    [[nodiscard]] bool has(std::uint32_t id) const { return identifiers_.has(id); }
+    [[nodiscard]] bool has(std::uint32_t id) { return lookup_.find(entries_, id).has_value(); }
     /// Whether the block added last has an identifier that was there already.
     [[nodiscard]] bool repeated() const { return repeated_; }
     [[nodiscard]] std::uint64_t size() const { return position_; }
@@ -40,16 +38,16 @@ class Writer {
     void put(const void* bytes, std::size_t n);
     void putHead(std::uint32_t id, const std::string& description, std::uint32_t length);
     void putTail(std::uint32_t version, std::uint32_t recordVersion);
-    void putData(const InputFile& from, Window* window, std::uint64_t offset, std::uint64_t n);
+    void putData(const InputFile& from, FileReader* window, std::uint64_t offset, std::uint64_t n);
     void sendRun();
     void sendGathered();
 
     OutputFile& output_;
-    std::uint64_t position_ = blocks::kHeaderBytes;
+    std::uint64_t position_ = Shape().start;
     bool wholeWords_ = true;
     bool repeated_ = false;
     std::vector<BlocItem> entries_;
-    Identifiers identifiers_;
+    EntryFinder lookup_;
     std::string gathered_;
     const InputFile* runFrom_ = nullptr;
     std::uint64_t runStart_ = 0;

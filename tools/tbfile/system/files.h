@@ -11,8 +11,8 @@
 #include <system_error>
 #include <vector>
 
-#include "source.h"
 #include "system/access.h"
+#include "toolbox/block_frames.h"
 
 namespace tbfile {
 
@@ -37,7 +37,7 @@ enum class Links { follow, refuse };
 
 /// A regular file open for reading; others may read it too. Nothing else is opened: a pipe that
 /// nobody writes to does not keep the program waiting.
-class InputFile final : public Source {
+class InputFile final : public toolbox::FileSource {
   public:
     /// `links`: whether the name itself may be a link.
     explicit InputFile(Path path, Links links = Links::follow);

@@ -12,13 +12,13 @@
 #include <set>
 #include <string>
 
-#include "../block/plain_reader.h"
-#include "commands.h"
-#include "failure.h"
+#include "commands/commands.h"
+#include "file/block/plain_reader.h"
+#include "file/walk/walked.h"
 #include "require.h"
 #include "support/text_fakes.h"
-#include "terminal.h"
-#include "tools/tbfile/walked.h"
+#include "terminal/failure.h"
+#include "terminal/terminal.h"
 
 using namespace tbfile;
 

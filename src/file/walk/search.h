@@ -6,16 +6,17 @@
 #include <optional>
 #include <vector>
 
-#include "frame.h"
+#include "toolbox/block_frames.h"
 
-namespace tbfile {
+namespace toolbox {
 
 /// The first place from `from` on, before `limit`, where four bytes 0xFF end and a block may
 /// therefore begin. Any alignment.
-[[nodiscard]] std::optional<std::uint64_t> afterTerminator(Window& file, const Shape& shape,
+[[nodiscard]] std::optional<std::uint64_t> afterTerminator(FileReader& file,
+                                                           const BlockShape& shape,
                                                            std::uint64_t from, std::uint64_t limit);
 
-/// Whole blocks one behind another.
+/// Whole blocks one after another.
 struct Run {
     std::uint64_t start;
     std::uint64_t end;
@@ -42,21 +43,22 @@ struct Resumption {
     }
 };
 
-/// Searches the bytes behind `from`, where a damaged block begins, for whole blocks behind a
+/// Searches the bytes after `from`, where a damaged block begins, for whole blocks after a
 /// terminator. `limit` is where a block is known to begin, or the end of the file. `probe` is a
-/// second window on the same file. Goes through the bytes up to the limit once.
-[[nodiscard]] Resumption resume(Window& file, Window& probe, const Shape& shape, std::uint64_t from,
-                                std::uint64_t limit);
+/// second reader of the same file. Goes through the bytes up to the limit once.
+[[nodiscard]] Resumption resume(FileReader& file, FileReader& probe, const BlockShape& shape,
+                                std::uint64_t from, std::uint64_t limit);
 
 /// The first block from `from` on that ends where `end` is, whatever stands before it: the
 /// terminator that it follows may be destroyed.
-[[nodiscard]] std::optional<Frame> blockEndingAt(Window& file, Window& probe, const Shape& shape,
-                                                 std::uint64_t from, std::uint64_t end);
+[[nodiscard]] std::optional<BlockFrame> blockEndingAt(FileReader& file, FileReader& probe,
+                                                      const BlockShape& shape, std::uint64_t from,
+                                                      std::uint64_t end);
 
 /// The first whole block that begins between `from` and `stop` and ends at `end` at the latest,
 /// whatever stands around it. Zeros or ones do not count as the head of one.
-[[nodiscard]] std::optional<Frame> blockAnywhere(Window& file, Window& probe, const Shape& shape,
-                                                 std::uint64_t from, std::uint64_t stop,
-                                                 std::uint64_t end);
+[[nodiscard]] std::optional<BlockFrame> blockAnywhere(FileReader& file, FileReader& probe,
+                                                      const BlockShape& shape, std::uint64_t from,
+                                                      std::uint64_t stop, std::uint64_t end);
 
-}  // namespace tbfile
+}  // namespace toolbox

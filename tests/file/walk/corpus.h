@@ -1,4 +1,4 @@
-// Block files of every kind, and ways to damage them, for the tests of tbfile.
+// Block files of every kind, and ways to damage them, for the tests of the walk.
 #pragma once
 
 #include <algorithm>
@@ -8,12 +8,12 @@
 #include <vector>
 
 #include "file/block/block_kit.h"
-#include "source.h"
+#include "toolbox/block_frames.h"
 
 namespace corpus {
 
 /// A file in memory.
-class Bytes final : public tbfile::Source {
+class Bytes final : public toolbox::FileSource {
   public:
     explicit Bytes(std::string bytes) : bytes_(std::move(bytes)) {}
     [[nodiscard]] std::uint64_t size() const override { return bytes_.size(); }

@@ -1,18 +1,29 @@
-#include "open_file.h"
+#include "commands/open_file.h"
 
-#include "failure.h"
-#include "file/block/lookup.h"
+#include "terminal/failure.h"
 
 namespace tbfile {
 
-OpenFile::OpenFile(const Path& path, Window::Reads reads)
+namespace {
+
+/// What ends the program is thrown.
+FileReader::Progress goingOn(Watch watch) {
+    return [watch = std::move(watch)](std::uint64_t done) {
+        watch(done);
+        return true;
+    };
+}
+
+}  // namespace
+
+OpenFile::OpenFile(const Path& path, FileReader::Reads reads)
     : file(path),
       progress(file.size()),
-      window(file, reads, watch()),
-      probe(file, Window::Reads::whatIsAsked, [](std::uint64_t) { stopIfInterrupted(); }) {
-    Window first(file, Window::Reads::whatIsAsked, watch());
-    map = readMap(first, probe);
-}
+      walk(file, goingOn(watch())),
+      map(walk.map()),
+      window(file, reads, goingOn(watch())),
+      probe(file, FileReader::Reads::whatIsAsked,
+            goingOn([](std::uint64_t) { stopIfInterrupted(); })) {}
 
 const Index& OpenFile::index() const {
     if (map.header.has(HeaderFault::tooShort))
@@ -38,7 +49,7 @@ Frame OpenFile::block(const BlocItem& entry) {
 Entries OpenFile::entries() const {
     Entries entries;
     entries.firsts.reserve(index().entries.size());
-    toolbox::BlockLookup lookup;
+    EntryFinder lookup;
     for (const BlocItem& entry : index().entries) {
         const bool first = lookup.add(entries.firsts, entry.id);
         (first ? entries.firsts : entries.repeated).push_back(entry);

@@ -1,25 +1,59 @@
 // recover and repack: block files made of the blocks of others.
-#include "commands.h"
-#include "doubts.h"
-#include "failure.h"
-#include "json.h"
-#include "open_file.h"
+#include "commands/commands.h"
+#include "commands/days.h"
+#include "commands/doubts.h"
+#include "commands/open_file.h"
+#include "commands/writer.h"
+#include "terminal/failure.h"
+#include "terminal/json.h"
 #include "toolbox/utf8.h"
-#include "walk.h"
-#include "writer.h"
 
 namespace tbfile {
 namespace {
 
 /// Doubts about a block's frame; the others are about its right to be there.
-constexpr unsigned kFrameDoubts = kLengthRepaired | kTerminatorWrong | kOtherId;
+constexpr unsigned kFrameDoubts =
+    toolbox::kLengthRepaired | toolbox::kTerminatorWrong | toolbox::kOtherId;
 
-class Rescue final : public Walker {
+/// What is wrong with the file beside its blocks.
+struct Fault {
+    const char* json;
+    std::string text;
+};
+
+class Rescue {
   public:
     Rescue(const Options& options, OpenFile& open, Writer& writer)
         : options_(options), open_(open), writer_(writer) {}
 
-    void block(const Found& found) override {
+    void take(const WalkFinding& found) {
+        if (found.kind == WalkFinding::Kind::block)
+            block(found);
+        else if (found.kind == WalkFinding::Kind::index)
+            index(found.frame);
+        else
+            loss(found);
+    }
+
+    [[nodiscard]] bool sound() const { return lostBytes_ == 0 && doubtful_ == 0; }
+    [[nodiscard]] std::uint64_t lostBytes() const { return lostBytes_; }
+    [[nodiscard]] std::uint64_t doubtful() const { return doubtful_; }
+    [[nodiscard]] std::uint64_t leftOut() const { return leftOut_; }
+    [[nodiscard]] std::uint64_t oldIndexes() const { return oldIndexes_; }
+    /// Blocks that are where the index names them.
+    [[nodiscard]] std::uint64_t named() const { return named_; }
+    /// What is wrong with blocks that are kept all the same.
+    [[nodiscard]] const std::vector<Fault>& notes() const { return notes_; }
+    [[nodiscard]] Json losses() const { return losses_.done(); }
+    [[nodiscard]] Json doubts() const { return doubts_.done(); }
+
+  private:
+    void block(const WalkFinding& found) {
+        const Frame& frame = found.frame;
+        if (!frame.padded) note("description", Text::findDescription, frame);
+        if (open_.map.header.wholeWords() && (frame.end - frame.offset) % 4 != 0)
+            note("notWholeWords", Text::findNotWords, frame);
+        if (found.evidence == Evidence::index) ++named_;
         if (options_.certain) {
             const unsigned doubts = found.doubts | (writer_.has(found.frame.id) ? kRepeatedId : 0u);
             if (doubts != 0) return tellDoubts(found, doubts, false);
@@ -30,19 +64,20 @@ class Rescue final : public Walker {
         if (doubts != 0) tellDoubts(found, doubts, true);
     }
 
-    void index(const Frame& frame) override {
+    void index(const Frame& frame) {
         if (!open_.map.index || frame.offset != open_.map.index->frame.offset) ++oldIndexes_;
+        if (!frame.isIndex()) note("otherId", Text::findOtherId, frame);
     }
 
-    void loss(const Loss& loss) override {
+    void loss(const WalkFinding& loss) {
         lostBytes_ += loss.to - loss.from;
         const std::string from = std::to_string(loss.from);
         const std::string to = std::to_string(loss.to);
         const std::string id = loss.id ? std::to_string(*loss.id) : "?";
         if (options_.json) {
-            const char* kind = loss.kind == LossKind::cutOff       ? "cutOff"
-                               : loss.kind == LossKind::indexBlock ? "index"
-                                                                   : "damaged";
+            const char* kind = loss.kind == WalkFinding::Kind::cutOff         ? "cutOff"
+                               : loss.kind == WalkFinding::Kind::damagedIndex ? "index"
+                                                                              : "damaged";
             losses_.add(jsonObject(
                 {{"kind", std::string(kind)},
                  {"from", loss.from},
@@ -50,24 +85,23 @@ class Rescue final : public Walker {
                  {"id", loss.id ? JsonValue(std::uint64_t{*loss.id}) : JsonValue(nullptr)}}));
             return;
         }
-        print(say(loss.kind == LossKind::cutOff       ? Text::lossCut
-                  : loss.kind == LossKind::indexBlock ? Text::lossIndex
-                  : loss.id                           ? Text::lossBlock
-                                                      : Text::lossBytes,
+        print(say(loss.kind == WalkFinding::Kind::cutOff         ? Text::lossCut
+                  : loss.kind == WalkFinding::Kind::damagedIndex ? Text::lossIndex
+                  : loss.id                                      ? Text::lossBlock
+                                                                 : Text::lossBytes,
                   {from, to, id}) +
               "\n");
     }
 
-    [[nodiscard]] bool sound() const { return lostBytes_ == 0 && doubtful_ == 0; }
-    [[nodiscard]] std::uint64_t lostBytes() const { return lostBytes_; }
-    [[nodiscard]] std::uint64_t doubtful() const { return doubtful_; }
-    [[nodiscard]] std::uint64_t leftOut() const { return leftOut_; }
-    [[nodiscard]] std::uint64_t oldIndexes() const { return oldIndexes_; }
-    [[nodiscard]] Json losses() const { return losses_.done(); }
-    [[nodiscard]] Json doubts() const { return doubts_.done(); }
+    /// Of each kind the first is told.
+    void note(const char* json, Text text, const Frame& frame) {
+        for (const Fault& fault : notes_)
+            if (fault.json == std::string_view(json)) return;
+        notes_.push_back(
+            {json, say(text, {std::to_string(frame.offset), std::to_string(frame.id)})});
+    }
 
-  private:
-    void tellDoubts(const Found& found, unsigned doubts, bool kept) {
+    void tellDoubts(const WalkFinding& found, unsigned doubts, bool kept) {
         ++doubtful_;
         if (!kept) ++leftOut_;
         const std::string at = std::to_string(found.frame.offset);
@@ -98,6 +132,8 @@ class Rescue final : public Walker {
     std::uint64_t doubtful_ = 0;
     std::uint64_t leftOut_ = 0;
     std::uint64_t oldIndexes_ = 0;
+    std::uint64_t named_ = 0;
+    std::vector<Fault> notes_;
     JsonArray losses_;
     JsonArray doubts_;
 };
@@ -113,7 +149,7 @@ Header sane(Header header) {
 Label indexLabel(OpenFile& open) {
     if (!open.map.index || !open.map.index->isWhole()) return usualIndexLabel();
     Label label = labelOf(open.probe, open.map.shape, open.map.index->frame);
-    if (open.map.shape.layout().tail < blocks::kTailBytes) {
+    if (!open.map.shape.isWritten()) {
         const Label usual = usualIndexLabel();
         label.version = usual.version;
         label.recordVersion = usual.recordVersion;
@@ -121,25 +157,38 @@ Label indexLabel(OpenFile& open) {
     return label;
 }
 
-/// What is wrong with the file beside its blocks.
-struct Fault {
-    const char* json;
-    Text text;
-};
-
-std::vector<Fault> faultsOf(const Map& map) {
+std::vector<Fault> faultsOf(const BlockFileMap& map, const Rescue& rescue) {
     std::vector<Fault> faults;
-    if (!map.header.isReadable()) faults.push_back({"headerDamaged", Text::headerDamaged});
-    if (map.formatDiffers()) faults.push_back({"headerLayout", Text::formatWrong});
-    if (map.header.has(HeaderFault::date)) faults.push_back({"headerDate", Text::dateInvalid});
-    if (!map.index && map.header.indexOffset == 0)
-        faults.push_back({"neverCommitted", Text::neverCommitted});
-    else if (!map.index)
-        faults.push_back({"noIndex", Text::noIndex});
-    else if (!map.index->isWhole() || !map.index->possible)
-        faults.push_back({"indexDamaged", Text::indexDamaged});
-    else if (!map.index->atItsPlace)
-        faults.push_back({"indexMoved", Text::indexMoved});
+    const auto add = [&](const char* json, Text text, const std::string& place = {},
+                         const std::string& id = {}) {
+        faults.push_back({json, say(text, {place, id})});
+    };
+    const Header& header = map.header;
+    if (!header.isReadable()) add("headerDamaged", Text::headerDamaged);
+    if (map.formatDiffers()) add("headerLayout", Text::formatWrong);
+    if (header.isReadable() && header.has(HeaderFault::format) && !map.formatDiffers())
+        add("headerFormat", Text::findFormat, "152");
+    if (header.isReadable() && header.has(HeaderFault::description))
+        add("headerDescription", Text::findHeaderText, "8");
+    if (header.has(HeaderFault::date)) add("headerDate", Text::dateInvalid);
+    const Index* index = map.index ? &*map.index : nullptr;
+    if (!index && header.indexOffset == 0) add("neverCommitted", Text::neverCommitted);
+    if (!index && header.indexOffset != 0) add("noIndex", Text::noIndex);
+    if (index && (!index->isWhole() || !index->possible)) {
+        add("indexDamaged", Text::indexDamaged);
+    } else if (index) {
+        const std::string at = std::to_string(index->frame.offset);
+        if (!index->atItsPlace) add("indexMoved", Text::indexMoved);
+        if (!index->frame.padded)
+            add("description", Text::findDescription, at, std::to_string(toolbox::kMasterIndexId));
+        if (index->frame.length % sizeof(BlocItem) != 0)
+            add("indexLength", Text::findIndexLength, at);
+        if (!index->ascending) add("indexOrder", Text::findIndexOrder);
+        // Doubts and losses tell of most; of an entry that is repeated nothing else does.
+        if (rescue.sound() && rescue.named() != index->entries.size())
+            add("indexDamaged", Text::indexDamaged);
+    }
+    faults.insert(faults.end(), rescue.notes().begin(), rescue.notes().end());
     return faults;
 }
 
@@ -148,8 +197,7 @@ void summarize(const Options& options, const Rescue& rescue, const Writer& write
     if (options.json) {
         JsonArray general;
         for (const Fault& fault : faults)
-            general.add(
-                jsonObject({{"fault", std::string(fault.json)}, {"text", say(fault.text)}}));
+            general.add(jsonObject({{"fault", std::string(fault.json)}, {"text", fault.text}}));
         print(jsonObject({{"output", nameOf(options.output)},
                           {"rescued", std::uint64_t{writer.count()}},
                           {"doubtful", rescue.doubtful()},
@@ -163,7 +211,7 @@ void summarize(const Options& options, const Rescue& rescue, const Writer& write
               "\n");
         return;
     }
-    for (const Fault& fault : faults) print(say(fault.text) + "\n");
+    for (const Fault& fault : faults) print(fault.text + "\n");
     print(say(Text::rescued, {grouped(writer.count()), nameOf(options.output)}) + "\n");
     if (rescue.doubtful() > 0)
         print(say(options.certain ? Text::doubtfulLeftOut : Text::doubtfulKept,
@@ -180,12 +228,15 @@ int recover(const Options& options) {
     OutputFile output(options.output, open.file.access(), options.force, open.watch());
     Writer writer(output, open.map.index ? open.map.index->entries.size() : 0);
     Rescue rescue(options, open, writer);
-    Walk(open.window, open.probe, open.map, rescue).run();
+    open.walk.run([&](const WalkFinding& found) {
+        rescue.take(found);
+        return true;
+    });
     const bool known = open.map.index && open.map.header.isReadable();
     if (writer.count() == 0 && !known) throw Failure(Text::nothingFound, {nameOf(options.input)});
     writer.finish(sane(open.map.header), indexLabel(open));
     output.finish();
-    const std::vector<Fault> faults = faultsOf(open.map);
+    const std::vector<Fault> faults = faultsOf(open.map, rescue);
     summarize(options, rescue, writer, faults);
     return rescue.sound() && faults.empty() ? kSound : kFindings;
 }

@@ -6,20 +6,20 @@
 #include <vector>
 
 #include "file/block/lookup.h"
-#include "map.h"
+#include "toolbox/file_walk.h"
 
-namespace tbfile {
+namespace toolbox {
 
 /// Answers for places that mostly rise, as a walk through the file asks.
-class Hints {
+class IndexPlaces {
   public:
     /// Borrows the entries of the index, which may be null; they are copied only when they are not
     /// in the order of the file.
-    explicit Hints(const Index* index);
+    explicit IndexPlaces(const MasterIndex* index);
 
     /// The entry that names this place.
     [[nodiscard]] const BlocItem* at(std::uint64_t offset);
-    /// The first entry that names a place behind this one.
+    /// The first entry that names a place after this one.
     [[nodiscard]] const BlocItem* after(std::uint64_t offset);
     /// The first entry with this identifier.
     [[nodiscard]] const BlocItem* of(std::uint32_t id);
@@ -30,7 +30,7 @@ class Hints {
     const std::vector<BlocItem>* entries_;
     std::vector<BlocItem> sorted_;
     std::size_t cursor_ = 0;
-    toolbox::BlockLookup lookup_;
+    BlockLookup lookup_;
 };
 
-}  // namespace tbfile
+}  // namespace toolbox

@@ -1,10 +1,11 @@
-#include "hints.h"
+// The entries of an index by place and by identifier.
+#include "file/walk/index_places.h"
 
 #include <algorithm>
 
-namespace tbfile {
+namespace toolbox {
 
-Hints::Hints(const Index* index) : entries_(&sorted_) {
+IndexPlaces::IndexPlaces(const MasterIndex* index) : entries_(&sorted_) {
     if (!index) return;
     entries_ = &index->entries;
     if (index->ascending) return;
@@ -13,7 +14,7 @@ Hints::Hints(const Index* index) : entries_(&sorted_) {
     entries_ = &sorted_;
 }
 
-const BlocItem* Hints::from(std::uint64_t offset) {
+const BlocItem* IndexPlaces::from(std::uint64_t offset) {
     const auto& entries = *entries_;
     constexpr std::size_t kSteps = 8;
     if (cursor_ > 0 && entries[cursor_ - 1].offset >= offset) cursor_ = 0;
@@ -29,18 +30,18 @@ const BlocItem* Hints::from(std::uint64_t offset) {
     return rest == entries.end() ? nullptr : &*rest;
 }
 
-const BlocItem* Hints::at(std::uint64_t offset) {
+const BlocItem* IndexPlaces::at(std::uint64_t offset) {
     const BlocItem* entry = from(offset);
     return entry && entry->offset == offset ? entry : nullptr;
 }
 
-const BlocItem* Hints::after(std::uint64_t offset) {
+const BlocItem* IndexPlaces::after(std::uint64_t offset) {
     return from(offset + 1);
 }
 
-const BlocItem* Hints::of(std::uint32_t id) {
+const BlocItem* IndexPlaces::of(std::uint32_t id) {
     const auto found = lookup_.find(*entries_, id);
     return found ? &(*entries_)[*found] : nullptr;
 }
 
-}  // namespace tbfile
+}  // namespace toolbox

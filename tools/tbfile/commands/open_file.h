@@ -1,10 +1,10 @@
-// A block file as the commands read it: its bytes, its map and two windows.
+// A block file as the commands read it: its bytes, its map and two readers.
 #pragma once
 
-#include "files.h"
-#include "json.h"
-#include "map.h"
-#include "terminal.h"
+#include "commands/parts.h"
+#include "system/files.h"
+#include "terminal/json.h"
+#include "terminal/terminal.h"
 
 namespace tbfile {
 
@@ -17,7 +17,7 @@ struct Entries {
 struct OpenFile {
     /// Reads the map. With Reads::everything every byte is read by the time that all of the windows
     /// is asked for.
-    explicit OpenFile(const Path& path, Window::Reads reads = Window::Reads::whatIsAsked);
+    explicit OpenFile(const Path& path, FileReader::Reads reads = FileReader::Reads::whatIsAsked);
 
     /// The index, which must be there; otherwise Failure, which names the command that helps.
     [[nodiscard]] const Index& index() const;
@@ -35,9 +35,10 @@ struct OpenFile {
 
     InputFile file;
     Progress progress;
-    Window window;
-    Window probe;
-    Map map;
+    TarvFileWalk walk;
+    const BlockFileMap& map;
+    FileReader window;
+    FileReader probe;
 };
 
 /// Says which blocks a copy does not have because an earlier one has their identifier; returns that

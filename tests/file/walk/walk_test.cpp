@@ -7,22 +7,22 @@
 #include "corpus.h"
 #include "walked.h"
 
-using namespace tbfile;
+using namespace toolbox;
 using corpus::Maker;
 using corpus::Original;
 using corpus::Record;
 
 namespace {
 
-std::vector<Found> found(const std::string& bytes) {
+std::vector<WalkFinding> found(const std::string& bytes) {
     const corpus::Walked walked(bytes);
     EXPECT_TRUE(walked.isGapless());
     return walked.blocks();
 }
 
-std::string shown(const std::vector<Found>& blocks) {
+std::string shown(const std::vector<WalkFinding>& blocks) {
     std::string text;
-    for (const Found& f : blocks)
+    for (const WalkFinding& f : blocks)
         text += " " + std::to_string(f.frame.id) + "@" + std::to_string(f.frame.offset) + "-" +
                 std::to_string(f.frame.end) + "/" + std::to_string(f.doubts);
     return text;
@@ -36,9 +36,9 @@ const Record* recordAt(const Original& original, std::uint64_t from) {
 
 /// How the blocks that were found fall short; empty when they do not.
 std::string fault(const Original& original, const std::string& damaged, bool mayInvent) {
-    const std::vector<Found> blocks = found(damaged);
+    const std::vector<WalkFinding> blocks = found(damaged);
     const auto isFound = [&](const Record& record) {
-        return std::ranges::any_of(blocks, [&](const Found& f) {
+        return std::ranges::any_of(blocks, [&](const WalkFinding& f) {
             return f.frame.offset == record.from && f.frame.end == record.to &&
                    f.frame.id == record.id;
         });
@@ -50,7 +50,7 @@ std::string fault(const Original& original, const std::string& damaged, bool may
         if (intact && !isFound(record))
             return "lost " + std::to_string(record.id) + ":" + shown(blocks);
     }
-    for (const Found& f : blocks) {
+    for (const WalkFinding& f : blocks) {
         const Record* record = recordAt(original, f.frame.offset);
         // Of what stood in a block whose head or end is gone nothing tells that it was data.
         if (!record && mayInvent && f.doubts & (kFoundBySearch | kNotIndexed)) continue;
@@ -64,7 +64,7 @@ std::string fault(const Original& original, const std::string& damaged, bool may
     return {};
 }
 
-class RecoverCorpus : public testing::TestWithParam<Original> {
+class FileWalkCorpus : public testing::TestWithParam<Original> {
   protected:
     void check(const std::string& damaged, const std::string& what, bool mayInvent = false) {
         ++cases_;
@@ -81,12 +81,12 @@ class RecoverCorpus : public testing::TestWithParam<Original> {
     int faults_ = 0;
 };
 
-TEST_P(RecoverCorpus, Whole) {
+TEST_P(FileWalkCorpus, Whole) {
     check(whole(), "whole");
-    for (const Found& f : found(whole())) EXPECT_EQ(f.doubts, 0u) << f.frame.offset;
+    for (const WalkFinding& f : found(whole())) EXPECT_EQ(f.doubts, 0u) << f.frame.offset;
 }
 
-TEST_P(RecoverCorpus, CutOff) {
+TEST_P(FileWalkCorpus, CutOff) {
     const auto cut = [&](std::size_t n) {
         // The length of a block that the file ends in may as well be what is wrong.
         check(whole().substr(0, n), "cut at " + std::to_string(n), true);
@@ -97,7 +97,7 @@ TEST_P(RecoverCorpus, CutOff) {
         cut(n + 4);
 }
 
-TEST_P(RecoverCorpus, BitFlipped) {
+TEST_P(FileWalkCorpus, BitFlipped) {
     const auto flip = [&](std::size_t at, std::size_t bit) {
         std::string bytes = whole();
         bytes[at] = static_cast<char>(bytes[at] ^ (1 << bit));
@@ -111,7 +111,7 @@ TEST_P(RecoverCorpus, BitFlipped) {
                 flip(std::min(record.from + word + bit / 8, whole().size() - 1), bit % 8);
 }
 
-TEST_P(RecoverCorpus, Torn) {
+TEST_P(FileWalkCorpus, Torn) {
     constexpr std::size_t kSector = 512;
     std::uint32_t chance = 1;
     for (std::size_t at = 0; at < whole().size(); at += 128)
@@ -128,7 +128,7 @@ TEST_P(RecoverCorpus, Torn) {
         }
 }
 
-INSTANTIATE_TEST_SUITE_P(Files, RecoverCorpus, testing::ValuesIn(corpus::originals()),
+INSTANTIATE_TEST_SUITE_P(Files, FileWalkCorpus, testing::ValuesIn(corpus::originals()),
                          [](const auto& original) {
                              std::string name = original.param.name;
                              std::ranges::replace(name, ' ', '_');
@@ -159,13 +159,13 @@ std::string repeated(const std::string& bytes, std::size_t times) {
 std::string differs(const std::string& damaged,
                     const std::vector<std::pair<std::uint32_t, unsigned>>& expected) {
     std::vector<std::pair<std::uint32_t, unsigned>> blocks;
-    for (const Found& f : found(damaged)) blocks.emplace_back(f.frame.id, f.doubts);
+    for (const WalkFinding& f : found(damaged)) blocks.emplace_back(f.frame.id, f.doubts);
     return blocks == expected ? std::string() : shown(found(damaged));
 }
 
 constexpr std::size_t kLength = 132;  ///< of a block's data: where it stands in format 210
 
-TEST(Recover, AnOverlongLengthDoesNotHideTheBlocksBehindIt) {
+TEST(FileWalk, AnOverlongLengthDoesNotHideTheBlocksBehindIt) {
     const Original never = equalBlocks(210, 7, 100);
     const Original committed = equalBlocks(210, 7, 100).commit();
     for (const std::size_t damaged : {0u, 2u, 5u})
@@ -177,7 +177,7 @@ TEST(Recover, AnOverlongLengthDoesNotHideTheBlocksBehindIt) {
         }
 }
 
-TEST(Recover, WhatLooksLikeBlocksInABlockThatTheFileEndsInIsDoubtful) {
+TEST(FileWalk, WhatLooksLikeBlocksInABlockThatTheFileEndsInIsDoubtful) {
     const std::string inner = block_kit::fileOf(210, {{5, "five"}, {6, "six"}, {7, "seven"}});
     const Original file = Maker("inner", 210).block(1, "one").block(2, inner);
     const std::size_t data = file.records[1].from + kLength + 4;
@@ -190,7 +190,7 @@ TEST(Recover, WhatLooksLikeBlocksInABlockThatTheFileEndsInIsDoubtful) {
         "");
 }
 
-TEST(Recover, AWholeBlockIsNotRepairedIntoAnother) {
+TEST(FileWalk, AWholeBlockIsNotRepairedIntoAnother) {
     // 512 bytes each, so that one bit of a length takes it to the end of another block.
     const Original never = equalBlocks(210, 7, 364);
     const Original oldest = equalBlocks(100, 7, 436);
@@ -207,7 +207,7 @@ TEST(Recover, AWholeBlockIsNotRepairedIntoAnother) {
               "");
 }
 
-TEST(Recover, ALengthThatTakesABlockToTheEndOfAnotherIsNoticed) {
+TEST(FileWalk, ALengthThatTakesABlockToTheEndOfAnotherIsNoticed) {
     for (const Original& file :
          {Original(equalBlocks(210, 9, 364)), Original(equalBlocks(150, 9, 436)),
           Original(equalBlocks(210, 9, 364).commit())})
@@ -220,7 +220,7 @@ TEST(Recover, ALengthThatTakesABlockToTheEndOfAnotherIsNoticed) {
             }
 }
 
-TEST(Recover, ABlockIsFoundWithoutTheTerminatorBeforeIt) {
+TEST(FileWalk, ABlockIsFoundWithoutTheTerminatorBeforeIt) {
     for (const std::uint32_t format : {210u, 205u, 150u, 100u}) {
         const Original file = equalBlocks(format, 9, 100);
         for (std::size_t i = 0; i + 1 < file.records.size(); ++i) {
@@ -241,7 +241,7 @@ TEST(Recover, ABlockIsFoundWithoutTheTerminatorBeforeIt) {
     }
 }
 
-TEST(Recover, AnIndexWithImpossibleEntriesDoesNotHideBlocks) {
+TEST(FileWalk, AnIndexWithImpossibleEntriesDoesNotHideBlocks) {
     const Original file = equalBlocks(210, 20, 100).commit();
     const std::size_t entries = file.records.back().to + kLength + 4;
     for (const char fill : {'\0', '?', '\xFF'}) {
@@ -260,12 +260,12 @@ TEST(Recover, AnIndexWithImpossibleEntriesDoesNotHideBlocks) {
     EXPECT_EQ(fault(file, shorter, false), "");
 }
 
-TEST(Recover, AnEntryThatNothingConfirmsIsNoCertainty) {
+TEST(FileWalk, AnEntryThatNothingConfirmsIsNoCertainty) {
     const Original file = equalBlocks(210, 5, 300).commit();
     const std::size_t inside = file.records[3].from + 200;
     const auto blocksFound = [](const std::string& bytes) {
         std::string ids;
-        for (const Found& f : found(bytes)) ids += std::to_string(f.frame.id);
+        for (const WalkFinding& f : found(bytes)) ids += std::to_string(f.frame.id);
         return ids;
     };
     std::string less = file.bytes;
@@ -278,7 +278,7 @@ TEST(Recover, AnEntryThatNothingConfirmsIsNoCertainty) {
     EXPECT_NE(blocksFound(moved).find('3'), std::string::npos) << blocksFound(moved);
 }
 
-TEST(Recover, TheHeadersFormatComesFirst) {
+TEST(FileWalk, TheHeadersFormatComesFirst) {
     const std::string inner =
         block_kit::fileOf(210, {{51, "x"}, {52, "x"}, {53, "x"}, {54, "x"}, {55, "x"}});
     const Original file = Maker("", 205).block(1, "one").block(2, inner).block(3, "three");
@@ -288,7 +288,7 @@ TEST(Recover, TheHeadersFormatComesFirst) {
 }
 
 /// Counts what is read.
-class Counted final : public Source {
+class Counted final : public FileSource {
   public:
     explicit Counted(std::string bytes) : bytes_(std::move(bytes)) {}
     [[nodiscard]] std::uint64_t size() const override { return bytes_.size(); }
@@ -310,7 +310,7 @@ std::uint64_t readFor(const std::string& bytes) {
     return source.read;
 }
 
-TEST(Recover, DamagedBytesThatLookLikeMoreThanTheyAre) {
+TEST(FileWalk, DamagedBytesThatLookLikeMoreThanTheyAre) {
     Maker hardMaker("hard", 205);
     const Original hard = corpus::addHardBlocks(hardMaker, 205);
     const Original committed = hardMaker.commit();
@@ -340,7 +340,7 @@ TEST(Recover, DamagedBytesThatLookLikeMoreThanTheyAre) {
     }
 }
 
-TEST(Recover, ReadsNoMoreForEachBlockOfALargerFile) {
+TEST(FileWalk, ReadsNoMoreForEachBlockOfALargerFile) {
     const std::string garbage = repeated({"?\0", 2}, 72);
     const auto twoPlaces = [&](const Original& file) {
         std::string bytes = changed(file, 160, garbage);
@@ -372,35 +372,36 @@ TEST(Recover, ReadsNoMoreForEachBlockOfALargerFile) {
     }
 }
 
-TEST(Window, ReadsLittleMoreThanOnceForWhoGoesThroughBlocks) {
+TEST(FileReader, ReadsLittleMoreThanOnceForWhoGoesThroughBlocks) {
     for (const std::size_t length : {0u, 27u, 65u, 422u, 880u, 1500u}) {
         const Original original = equalBlocks(210, 3000, length).commit();
         const Counted source(original.bytes);
-        Window file(source);
-        const Shape shape;
+        FileReader file(source);
+        const BlockShape shape;
         for (const Record& record : original.records) {
-            const Frame frame = frameAt(file, shape, record.from, source.size());
+            const BlockFrame frame = frameAt(file, shape, record.from, source.size());
             EXPECT_EQ(labelOf(file, shape, frame).version, 3u);
         }
         EXPECT_LT(source.read, source.size() + source.size() / 4) << length;
     }
 }
 
-TEST(Window, GivesUpWhenTheFileBecameShorter) {
-    class Short final : public Source {
+TEST(FileReader, GivesUpWhenTheFileBecameShorter) {
+    class Short final : public FileSource {
       public:
-        [[nodiscard]] std::uint64_t size() const override { return 8 * Window::kMost; }
+        [[nodiscard]] std::uint64_t size() const override { return 8 * FileReader::kMost; }
         std::size_t readAt(std::uint64_t offset, char* buffer, std::size_t n) const override {
-            if (offset >= Window::kMost) return 0;
+            if (offset >= FileReader::kMost) return 0;
             std::memset(buffer, 0, n);
             return n;
         }
     };
     const Short source;
-    Window file(source, Window::Reads::everything);
+    FileReader file(source, FileReader::Reads::everything);
     EXPECT_NE(file.at(0, 1), nullptr);
-    EXPECT_THROW(static_cast<void>(file.at(5 * Window::kMost, 1)), Shortened);
-    EXPECT_THROW(file.finish(), Shortened);
+    EXPECT_EQ(file.at(5 * FileReader::kMost, 1), nullptr);
+    EXPECT_TRUE(file.hasStopped());
+    EXPECT_FALSE(file.finish());
 }
 
 }  // namespace

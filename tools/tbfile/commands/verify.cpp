@@ -2,13 +2,11 @@
 #include <algorithm>
 #include <span>
 
-#include "commands.h"
-#include "doubts.h"
-#include "failure.h"
-#include "file/block/lookup.h"
-#include "json.h"
-#include "open_file.h"
-#include "walk.h"
+#include "commands/commands.h"
+#include "commands/doubts.h"
+#include "commands/open_file.h"
+#include "terminal/failure.h"
+#include "terminal/json.h"
 
 namespace tbfile {
 namespace {
@@ -96,8 +94,8 @@ void checkIndex(const OpenFile& open, Findings& findings) {
     if (!index->atItsPlace) findings.add({"indexMoved", Text::findIndexMoved}, at);
     if (!index->isWhole()) findings.add({"indexDamaged", Text::findIndexDamaged}, at);
     if (!index->frame.padded)
-        findings.add({"description", Text::findDescription}, at, blocks::kIndexId);
-    if (index->frame.length % blocks::kEntryBytes != 0)
+        findings.add({"description", Text::findDescription}, at, toolbox::kMasterIndexId);
+    if (index->frame.length % sizeof(BlocItem) != 0)
         findings.add({"indexLength", Text::findIndexLength}, at);
     if (!index->ascending) findings.add({"indexOrder", Text::findIndexOrder}, at);
 }
@@ -105,12 +103,23 @@ void checkIndex(const OpenFile& open, Findings& findings) {
 /// Looks at every block that the index names, in the order of the file.
 class EntryCheck {
   public:
-    /// `gaps`: what lies between the blocks is a finding too.
-    EntryCheck(OpenFile& open, Findings& findings, bool gaps)
-        : open_(open), findings_(findings), gaps_(gaps), end_(open.map.shape.start()) {}
+    EntryCheck(OpenFile& open, Findings& findings)
+        : open_(open), findings_(findings), end_(open.map.shape.start) {}
 
-    /// Whether the blocks and the indexes are all that the file has.
-    [[nodiscard]] bool isAll() const { return all_; }
+    /// Whether the file has more than the blocks and the indexes.
+    [[nodiscard]] bool hasGaps() const { return !gaps_.empty(); }
+    /// Whether something was told of the block that an entry places there.
+    [[nodiscard]] bool hasTold(std::uint64_t offset) const {
+        return std::ranges::binary_search(told_, offset);
+    }
+    /// Makes what lies between the blocks, and after them, findings.
+    void tellGaps() const {
+        const std::uint64_t size = open_.file.size();
+        for (const Gap& gap : gaps_)
+            findings_.add(gap.to == size ? Finding{"trailingBytes", Text::findTrailing}
+                                         : Finding{"gap", Text::findGap},
+                          gap.from, {}, std::to_string(gap.to));
+    }
 
     void run() {
         const Index& index = *open_.map.index;
@@ -123,14 +132,18 @@ class EntryCheck {
             for (const BlocItem& entry : sorted) check(entry);
         }
         gapUpTo(index.frame.offset);
-        if (!index.isWhole() || index.frame.end == open_.file.size()) return;
-        all_ = false;
-        if (gaps_) findings_.add({"trailingBytes", Text::findTrailing}, index.frame.end);
+        if (index.isWhole() && index.frame.end < open_.file.size())
+            gaps_.push_back({index.frame.end, open_.file.size()});
     }
 
   private:
+    struct Gap {
+        std::uint64_t from;
+        std::uint64_t to;
+    };
+
     void checkIds(const std::vector<BlocItem>& entries) {
-        toolbox::BlockLookup lookup;
+        EntryFinder lookup;
         for (std::size_t i = 0; i < entries.size(); ++i)
             if (!lookup.add(std::span(entries).first(i), entries[i].id))
                 findings_.add({"repeatedId", Text::findRepeated}, entries[i].offset, entries[i].id);
@@ -142,8 +155,7 @@ class EntryCheck {
         for (std::uint64_t at = end_; at < next;) {
             const Frame frame = frameAt(open_.window, open_.map.shape, at, next);
             if (!frame.isWhole() || !frame.isIndex()) {
-                all_ = false;
-                if (gaps_) findings_.add({"gap", Text::findGap}, at, {}, std::to_string(next));
+                gaps_.push_back({at, next});
                 return;
             }
             at = frame.end;
@@ -155,8 +167,9 @@ class EntryCheck {
         const Frame frame = frameAt(open_.window, open_.map.shape, entry.offset, open_.file.size());
         const auto add = [&](const Finding& finding) {
             findings_.add(finding, entry.offset, entry.id);
+            if (told_.empty() || told_.back() != entry.offset) told_.push_back(entry.offset);
         };
-        if (entry.offset < open_.map.shape.start() || !frame.hasHead)
+        if (entry.offset < open_.map.shape.start || !frame.hasHead)
             return add({"outside", Text::findOutside});
         if (frame.id != entry.id) return add({"otherId", Text::findOtherId});
         if (!frame.fits) return add({"tooLong", Text::findTooLong});
@@ -170,72 +183,106 @@ class EntryCheck {
 
     OpenFile& open_;
     Findings& findings_;
-    bool gaps_;
     std::uint64_t end_;  ///< of what was looked at
-    bool all_ = true;
+    std::vector<Gap> gaps_;
+    std::vector<std::uint64_t> told_;  ///< ascending places
 };
 
-/// Tells of what the index does not name.
-class Unnamed final : public Walker {
+/// Tells what a walk finds: everything that the check of the entries has not told already.
+class WalkCheck {
   public:
-    Unnamed(const OpenFile& open, Findings& findings)
-        : open_(open), findings_(findings), hints_(open.map.index ? &*open.map.index : nullptr) {}
+    WalkCheck(const OpenFile& open, const EntryCheck* entries, Findings& findings)
+        : open_(open), entries_(entries), findings_(findings) {}
 
-    void block(const Found& found) override {
-        ++blocks_;
-        if (found.evidence == Evidence::index || found.doubts & kOtherId) return;
-        const Frame& frame = found.frame;
-        const auto add = [&](const Finding& finding, const std::string& more = {}) {
-            findings_.add(finding, frame.offset, frame.id, more);
-        };
-        if (open_.map.index) add({"notIndexed", Text::findNotIndexed});
-        if (found.doubts & kTerminatorWrong) add({"terminator", Text::findTerminator});
-        if (!frame.padded) add({"description", Text::findDescription});
-        // What the index does not name is told of already.
-        if (open_.map.index) return;
-        for (const DoubtName& name : kDoubts)
-            if (found.doubts & name.doubt & ~kTerminatorWrong)
-                add({name.json, Text::findDoubtful}, say(name.text));
-    }
-    void index(const Frame&) override {}
-    void loss(const Loss& loss) override {
-        // What the index names was looked at already.
-        if (loss.kind == LossKind::indexBlock || hints_.at(loss.from)) return;
-        findings_.add({loss.kind == LossKind::cutOff ? "cutOff" : "strayBytes",
-                       loss.kind == LossKind::cutOff ? Text::findCutOff : Text::findStray},
-                      loss.from, loss.id, std::to_string(loss.to));
+    void take(const WalkFinding& found) {
+        if (found.kind == WalkFinding::Kind::block)
+            block(found);
+        else if (found.kind == WalkFinding::Kind::index)
+            index(found.frame);
+        else
+            loss(found);
     }
     [[nodiscard]] std::size_t blocks() const { return blocks_; }
 
   private:
+    void block(const WalkFinding& found) {
+        ++blocks_;
+        const Frame& frame = found.frame;
+        const auto add = [&](const Finding& finding, const std::string& more = {}) {
+            findings_.add(finding, frame.offset, frame.id, more);
+        };
+        const bool isNamed = found.evidence == Evidence::index || found.doubts & toolbox::kOtherId;
+        if (!isNamed) {
+            if (open_.map.index) add({"notIndexed", Text::findNotIndexed});
+            if (found.doubts & toolbox::kTerminatorWrong) add({"terminator", Text::findTerminator});
+            if (!frame.padded) add({"description", Text::findDescription});
+        }
+        // What is wrong with an entry's place is told already. That the index does not name a block
+        // leaves nothing certain about it.
+        if (isNamed ? entries_->hasTold(frame.offset) : open_.map.index.has_value()) return;
+        for (const DoubtName& name : kDoubts)
+            if (found.doubts & name.doubt & ~(isNamed ? 0u : +toolbox::kTerminatorWrong))
+                add({name.json, Text::findDoubtful},
+                    say(name.text, {std::to_string(found.indexId)}));
+    }
+    /// An index is told of when it is damaged in a way that a walk sees through.
+    void index(const Frame& frame) {
+        if (!frame.isIndex()) findings_.add({"otherId", Text::findOtherId}, frame.offset, frame.id);
+    }
+    void loss(const WalkFinding& found) {
+        // The current index was looked at already.
+        if (open_.map.index && found.from == open_.map.index->frame.offset) return;
+        if (entries_ && entries_->hasTold(found.from)) return;
+        const bool isCutOff = found.kind == WalkFinding::Kind::cutOff;
+        findings_.add(
+            {isCutOff ? "cutOff" : "strayBytes", isCutOff ? Text::findCutOff : Text::findStray},
+            found.from, found.id, std::to_string(found.to));
+    }
+
     const OpenFile& open_;
+    const EntryCheck* entries_;
     Findings& findings_;
-    Hints hints_;
     std::size_t blocks_ = 0;
 };
 
+/// What the index leaves open is told by a walk.
+std::size_t walkThrough(OpenFile& open, EntryCheck* entries, Findings& findings) {
+    const std::uint64_t before = findings.count();
+    WalkCheck check(open, entries, findings);
+    open.walk.run([&](const WalkFinding& found) {
+        check.take(found);
+        return true;
+    });
+    // A gap that a walk makes nothing of is a gap all the same.
+    if (entries && findings.count() == before) entries->tellGaps();
+    return check.blocks();
+}
+
 int verifyFile(const Options& options) {
     OpenFile open(options.input,
-                  options.quick ? Window::Reads::whatIsAsked : Window::Reads::everything);
+                  options.quick ? FileReader::Reads::whatIsAsked : FileReader::Reads::everything);
+    const auto expectWhole = [&](bool isWhole) {
+        if (!isWhole) throw Failure(Text::shortened, {nameOf(options.input)});
+    };
     Findings findings(options.json);
     checkHeader(open, findings);
     std::size_t count = 0;
     if (!open.map.header.has(HeaderFault::tooShort)) {
         checkIndex(open, findings);
-        bool all = false;
+        std::optional<EntryCheck> entries;
         if (open.map.index) {
             count = open.map.index->entries.size();
-            EntryCheck check(open, findings, options.quick);
-            check.run();
-            all = open.map.index->isWhole() && findings.count() == 0 && check.isAll();
+            entries.emplace(open, findings);
+            entries->run();
+            expectWhole(!open.window.hasStopped());
         }
-        // A walk tells what the index does not name.
-        if (!options.quick && !all) {
-            Unnamed unnamed(open, findings);
-            Walk(open.window, open.probe, open.map, unnamed).run();
-            count = unnamed.blocks();
-        }
-        open.window.finish();
+        expectWhole(open.window.finish());
+        const bool all =
+            entries && open.map.index->isWhole() && findings.count() == 0 && !entries->hasGaps();
+        if (options.quick && entries)
+            entries->tellGaps();
+        else if (!options.quick && !all)
+            count = walkThrough(open, entries ? &*entries : nullptr, findings);
     }
     findings.finish(count, options.input);
     return findings.count() == 0 ? kSound : kFindings;
@@ -244,11 +291,7 @@ int verifyFile(const Options& options) {
 }  // namespace
 
 int verify(const Options& options) {
-    try {
-        return verifyFile(options);
-    } catch (const Shortened&) {
-        throw Failure(Text::shortened, {nameOf(options.input)});
-    }
+    return verifyFile(options);
 }
 
 }  // namespace tbfile

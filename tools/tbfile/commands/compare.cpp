@@ -4,10 +4,10 @@
 #include <cstring>
 #include <map>
 
-#include "commands.h"
-#include "file/block/lookup.h"
-#include "json.h"
-#include "open_file.h"
+#include "commands/commands.h"
+#include "commands/days.h"
+#include "commands/open_file.h"
+#include "terminal/json.h"
 #include "toolbox/utf8.h"
 
 namespace tbfile {
@@ -91,8 +91,8 @@ std::uint64_t firstDifference(OpenFile& a, const Frame& inA, OpenFile& b, const 
     const std::uint64_t length = std::min(inA.length, inB.length);
     for (std::uint64_t done = 0; done < length;) {
         const auto n = static_cast<std::size_t>(std::min(kPiece, length - done));
-        const char* left = a.window.at(inA.offset + a.map.shape.layout().head() + done, n);
-        const char* right = b.window.at(inB.offset + b.map.shape.layout().head() + done, n);
+        const char* left = a.window.at(inA.offset + a.map.shape.head + done, n);
+        const char* right = b.window.at(inB.offset + b.map.shape.head + done, n);
         if (!left || !right) return done;
         if (std::memcmp(left, right, n) != 0) {
             const auto* other = std::mismatch(left, left + n, right).first;
@@ -160,8 +160,8 @@ std::map<Which, BlocItem> numbered(const std::vector<BlocItem>& repeated) {
 
 void compareFirsts(OpenFile& a, const std::vector<BlocItem>& inA, OpenFile& b,
                    const std::vector<BlocItem>& inB, Differences& differences) {
-    toolbox::BlockLookup findA;
-    toolbox::BlockLookup findB;
+    EntryFinder findA;
+    EntryFinder findB;
     for (const BlocItem& entry : inA) {
         const auto other = findB.find(inB, entry.id);
         if (other)

@@ -199,8 +199,7 @@ class Reader {
     LoadedProject loaded_;
 };
 
-Reader::Reader(const char* name, const StoreProgress& progress)
-    : name_(name), progress_(progress) {
+Reader::Reader(const char* name, const StoreProgress& progress) : name_(name), progress_(progress) {
     const bool opened = file_.open(name) == 1;
     isWhole_ = opened && file_.getHeader()->getDescription() == kFileDescription;
     if (opened || !APIFile::Exists(name)) return;

@@ -137,10 +137,10 @@ std::optional<std::uint64_t> Walker::correctHeld() {
     return std::nullopt;
 }
 
-/// A block, more than a text and ones, that ends where the blocks go on: its predecessor's terminator
-/// is destroyed.
+/// A block, more than a text and ones, that ends where the blocks go on: its predecessor's
+/// terminator is destroyed.
 std::optional<BlockFrame> Walker::blockBefore(std::uint64_t from, std::uint64_t stop,
-                                                std::uint64_t end) {
+                                              std::uint64_t end) {
     const auto last = blockEndingAt(file_, probe_, shape_, from, stop, end);
     return last && isDistinct(*last) ? last : std::nullopt;
 }

@@ -91,8 +91,9 @@ class Walker::Gap {
     Walker& walk_;
     const Break& at_;
     const Resumption& resumption_;
-    std::uint64_t reported_;               ///< what lies before it is reported
-    std::optional<std::uint32_t> id_;  ///< of the block that is damaged at reported_, where it is known
+    std::uint64_t reported_;  ///< what lies before it is reported
+    std::optional<std::uint32_t>
+        id_;        ///< of the block that is damaged at reported_, where it is known
     bool mayMiss_;  ///< there may be blocks that a search from terminators does not find
 };
 

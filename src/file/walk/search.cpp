@@ -27,8 +27,8 @@ std::optional<std::uint64_t> findHead(FileReader& file, const BlockShape& shape,
                                       std::uint64_t stop, std::uint64_t end, IsOne isOne) {
     const std::uint32_t head = shape.head;
     while (from < stop && from < end && end - from >= shape.around()) {
-        const auto n =
-            static_cast<std::size_t>(std::min<std::uint64_t>({FileReader::kMost, end - from, stop - from + head}));
+        const auto n = static_cast<std::size_t>(
+            std::min<std::uint64_t>({FileReader::kMost, end - from, stop - from + head}));
         const char* bytes = file.at(from, n);
         if (!bytes) return std::nullopt;
         const std::uint64_t last =

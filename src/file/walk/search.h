@@ -49,8 +49,8 @@ struct Resumption {
 [[nodiscard]] Resumption resume(FileReader& file, FileReader& probe, const BlockShape& shape,
                                 std::uint64_t from, std::uint64_t limit);
 
-/// The first block that begins between `from` and `stop` and ends where `end` is, whatever stands before it: the
-/// terminator that it follows may be destroyed.
+/// The first block that begins between `from` and `stop` and ends where `end` is, whatever stands
+/// before it: the terminator that it follows may be destroyed.
 [[nodiscard]] std::optional<BlockFrame> blockEndingAt(FileReader& file, FileReader& probe,
                                                       const BlockShape& shape, std::uint64_t from,
                                                       std::uint64_t stop, std::uint64_t end);

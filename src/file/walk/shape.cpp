@@ -115,8 +115,8 @@ BlockShape searchShape(FileReader& file, FileReader& probe, const BlockFileHeade
 }  // namespace
 
 BlockShape findShape(FileReader& file, FileReader& probe, const BlockFileHeader& header) {
-    const bool known = header.isReadable() && !header.has(HeaderFault::format) &&
-                       !isAmongOnes(file, header);
+    const bool known =
+        header.isReadable() && !header.has(HeaderFault::format) && !isAmongOnes(file, header);
     if (!known) return searchShape(file, probe, header);
     if (explains(file, probe, header)) return header.shape;
     for (const std::uint32_t format : kFormats)

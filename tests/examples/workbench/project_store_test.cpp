@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cstring>
 #include <fstream>
 #include <functional>
@@ -250,6 +251,18 @@ TEST_F(ProjectStore, FindsEverythingBehindALargeHole) {
         for (const Beam& beam : loaded.project.beams())
             ASSERT_TRUE(beam == *project.beam(beam.id)) << beam.name;
     }
+}
+
+TEST_F(ProjectStore, LoadsAnyBytesInLinearTime) {
+    // The start of a block wherever one may begin: quadratic work would take minutes.
+    VarRecord pattern;
+    pattern << -1 << static_cast<int>(kFirstBeamBlock) << 500000 << 0;
+    std::string content = bytes().substr(0, kHeaderSize);
+    while (content.size() < 512 * 1024) content.append(pattern.getPData(), pattern.getLen());
+    setBytes(content);
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(load().error, kDamaged);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
 }
 
 TEST_F(ProjectStore, NoticesEveryBitThatFlips) {

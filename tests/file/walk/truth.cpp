@@ -2,11 +2,11 @@
 // damaged files. Run by hand:
 //
 //     walk_truth [FILES_OF_EACH_KIND [SHOWN]]
+#include "truth.h"
+
 #include <cstdio>
 #include <cstdlib>
 #include <random>
-
-#include "truth.h"
 
 int main(int count, char** arguments) {
     const int each = count > 1 ? std::atoi(arguments[1]) : 200;

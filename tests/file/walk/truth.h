@@ -99,7 +99,7 @@ inline Truth truthOf(const Original& original, const Damaged& damaged) {
 }
 
 /// Kinds of damage; `chance` chooses where and how much.
-inline constexpr const char* kDamages[] = {"flip",   "insert", "delete", "swap",  "zero sector",
+inline constexpr const char* kDamages[] = {"flip",     "insert", "delete",  "swap", "zero sector",
                                            "truncate", "ones",   "garbage", "word"};
 
 template <class Chance>
@@ -111,18 +111,30 @@ void damage(Damaged& file, const Original& original, std::size_t kind, Chance&& 
     const std::size_t count = original.records.size();
     constexpr std::size_t kSector = 512;
     switch (kind) {
-        case 0: file.set(at, static_cast<char>(file.bytes[at] ^ (1 << chance(8)))); break;
-        case 1: file.insert(at, std::string(1 + chance(8), static_cast<char>(chance(256)))); break;
-        case 2: file.erase(at, 1 + chance(8)); break;
+        case 0:
+            file.set(at, static_cast<char>(file.bytes[at] ^ (1 << chance(8))));
+            break;
+        case 1:
+            file.insert(at, std::string(1 + chance(8), static_cast<char>(chance(256))));
+            break;
+        case 2:
+            file.erase(at, 1 + chance(8));
+            break;
         case 3:
             if (count >= 2) {
                 const std::size_t i = chance(count - 1);
                 file.swap(record(i).from, record(i + 1).from, record(i + 1).to);
             }
             break;
-        case 4: file.fill(at / kSector * kSector, kSector, '\0'); break;
-        case 5: file.erase(at, size - at); break;
-        case 6: file.fill(at, 1 + chance(200), '\xFF'); break;
+        case 4:
+            file.fill(at / kSector * kSector, kSector, '\0');
+            break;
+        case 5:
+            file.erase(at, size - at);
+            break;
+        case 6:
+            file.fill(at, 1 + chance(200), '\xFF');
+            break;
         case 7:
             for (std::size_t i = at; i < std::min(size, at + 1 + chance(200)); ++i)
                 file.set(i, static_cast<char>(chance(256)));
@@ -130,8 +142,8 @@ void damage(Damaged& file, const Original& original, std::size_t kind, Chance&& 
         default:  // a word of a block's head, where the lengths are
             if (count > 0) {
                 const std::size_t word = record(chance(count)).from + 4 * chance(35);
-                const std::uint32_t value = chance(3) ? static_cast<std::uint32_t>(chance(400))
-                                                      : 0xFFFFFFFFu >> chance(20);
+                const std::uint32_t value =
+                    chance(3) ? static_cast<std::uint32_t>(chance(400)) : 0xFFFFFFFFu >> chance(20);
                 for (std::size_t i = 0; i < 4 && word + i < size; ++i)
                     file.set(word + i, static_cast<char>(value >> 8 * i));
             }

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <map>
-#include <optional>
+#include <utility>
 
 #include "crc32.h"
 #include "toolbox/block_files.h"
+#include "toolbox/file_walk.h"
 
 namespace {
 
@@ -157,37 +157,9 @@ class Writer {
     std::size_t done_ = 0;
 };
 
-/// Where blocks may begin, by their identifiers.
-using Places = std::map<unsigned long, std::vector<unsigned long>>;
-
-bool isOurs(unsigned long block) {
-    return block == kProjectBlock || (block >= kFirstBeamBlock && block < kBehindLabelBlocks);
-}
-
-/// Adds the places that a search finds: behind the header, and behind what may be a block's end.
-void search(APIFile& file, Places& places) {
-    constexpr Number kEnd = 0xFFFFFFFF;
-    constexpr unsigned long kHeaderSize = 160;
-    constexpr unsigned long long kSizeMax = 0x7FFFFFFF;  // of a block file
-    std::array<char, 1u << 16> piece{};
-    unsigned long long size = 0;
-    if (!file.size(size) || !file.SeekToBegin()) return;
-    size = std::min(size, kSizeMax);
-    Number before = 0;
-    for (unsigned long at = 0; at + sizeof before <= size;) {
-        const auto wanted =
-            static_cast<unsigned long>(std::min<unsigned long long>(piece.size(), size - at));
-        if (!file.read(piece.data(), wanted)) return;
-        VarRecord words;
-        words.setData(wanted, piece.data());
-        for (unsigned long i = 0; i + sizeof before <= wanted;
-             i += sizeof before, at += sizeof before) {
-            const Number word = takeNumber(words);
-            if ((before == kEnd || at == kHeaderSize) && isOurs(word)) places[word].push_back(at);
-            before = word;
-        }
-    }
-}
+/// Items with the block that each was in.
+template <class Item>
+using Found = std::vector<std::pair<unsigned long, Item>>;
 
 /// The project of a file, whole or not.
 class Reader {
@@ -204,11 +176,12 @@ class Reader {
     /// What is left, wherever it is.
     void recover();
     template <class Item>
-    void recoverAll(const Places& places, unsigned long first, unsigned long behind);
+    void take(const toolbox::WalkFinding& found, Found<Item>& items);
     template <class Item>
-    [[nodiscard]] std::optional<Item> recovered(unsigned long id,
-                                                const std::vector<unsigned long>& places);
+    void keepFirst(Found<Item>& items);
 
+    template <class Item>
+    [[nodiscard]] bool keepAll(std::vector<Item> items);
     template <class Item>
     bool keep(Item item);
     [[nodiscard]] const Beam* same(const Beam& beam) const { return loaded_.project.beam(beam.id); }
@@ -218,6 +191,7 @@ class Reader {
     [[nodiscard]] std::vector<unsigned long> indexed();
     void tellProgress();
 
+    const char* name_;
     TarvFileRead file_;
     bool isWhole_ = false;  // header and index were found
     bool hasCounts_ = false;
@@ -225,7 +199,7 @@ class Reader {
     LoadedProject loaded_;
 };
 
-Reader::Reader(const char* name, const StoreProgress& progress) : progress_(progress) {
+Reader::Reader(const char* name, const StoreProgress& progress) : name_(name), progress_(progress) {
     const bool opened = file_.open(name) == 1;
     isWhole_ = opened && file_.getHeader()->getDescription() == kFileDescription;
     if (opened || !APIFile::Exists(name)) return;
@@ -263,15 +237,23 @@ void Reader::tellProgress() {
     if (progress_ && done % kProgressEvery == 0) progress_(done, loaded_.expected);
 }
 
+/// Keeps items in the order of their identifiers: a project takes the last of them quickly.
+template <class Item>
+bool Reader::keepAll(std::vector<Item> items) {
+    std::ranges::stable_sort(items, {}, &Item::id);
+    bool all = true;
+    for (Item& item : items) all = keep(std::move(item)) && all;
+    return all;
+}
+
 template <class Item>
 bool Reader::loadAll(unsigned long first, Number count) {
+    std::vector<Item> items;
     for (Number i = 0; i < count; ++i) {
         TarvBlocFile block;
-        Item item;
-        if (!file_.getBloc(first + i, block) || !taken(block, item) || !keep(std::move(item)))
-            return false;
+        if (!file_.getBloc(first + i, block) || !taken(block, items.emplace_back())) return false;
     }
-    return true;
+    return keepAll(std::move(items));
 }
 
 bool Reader::loadWhole() {
@@ -289,40 +271,52 @@ bool Reader::loadWhole() {
            loadAll<Label>(kFirstLabelBlock, counts.labels);
 }
 
-/// Of several places the first that holds a whole one.
+/// Takes an item from a block that the walk found; its checksum tells whether it is one.
 template <class Item>
-std::optional<Item> Reader::recovered(unsigned long id, const std::vector<unsigned long>& places) {
-    for (const unsigned long place : places) {
-        TarvBlocFile block;
-        Item item;
-        if (block.read(id, file_, place, 0) && taken(block, item)) return item;
-    }
-    return std::nullopt;
+void Reader::take(const toolbox::WalkFinding& found, Found<Item>& items) {
+    TarvBlocFile block;
+    Item item;
+    if (block.read(found.frame.id, file_, static_cast<unsigned long>(found.from), 0) &&
+        taken(block, item))
+        items.emplace_back(found.frame.id, std::move(item));
 }
 
+/// Of several blocks with one identifier the first counts.
 template <class Item>
-void Reader::recoverAll(const Places& places, unsigned long first, unsigned long behind) {
-    for (auto block = places.lower_bound(first); block != places.lower_bound(behind); ++block)
-        if (auto item = recovered<Item>(block->first, block->second)) keep(std::move(*item));
+void Reader::keepFirst(Found<Item>& found) {
+    std::ranges::stable_sort(found, {}, &std::pair<unsigned long, Item>::first);
+    const auto rest = std::ranges::unique(found, {}, &std::pair<unsigned long, Item>::first);
+    std::vector<Item> items;
+    for (auto each = found.begin(); each != rest.begin(); ++each)
+        items.push_back(std::move(each->second));
+    static_cast<void>(keepAll(std::move(items)));
 }
 
 void Reader::recover() {
     loaded_.project = {};
-    const std::vector<unsigned long> ids = indexed();
-    Places places;
-    for (const unsigned long id : ids) places[id].push_back(file_.getIndex()->getOffset(id));
-    search(*file_.getFile(), places);
+    Found<Counts> counts;
+    Found<Beam> beams;
+    Found<Label> labels;
+    const toolbox::SystemFileSource source(name_);
+    TarvFileWalk(source).run([&](const toolbox::WalkFinding& found) {
+        const unsigned long id = found.frame.id;
+        if (found.kind != toolbox::WalkFinding::Kind::block) return true;
+        if (id == kProjectBlock) take(found, counts);
+        if (id >= kFirstBeamBlock && id < kFirstLabelBlock) take(found, beams);
+        if (id >= kFirstLabelBlock && id < kBehindLabelBlocks) take(found, labels);
+        return true;
+    });
 
-    const auto counts = recovered<Counts>(kProjectBlock, places[kProjectBlock]);
-    hasCounts_ = counts.has_value();
+    hasCounts_ = !counts.empty();
+    const std::vector<unsigned long> ids = indexed();
     const auto expected = [&](unsigned long first, unsigned long behind, Number counted) {
         return std::max<std::size_t>(countBetween(ids, first, behind), counted);
     };
-    const Counts known = counts.value_or(Counts{});
+    const Counts known = hasCounts_ ? counts.front().second : Counts{};
     loaded_.expected = expected(kFirstBeamBlock, kFirstLabelBlock, known.beams) +
                        expected(kFirstLabelBlock, kBehindLabelBlocks, known.labels);
-    recoverAll<Beam>(places, kFirstBeamBlock, kFirstLabelBlock);
-    recoverAll<Label>(places, kFirstLabelBlock, kBehindLabelBlocks);
+    keepFirst(beams);
+    keepFirst(labels);
 }
 
 LoadedProject Reader::load() {

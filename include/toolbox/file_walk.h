@@ -53,6 +53,8 @@ struct BlockFileMap {
     /// proven: by a whole index where the header says, most of whose entries hold, or, without
     /// an index, by several blocks in a row after the header.
     BlockShape shape;
+    /// Where the blocks begin: after the header, which may have lost bytes.
+    std::uint64_t start = 0;
     std::optional<MasterIndex> index;
 
     /// The header names another format version than that of the blocks.
@@ -77,7 +79,7 @@ enum Doubt : unsigned {
 };
 
 /// One thing that a walk meets. The findings come in the order of the file; none overlaps another,
-/// and together they cover every byte after the header.
+/// and together they cover every byte from the start that the map names.
 struct WalkFinding {
     /// What it is.
     enum class Kind {

@@ -53,7 +53,7 @@ std::uint64_t Walker::resumeAfterWhole(const Break& at) {
     const bool amongOnes = last && wordAt(last) == kBlockTerminator;
     if (amongOnes && isAlone(at) && reportRepaired(at, at.limit)) return at.limit;
     const Resumption& resumption = search(frame.offset, at.limit);
-    if (resumption.leadsOver(frame.end)) return resumeAt(at, resumption);
+    if (displaces(frame, resumption)) return resumeAt(at, resumption);
     report(findingOf(frame, kUnfollowed), at.hint);
     return frame.end;
 }
@@ -137,6 +137,25 @@ std::optional<std::uint64_t> Walker::correctHeld() {
     return std::nullopt;
 }
 
+/// A block, more than a text and ones, that ends where the blocks go on: its predecessor's
+/// terminator is destroyed.
+std::optional<BlockFrame> Walker::blockBefore(std::uint64_t from, std::uint64_t stop,
+                                              std::uint64_t end) {
+    const auto last = blockEndingAt(file_, probe_, shape_, from, stop, end);
+    return last && isDistinct(*last) ? last : std::nullopt;
+}
+
+/// Whether blocks that lead to a certain place begin within a block. Others do not displace one
+/// whose frame holds together: they may be its data.
+bool Walker::displaces(const BlockFrame& frame, const Resumption& resumption) {
+    if (resumption.at < frame.end) return true;
+    if (frame.plausible && frame.isWhole()) return false;
+    // A few bytes were lost, and the next block begins shortly before the end.
+    constexpr std::uint64_t kNear = 1024;
+    const std::uint64_t from = std::max(frame.offset + 1, frame.end - std::min(frame.end, kNear));
+    return blockBefore(from, frame.end, resumption.at).has_value();
+}
+
 /// As resume(). The last answer serves again as long as nothing of it lies after.
 const Resumption& Walker::search(std::uint64_t from, std::uint64_t limit) {
     if (from >= searchedFrom_ && limit == searchedTo_ && from < searched_.first()) return searched_;
@@ -151,7 +170,8 @@ std::uint64_t Walker::resumeBySearch(const Break& at) {
     const Resumption& resumption = search(frame.offset, at.limit);
     // The index names the next block where this one's length says; that one is damaged too.
     if (at.hint && at.hint->id == frame.id && frame.fits && frame.plausible &&
-        places_.at(frame.end) && !resumption.leadsOver(frame.end)) {
+        places_.at(frame.end) && !resumption.leadsOver(frame.end) &&
+        !displaces(frame, resumption)) {
         report(findingOf(frame, kTerminatorWrong), at.hint);
         return frame.end;
     }

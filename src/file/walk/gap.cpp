@@ -18,7 +18,13 @@ class Walker::Gap {
 
     /// Reports what was found there, and what is lost between.
     void report() {
-        for (const Run& run : resumption_.unproven) reportRun(run);
+        // What was found within a block that ends where the blocks go on is its data.
+        const bool mayHide = mayMiss_ && !resumption_.unproven.empty();
+        const auto last =
+            mayHide ? walk_.blockBefore(reported_, resumption_.at, resumption_.at) : std::nullopt;
+        const bool isBlock = last && walk_.mayBeUnproven(at_, *last);
+        for (const Run& run : resumption_.unproven)
+            if (!isBlock || run.start < last->offset) reportRun(run);
         reportBetween(resumption_.at);
         loseUpTo(resumption_.at);
     }
@@ -39,7 +45,7 @@ class Walker::Gap {
     /// destroyed. What was found within their data is theirs.
     void reportBetween(std::uint64_t stop) {
         if (!mayMiss_ || reported_ >= stop) return;
-        auto last = blockEndingAt(walk_.file_, walk_.probe_, walk_.shape_, reported_, stop);
+        auto last = blockEndingAt(walk_.file_, walk_.probe_, walk_.shape_, reported_, stop, stop);
         if (last && !walk_.mayBeUnproven(at_, *last)) last.reset();
         reportSingles(last ? last->offset : stop, stop);
         if (last && last->offset >= reported_) reportOne(*last);
@@ -85,8 +91,9 @@ class Walker::Gap {
     Walker& walk_;
     const Break& at_;
     const Resumption& resumption_;
-    std::uint64_t reported_;               ///< what lies before it is reported
-    std::optional<std::uint32_t> id_;  ///< of the block that is damaged at reported_, where it is known
+    std::uint64_t reported_;  ///< what lies before it is reported
+    std::optional<std::uint32_t>
+        id_;        ///< of the block that is damaged at reported_, where it is known
     bool mayMiss_;  ///< there may be blocks that a search from terminators does not find
 };
 
@@ -109,7 +116,7 @@ bool Walker::mayBeUnproven(const Break& at, const BlockFrame& frame) {
     if (!isIndexed(frame.offset)) return true;
     const BlocItem* entry = places_.at(frame.offset);
     if (!entry) entry = places_.of(frame.id);
-    return entry && entry->offset > at.frame.offset && entry->offset < at.limit;
+    return entry && entry->offset >= at.frame.offset && entry->offset < at.limit;
 }
 
 }  // namespace toolbox

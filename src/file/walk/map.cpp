@@ -161,12 +161,34 @@ bool isDisguisedIndex(FileReader& file, const BlockShape& shape, const BlockFram
     return speaksOf(file, shape, index);
 }
 
+namespace {
+
+/// Where the blocks begin: earlier than usual where bytes of a damaged header are missing.
+std::uint64_t findStart(FileReader& file, const BlockShape& shape, const BlockFileHeader& header) {
+    constexpr std::uint32_t kMissing = 64;
+    if (header.isReadable() && !header.has(HeaderFault::format)) return shape.start;
+    const auto isBlock = [&](std::uint64_t at) {
+        const BlockFrame frame = frameAt(file, shape, at, file.size());
+        return frame.isWhole() && frame.plausible;
+    };
+    if (isBlock(shape.start)) return shape.start;
+    for (std::uint64_t at = shape.start - 1; at > shape.start - kMissing; --at) {
+        const char* end = file.at(at - 4, 4);
+        if (end && wordAt(end) == kBlockTerminator && isBlock(at)) return at;
+    }
+    return shape.start;
+}
+
+}  // namespace
+
 BlockFileMap readMap(FileReader& file, FileReader& probe) {
     BlockFileMap map;
     map.header = readHeader(file);
     map.shape = map.header.shape;
+    map.start = map.shape.start;
     if (file.size() <= blocks::kOldHeaderBytes) return map;
     map.shape = findShape(file, probe, map.header);
+    map.start = findStart(file, map.shape, map.header);
     map.index = indexAt(file, map.shape, map.header.indexOffset);
     if (map.index) {
         takeLater(file, map.shape, *map.index);

@@ -27,8 +27,8 @@ std::optional<std::uint64_t> findHead(FileReader& file, const BlockShape& shape,
                                       std::uint64_t stop, std::uint64_t end, IsOne isOne) {
     const std::uint32_t head = shape.head;
     while (from < stop && from < end && end - from >= shape.around()) {
-        const auto n =
-            static_cast<std::size_t>(std::min<std::uint64_t>(FileReader::kMost, end - from));
+        const auto n = static_cast<std::size_t>(
+            std::min<std::uint64_t>({FileReader::kMost, end - from, stop - from + head}));
         const char* bytes = file.at(from, n);
         if (!bytes) return std::nullopt;
         const std::uint64_t last =
@@ -126,13 +126,13 @@ Resumption resume(FileReader& file, FileReader& probe, const BlockShape& shape, 
 
 std::optional<BlockFrame> blockEndingAt(FileReader& file, FileReader& probe,
                                         const BlockShape& shape, std::uint64_t from,
-                                        std::uint64_t end) {
+                                        std::uint64_t stop, std::uint64_t end) {
     const auto isOne = [&](const char* head, std::uint64_t room) {
         if (lengthIn(head, shape) != room) return false;
         const bool zeros = room == 0 && wordAt(head) == 0 && head[kWord] == 0;
         return !zeros && isPaddedHead(head, shape);
     };
-    const auto place = findHead(file, shape, from, end, end, isOne);
+    const auto place = findHead(file, shape, from, stop, end, isOne);
     if (!place) return std::nullopt;
     const BlockFrame frame = frameAt(probe, shape, *place, end);
     return frame.isWhole() && frame.plausible ? std::optional(frame) : std::nullopt;

@@ -49,11 +49,11 @@ struct Resumption {
 [[nodiscard]] Resumption resume(FileReader& file, FileReader& probe, const BlockShape& shape,
                                 std::uint64_t from, std::uint64_t limit);
 
-/// The first block from `from` on that ends where `end` is, whatever stands before it: the
-/// terminator that it follows may be destroyed.
+/// The first block that begins between `from` and `stop` and ends where `end` is, whatever stands
+/// before it: the terminator that it follows may be destroyed.
 [[nodiscard]] std::optional<BlockFrame> blockEndingAt(FileReader& file, FileReader& probe,
                                                       const BlockShape& shape, std::uint64_t from,
-                                                      std::uint64_t end);
+                                                      std::uint64_t stop, std::uint64_t end);
 
 /// The first whole block that begins between `from` and `stop` and ends at `end` at the latest,
 /// whatever stands around it. Zeros or ones do not count as the head of one.

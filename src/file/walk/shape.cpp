@@ -115,13 +115,16 @@ BlockShape searchShape(FileReader& file, FileReader& probe, const BlockFileHeade
 }  // namespace
 
 BlockShape findShape(FileReader& file, FileReader& probe, const BlockFileHeader& header) {
-    const bool known = header.isReadable() && !header.has(HeaderFault::format) &&
-                       !isAmongOnes(file, header);
+    const bool known =
+        header.isReadable() && !header.has(HeaderFault::format) && !isAmongOnes(file, header);
     if (!known) return searchShape(file, probe, header);
     if (explains(file, probe, header)) return header.shape;
     for (const std::uint32_t format : kFormats)
         if (isProven(file, BlockShape(format), header)) return named(header, format);
-    return header.shape;
+    // A terminator is all that tells format version 100; it may be another word of a header that
+    // has lost or gained bytes.
+    const bool isOldest = header.shape.format == blocks::kOldestFormat;
+    return isOldest ? searchShape(file, probe, header) : header.shape;
 }
 
 }  // namespace toolbox

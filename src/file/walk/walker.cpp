@@ -19,7 +19,7 @@ Walker::Walker(FileReader& file, FileReader& probe, const BlockFileMap& map,
 
 bool Walker::run() {
     const auto isEnded = [&] { return ended_ || file_.hasStopped() || probe_.hasStopped(); };
-    for (std::uint64_t at = shape_.start; at < file_.size() && !isEnded();) at = step(at);
+    for (std::uint64_t at = map_.start; at < file_.size() && !isEnded();) at = step(at);
     reportHeld();
     return !isEnded();
 }

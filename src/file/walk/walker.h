@@ -68,6 +68,9 @@ class Walker {
     [[nodiscard]] const Resumption& search(std::uint64_t from, std::uint64_t limit);
     [[nodiscard]] std::uint64_t resumeAt(const Break& at, const Resumption& resumption);
     [[nodiscard]] std::optional<std::uint64_t> endWithin(const BlockFrame& frame);
+    [[nodiscard]] std::optional<BlockFrame> blockBefore(std::uint64_t from, std::uint64_t stop,
+                                                        std::uint64_t end);
+    [[nodiscard]] bool displaces(const BlockFrame& frame, const Resumption& resumption);
     [[nodiscard]] bool leadsTo(std::uint64_t at, std::uint64_t limit);
     [[nodiscard]] bool reportRepaired(const Break& at, std::uint64_t end);
     [[nodiscard]] bool isCutOff(const BlockFrame& frame, std::uint64_t limit);

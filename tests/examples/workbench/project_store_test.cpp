@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cstring>
 #include <fstream>
 #include <functional>
@@ -250,6 +251,36 @@ TEST_F(ProjectStore, FindsEverythingBehindALargeHole) {
         for (const Beam& beam : loaded.project.beams())
             ASSERT_TRUE(beam == *project.beam(beam.id)) << beam.name;
     }
+}
+
+TEST_F(ProjectStore, LoadsAnyBytesInLinearTime) {
+    // The start of a block wherever one may begin: quadratic work would take minutes.
+    VarRecord pattern;
+    pattern << -1 << static_cast<int>(kFirstBeamBlock) << 500000 << 0;
+    std::string content = bytes().substr(0, kHeaderSize);
+    while (content.size() < 512 * 1024) content.append(pattern.getPData(), pattern.getLen());
+    setBytes(content);
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(load().error, kNotAProject);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+}
+
+TEST_F(ProjectStore, LoadsBeamsWhoseIdentifiersDescend) {
+    constexpr std::uint32_t kCount = 20000;
+    ASSERT_EQ(saveProject(sampleProject(kCount, {"IPE 300"}), file.c_str(), created, {}), 0);
+    change([](TarvBlocFile& block) {
+        if (block.getID() == kProjectBlock) return;
+        std::string data = dataOf(block);
+        VarRecord id;
+        id << static_cast<int>(kCount - (block.getID() - kFirstBeamBlock));
+        setData(block, data.replace(0, 4, id.getPData(), 4));
+    });
+    const auto start = std::chrono::steady_clock::now();
+    const LoadedProject loaded = load();
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+    EXPECT_EQ(loaded.error, 0);
+    ASSERT_EQ(loaded.loaded, kCount);
+    EXPECT_EQ(loaded.project.beams().front().id, 1u);
 }
 
 TEST_F(ProjectStore, NoticesEveryBitThatFlips) {

@@ -5,6 +5,7 @@
 #include <map>
 
 #include "corpus.h"
+#include "truth.h"
 #include "walked.h"
 
 using namespace toolbox;
@@ -370,6 +371,64 @@ TEST(FileWalk, ReadsNoMoreForEachBlockOfALargerFile) {
         EXPECT_LT(ofIndexed(2 * kFew, noTerminators), 3 * ofIndexed(kFew, noTerminators)) << length;
         EXPECT_LT(ofIndexed(2 * kFew, otherIds), 3 * ofIndexed(kFew, otherIds)) << length;
     }
+}
+
+TEST(FileWalk, LosesAndInventsNothingInTheDamageThatMatters) {
+    std::uint32_t seed = 7;
+    const auto chance = [&](std::size_t below) {
+        seed = seed * 1664525 + 1013904223;
+        return (seed >> 8) % below;
+    };
+    // All but bytes of chance: those can make an index without entries into a block.
+    for (const std::size_t kind : {0u, 1u, 3u, 4u, 5u, 6u, 8u})
+        for (const Original& original : corpus::originals())
+            for (int i = 0; i < 5; ++i) {
+                corpus::Damaged file(original);
+                corpus::damage(file, original, kind, chance);
+                const corpus::Truth truth = corpus::truthOf(original, file);
+                EXPECT_TRUE(truth.lost.empty() && truth.invented.empty())
+                    << original.name << ", " << corpus::kDamages[kind] << i << truth.told;
+            }
+}
+
+std::uint32_t formatOf(const std::string& bytes) {
+    const corpus::Bytes source(bytes);
+    return TarvFileWalk(source).map().shape.format;
+}
+
+TEST(FileWalk, AHeaderThatLooksUndamagedIsBelieved) {
+    // Length 12 read as 16 makes a whole block of format version 150.
+    const Original one = Maker("", 205).block(1, "twelve bytes").commit();
+    const std::string longer = changed(one, one.records[0].from + 68, block_kit::word(16));
+    EXPECT_EQ(formatOf(longer), 205u);
+    EXPECT_FALSE(corpus::Walked(longer).isSound());
+    // The only block, its head damaged, holds a file of another format.
+    const std::string inner = block_kit::fileOf(210, {{51, "x"}, {52, "x"}, {53, "x"}});
+    const Original holder = Maker("", 205).block(1, inner).commit();
+    const std::string headless = changed(holder, 160 + 10, std::string(62, '?'));
+    EXPECT_EQ(formatOf(headless), 205u);
+    // Its first sector is zeroed: the index at the end tells the layout.
+    const std::string torn =
+        changed(Maker("", 205).block(1, "a").block(2, inner).commit(), 0, std::string(512, '\0'));
+    EXPECT_EQ(formatOf(torn), 200u);  // laid out like 205
+}
+
+TEST(FileWalk, ASupersededIndexDoesNotDisplaceWholeBlocks) {
+    Maker maker("", 210);
+    corpus::addHardBlocks(maker, 210).commit();
+    const std::size_t old = Original(maker).records.back().to;
+    const Original twice = maker.block(21, std::string(300, '\xFF')).block(22, "late").commit();
+    EXPECT_EQ(fault(twice, changed(twice, old + kLength, block_kit::word(0xFFFFFFFF)), false), "");
+}
+
+TEST(FileWalk, EndsWhenAskedTo) {
+    const Original file = equalBlocks(210, 20, 100).commit();
+    const corpus::Bytes source(file.bytes);
+    int told = 0;
+    EXPECT_EQ(TarvFileWalk(source).run([&](const WalkFinding&) { return ++told < 3; }), 0);
+    EXPECT_EQ(told, 3);
+    const TarvFileWalk stopped(source, [](std::uint64_t) { return false; });
+    EXPECT_EQ(stopped.run([](const WalkFinding&) { return true; }), 0);
 }
 
 TEST(FileReader, ReadsLittleMoreThanOnceForWhoGoesThroughBlocks) {

@@ -16,7 +16,7 @@ class Walked {
     explicit Walked(const std::string& bytes) : Walked(Bytes(bytes)) {}
     explicit Walked(const toolbox::FileSource& source) {
         const TarvFileWalk walk(source);
-        const std::uint64_t start = walk.map().shape.start;
+        const std::uint64_t start = walk.map().start;
         std::uint64_t told = start;
         isGapless_ = walk.run([&](const toolbox::WalkFinding& found) {
             findings_.push_back(found);

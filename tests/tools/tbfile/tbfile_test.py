@@ -243,6 +243,16 @@ class Verify(Tbfile):
                 with self.subTest(what=what, quick=quick):
                     self.assertLessEqual(expected, self.findings(name, *quick))
 
+    def test_verify_and_recover_tell_what_a_walk_doubts(self):
+        content = bytearray(made(210, [Block(7, b"\xff" * 150, "ones")]))
+        content[292] ^= 0x80
+        self.assertEqual({("lengthRepaired", 160)}, self.findings(self.write("a.tbf", content)))
+        whole = made(210, BLOCKS)
+        for at, bytes_ in [(135, b"x"), (BlockFile(whole).blocks[0].offset + 100, b"x"), (4, words(1))]:
+            name = self.write("a.tbf", whole[:at] + bytes_ + whole[at + len(bytes_):])
+            self.findings(name)
+            self.json("recover", name, "out.tbf", "--force", status=1)
+
     def test_places(self):
         whole = made(210, BLOCKS)
         index = BlockFile(whole).index_offset

@@ -46,6 +46,7 @@ class TB_API FileSource {
 /// part that the device cannot read counts as absent.
 class TB_API SystemFileSource final : public FileSource {
   public:
+    /// Opens the file; error() tells how that went.
     explicit SystemFileSource(const char* name);
     ~SystemFileSource() override;
     SystemFileSource(const SystemFileSource&) = delete;
@@ -84,9 +85,10 @@ class TB_API FileReader {
     /// With Reads::everything reads up to the end. False when the reader has stopped.
     bool finish();
 
+    /// Of the source, in bytes.
     [[nodiscard]] std::uint64_t size() const { return size_; }
     /// Whether Progress asked for an end, or, with Reads::everything, the source became shorter
-    /// than it was. A stopped reader gives nothing any more.
+    /// than it was. A stopped reader gives nothing more.
     [[nodiscard]] bool hasStopped() const { return stopped_; }
 
     static constexpr std::size_t kMost = 256 * 1024;  ///< bytes that at() can give at once
@@ -138,7 +140,7 @@ struct TB_API BlockShape {
 /// What stands at a place, taken for a block: what surrounds its data, and whether it holds
 /// together.
 struct BlockFrame {
-    std::uint64_t offset = 0;
+    std::uint64_t offset = 0;  ///< its first byte
     std::uint64_t end = 0;     ///< where its length says that it ends
     std::uint32_t id = 0;      ///< 0 when the file ends within the head
     std::uint32_t length = 0;  ///< of the data
@@ -150,15 +152,17 @@ struct BlockFrame {
     /// a file can have. Data rarely looks so.
     bool plausible = false;
 
+    /// It is all there, up to its terminator.
     [[nodiscard]] bool isWhole() const { return fits && terminated; }
+    /// Its identifier is that of the master index.
     [[nodiscard]] bool isIndex() const { return id == kMasterIndexId; }
 };
 
 /// The texts and numbers of a whole frame. What the format version does not have is 0.
 struct BlockLabel {
-    std::string description;  ///< Windows-1252
-    std::uint32_t version = 0;
-    std::uint32_t recordVersion = 0;
+    std::string description;          ///< Windows-1252
+    std::uint32_t version = 0;        ///< of the block
+    std::uint32_t recordVersion = 0;  ///< of the record in it
 };
 
 /// What stands at `offset`, taken for a block that must end at `limit` at the latest. Reads its
@@ -176,14 +180,15 @@ enum class HeaderFault { tooShort, terminator, format, description, date };
 
 /// The header of a block file, as far as it can be read.
 struct TB_API BlockFileHeader {
-    std::uint32_t version = 0;
-    std::uint32_t mask = 0;
+    std::uint32_t version = 0;            ///< the format version as it stands there
+    std::uint32_t mask = 0;               ///< bit 0: see wholeWords()
     std::string description;              ///< Windows-1252
     std::array<std::int32_t, 3> dates{};  ///< creation, time stamp, net: day numbers, -1 for none
-    std::uint32_t indexOffset = 0;
-    BlockShape shape;  ///< what the header says
-    std::vector<HeaderFault> faults;
+    std::uint32_t indexOffset = 0;        ///< where the master index is said to be; 0: nowhere
+    BlockShape shape;                     ///< what the header says
+    std::vector<HeaderFault> faults;      ///< each at most once
 
+    /// Whether it has that fault.
     [[nodiscard]] bool has(HeaderFault fault) const;
     /// TarvFileRead accepts it.
     [[nodiscard]] bool isReadable() const {
@@ -214,8 +219,8 @@ class TB_API EntryFinder {
   public:
     EntryFinder();
     ~EntryFinder();
-    EntryFinder(EntryFinder&&) noexcept;
-    EntryFinder& operator=(EntryFinder&&) noexcept;
+    EntryFinder(EntryFinder&&) noexcept;             ///< the other may only be assigned to then
+    EntryFinder& operator=(EntryFinder&&) noexcept;  ///< the same
 
     /// Position of the first entry with this identifier.
     [[nodiscard]] std::optional<std::uint32_t> find(std::span<const BlocItem> entries,

@@ -32,7 +32,7 @@ namespace toolbox {
 
 /// The master index of a file, damaged or not.
 struct MasterIndex {
-    BlockFrame frame;
+    BlockFrame frame;         ///< the block that holds it
     bool atItsPlace = false;  ///< where the header says
     /// In the order of the index. Of a damaged one those that may be right.
     std::vector<BlocItem> entries;
@@ -47,7 +47,7 @@ struct MasterIndex {
 
 /// What a file's header and master index say of it, wherever the index is found.
 struct BlockFileMap {
-    BlockFileHeader header;
+    BlockFileHeader header;  ///< as it stands in the file, faults included
     /// How the blocks really lie. A header whose format version is known and that ends with its
     /// terminator is believed, unless no block anywhere lies as it says and another layout is
     /// proven: by a whole index where the header says, most of whose entries hold, or, without
@@ -55,7 +55,7 @@ struct BlockFileMap {
     BlockShape shape;
     /// Where the blocks begin: after the header, which may have lost bytes.
     std::uint64_t start = 0;
-    std::optional<MasterIndex> index;
+    std::optional<MasterIndex> index;  ///< the current one, where there is one to be found
 
     /// The header names another format version than that of the blocks.
     [[nodiscard]] bool formatDiffers() const { return shape.format != header.shape.format; }
@@ -90,9 +90,9 @@ struct WalkFinding {
         damagedIndex,  ///< a master index that is damaged
     };
 
-    Kind kind = Kind::damaged;
-    std::uint64_t from = 0;  ///< its first byte
-    std::uint64_t to = 0;    ///< the byte after its last
+    Kind kind = Kind::damaged;  ///< what it is
+    std::uint64_t from = 0;     ///< its first byte
+    std::uint64_t to = 0;       ///< the byte after its last
     /// Of the block that begins there, where it is known.
     std::optional<std::uint32_t> id;
 

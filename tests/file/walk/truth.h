@@ -63,13 +63,17 @@ class Damaged {
     [[nodiscard]] bool isWrittenBlock(const toolbox::BlockFrame& frame,
                                       const Original& original) const {
         return std::ranges::any_of(original.records, [&](const Record& record) {
-            return from_[frame.offset] == record.from || from_[frame.end - 1] == record.to - 1;
+            return origin(frame.offset) == record.from || origin(frame.end - 1) == record.to - 1;
         });
     }
 
     std::string bytes;
 
   private:
+    [[nodiscard]] std::size_t origin(std::uint64_t at) const {
+        return from_[static_cast<std::size_t>(at)];
+    }
+
     std::vector<std::size_t> from_;
 };
 

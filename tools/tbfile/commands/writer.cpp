@@ -23,7 +23,7 @@ Label usualIndexLabel() {
 
 Writer::Writer(OutputFile& output, std::size_t expected) : output_(output) {
     entries_.reserve(expected);
-    gathered_.assign(position_, '\0');
+    gathered_.assign(Shape().start, '\0');  // where the header will stand
 }
 
 void Writer::begin(std::uint32_t id, std::uint64_t bytes) {

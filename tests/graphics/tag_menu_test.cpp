@@ -4,7 +4,6 @@
 #include <string>
 
 #include "picture_window.h"
-#include "support/window_kit.h"
 #include "toolbox/messages.h"
 
 namespace {

@@ -95,6 +95,7 @@ TEST_F(Commands, AreForgottenAndForgetAsTheirUsersEnd) {
         Command gone(30, 0, 1, 1);
         context.add(&gone);
         tool.add(&gone);
+        context.setEnableStatus(0);
         EXPECT_EQ(context.getSel(), &gone);
     }
     EXPECT_EQ(context.getSel(), nullptr);
@@ -107,7 +108,7 @@ TEST_F(Commands, AreForgottenAndForgetAsTheirUsersEnd) {
         other.add(&a);
     }
     EXPECT_EQ(a.setCheckStatus(1), 1) << "of no context again";
-    EXPECT_EQ(b.setEnableStatus(0), 1);
+    EXPECT_EQ(b.setEnableStatus(1), 1);
 }
 
 class Manager : public ::testing::Test {

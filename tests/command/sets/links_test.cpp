@@ -150,14 +150,21 @@ TEST_F(Links, LeaveTheLastWordToTheCallback) {
     };
     EXPECT_EQ(a.sheets.connectTo(&x), 0) << "linked elsewhere by the callback";
     EXPECT_EQ(takeTold(), "A+x x+B B+x A-x ");
+    a.afterChange = nullptr;
+    x.afterChange = [this](int connected) {
+        if (!connected) x.book.connectTo(&b);
+    };
+    EXPECT_EQ(x.book.disconnect(), 0) << "linked again by the callback";
+    EXPECT_EQ(takeTold(), "x-B x+B ");
     EXPECT_EQ(sheetsOf(b), "x");
+    x.afterChange = nullptr;
     b.afterChange = [this](int connected) {
         if (!connected) b.sheets.connectTo(&x);
     };
-    EXPECT_EQ(b.sheets.disconnect(&x), 0) << "linked again by the callback";
+    EXPECT_EQ(b.sheets.disconnect(&x), 0);
     EXPECT_EQ(b.sheets.disconnectAll(), 1) << "and comes to an end";
     EXPECT_EQ(sheetsOf(b), "x");
-    a.afterChange = b.afterChange = nullptr;
+    b.afterChange = nullptr;
 }
 
 /// Callbacks that link, unlink and delete at random, over and over.

@@ -88,16 +88,16 @@ TEST_F(ToolDialog, SendsItsClicksToTheFrameAndFollowsTheCommands) {
 }
 
 TEST_F(ToolDialog, IsShownWithAndWithoutActivation) {
+    const struct {
+        int visible, activate;
+        bool active;
+    } steps[] = {{1, 0, false}, {1, 1, false}, {0, 0, false}, {1, 1, true}};  // nothing twice
     SetActiveWindow(frame);
-    EXPECT_EQ(palette->setVisibleStatus(1, 0), 1);
-    EXPECT_TRUE(palette->isVisible());
-    EXPECT_EQ(GetActiveWindow(), frame);
-    EXPECT_EQ(palette->setVisibleStatus(1, 1), 1);
-    EXPECT_EQ(GetActiveWindow(), frame) << "visible already: nothing is done";
-    EXPECT_EQ(palette->setVisibleStatus(0, 0), 1);
-    EXPECT_FALSE(palette->isVisible());
-    EXPECT_EQ(palette->setVisibleStatus(1, 1), 1);
-    EXPECT_EQ(GetActiveWindow(), dialog);
+    for (const auto& step : steps) {
+        EXPECT_EQ(palette->setVisibleStatus(step.visible, step.activate), 1);
+        EXPECT_EQ(palette->isVisible(), step.visible);
+        EXPECT_EQ(GetActiveWindow(), step.active ? dialog : frame);
+    }
 }
 
 TEST_F(ToolDialog, AnswersNothingWithoutWindow) {

@@ -186,7 +186,8 @@ TEST_F(Manager, DeletesWhatItOwnsAndLeavesTheRest) {
     owned->setSel(&mine);
     manager.reset();
     EXPECT_FALSE(mine.isChecked());
-    EXPECT_EQ(tool.getNumCommand() + set.getNumCommand(), 0);
+    EXPECT_EQ(tool.getNumCommand(), 0);
+    EXPECT_EQ(set.getNumCommand(), 0);
     EXPECT_EQ(living, 1);
     EXPECT_EQ(Tool::getGCOMMBase(), nullptr);
 }

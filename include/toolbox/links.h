@@ -97,7 +97,7 @@ class One {
         if (leaving.gone()) return 1;
         if (peer_ == old) return 0;
         if (leaving.note) leaving.note->disconnect(owner_);  // which is there, and not told yet
-        return 1;
+        return leaving.gone() || peer_ != old;
     }
 
     /// The object it is linked to, or null.
@@ -205,7 +205,7 @@ class Many {
         if (leaving.gone()) return 1;
         if (isInSet(other)) return 0;
         if (leaving.note) leaving.note->disconnect();  // which is there, and not told yet
-        return 1;
+        return leaving.gone() || !isInSet(other);
     }
     /// 1 also for an index out of range, which does nothing.
     int disconnect(int index) {

@@ -4,35 +4,16 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "support/text_fakes.h"
+#include "told_tool.h"
 #include "toolbox/command_manager.h"
 
 namespace {
-
-/// Keeps what it is told: "c7=1" for a check status, "e7=0" for an enable status.
-class ToldTool : public Tool {
-  public:
-    using Tool::Tool;
-    const int* getClassType() const override { return nullptr; }
-    int setVisibleStatus(int, int) override { return 0; }
-    int isVisible() const override { return 0; }
-    int setCommandCheckStatus(int id, int status) override { return tell('c', id, status); }
-    int setCommandEnableStatus(int id, int status) override { return tell('e', id, status); }
-
-    std::string take() { return std::exchange(told_, {}); }
-
-  private:
-    int tell(char what, int id, int status) {
-        told_ += what + std::to_string(id) + "=" + std::to_string(status) + " ";
-        return 1;
-    }
-    std::string told_;
-};
 
 /// A command that reports its end.
 struct Counted : Command {
@@ -62,66 +43,54 @@ class Commands : public ::testing::Test {
     Command a{10, 4, 1, 1}, b{20, 0, 0, 1};
 };
 
-TEST_F(Commands, ExcludeOneAnotherInAContext) {
+TEST_F(Commands, TellTheirToolsOfChangesAndExcludeOneAnother) {
+    const struct {
+        std::function<int()> operation;
+        int result;
+        const char* told;
+        int selected, enabledSelected;
+    } steps[] = {
+        {[&] { return b.setCheckStatus(1); }, 1, "c10=0 c20=1 ", 20, 20},
+        {[&] { return b.setCheckStatus(1); }, 1, "", 20, 20},
+        {[&] { return b.setCheckStatus(0); }, 1, "c20=0 ", 0, 0},
+        {[&] { return a.setCheckStatus(1); }, 1, "c10=1 ", 10, 10},
+        {[&] { return a.setEnableStatus(1); }, 1, "", 10, 10},
+        {[&] { return a.setEnableStatus(0); }, 1, "e10=0 ", 10, 0},
+        {[&] { return b.setCheckStatus(1); }, 1, "c10=0 c20=1 ", 20, 20},
+        // Refused while the command or the context is disabled.
+        {[&] { return a.setCheckStatus(1); }, 0, "", 20, 20},
+        {[&] { return context.setSel(&a); }, 0, "", 20, 20},
+        {[&] { return context.setEnableStatus(0); }, 1, "e20=0 ", 20, 0},
+        {[&] { return a.setEnableStatus(1); }, 1, "e10=1 ", 20, 0},
+        {[&] { return context.setSel(&a); }, 0, "", 20, 0},
+        {[&] { return context.setSel(nullptr); }, 0, "", 20, 0},
+        {[&] { return context.setEnableStatus(1); }, 1, "e20=1 ", 20, 20},
+        {[&] { return context.setEnableStatus(1); }, 1, "", 20, 20},
+        {[&] { return context.setSel(&a); }, 1, "c20=0 c10=1 ", 10, 10},
+        // A tool that does not show a command, a command without context.
+        {[&] { return tool.add(&a); }, 0, "", 10, 10},
+        {[&] { return tool.add(nullptr); }, 0, "", 10, 10},
+        {[&] { return tool.remove(&b); }, 1, "", 10, 10},
+        {[&] { return tool.remove(&b); }, 0, "", 10, 10},
+        {[&] { return b.setCheckStatus(1); }, 1, "c10=0 ", 20, 20},
+        {[&] { return context.add(&a); }, 0, "", 20, 20},
+        {[&] { return context.remove(&a); }, 1, "", 20, 20},
+        {[&] { return context.remove(&a); }, 0, "", 20, 20},
+        {[&] { return a.setCheckStatus(1); }, 1, "c10=1 ", 20, 20},
+        {[&] { return context.remove(&b); }, 1, "", 0, 0},
+    };
     EXPECT_EQ(context.getSel(), &a) << "checked when it was added";
-    EXPECT_EQ(b.setCheckStatus(1), 1);
-    EXPECT_EQ(tool.take(), "c10=0 c20=1 ");
-    EXPECT_EQ(context.getSelID(), 20);
-    EXPECT_FALSE(a.isChecked());
-
-    EXPECT_EQ(b.setCheckStatus(1), 1);
-    EXPECT_EQ(tool.take(), "") << "nothing changed";
-    EXPECT_EQ(b.setCheckStatus(0), 1);
-    EXPECT_EQ(tool.take(), "c20=0 ");
-    EXPECT_EQ(context.getSel(), nullptr);
-    EXPECT_EQ(context.getSelID(), 0);
-    EXPECT_EQ(context.getEnabledSelID(), 0);
-}
-
-TEST_F(Commands, TellTheirToolsOfChangesOnly) {
-    EXPECT_EQ(a.setEnableStatus(1), 1);
-    EXPECT_EQ(tool.take(), "");
-    EXPECT_EQ(a.setEnableStatus(0), 1);
-    EXPECT_EQ(tool.take(), "e10=0 ");
-    EXPECT_EQ(context.getSelID(), 10) << "a disabled selection stays";
-    EXPECT_EQ(context.getEnabledSel(), nullptr);
-    EXPECT_EQ(context.getEnabledSelID(), 0);
+    for (const auto& step : steps) {
+        SCOPED_TRACE(&step - steps);
+        EXPECT_EQ(step.operation(), step.result);
+        EXPECT_EQ(tool.take(), step.told);
+        EXPECT_EQ(context.getSelID(), step.selected);
+        EXPECT_EQ(context.getEnabledSelID(), step.enabledSelected);
+    }
     EXPECT_EQ(a.getAttribute(6), 4);
-
-    EXPECT_EQ(tool.add(&a), 0);
-    EXPECT_EQ(tool.add(nullptr), 0);
-    EXPECT_EQ(tool.remove(&b), 1);
-    EXPECT_EQ(tool.remove(&b), 0);
-    b.setCheckStatus(1);
-    EXPECT_EQ(tool.take(), "c10=0 ") << "it does not show b any more";
 }
 
-TEST_F(Commands, AreRefusedWhileTheyOrTheirContextAreDisabled) {
-    b.setEnableStatus(0);
-    tool.take();
-    EXPECT_EQ(context.setSel(&b), 0);
-    EXPECT_EQ(b.setCheckStatus(1), 0);
-    EXPECT_EQ(context.setEnableStatus(0), 1);
-    EXPECT_EQ(tool.take(), "e10=0 ");
-    b.setEnableStatus(1);
-    tool.take();
-    EXPECT_EQ(context.setSel(&b), 0);
-    EXPECT_EQ(context.setSel(nullptr), 0);
-    EXPECT_EQ(context.getSel(), &a);
-    EXPECT_EQ(tool.take(), "");
-    EXPECT_EQ(context.setEnableStatus(1), 1);
-    EXPECT_EQ(tool.take(), "e10=1 ");
-    EXPECT_EQ(context.setEnableStatus(1), 1);
-    EXPECT_EQ(context.setSel(&b), 1);
-    EXPECT_EQ(tool.take(), "c10=0 c20=1 ");
-}
-
-TEST_F(Commands, LeaveAContextAsTheirUsersEnd) {
-    EXPECT_EQ(context.add(&a), 0);
-    EXPECT_EQ(context.remove(&a), 1);
-    EXPECT_EQ(tool.take(), "c10=0 ");
-    EXPECT_EQ(context.remove(&a), 0);
-    EXPECT_EQ(context.getSel(), nullptr);
+TEST_F(Commands, AreForgottenAndForgetAsTheirUsersEnd) {
     {
         Command gone(30, 0, 1, 1);
         context.add(&gone);
@@ -130,16 +99,13 @@ TEST_F(Commands, LeaveAContextAsTheirUsersEnd) {
         EXPECT_EQ(context.getSel(), &gone);
     }
     EXPECT_EQ(context.getSel(), nullptr);
-    EXPECT_EQ(context.getNumCommand(), 1);
+    EXPECT_EQ(context.getNumCommand(), 2);
     EXPECT_EQ(tool.getNumCommand(), 2);
-
     {
         ToldTool second(2);
         second.add(&b);
-    }
-    {
-        Context second(6);
-        second.add(&a);
+        Context other(6);
+        other.add(&a);
     }
     EXPECT_EQ(a.setCheckStatus(1), 1) << "of no context again";
     EXPECT_EQ(b.setEnableStatus(1), 1);
@@ -220,7 +186,8 @@ TEST_F(Manager, DeletesWhatItOwnsAndLeavesTheRest) {
     owned->setSel(&mine);
     manager.reset();
     EXPECT_FALSE(mine.isChecked());
-    EXPECT_EQ(tool.getNumCommand() + set.getNumCommand(), 0);
+    EXPECT_EQ(tool.getNumCommand(), 0);
+    EXPECT_EQ(set.getNumCommand(), 0);
     EXPECT_EQ(living, 1);
     EXPECT_EQ(Tool::getGCOMMBase(), nullptr);
 }

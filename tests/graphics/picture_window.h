@@ -4,14 +4,32 @@
 #include <utility>
 
 #include "support/picture.h"
+#include "support/window_kit.h"
 #include "toolbox/graphics.h"
 
 using toolbox::testing::Picture;
 
+/// One at a time.
 class PictureWindow {
   public:
-    PictureWindow();
-    ~PictureWindow();
+    PictureWindow() {
+        theWindow = this;
+        WNDCLASSA type{};
+        type.style = CS_DBLCLKS;
+        type.lpfnWndProc = procedure;
+        type.lpszClassName = "PictureWindow";
+        RegisterClassA(&type);  // once; later calls fail
+        window_ = CreateWindowExA(WS_EX_TOPMOST, "PictureWindow", "", WS_POPUP | WS_VISIBLE, 150,
+                                  120, kWidth, kHeight, nullptr, nullptr, nullptr, nullptr);
+        SetForegroundWindow(window_);
+        moveTo(1, 1);
+    }
+    ~PictureWindow() {
+        mouse_ = nullptr;
+        DestroyWindow(window_);
+        toolbox::testing::pumpMessages();
+        theWindow = nullptr;
+    }
     PictureWindow(const PictureWindow&) = delete;
     PictureWindow& operator=(const PictureWindow&) = delete;
 
@@ -22,21 +40,49 @@ class PictureWindow {
     [[nodiscard]] Picture picture() const { return toolbox::testing::pictureOf(window_); }
 
     // Real input, and what comes of it is handled before they return.
-    void moveTo(int x, int y);
-    void button(DWORD mouseEvent);  ///< MOUSEEVENTF_LEFTDOWN...
+    void moveTo(int x, int y) { toolbox::testing::moveMouse(window_, {x, y}); }
+    void button(DWORD event) { toolbox::testing::mouseButton(event); }
 
     /// What the last message that was the gesture's, or a command, came to.
     MouseDragger::State state = MouseDragger::Idle;
-    POINT start{-1, -1};
-    POINT end{-1, -1};
+    POINT start{-1, -1}, end{-1, -1};
     int moves = 0;     ///< mouse moves handled
     UINT command = 0;  ///< of the last WM_COMMAND
 
   private:
-    static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    LRESULT handle(TarvMess& message);
-    void paint();
+    static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+        TarvMess record(window, message, wParam, lParam, 0);
+        if (theWindow) return theWindow->handle(record);
+        return DefWindowProcA(window, message, wParam, lParam);
+    }
+    LRESULT handle(TarvMess& message) {
+        if (message.message == WM_MOUSEMOVE) ++moves;
+        if (message.message == WM_COMMAND) command = LOWORD(message.wParam);
+        if (message.message == WM_PAINT) paint();
+        if (mouse_) {
+            const MouseDragger::State now = mouse_->drag(message, start, end);
+            if (message.handled || message.message == WM_COMMAND) state = now;
+            if (message.handled) return 0;
+        }
+        return DefWindowProcA(message.hwnd, message.message, message.wParam, message.lParam);
+    }
+    /// Bands of colours, so that every figure crosses several.
+    void paint() {
+        constexpr COLORREF kColours[] = {RGB(255, 255, 255), RGB(0, 0, 0), RGB(200, 40, 90),
+                                         RGB(0, 0, 255), RGB(17, 130, 60)};
+        PAINTSTRUCT painting;
+        const HDC dc = BeginPaint(window_, &painting);
+        constexpr int kBand = 23;
+        for (int i = 0; i * kBand < kWidth; ++i) {
+            const RECT band{i * kBand, 0, (i + 1) * kBand, kHeight};
+            SetDCBrushColor(dc, kColours[i % std::ssize(kColours)]);
+            FillRect(dc, &band, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+        }
+        EndPaint(window_, &painting);
+    }
 
+    static constexpr int kWidth = 300, kHeight = 200;
+    static inline PictureWindow* theWindow = nullptr;
     HWND window_;
     MouseDragger* mouse_ = nullptr;
 };

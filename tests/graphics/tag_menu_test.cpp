@@ -1,10 +1,9 @@
-// The menu of tag objects: its texts in both languages, and the command that its choice sends.
+// The menu of tag objects: its commands in both languages, and the one that its choice sends.
 #include <gtest/gtest.h>
 
 #include <string>
 
 #include "picture_window.h"
-#include "support/window_kit.h"
 #include "toolbox/messages.h"
 
 namespace {
@@ -17,12 +16,11 @@ int ticks;  // since the menu is open
 
 std::string describe(HMENU menu) {
     std::string text;
-    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
-        char item[64] = "";
-        GetMenuStringA(menu, static_cast<UINT>(i), item, sizeof item, MF_BYPOSITION);
-        text += std::to_string(static_cast<int>(GetMenuItemID(menu, i))) + item + '\n';
-    }
-    return text;
+    for (int i = 0; i < GetMenuItemCount(menu); ++i)
+        text += std::to_string(static_cast<int>(GetMenuItemID(menu, i))) + ' ';
+    char second[64] = "";
+    GetMenuStringA(menu, 1, second, sizeof second, MF_BYPOSITION);
+    return text + second;
 }
 
 /// Reads the open menu and chooses its second item; closes it when that takes seconds.
@@ -38,34 +36,26 @@ void CALLBACK chooseSecond(HWND owner, UINT, UINT_PTR, DWORD) {
 }
 
 TEST(TagMenu, ShowsItsCommandsAndSendsTheChosenOne) {
-    const auto line = [](toolbox::TagCommand command, const char* text) {
-        return std::to_string(command) + text + '\n';
-    };
-    const struct {
-        GMSG::Language language;
-        const char *edit, *remove, *left, *center, *right, *none, *border;
-    } cases[] = {{GMSG::French, "&Modifier...", "&Supprimer", "Aligner \340 &gauche", "&Centrer",
-                  "Aligner \340 &droite", "Sa&ns bordure", "Avec &bordure"},
-                 {GMSG::English, "&Edit...", "&Delete", "Align &left", "&Center", "Align &right",
-                  "&No border", "&Border"}};
+    std::string commands;
+    using namespace toolbox;
+    for (const UINT each :
+         {0u + TagEdit, 0u + TagDelete, 0u, 0u + TagAlignLeft, 0u + TagAlignCenter,
+          0u + TagAlignRight, 0u, 0u + TagNoBorder, 0u + TagBorder})
+        commands += std::to_string(each) + ' ';
     PictureWindow window;
     VoidDragger dragger(nullptr);
     MouseDragger mouse(dragger);
-    for (const auto& c : cases) {
-        GMSG::language = c.language;
+    for (const auto& [language, second] :
+         {std::pair{GMSG::French, "&Supprimer"}, std::pair{GMSG::English, "&Delete"}}) {
+        GMSG::language = language;
         ticks = 0;
         window.command = 0;
         SetTimer(window.handle(), 1, 10, chooseSecond);
         EXPECT_EQ(mouse.handlePopupMenu(window.handle(), {20, 30}), 1);
         KillTimer(window.handle(), 1);
         toolbox::testing::pumpMessages();
-        EXPECT_EQ(shown, line(toolbox::TagEdit, c.edit) + line(toolbox::TagDelete, c.remove) +
-                             "0\n" + line(toolbox::TagAlignLeft, c.left) +
-                             line(toolbox::TagAlignCenter, c.center) +
-                             line(toolbox::TagAlignRight, c.right) + "0\n" +
-                             line(toolbox::TagNoBorder, c.none) +
-                             line(toolbox::TagBorder, c.border));
-        EXPECT_EQ(window.command, static_cast<UINT>(toolbox::TagDelete));
+        EXPECT_EQ(shown, commands + second);
+        EXPECT_EQ(window.command, static_cast<UINT>(TagDelete));
         POINT corner{20, 30};
         ClientToScreen(window.handle(), &corner);
         EXPECT_EQ(xy({place.left, place.top}), xy(corner));

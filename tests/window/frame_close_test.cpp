@@ -29,7 +29,7 @@ TEST_F(FrameTest, ClosesADocumentThatAgreesOnly) {
     EXPECT_EQ(frame.doFrameCommand(nullptr, 6, 0), 1);
 }
 
-TEST_F(FrameTest, LeavesSystemCommandsToAMaximizedDocument) {
+TEST_F(FrameTest, LeavesSystemCommandsToAMaximizedDocumentUnlessTheyAreItsOwn) {
     open();
     const HWND a = addDocument("A").getHWND();
     send(WM_COMMAND, SC_CLOSE);  // it is not maximized
@@ -37,9 +37,7 @@ TEST_F(FrameTest, LeavesSystemCommandsToAMaximizedDocument) {
     ShowWindow(a, SW_SHOWMAXIMIZED);
     send(WM_COMMAND, SC_CLOSE);
     EXPECT_EQ(taken(), (Log{"A 16 0", "A deleted"}));
-}
 
-TEST_F(FrameTest, TakesSystemCommandsBelowTheListOfDocuments) {
     MDI::ConstructInfo high = info();
     high.firstChildId = SC_DEFAULT + 1;
     TestFrame other(instance, nullptr, high, &application);
@@ -124,46 +122,29 @@ TEST_F(FrameTest, LeavesTheApplicationWhenTheSessionEnds) {
 }
 
 TEST_F(FrameTest, TellsOnceThatItIsDestroyedAlsoWhoDestroysItsWindow) {
-    struct Destroying : LoggingApplication {
-        using LoggingApplication::LoggingApplication;
-        void frameDestroyed() override {
-            LoggingApplication::frameDestroyed();
-            if (log.size() < 20) DestroyWindow(MDIApplication::getPMDI()->getFrame());
-        }
-    } destroying(log);
-    TestFrame other(instance, nullptr, info(), &destroying);
-    ASSERT_EQ(other.initMainWindow(SW_HIDE), 1);
-    const HWND window = other.getFrame();
-    log.clear();
-    SendMessageA(window, WM_ENDSESSION, 1, 0);
+    open();
+    application.action = [&] {
+        if (log.size() < 20) DestroyWindow(frame.getFrame());
+    };
+    send(WM_ENDSESSION, 1);
     EXPECT_EQ(taken(), Log{"frameDestroyed"});
-    EXPECT_FALSE(IsWindow(window));
+    EXPECT_EQ(frame.getFrame(), nullptr);
 }
 
 TEST_F(FrameTest, MayBeDeletedByTheApplicationThatItAsks) {
-    struct Deleting : LoggingApplication {
-        using LoggingApplication::LoggingApplication;
-        int canClose() override { return kill(1); }
-        int command(HWND, WPARAM, LPARAM) override { return kill(0); }
-        void systemCommand(HWND, WPARAM, LPARAM) override { kill(0); }
-        void frameMoved(int) override { kill(0); }
-        void frameDestroyed() override { kill(0); }
-        int kill(int answer) {
-            if (armed) dying.reset();
-            return answer;
-        }
-        std::unique_ptr<TestFrame> dying;
-        bool armed = false;
-    };
-    for (const UINT message : {WM_CLOSE, WM_COMMAND, WM_SYSCOMMAND, WM_MOVE, WM_ENDSESSION}) {
-        Deleting deleting(log);
-        deleting.dying = std::make_unique<TestFrame>(instance, nullptr, info(), &deleting);
-        ASSERT_EQ(deleting.dying->initMainWindow(SW_SHOWNORMAL), 1);
-        const HWND window = deleting.dying->getFrame();
-        deleting.armed = true;
-        const WPARAM word = message == WM_SYSCOMMAND ? WPARAM{SC_MINIMIZE} : 1;
-        SendMessageA(window, message, message == WM_COMMAND ? ID_TEST_NEW : word, 0);
-        EXPECT_EQ(deleting.dying, nullptr) << message;
+    const std::pair<UINT, WPARAM> messages[] = {{WM_CLOSE, 0},
+                                                {WM_COMMAND, ID_TEST_NEW},
+                                                {WM_SYSCOMMAND, SC_MINIMIZE},
+                                                {WM_MOVE, 0},
+                                                {WM_ENDSESSION, 1}};
+    for (const auto& [message, word] : messages) {
+        auto dying = std::make_unique<TestFrame>(instance, nullptr, info(), &application);
+        ASSERT_EQ(dying->initMainWindow(SW_SHOWNORMAL), 1);
+        const HWND window = dying->getFrame();
+        application.action = [&] { dying.reset(); };
+        SendMessageA(window, message, word, 0);
+        application.action = nullptr;
+        EXPECT_EQ(dying, nullptr) << message;
         EXPECT_EQ(MDIApplication::getPMDI(), nullptr);
         DestroyWindow(window);
     }
@@ -174,8 +155,7 @@ TEST_F(FrameTest, OutlivesItsObjectWithDefaultProcessing) {
     HWND window = nullptr;
     HMENU unused = nullptr;
     {
-        TestFrame orphaning(instance, &frame, info(), &application);
-        EXPECT_EQ(orphaning.isFirstInstance(), 0);
+        TestFrame orphaning(instance, nullptr, info(), &application);
         ASSERT_EQ(orphaning.initMainWindow(SW_HIDE), 1);
         window = orphaning.getFrame();
         unused = TestFrame(instance, nullptr, info(), &application).getFrameMenu();

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -17,32 +18,33 @@ using Log = std::vector<std::string>;
 struct LoggingApplication : MDIApplication {
     explicit LoggingApplication(Log& l) : log(l) {}
 
-    int canClose() override {
-        log.emplace_back("canClose");
-        return mayClose;
-    }
-    void frameDestroyed() override { log.emplace_back("frameDestroyed"); }
+    int canClose() override { return note("canClose", mayClose); }
+    void frameDestroyed() override { note("frameDestroyed"); }
     int frameCreated(HWND frame, HINSTANCE instance) override {
-        log.emplace_back(IsWindowVisible(frame) && instance ? "frameCreated" : "hidden frame");
-        return acceptsFrame;
+        return note(IsWindowVisible(frame) && instance ? "frameCreated" : "hidden", acceptsFrame);
     }
-    void classRegistered(HINSTANCE) override { log.emplace_back("classRegistered"); }
+    void classRegistered(HINSTANCE) override { note("classRegistered"); }
     int command(HWND child, WPARAM wParam, LPARAM) override {
-        log.push_back("command " + std::to_string(wParam) + (child ? " child" : ""));
-        return handles;
+        return note("command " + std::to_string(wParam) + (child ? " child" : ""), handles);
     }
     int privateMessage(HWND child, UINT message, WPARAM, LPARAM) override {
-        log.push_back("private " + std::to_string(message) + (child ? " child" : ""));
-        return handles;
+        return note("private " + std::to_string(message) + (child ? " child" : ""), handles);
     }
     void systemCommand(HWND frame, WPARAM, LPARAM) override {
-        log.emplace_back(IsIconic(frame) ? "iconic" : IsZoomed(frame) ? "zoomed" : "normal");
+        note(IsIconic(frame) ? "iconic" : IsZoomed(frame) ? "zoomed" : "normal");
     }
     void childActivated(HWND) override { ADD_FAILURE(); }
-    void frameMoved(int reserved) override { log.push_back("moved " + std::to_string(reserved)); }
+    void frameMoved(int reserved) override { note("moved " + std::to_string(reserved)); }
     void childClosed(HWND) override { ADD_FAILURE(); }
 
+    int note(const std::string& what, int answer = 0) {
+        log.push_back(what);
+        if (action) action();
+        return answer;
+    }
+
     Log& log;
+    std::function<void()> action;  ///< done inside every call
     int mayClose = 1;
     int acceptsFrame = 1;
     int handles = 0;
@@ -82,8 +84,7 @@ struct TestFrame : MDI {
         if (refusesItself && message.message == WM_NCCREATE) return 0;
         return MDI::frameWndProc(message);
     }
-    bool withPane = false;
-    bool refusesItself = false;
+    bool withPane = false, refusesItself = false;
     int activations = 0;
 };
 

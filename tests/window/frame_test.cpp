@@ -5,8 +5,6 @@
 namespace {
 
 using toolbox::testing::BoxAnswerer;
-using toolbox::testing::isOfClass;
-using toolbox::testing::pumpMessages;
 using toolbox::testing::textOf;
 
 RECT placeIn(HWND parent, HWND window) {
@@ -17,8 +15,8 @@ RECT placeIn(HWND parent, HWND window) {
 }
 
 /// Texts of the items, "" for a separator.
-std::vector<std::string> itemsOf(HMENU menu) {
-    std::vector<std::string> texts;
+Log itemsOf(HMENU menu) {
+    Log texts;
     for (int i = 0; i < GetMenuItemCount(menu); ++i) {
         char text[80] = "";
         GetMenuStringA(menu, static_cast<UINT>(i), text, sizeof text, MF_BYPOSITION);
@@ -27,39 +25,27 @@ std::vector<std::string> itemsOf(HMENU menu) {
     return texts;
 }
 
-TEST_F(FrameTest, OpensAWindowWithClientMenuAndIcon) {
+TEST_F(FrameTest, OpensAWindowOnce) {
     ASSERT_EQ(frame.initMainWindow(SW_SHOWNORMAL), 1);
-    EXPECT_EQ(frame.initMainWindow(SW_SHOWNORMAL), 0);  // it has one
+    EXPECT_EQ(frame.initMainWindow(SW_SHOWNORMAL), 0);
     const Log start = taken();
     EXPECT_EQ(start.front(), "classRegistered");
     EXPECT_EQ(start.back(), "frameCreated");
-
-    const HWND window = frame.getFrame();
-    EXPECT_EQ(textOf(window), "Ponts");
-    EXPECT_TRUE(isOfClass(frame.getClient(), "MDIClient"));
-    EXPECT_EQ(GetMenu(window), frame.getFrameMenu());
+    EXPECT_EQ(textOf(frame.getFrame()), "Ponts");
+    EXPECT_EQ(GetMenu(frame.getFrame()), frame.getFrameMenu());
 }
 
 TEST_F(FrameTest, IsRefusedByTheApplicationWithAWordToTheUser) {
-    for (const auto language : {GMSG::French, GMSG::English}) {
-        GMSG::language = language;
-        LoggingApplication refusing(log);
-        refusing.acceptsFrame = 0;
-        TestFrame refused(instance, nullptr, info(), &refusing);
-        BoxAnswerer answerer({IDOK});
-        EXPECT_EQ(refused.initMainWindow(SW_SHOWNORMAL), 0);
-        ASSERT_EQ(answerer.seen().size(), 1u);
-        EXPECT_EQ(answerer.seen()[0].text, language == GMSG::French
-                                               ? "L'application ne peut pas d\351marrer."
-                                               : "The application cannot start.");
-        EXPECT_EQ(answerer.seen()[0].caption, "Ponts");
-        EXPECT_EQ(answerer.seen()[0].icon, LoadIconA(nullptr, reinterpret_cast<LPCSTR>(IDI_HAND)));
-        EXPECT_EQ(taken().back(), "frameDestroyed");
-        EXPECT_EQ(refused.getFrame(), nullptr);
-        MSG quit{};
-        EXPECT_TRUE(PeekMessageA(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
-    }
-    GMSG::language = GMSG::French;
+    application.acceptsFrame = 0;
+    BoxAnswerer answerer({IDOK});
+    EXPECT_EQ(frame.initMainWindow(SW_SHOWNORMAL), 0);
+    ASSERT_EQ(answerer.seen().size(), 1u);
+    EXPECT_EQ(answerer.seen()[0].text, "L'application ne peut pas d\351marrer.");
+    EXPECT_EQ(answerer.seen()[0].caption, "Ponts");
+    EXPECT_EQ(taken().back(), "frameDestroyed");
+    EXPECT_EQ(frame.getFrame(), nullptr);
+    MSG quit{};
+    EXPECT_TRUE(PeekMessageA(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
 }
 
 TEST_F(FrameTest, SaysWhenItsWindowCannotBeCreated) {
@@ -91,16 +77,15 @@ TEST_F(FrameTest, ListsDocumentsInTheLastMenuThatHasTheCommand) {
     open();
     addDocument("Pont A");
     addDocument("Pont B");
-    const std::vector<std::string> plainFile{"&New", "&Tile"};
+    const Log plainFile{"&New", "&Tile"};
     EXPECT_EQ(itemsOf(GetSubMenu(frame.getFrameMenu(), 0)), plainFile);
     EXPECT_EQ(itemsOf(GetSubMenu(frame.getFrameMenu(), 1)),
-              (std::vector<std::string>{"&Tile", "", "&1 Pont A", "&2 Pont B"}));
+              (Log{"&Tile", "", "&1 Pont A", "&2 Pont B"}));
 
     const HMENU other = LoadMenuA(instance, MAKEINTRESOURCEA(IDM_TEST_OTHER));
     EXPECT_EQ(frame.setMDIMenu(other, ID_TEST_NEW), 1);
     EXPECT_EQ(GetMenu(frame.getFrame()), other);
-    EXPECT_EQ(itemsOf(GetSubMenu(other, 0)),
-              (std::vector<std::string>{"&New", "", "&1 Pont A", "&2 Pont B"}));
+    EXPECT_EQ(itemsOf(GetSubMenu(other, 0)), (Log{"&New", "", "&1 Pont A", "&2 Pont B"}));
 
     EXPECT_EQ(frame.setMDIMenu(nullptr, ID_TEST_NEW), 1);  // the identifier is the frame's own
     EXPECT_EQ(GetMenu(frame.getFrame()), frame.getFrameMenu());
@@ -135,8 +120,7 @@ TEST_F(FrameTest, OffersPrivateMessagesToTheApplicationThenToTheDocument) {
     for (const UINT message : {0x3DFu, 0x3E0u, 0x3E8u, 0x3E9u}) {
         const bool inside = message == 0x3E0 || message == 0x3E8;
         const std::string number = std::to_string(message);
-        TarvMess packed(frame.getFrame(), message, 5, 0, 0);
-        EXPECT_EQ(frame.frameWndProc(packed), 0);
+        EXPECT_EQ(send(message, 5), 0);
         EXPECT_EQ(taken(),
                   inside ? (Log{"private " + number + " child", "A " + number + " 5"}) : Log{});
     }
@@ -149,34 +133,34 @@ TEST_F(FrameTest, MinimizesMaximizesRestoresAndWalksDocuments) {
     open();
     const HWND a = addDocument("A").getHWND();
     const HWND b = addDocument("B").getHWND();
-    EXPECT_EQ(frame.doFrameCommand(b, SC_MINIMIZE, 0), 1);
-    EXPECT_TRUE(IsIconic(b));
-    EXPECT_EQ(frame.doFrameCommand(b, SC_RESTORE, 0), 1);
-    EXPECT_FALSE(IsIconic(b));
-    EXPECT_EQ(frame.doFrameCommand(b, SC_MAXIMIZE, 0), 1);
-    EXPECT_TRUE(IsZoomed(b));
-    EXPECT_EQ(frame.doFrameCommand(b, SC_RESTORE, 0), 1);
-
-    ShowWindow(a, SW_SHOWMINIMIZED);  // a neighbour is shown in its normal place
-    SetWindowPos(b, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
-    ASSERT_EQ(GetWindow(b, GW_HWNDNEXT), a);
-    EXPECT_EQ(frame.doFrameCommand(b, SC_NEXTWINDOW, 0), 1);
-    EXPECT_FALSE(IsIconic(a));
-    EXPECT_EQ(frame.getActiveMDIChild(), a);
-
-    SetWindowPos(b, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
-    EXPECT_EQ(frame.doFrameCommand(b, SC_NEXTWINDOW, 0), 1);
-    EXPECT_EQ(GetTopWindow(frame.getClient()), b);  // one that is shown is not raised
-
+    const struct {
+        UINT command;
+        BOOL iconic, zoomed;
+    } steps[] = {{SC_MINIMIZE, TRUE, FALSE},
+                 {SC_RESTORE, FALSE, FALSE},
+                 {SC_MAXIMIZE, FALSE, TRUE},
+                 {SC_RESTORE, FALSE, FALSE}};
+    for (const auto& step : steps) {
+        EXPECT_EQ(frame.doFrameCommand(b, step.command, 0), 1);
+        EXPECT_EQ(IsIconic(b), step.iconic);
+        EXPECT_EQ(IsZoomed(b), step.zoomed);
+    }
+    // A neighbour is shown in its normal place; one that is shown is not raised.
+    for (const bool wasIconic : {true, false}) {
+        if (wasIconic) ShowWindow(a, SW_SHOWMINIMIZED);
+        SetWindowPos(b, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+        ASSERT_EQ(GetWindow(b, GW_HWNDNEXT), a);
+        EXPECT_EQ(frame.doFrameCommand(b, SC_NEXTWINDOW, 0), 1);
+        EXPECT_FALSE(IsIconic(a));
+        EXPECT_EQ(GetTopWindow(frame.getClient()), wasIconic ? a : b);
+    }
     ShowWindow(b, SW_SHOWMINIMIZED);
     SetWindowPos(b, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    ASSERT_EQ(GetWindow(a, GW_HWNDPREV), b);
     EXPECT_EQ(frame.doFrameCommand(a, SC_PREVWINDOW, 0), 1);
     EXPECT_FALSE(IsIconic(b));
     EXPECT_EQ(frame.doFrameCommand(b, SC_PREVWINDOW, 0), 1);  // there is none
 
     EXPECT_EQ(frame.doFrameCommand(b, SC_SIZE, 0), 0);
-    EXPECT_EQ(frame.doFrameCommand(b, 11, 0), 0);
     EXPECT_EQ(frame.doFrameCommand(b, MAKELONG(6, 1), 1), 0);  // a control's notification
 }
 
@@ -185,19 +169,46 @@ TEST_F(FrameTest, TilesCascadesAndArrangesIcons) {
     const HWND a = addDocument("A").getHWND();
     const HWND b = addDocument("B").getHWND();
     const HWND client = frame.getClient();
-    frame.doFrameCommand(b, 7, 0);
-    EXPECT_EQ(placeIn(client, a).top, placeIn(client, b).top);
-    EXPECT_NE(placeIn(client, a).left, placeIn(client, b).left);
-    frame.doFrameCommand(b, 10, 0);
-    EXPECT_EQ(placeIn(client, a).left, placeIn(client, b).left);
-    EXPECT_NE(placeIn(client, a).top, placeIn(client, b).top);
-    frame.doFrameCommand(b, 8, 0);
-    EXPECT_NE(placeIn(client, a).left, placeIn(client, b).left);
-    EXPECT_NE(placeIn(client, a).top, placeIn(client, b).top);
+    const struct {
+        UINT command;
+        bool sameTop, sameLeft;
+    } cases[] = {{7, true, false}, {10, false, true}, {8, false, false}};
+    for (const auto& c : cases) {
+        frame.doFrameCommand(b, c.command, 0);
+        EXPECT_EQ(placeIn(client, a).top == placeIn(client, b).top, c.sameTop) << c.command;
+        EXPECT_EQ(placeIn(client, a).left == placeIn(client, b).left, c.sameLeft) << c.command;
+    }
     ShowWindow(a, SW_MINIMIZE);
     MoveWindow(a, 300, 5, 10, 10, TRUE);
     frame.doFrameCommand(b, 9, 0);
     EXPECT_EQ(placeIn(client, a).left, 0);
+}
+
+TEST_F(FrameTest, TilesInRowsAboveTheIcons) {
+    open();
+    const HWND a = addDocument("A").getHWND();
+    const HWND b = addDocument("B").getHWND();
+    const HWND client = frame.getClient();
+    RECT area{};
+    GetClientRect(client, &area);
+    ShowWindow(b, SW_SHOWMAXIMIZED);
+    MDI::tileVertically(client);
+    EXPECT_FALSE(IsZoomed(b));
+    const LONG half = area.bottom / 2;
+    const RECT upper{0, 0, area.right, half}, lower{0, half, area.right, 2 * half};
+    const RECT first = placeIn(client, b), second = placeIn(client, a);
+    EXPECT_TRUE(EqualRect(&first, &upper)) << "the active one first";
+    EXPECT_TRUE(EqualRect(&second, &lower));
+    EXPECT_EQ(frame.getActiveMDIChild(), b);
+
+    ShowWindow(a, SW_MINIMIZE);
+    MDI::tileVertically(client);
+    EXPECT_TRUE(IsIconic(a));
+    EXPECT_EQ(placeIn(client, b).top, 0);
+    EXPECT_EQ(placeIn(client, b).bottom, placeIn(client, a).top);
+    ShowWindow(b, SW_MINIMIZE);  // nothing left to tile
+    MDI::tileVertically(client);
+    EXPECT_TRUE(IsIconic(b));
 }
 
 TEST_F(FrameTest, KeepsRoomForAVisiblePane) {
@@ -218,63 +229,6 @@ TEST_F(FrameTest, KeepsRoomForAVisiblePane) {
         EXPECT_EQ(place.bottom, whole.bottom);
         EXPECT_EQ(place.right, whole.right);
     }
-}
-
-/// Makes the frame so high that its documents get exactly `rows` rows.
-void makeRoomForRows(const TestFrame& frame, int rows) {
-    RECT client{};
-    GetClientRect(frame.getClient(), &client);
-    RECT whole{};
-    GetWindowRect(frame.getFrame(), &whole);
-    const int wanted = rows * 5 * GetSystemMetrics(SM_CYCAPTION) + 10;
-    MoveWindow(frame.getFrame(), 0, 0, 700, whole.bottom - whole.top - client.bottom + wanted,
-               TRUE);
-    pumpMessages();
-}
-
-TEST_F(FrameTest, TilesFiveDocumentsInTwoRows) {
-    open();
-    std::vector<HWND> documents;
-    for (const char* name : {"A", "B", "C", "D", "E"})
-        documents.push_back(addDocument(name).getHWND());
-    makeRoomForRows(frame, 2);
-    ShowWindow(documents[4], SW_SHOWMAXIMIZED);
-    const HWND client = frame.getClient();
-    MDI::tileVertically(client);
-    EXPECT_FALSE(IsZoomed(documents[4]));
-
-    RECT area{};
-    GetClientRect(client, &area);
-    const LONG half = area.right / 2;
-    const LONG third = area.right / 3;
-    const LONG height = area.bottom / 2;
-    const RECT wanted[] = {{0, 0, half, height},
-                           {half, 0, 2 * half, height},
-                           {0, height, third, 2 * height},
-                           {third, height, 2 * third, 2 * height},
-                           {2 * third, height, 3 * third, 2 * height}};
-    HWND child = GetTopWindow(client);
-    for (const RECT& place : wanted) {
-        const RECT found = placeIn(client, child);
-        EXPECT_TRUE(EqualRect(&found, &place)) << found.left << ' ' << found.top;
-        child = GetWindow(child, GW_HWNDNEXT);
-    }
-    EXPECT_EQ(frame.getActiveMDIChild(), documents[4]);
-}
-
-TEST_F(FrameTest, TilesAboveTheIcons) {
-    open();
-    const HWND icon = addDocument("icon").getHWND();
-    const HWND a = addDocument("A").getHWND();
-    ShowWindow(icon, SW_MINIMIZE);
-    MDI::tileVertically(frame.getClient());
-    EXPECT_TRUE(IsIconic(icon));
-    EXPECT_EQ(placeIn(frame.getClient(), a).top, 0);
-    EXPECT_EQ(placeIn(frame.getClient(), a).bottom, placeIn(frame.getClient(), icon).top);
-
-    ShowWindow(a, SW_MINIMIZE);  // nothing left to tile
-    MDI::tileVertically(frame.getClient());
-    EXPECT_TRUE(IsIconic(a));
 }
 
 TEST_F(FrameTest, TellsTheApplicationOfMovesAndSystemCommands) {

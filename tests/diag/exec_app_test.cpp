@@ -10,6 +10,7 @@
 
 namespace {
 
+using namespace std::string_literals;
 using namespace toolbox::testing;
 
 constexpr int kFileName = 1152;
@@ -53,8 +54,8 @@ struct ExecAppTest : ::testing::Test {
         GMSG::setInstance(nullptr);
     }
 
-    /// Closes the window of the program; its exit code.
-    DWORD closeStarted() {
+    /// Closes the window of the program.
+    void closeStarted() {
         HWND window = nullptr;
         EXPECT_TRUE(pumpUntil([&] { return (window = FindWin(title, nullptr)) != nullptr; }));
         const toolbox::RunningApp app{window, started.dwThreadId};
@@ -62,12 +63,9 @@ struct ExecAppTest : ::testing::Test {
         PostMessageA(window, WM_CLOSE, 0, 0);
         EXPECT_EQ(WaitForSingleObject(started.hProcess, 10000), WAIT_OBJECT_0);
         EXPECT_EQ(IsAppRunning(&app), 0);
-        DWORD code = 0;
-        GetExitCodeProcess(started.hProcess, &code);
         CloseHandle(started.hThread);
         CloseHandle(started.hProcess);
         started = {};
-        return code;
     }
     int exec(const char* program) { return ExecApp(nullptr, program, title, &started); }
     static std::string remembered() {
@@ -84,10 +82,11 @@ struct ExecAppTest : ::testing::Test {
     PROCESS_INFORMATION started{};
 };
 
-TEST_F(ExecAppTest, StartsAProgramByItsPath) {
-    for (const std::string& name : {path, folder / "here\\tb_tried_app"}) {
+TEST_F(ExecAppTest, StartsAProgramByItsPathOrWhereItWasFoundBefore) {
+    WriteProfileStringA("programs", kName, path.c_str());
+    for (const std::string& name : {path, folder / "here\\tb_tried_app", "tb_tried_app"s}) {
         ASSERT_EQ(exec(name.c_str()), 1);
-        EXPECT_EQ(closeStarted(), 7u);
+        closeStarted();
     }
 }
 
@@ -99,23 +98,13 @@ TEST_F(ExecAppTest, RefusesOtherExtensionsAtOnce) {
     EXPECT_EQ(ExecApp(nullptr, nullptr, nullptr, nullptr), 2);
 }
 
-TEST_F(ExecAppTest, StartsARememberedProgram) {
-    WriteProfileStringA("programs", kName, path.c_str());
-    ASSERT_EQ(exec("tb_tried_app"), 1);
-    EXPECT_EQ(closeStarted(), 7u);
-}
-
-TEST_F(ExecAppTest, AsksBeforeItBrowses) {
-    WriteProfileStringA("programs", kName, "c:\\nowhere\\x.exe");
-    DialogScript script;
-    script.run([](HWND box) {
+/// Answers the question whether to browse.
+DialogScript::Step answer(int button) {
+    return [button](HWND box) {
         EXPECT_EQ(textOf(box), "tb_tried_app");
-        PostMessageA(box, WM_COMMAND, IDNO, 0);
-    });
-    EXPECT_EQ(exec("tb_tried_app"), 2);
-    EXPECT_EQ(remembered(), "c:\\nowhere\\x.exe");
+        PostMessageA(box, WM_COMMAND, static_cast<WPARAM>(button), 0);
+    };
 }
-
 TEST_F(ExecAppTest, FindsAProgramWithTheUserAndRemembersIt) {
     const auto shows = [](const char* text, bool enabled, UINT icon) {
         return [=](HWND dialog) {
@@ -129,10 +118,10 @@ TEST_F(ExecAppTest, FindsAProgramWithTheUserAndRemembersIt) {
     const auto found = shows("(found)", true, 12002);
     const auto notFound = shows("(not found)", false, 12003);
     DialogScript script;
-    script.run([](HWND box) { PostMessageA(box, WM_COMMAND, IDYES, 0); })
+    script.run(answer(IDYES))
         .waitUntil("not found", notFound)
         .run([](HWND dialog) {
-            EXPECT_EQ(textOf(dialog), "Browse for application");
+            EXPECT_EQ(textOf(dialog), "Browse for Application");
             EXPECT_EQ(textOf(dialog, IDCANCEL), "Annuler");
             EXPECT_EQ(capitals(textOf(dialog, kFileName)), "TB_TRIED_APP.EXE");
             const HWND folders = GetDlgItem(dialog, kFolders);
@@ -149,32 +138,30 @@ TEST_F(ExecAppTest, FindsAProgramWithTheUserAndRemembersIt) {
         .waitUntil("found as typed", found)
         .run([](HWND dialog) { PostMessageA(dialog, WM_COMMAND, IDOK, 0); });
     ASSERT_EQ(exec("tb_tried_app"), 1);
-    EXPECT_EQ(closeStarted(), 7u);
+    closeStarted();
     EXPECT_EQ(capitals(remembered()), capitals(path));
     ASSERT_EQ(exec("tb_tried_app"), 1);  // asks no more
     closeStarted();
 }
 
-TEST_F(ExecAppTest, GivesUpWhenTheUserDoes) {
+TEST_F(ExecAppTest, GivesUpWhenTheUserDoesOrThereIsNoDialog) {
+    WriteProfileStringA("programs", kName, "c:\\nowhere\\x.exe");
     DialogScript script;
-    script.run([](HWND box) { PostMessageA(box, WM_COMMAND, IDYES, 0); }).run([](HWND dialog) {
+    script.run(answer(IDNO));
+    EXPECT_EQ(exec("tb_tried_app"), 2);
+    script.run(answer(IDYES)).run([](HWND dialog) {
         PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
     });
     EXPECT_EQ(exec("tb_tried_app"), 2);
-    EXPECT_EQ(remembered(), "");
-}
-
-TEST_F(ExecAppTest, TellsWhyItCannotBrowse) {
-    // A module without the dialog.
-    GMSG::setInstance(GetModuleHandleA("kernel32.dll"));
-    DialogScript script;
+    GMSG::setInstance(GetModuleHandleA("kernel32.dll"));  // a module without the dialog
     std::string told;
-    script.run([](HWND box) { PostMessageA(box, WM_COMMAND, IDYES, 0); }).run([&](HWND box) {
+    script.run(answer(IDYES)).run([&](HWND box) {
         told = textOf(box, 0xFFFF);
         PostMessageA(box, WM_COMMAND, IDOK, 0);
     });
     EXPECT_EQ(exec("tb_tried_app"), 2);
     EXPECT_EQ(told, "Failed to find resource");
+    EXPECT_EQ(remembered(), "c:\\nowhere\\x.exe");
 }
 
 }  // namespace

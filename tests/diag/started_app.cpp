@@ -6,5 +6,5 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int) {
                                         nullptr, nullptr, instance, nullptr);
     MSG message;
     while (IsWindow(window) && GetMessageA(&message, nullptr, 0, 0) > 0) DispatchMessageA(&message);
-    return 7;
+    return 0;
 }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -13,29 +14,27 @@
 using Ids = RWTValOrderedVector<UINT>;
 inline constexpr UINT kNone = 0xFFFFFFFF;
 
-/// A manager that knows its values by id. A key without one cannot be fetched.
+/// A manager that knows its values by id, as text. A key without one cannot be fetched.
 class TestManager : public TokenizerUDManager {
   public:
     RWCString getProfilePath() override { return path; }
     int getKeyValue(UINT id, FormatedValue* value) override {
         fetched.push_back(id);
-        if (value->isReal() && reals.contains(id)) {
-            dynamic_cast<RealFormatedValue&>(*value) = reals[id];
-        } else if (value->isNumber() && numbers.contains(id)) {
-            dynamic_cast<NumberFormatedValue&>(*value) = numbers[id];
-        } else if (value->isString() && texts.contains(id)) {
-            dynamic_cast<StringFormatedValue&>(*value) = RWCString(texts[id]);
+        if (!values.contains(id)) return 0;
+        const std::string& text = values[id];
+        if (value->isReal()) {
+            dynamic_cast<RealFormatedValue&>(*value) = std::stod(text);
+        } else if (value->isNumber()) {
+            dynamic_cast<NumberFormatedValue&>(*value) = std::stoi(text);
         } else {
-            return 0;
+            dynamic_cast<StringFormatedValue&>(*value) = RWCString(text);
         }
         return 1;
     }
     RWCString getKeyUnits(UINT id) override { return id == 4 ? "mm" : ""; }
 
     std::string path;
-    std::map<UINT, double> reals;
-    std::map<UINT, int> numbers;
-    std::map<UINT, std::string> texts;
+    std::map<UINT, std::string> values;
     std::vector<UINT> fetched;
 };
 
@@ -62,6 +61,12 @@ inline StringFormat string(int width) {
     StringFormat format;
     format.setFormat(width, Left);
     return format;
+}
+
+/// A number below `n`, the same in every run.
+inline unsigned pick(std::size_t n) {
+    static std::minstd_rand chance;
+    return static_cast<unsigned>(chance() / 65536 % n);
 }
 
 class KeysFixture : public ::testing::Test {

@@ -5,12 +5,15 @@
 
 namespace {
 
-using Selection = KeysFixture;
-using Matching = KeysFixture;
+class Selection : public KeysFixture {
+  protected:
+    Selection() { startWithUsualKeys(); }
+};
+using Matching = Selection;
 
 TEST_F(Selection, IsWalkedFromNowhereToItsLastId) {
-    startWithUsualKeys();
-    EXPECT_EQ(manager_.setFirstSelection() + manager_.setNextSelection(), 0);
+    EXPECT_EQ(manager_.setFirstSelection(), 0);
+    EXPECT_EQ(manager_.setNextSelection(), 0);
     EXPECT_EQ(manager_.setSelection(Ids{3, 1, 2}), 1);
     EXPECT_EQ(manager_.getSelectionId(), kNone);
     std::string walked;
@@ -25,15 +28,13 @@ TEST_F(Selection, IsWalkedFromNowhereToItsLastId) {
 }
 
 TEST_F(Selection, TakesOnlyKeysAndEachOnce) {
-    startWithUsualKeys();
     manager_.createGroup(50);
     EXPECT_EQ(manager_.addSelectionId(2), 1);
     EXPECT_EQ(manager_.addSelectionId(3), 1);
     EXPECT_EQ(manager_.addSelectionId(2), 0);
     EXPECT_EQ(manager_.addSelectionId(50), 0) << "a group";
-    EXPECT_EQ(manager_.getSelectionId(), 3u);
     for (const Ids& refused : {Ids{}, Ids{1, 99}}) {
-        manager_.setFirstSelection();
+        EXPECT_EQ(manager_.setFirstSelection(), 1);
         EXPECT_EQ(manager_.setSelection(refused), 0);
         EXPECT_EQ(manager_.getSelection(), (Ids{2, 3}));
         EXPECT_EQ(manager_.getSelectionId(), kNone) << "the cursor is lost";
@@ -46,7 +47,6 @@ TEST_F(Selection, TakesOnlyKeysAndEachOnce) {
 }
 
 TEST_F(Selection, IsEachManagersOwn) {
-    startWithUsualKeys();
     manager_.setSelection(1);
     TestManager copy(manager_);
     copy.addSelectionId(2);
@@ -55,9 +55,6 @@ TEST_F(Selection, IsEachManagersOwn) {
     EXPECT_EQ(manager_.isMatching(1), 1);
     copy = manager_;
     EXPECT_EQ(copy.getSelection(), Ids{1});
-    manager_.freeUDApp();
-    EXPECT_TRUE(copy.getSelection().isEmpty()) << "nothing without the keys";
-    EXPECT_EQ(copy.getSelectionId(), kNone);
 }
 
 TEST_F(Selection, GoesToTheClipboardAsAToken) {
@@ -65,23 +62,19 @@ TEST_F(Selection, GoesToTheClipboardAsAToken) {
       public:
         toolbox::platform::ErrorCode setText(const char*) override { return ERROR_ACCESS_DENIED; }
         std::string text() override { return {}; }
-    };
-    auto& services = toolbox::platform::current();
-    services.clipboard->setText("before");
-    startWithUsualKeys();
+    } refusing;
+    auto& clipboard = toolbox::platform::current().clipboard;
+    clipboard->setText("before");
     EXPECT_EQ(manager_.setSelTokenToClip(), 0);
-    EXPECT_EQ(services.clipboard->text(), "before");
+    EXPECT_EQ(clipboard->text(), "before");
     manager_.setSelection(1);
     EXPECT_EQ(manager_.setSelTokenToClip(), 1);
-    EXPECT_EQ(services.clipboard->text(), "$VOLT$");
-    Refusing refusing;
-    toolbox::platform::Replaced<toolbox::platform::Clipboard> guard(services.clipboard, refusing);
+    EXPECT_EQ(clipboard->text(), "$VOLT$");
+    toolbox::platform::Replaced<toolbox::platform::Clipboard> guard(clipboard, refusing);
     EXPECT_EQ(manager_.setSelTokenToClip(), 0);
 }
 
 TEST_F(Selection, EndsWithTheKeysAndEveryManagerMatchesTheNewOnes) {
-    startWithUsualKeys();
-    toolbox::platform::current().clipboard->setText("before");
     TestManager second(manager_);
     EXPECT_EQ(second.setSelection(1), 1);
     EXPECT_EQ(second.setMatching(Ids{1}), 1);
@@ -94,10 +87,9 @@ TEST_F(Selection, EndsWithTheKeysAndEveryManagerMatchesTheNewOnes) {
         EXPECT_TRUE(manager->getSelection().isEmpty());
         EXPECT_EQ(manager->setSelTokenToClip(), 0);
         EXPECT_EQ(manager->getMatching(), (Ids{1, 2, 3, 4}));
-        manager->numbers[1] = 7;
+        manager->values[1] = "7";
         EXPECT_EQ(manager->getParseString("$VOLT$", 1), "7");
     }
-    EXPECT_EQ(toolbox::platform::current().clipboard->text(), "before");
     manager_.freeUDApp();
     declare(8, makeKey("NEW", number(5)));
     manager_.initUDApp();
@@ -105,7 +97,6 @@ TEST_F(Selection, EndsWithTheKeysAndEveryManagerMatchesTheNewOnes) {
 }
 
 TEST_F(Matching, HoldsKeysAndGroupsEachOnce) {
-    startWithUsualKeys();
     EXPECT_EQ(manager_.getMatching(), (Ids{1, 2, 3, 4})) << "all keys at the start";
     manager_.addIdToGroup(2, 50);
     EXPECT_EQ(manager_.setMatching(Ids{50, 3, 50}), 1);
@@ -115,10 +106,8 @@ TEST_F(Matching, HoldsKeysAndGroupsEachOnce) {
     EXPECT_EQ(manager_.addMatchingId(99), 0);
     EXPECT_EQ(manager_.addMatchingId(2), 1);
     EXPECT_EQ(manager_.getMatching(), (Ids{2, 3}));
-    EXPECT_EQ(manager_.removeMatchingId(3), 1);
-    EXPECT_EQ(manager_.removeMatchingId(3), 0);
     EXPECT_EQ(manager_.setMatching(Ids{}), 0);
-    EXPECT_EQ(manager_.getMatching(), Ids{2}) << "an empty list changes nothing";
+    EXPECT_EQ(manager_.getMatching(), (Ids{2, 3})) << "an empty list changes nothing";
     EXPECT_EQ(manager_.setMatching(Ids{1, 99}), 0);
     EXPECT_EQ(manager_.getMatching(), (Ids{1, 2, 3, 4})) << "an unknown id resets the set";
     manager_.freeMatchingKey();
@@ -126,28 +115,25 @@ TEST_F(Matching, HoldsKeysAndGroupsEachOnce) {
 }
 
 TEST_F(Matching, TakesIdsOutAndInAsAPlainListDoes) {
+    manager_.freeUDApp();
     std::vector<UINT> expected;
     for (UINT id = 0; id < 64; ++id) {
         declare(id * 7919, makeKey(std::to_string(id).c_str(), number(1)));
         expected.push_back(id * 7919);
     }
     manager_.initUDApp();
-    unsigned chance = 3;
     for (int round = 0; round < 5000; ++round) {
-        const UINT id = (chance = chance * 1103515245 + 12345) / 65536 % 64 * 7919;
-        const auto at = std::find(expected.begin(), expected.end(), id);
-        const bool there = at != expected.end();
+        const UINT id = pick(64) * 7919;
+        const bool there = std::ranges::count(expected, id) != 0;
         ASSERT_EQ(manager_.isMatching(id), there);
         if (round % 3 == 0) {
             ASSERT_EQ(manager_.addMatchingId(id), !there);
             if (!there) expected.push_back(id);
         } else {
             ASSERT_EQ(manager_.removeMatchingId(id), there);
-            if (there) expected.erase(at);
+            std::erase(expected, id);
         }
-        if (round % 7 == 0) {
-            ASSERT_EQ(manager_.getMatching(), Ids(expected)) << round;
-        }
+        ASSERT_EQ(manager_.getMatching(), Ids(expected)) << round;
     }
 }
 

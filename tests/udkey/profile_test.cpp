@@ -20,15 +20,12 @@ TEST_F(Profile, KeepsChangesForTheNextRun) {
     EXPECT_EQ(manager_.getKeyDesc(3), "Name");
     EXPECT_EQ(manager_.resetKey(1), 1);
     EXPECT_EQ(manager_.getKeyDesc(1), "Voltage");
-}
 
-TEST_F(Profile, KeepsAllKeysInOneSave) {
-    startWithUsualKeys();
-    for (UINT id = 1; id <= 4; ++id) manager_.setKeyDesc(id, "new" + std::to_string(id));
+    for (UINT id = 1; id <= 4; ++id) manager_.setKeyDesc(id, "new");
     EXPECT_EQ(manager_.saveAllKeys(), 1);
     restart();
     EXPECT_EQ(manager_.initUDApp(), 4u);
-    for (UINT id = 1; id <= 4; ++id) EXPECT_EQ(manager_.getKeyDesc(id).view().substr(0, 3), "new");
+    for (UINT id = 1; id <= 4; ++id) EXPECT_EQ(manager_.getKeyDesc(id), "new");
     EXPECT_EQ(manager_.getHeaderStr(4), "L");
     EXPECT_EQ(manager_.getUnitsStr(4), "mm");
 }
@@ -36,55 +33,38 @@ TEST_F(Profile, KeepsAllKeysInOneSave) {
 TEST_F(Profile, LeavesKeysAsDeclaredUnlessTheirLineIsValid) {
     const std::string longLine(100000, 'x');
     const std::string files[] = {
-        "",
         "[UDManager]\nVOLT=\nA=rubbish\nNAME=|x|  12-Q\nLEN=|Longer|  12-R",
         "[Other]\nVOLT=|x|   9-L",
         std::string("[UDManager]\nVOLT=|x\0|   9-L\n\0", 28),
-        "[UDManager]\nVOLT=" + longLine + "\nNAME=||||",
-        "[UDManager]\nA=|" + longLine + "|   1-   9-L,,,",
+        "[UDManager]\nVOLT=" + longLine + "\nNAME=||||\nA=|" + longLine + "|   1-   9-L,,,",
         "[[[]]UDManager]\nVOLT=|x|   9-L\n[UDManager",
     };
     for (const std::string& bytes : files) {
-        UDManager::destroyStaticVars();
-        UDManager::initStaticVars();
-        declareUsualKeys();
+        restart();
         // Each under a new name: Windows may remember what a file held.
         manager_.path = folder_.write(std::to_string(&bytes - files) + ".ini", bytes);
         EXPECT_EQ(manager_.initUDApp(), 0u) << bytes.substr(0, 80);
         EXPECT_TRUE(manager_.getKeyData(1) == makeKey("VOLT", number(5), "Voltage"));
         EXPECT_TRUE(manager_.getKeyData(2) == makeKey("A", real(8, 2), "Area"));
     }
-}
-
-TEST_F(Profile, ReadsTheStartOfALineOfAnyLength) {
-    declareUsualKeys();
+    restart();
     const std::string blanks(3000, ' ');
-    folder_.write("keys.ini", "[UDManager]\r\nVOLT=|" + blanks + "Wide|   9-L," + blanks + "\r\n");
+    manager_.path =
+        folder_.write("long", "[UDManager]\r\nVOLT=|" + blanks + "Wide|   9-L," + blanks + "\r\n");
     EXPECT_EQ(manager_.initUDApp(), 1u);
     EXPECT_TRUE(manager_.getKeyData(1) == makeKey("VOLT", number(9, Left), "Wide"));
 }
 
 TEST_F(Profile, SavesWhatCanBeSavedAndTellsTheRest) {
-    const std::string names[] = {"",
-                                 "OK",
-                                 "  ",
-                                 "[A",
-                                 " \t[B",
-                                 "A=B",
-                                 "A\rB",
-                                 "A\nB",
-                                 "[]",
-                                 "last",
-                                 std::string("OK\0X", 4)};
+    const RWCString names[] = {"", "OK", "A=B", "last", RWCString("OK\0X", 4)};
     for (UINT id = 0; id < std::size(names); ++id) {
-        UDKeyData data{RWCString(names[id])};
+        UDKeyData data(names[id]);
         data.setFormat(number(5));
         EXPECT_EQ(declare(id, data), 1) << id;
     }
-    const Ids refused{0, 2, 3, 4, 5, 6, 7, 8, 10};
+    const Ids refused{0, 2, 4};
     EXPECT_EQ(manager_.getUnsavableKeys(), refused);
     manager_.initUDApp();
-    for (const UINT id : {1u, 9u}) manager_.setKeyDesc(id, "changed");
     EXPECT_EQ(manager_.saveAllKeys(), 0);
     const std::string file = folder_.read("keys.ini");
     EXPECT_NE(file.find("OK=|"), std::string::npos);
@@ -104,34 +84,28 @@ TEST_F(Profile, ReportsAFailedSave) {
 }
 
 TEST_F(Profile, IsReadOnceForAllKeys) {
-    class Counting final : public toolbox::platform::ProfileStore {
-      public:
+    using toolbox::platform::ErrorCode;
+    struct Counting final : toolbox::platform::ProfileStore {
         bool read(const char*, const char*, const char*, const char*, char*, int) override {
-            ++reads;
             return false;
         }
         std::vector<std::optional<std::string>> readMany(
             const char*, const char*, std::span<const char* const> entries) override {
-            ++sections;
+            ++visits;
             return std::vector<std::optional<std::string>>(entries.size(), "|New|  12-R");
         }
-        toolbox::platform::ErrorCode write(const char*, const char*, const char*,
-                                           const char*) override {
+        ErrorCode write(const char*, const char*, const char*, const char*) override { return 0; }
+        ErrorCode writeMany(const char*, const char*,
+                            std::span<const toolbox::platform::ProfileEntry>) override {
             return 0;
         }
-        toolbox::platform::ErrorCode writeMany(
-            const char*, const char*, std::span<const toolbox::platform::ProfileEntry>) override {
-            return 0;
-        }
-        int reads = 0;
-        int sections = 0;
+        int visits = 0;
     } store;
-    toolbox::platform::Replaced<toolbox::platform::ProfileStore> guard(
+    const toolbox::platform::Replaced<toolbox::platform::ProfileStore> guard(
         toolbox::platform::current().profiles, store);
     declareUsualKeys();
     EXPECT_EQ(manager_.initUDApp(), 2u) << "real formats do not take the record";
-    EXPECT_EQ(store.reads, 0);
-    EXPECT_EQ(store.sections, 1);
+    EXPECT_EQ(store.visits, 1);
 }
 
 }  // namespace

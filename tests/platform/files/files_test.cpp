@@ -15,32 +15,25 @@ TEST_F(HostFiles, DispositionDecidesWhatOpeningDoes) {
         {"new", kWrite, CREATE_NEW, 0, ""},
         {"old", kWrite, CREATE_ALWAYS, 0, ""},
         {"old", kRead, CREATE_ALWAYS, 0, ""},
-        {"new", kWrite, CREATE_ALWAYS, 0, ""},
         {"old", kRead, OPEN_EXISTING, 0, "old bytes"},
-        {"old", kRead | kWrite, OPEN_EXISTING, 0, "old bytes"},
         {"new", kRead, OPEN_EXISTING, ERROR_FILE_NOT_FOUND, "<none>"},
         {"old", kWrite, OPEN_ALWAYS, 0, "old bytes"},
         {"new", kWrite, OPEN_ALWAYS, 0, ""},
         {"old", kWrite, TRUNCATE_EXISTING, 0, ""},
         {"new", kWrite, TRUNCATE_EXISTING, ERROR_FILE_NOT_FOUND, "<none>"},
-        {"old", kRead, 0, ERROR_INVALID_PARAMETER, "old bytes"},
         {"old", kRead, 6, ERROR_INVALID_PARAMETER, "old bytes"},
         {"none/new", kWrite, CREATE_ALWAYS, ERROR_PATH_NOT_FOUND, "<none>"},
         {"none\\new", kRead, OPEN_EXISTING, ERROR_PATH_NOT_FOUND, "<none>"},
-        {"sub", kRead, OPEN_EXISTING, ERROR_ACCESS_DENIED, "<none>"},
-        {"sub", kWrite, CREATE_ALWAYS, ERROR_ACCESS_DENIED, "<none>"},
     };
-    std::filesystem::create_directory(folder / "sub");
     for (const auto& c : cases) {
         SCOPED_TRACE(std::string(c.name) + " " + std::to_string(c.disposition));
         folder.write("old", "old bytes");
         std::filesystem::remove(folder / "new");
         EXPECT_EQ(open(folder / c.name, c.access, kShareAll, c.disposition), c.error);
         closeAll();
-        if (c.name != std::string("sub")) {
-            EXPECT_EQ(folder.read(c.name), c.after);
-        }
+        EXPECT_EQ(folder.read(c.name), c.after);
     }
+    EXPECT_EQ(open(folder.path(), kRead, kShareAll, OPEN_EXISTING), ERROR_ACCESS_DENIED);
     EXPECT_EQ(open("", kRead, kShareAll, OPEN_EXISTING), ERROR_PATH_NOT_FOUND);
     EXPECT_EQ(files.open(nullptr, kRead, 0, OPEN_EXISTING, last), ERROR_PATH_NOT_FOUND);
 }
@@ -50,13 +43,11 @@ TEST_F(HostFiles, SharingIsRefusedToWhomTheFirstOrTheSecondDenies) {
         std::uint32_t firstAccess, firstShare, secondAccess, secondShare;
         ErrorCode error;
     } cases[] = {
-        {kWrite, 0, kWrite, 0, ERROR_SHARING_VIOLATION},
         {kWrite, 0, kRead, kShareRead, ERROR_SHARING_VIOLATION},
         {kRead, kShareRead, kWrite, 0, ERROR_SHARING_VIOLATION},
         {kRead | kWrite, kShareRead, kRead | kWrite, kShareRead, ERROR_SHARING_VIOLATION},
         {kRead, 0, kRead, kShareRead, ERROR_SHARING_VIOLATION},
         {kRead, kShareRead, kRead, kShareRead, 0},
-        {kRead, kShareRead, kRead, kShareAll, 0},
         {kWrite, kShareRead, kRead, kShareAll, 0},
         {kWrite, kShareAll, kWrite, kShareAll, 0},
     };
@@ -78,43 +69,36 @@ TEST_F(HostFiles, SharingIsRefusedToWhomTheFirstOrTheSecondDenies) {
 TEST_F(HostFiles, ReadsWritesAndSeeks) {
     ASSERT_EQ(open(folder / "data", kRead | kWrite, 0, CREATE_NEW), 0u);
     std::uint32_t count = 0;
-    std::uint64_t position = 0;
+    std::uint64_t number = 0;
     char buffer[8] = {};
+    const auto at = [&](std::uint64_t offset) {
+        EXPECT_EQ(files.readAt(last, offset, buffer, 8, count), 0u) << offset;
+        return std::string(buffer, count);
+    };
     EXPECT_EQ(files.write(last, "0123456789", 10, count), 0u);
     EXPECT_EQ(count, 10u);
-    EXPECT_EQ(files.read(last, buffer, 4, count), 0u);
-    EXPECT_EQ(count, 0u);
-
-    EXPECT_EQ(files.seek(last, -3, SeekFrom::end, position), 0u);
-    EXPECT_EQ(position, 7u);
+    EXPECT_EQ(files.seek(last, -3, SeekFrom::end, number), 0u);
+    EXPECT_EQ(number, 7u);
     EXPECT_EQ(files.read(last, buffer, 8, count), 0u);
     EXPECT_EQ(std::string(buffer, count), "789");
-    EXPECT_EQ(files.seek(last, -8, SeekFrom::current, position), 0u);
-    EXPECT_EQ(position, 2u);
-    EXPECT_EQ(files.seek(last, -1, SeekFrom::begin, position), ERROR_NEGATIVE_SEEK);
-    EXPECT_EQ(files.read(last, buffer, 2, count), 0u);
-    EXPECT_EQ(std::string(buffer, count), "23");
-
-    const struct {
-        std::uint64_t offset;
-        const char* bytes;
-    } places[] = {{0, "01234567"}, {8, "89"}, {10, ""}, {0x123456789Aull, ""}};
-    for (const auto& place : places) {
-        EXPECT_EQ(files.readAt(last, place.offset, buffer, 8, count), 0u);
-        EXPECT_EQ(std::string(buffer, count), place.bytes);
-    }
+    EXPECT_EQ(files.read(last, buffer, 8, count), 0u);
+    EXPECT_EQ(count, 0u);
+    EXPECT_EQ(files.seek(last, -8, SeekFrom::current, number), 0u);
+    EXPECT_EQ(number, 2u);
+    EXPECT_EQ(files.seek(last, -1, SeekFrom::begin, number), ERROR_NEGATIVE_SEEK);
+    EXPECT_EQ(at(0), "01234567");
+    EXPECT_EQ(at(8), "89");
+    EXPECT_EQ(at(0x123456789A), "");
     count = 7;
     EXPECT_NE(files.readAt(last, std::numeric_limits<std::uint64_t>::max(), buffer, 8, count), 0u);
     EXPECT_EQ(count, 0u);
 
     // Beyond 4 GiB: what was skipped reads as zeros and takes no room on most file systems.
-    std::uint64_t bytes = 0;
-    EXPECT_EQ(files.seek(last, 0x100000001, SeekFrom::begin, position), 0u);
+    EXPECT_EQ(files.seek(last, 0x100000001, SeekFrom::begin, number), 0u);
     EXPECT_EQ(files.write(last, "x", 1, count), 0u);
-    EXPECT_EQ(files.size(last, bytes), 0u);
-    EXPECT_EQ(bytes, 0x100000002u);
-    EXPECT_EQ(files.readAt(last, 0x100000000, buffer, 8, count), 0u);
-    EXPECT_EQ(std::string(buffer, count), std::string("\0x", 2));
+    EXPECT_EQ(files.size(last, number), 0u);
+    EXPECT_EQ(number, 0x100000002u);
+    EXPECT_EQ(at(0x100000000), std::string("\0x", 2));
     EXPECT_EQ(files.flush(last), 0u);
 }
 

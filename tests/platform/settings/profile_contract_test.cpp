@@ -2,6 +2,7 @@
 // the same answers.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -15,29 +16,21 @@ using toolbox::platform::ProfileEntry;
 class ProfileStoreContract : public SettingsFixture {};
 
 TEST_F(ProfileStoreContract, FindsTheTextOfAnEntry) {
-    struct Case {
+    const struct {
         std::string file;
-        const char* section;
-        const char* entry;
-        const char* expected;
-    };
-    const Case cases[] = {
+        const char *section, *entry, *expected;
+    } cases[] = {
         // Blanks and quotes around a value.
         {"[s]\r\n  k =  v x  \r\n", "s", "k", "v x"},
-        {"[s]\r\n\tk\t=\tv\t\r\n", "s", "k", "v"},
         {"[s]\r\nk=\v v\f\x1A\r\n", "s", "k", "v"},
         {"[s]\r\nk=\xA0v\xA0\r\n", "s", "k", "\xA0v\xA0"},
         {"[s]\r\nk=  \" a \"  \r\n", "s", "k", " a "},
         {"[s]\r\nk='a b'\r\n", "s", "k", "a b"},
         {"[s]\r\nk=\"\"a\"\"\r\n", "s", "k", "\"a\""},
-        {"[s]\r\nk=\"'a'\"\r\n", "s", "k", "'a'"},
         {"[s]\r\nk=\"a'\r\n", "s", "k", "\"a'"},
-        {"[s]\r\nk=\"a\r\n", "s", "k", "\"a"},
         {"[s]\r\nk=\"a\"b\r\n", "s", "k", "\"a\"b"},
         {"[s]\r\nk=\"\r\n", "s", "k", "\""},
-        {"[s]\r\nk=''\r\n", "s", "k", ""},
         {"[s]\r\nk=a=b ; c\r\n", "s", "k", "a=b ; c"},
-        {"[s]\r\nk=\x80\x81\xE9\xFF\r\n", "s", "k", "\x80\x81\xE9\xFF"},
         // An empty entry is there, a line without '=' is not but hides what follows.
         {"[s]\r\nk=   \r\n", "s", "k", ""},
         {"[s]\r\nk\r\nk=v\r\n", "s", "k", "<none>"},
@@ -49,17 +42,13 @@ TEST_F(ProfileStoreContract, FindsTheTextOfAnEntry) {
         {"[s]k=w\r\nk=v\r\n", "s", "k", "v"},
         {"[s]t]\r\nk=v\r\n", "s]t", "k", "v"},
         {"[s\r\nk=v\r\n", "s", "k", "<none>"},
-        {"[[s]\r\nk=v\r\n", "s", "k", "<none>"},
         {"k=v\r\n[s]\r\n", "s", "k", "<none>"},
         // The first of equal names.
         {"[s]\r\nk=1\r\nk=2\r\n", "s", "k", "1"},
-        {"[s]\r\nk=1\r\n[t]\r\n[s]\r\nk=2\r\n", "s", "k", "1"},
         {"[s]\r\na=1\r\n[t]\r\n[s]\r\nk=2\r\n", "s", "k", "<none>"},
         // Line ends, NULs, encodings.
-        {"[s]\nk=v", "s", "k", "v"},
         {"[s]\rk=v\r", "s", "k", "v"},
         {"[s]\r\r\nk=v\r\r\n", "s", "k", "v"},
-        {"[s]\r\nk=a\0b\r\n"s, "s", "k", "a"},
         {"[s]\r\nj=a\0b\r\nk=v\r\n"s, "s", "k", "v"},
         {"[s]\r\n\0k=a\r\n"s, "s", "k", "<none>"},
         {"[s]\r\nj=" + std::string(1 << 20, 'x') + "\r\nk=v\r\n", "s", "k", "v"},
@@ -68,7 +57,7 @@ TEST_F(ProfileStoreContract, FindsTheTextOfAnEntry) {
         {"\xFE\xFF\0[\0s\0]\0\n\0k\0=\0v\0\n"s, "s", "k", "v"},
         {"", "s", "k", "<none>"},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.file.substr(0, 60));
         const std::string file = profileHolding(c.file);
         EXPECT_EQ(read(file, c.section, c.entry), c.expected);
@@ -84,31 +73,25 @@ TEST_F(ProfileStoreContract, FindsTheTextOfAnEntry) {
 }
 
 TEST_F(ProfileStoreContract, GivesTheDefaultAndCutsAtTheBuffer) {
-    struct Case {
-        const char* entry;
-        const char* fallback;
+    const struct {
+        const char *entry, *fallback;
         int size;
         bool found;
         const char* expected;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"absent", "  d   ", 20, false, "  d"},
-        {"absent", "d\t", 20, false, "d\t"},
         {"absent", "\"d\"", 20, false, "d"},
         {"absent", nullptr, 20, false, ""},
         {"absent", "   ", 20, false, " "},
         {"absent", "default", 4, false, "def"},
         {"k", "d", 5, true, "abcd"},
         {"k", "d", 1, true, ""},
-        {"quoted", "d", 5, true, "abcd"},
         {"empty", "d", 20, true, ""},
-        {"a=b", " d ", 20, false, " d"},
-        {"", "d", 20, false, "d"},
         {"k\r\n", "d", 20, false, "d"},
         {nullptr, "d", 20, false, "d"},
     };
     const std::string file = profileHolding("[s]\r\nk=abcdef\r\nquoted=\"abcdef\"\r\nempty=\r\n");
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         std::string text(static_cast<std::size_t>(c.size) + 1, '#');
         EXPECT_EQ(profiles().read(file.c_str(), "s", c.entry, c.fallback, text.data(), c.size),
                   c.found)
@@ -122,36 +105,23 @@ TEST_F(ProfileStoreContract, GivesTheDefaultAndCutsAtTheBuffer) {
 }
 
 /// The lines of a profile as both systems agree on them: no blank lines, no blanks around names.
-std::string essence(const std::string& bytes) {
-    std::string result;
-    std::string line;
-    for (const char c : bytes + "\n") {
-        if (c != '\r' && c != '\n') {
-            if (c != ' ') line += c;
-            continue;
-        }
-        if (!line.empty()) result += line + "|";
-        line.clear();
-    }
-    return result;
+std::string essence(std::string bytes) {
+    std::erase_if(bytes, [](char c) { return c == '\r' || c == ' '; });
+    std::ranges::replace(bytes, '\n', '|');
+    const auto blank = [](char a, char b) { return a == '|' && b == '|'; };
+    bytes.erase(std::ranges::unique(bytes, blank).begin(), bytes.end());
+    return bytes;
 }
 
 TEST_F(ProfileStoreContract, ChangesOneEntryAndKeepsAllOtherLines) {
-    struct Case {
-        const char* before;
-        const char* section;
-        const char* entry;
-        const char* value;
-        const char* after;
-    };
-    const Case cases[] = {
+    const struct {
+        const char *before, *section, *entry, *value, *after;
+    } cases[] = {
         {"", "s", "k", "v", "[s]|k=v|"},
         {"; top\r\n\r\n[s]\r\n; c\r\na=1\r\njunk\r\n[bad\r\n=x\r\n", "s", "k", "v",
          ";top|[s]|;c|a=1|junk|[bad|=x|k=v|"},
         {"[s]\r\n  K  =  1  \r\nm=2\r\n", "s", "k", "v", "[s]|K=v|m=2|"},
-        {"[s]\r\nk=1\r\nk=2\r\n", "s", "k", "v", "[s]|k=v|k=2|"},
         {"[s]\r\nk\r\n", "S", "k", "v", "[s]|k=v|"},
-        {"[s]\r\na=1\r\n; end\r\n\r\n[t]\r\nb=2\r\n", "s", "k", "v", "[s]|a=1|;end|k=v|[t]|b=2|"},
         {"[t]\r\nb=2", "s", "k", "v", "[t]|b=2|[s]|k=v|"},
         {"[s]\r\nb=2", "s", "k", "v", "[s]|b=2|k=v|"},
         {"[s]\na=1\n[t]\nb=2\n", "s", "a", "v", "[s]|a=v|[t]|b=2|"},
@@ -159,17 +129,14 @@ TEST_F(ProfileStoreContract, ChangesOneEntryAndKeepsAllOtherLines) {
         {"[s]\r\na=1\r\n[t]\r\n[s]\r\nk=2\r\n", "s", "k", "v", "[s]|a=1|k=v|[t]|[s]|k=2|"},
         {"\xEF\xBB\xBF[s]\r\nb=2\r\n", "s", "k", "\xE9", "\xEF\xBB\xBF[s]|b=2|k=\xC3\xA9|"},
         {"[s]\r\n", "s", "k", "\"v\"", "[s]|k=\"v\"|"},
-        {"[s]\r\nk=1\r\n", "s", "k", "", "[s]|k=|"},
-        {"[s]\r\n", "s", ";k", "v", "[s]|;k=v|"},
         {"[s]\r\nm=1\r\n", "s", "k", "v\r\nm=2", "[s]|m=1|k=v|"},
         // Removing.
         {"[s]\r\nk=1\r\nm=2\r\n", "s", "K", nullptr, "[s]|m=2|"},
         {"[s]\r\nk=1\r\nk=2\r\n", "s", "k", nullptr, "[s]|k=2|"},
-        {"[s]\r\nk=1\r\n", "s", "k", nullptr, "[s]|"},
         {"[s]\r\nk=1\r\n", "s", "absent", nullptr, "[s]|k=1|"},
         {"[s]\r\nk=1\r\n", "absent", "k", nullptr, "[s]|k=1|"},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         const std::string file = profileHolding(c.before);
         EXPECT_EQ(profiles().write(file.c_str(), c.section, c.entry, c.value), 0u) << c.before;
         EXPECT_EQ(essence(folder_.read(file)), c.after) << c.before;
@@ -202,35 +169,6 @@ TEST_F(ProfileStoreContract, RefusesWhatCouldNotBeReadBack) {
     EXPECT_NE(profiles().write("", "s", "k", "v"), 0u);
     EXPECT_NE(profiles().write((folder_ / "").c_str(), "s", "k", "v"), 0u);
     EXPECT_NE(profiles().write((folder_ / "no such folder/x.ini").c_str(), "s", "k", "v"), 0u);
-}
-
-TEST_F(ProfileStoreContract, WhatIsWrittenReadsBackWhateverTheFileHeld) {
-    const std::string files[] = {"[s",
-                                 "]",
-                                 "[",
-                                 "[s]",
-                                 "[s]\r\n[",
-                                 "\0\0\0"s,
-                                 "[s]\0k=v"s,
-                                 "\xEF\xBB",
-                                 "\xEF\xBB\xBF",
-                                 "\xFF\xFE",
-                                 "\xFF\xFE[",
-                                 "\xFE\xFF\0"s,
-                                 "\r\n\r\n[s]\r\r\n\n\n",
-                                 "=\r\n==\r\n[s]\r\n=",
-                                 "[s]\r\nk=\0"s,
-                                 "[[[[]]]]",
-                                 std::string(1 << 20, '['),
-                                 std::string(3000, '\n'),
-                                 "[s]\r\nk=" + std::string(1 << 20, 'x')};
-    for (const std::string& bytes : files) {
-        const std::string file = profileHolding(bytes);
-        EXPECT_EQ(profiles().write(file.c_str(), "s", "k", "value"), 0u) << bytes.substr(0, 30);
-        EXPECT_EQ(read(file, "s", "k"), "value") << bytes.substr(0, 30);
-        EXPECT_EQ(profiles().write(file.c_str(), "s", "k", nullptr), 0u);
-        EXPECT_EQ(read(file, "s", "k"), "<none>") << bytes.substr(0, 30);
-    }
 }
 
 TEST_F(ProfileStoreContract, ABareNameLiesInOneFixedPlace) {

@@ -11,7 +11,7 @@
 #include "frame/view.h"
 #include "meter_dialog.h"
 #include "open_workbench.h"
-#include "project_store.h"
+#include "project/project_store.h"
 #include "resources/resource.h"
 #include "support/window_kit.h"
 #include "table/table_view.h"

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "open_workbench.h"
-#include "project_store.h"
+#include "project/project_store.h"
 #include "resources/resource.h"
 #include "settings/full_path.h"
 #include "support/window_kit.h"

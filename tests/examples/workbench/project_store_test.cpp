@@ -1,5 +1,5 @@
 // Projects in files: back as they were, and what is left of damaged ones.
-#include "project_store.h"
+#include "project/project_store.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "crc32.h"
+#include "project/crc32.h"
 #include "support/temp_folder.h"
 #include "toolbox/block_files.h"
 #include "toolbox/text.h"

@@ -56,9 +56,8 @@ class Package(unittest.TestCase):
             command = [options.emulator, shutil.copy(program, folder)]
         else:
             command = [program]
-        where = {**os.environ, "LD_LIBRARY_PATH": str(self.prefix / options.libdir)}
-        printed = run(*command, *arguments, cwd=self.folder, env=where)
-        return printed.replace("\r", "").splitlines()
+        env = {**os.environ, "LD_LIBRARY_PATH": str(self.prefix / options.libdir)}
+        return run(*command, *arguments, cwd=self.folder, env=env).replace("\r", "").splitlines()
 
     def expected(self, module, file_version):
         number = MAJOR * 10000 + MINOR * 100 + PATCH

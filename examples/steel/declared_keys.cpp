@@ -1,3 +1,4 @@
+// Fills the library's key data from short declarations; the descriptions are texts of the program.
 #include "declared_keys.h"
 
 #include "toolbox/messages.h"

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "support/child_boxes.h"
+#include "child_boxes.h"
 #include "support/window_kit.h"
 #include "toolbox/command_manager.h"
 #include "toolbox/tools.h"

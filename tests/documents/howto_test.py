@@ -12,12 +12,12 @@ import argparse
 import pathlib
 import re
 import shutil
-import subprocess
 import sys
 import tempfile
 
 sys.dont_write_bytecode = True
 import pages  # beside this file
+from pages import run
 
 parser = argparse.ArgumentParser()
 for name in ("page", "source", "library", "compiler", "emulator", "flags", "libraries"):
@@ -27,21 +27,6 @@ options = parser.parse_args()
 SOURCE = pathlib.Path(options.source)
 OTHER_SYSTEM = "posix" if options.emulator else "win32"
 PAGE = pathlib.Path(options.page)
-
-
-def run(*command, given="", **more):
-    """The output of a command that gets `given` to read."""
-    # Not a pipe: Wine's services, started with the first program, would keep it open.
-    with tempfile.TemporaryFile("w+") as written, tempfile.TemporaryFile("w+") as output:
-        written.write(given)
-        written.seek(0)
-        done = subprocess.run([str(part) for part in command], stdin=written, stdout=output,
-                              stderr=subprocess.STDOUT, timeout=100, **more)
-        output.seek(0)
-        text = output.read()
-    if done.returncode:
-        sys.exit(f"{' '.join(map(str, command))}\n{text}")
-    return text
 
 
 def apply_page(root):

@@ -1,5 +1,8 @@
-"""The code blocks of a page: one after a line that is a file's name in backticks is that file."""
+"""The code blocks of a page: one after a line that is a file's name in backticks is that file. And
+what it takes to try them: running commands."""
 import re
+import subprocess
+from tempfile import TemporaryFile
 
 BLOCK = re.compile(r"(?:^`([^`\n]+)`:\n\n)?^```(\w+)\n(.*?)^```$", re.M | re.S)
 
@@ -26,3 +29,18 @@ def printed(page):
     if len(texts) != 1:
         raise SystemExit(f"{page} says {len(texts)} times what its program prints")
     return texts[0]
+
+
+def run(*command, given="", **more):
+    """The output of a command that gets `given` to read; the error when it fails has it, too."""
+    # Not a pipe: Wine's services, started with the first program, would keep it open.
+    with TemporaryFile("w+") as written, TemporaryFile("w+", errors="replace") as output:
+        written.write(given)
+        written.seek(0)
+        done = subprocess.run([str(part) for part in command], stdin=written, stdout=output,
+                              stderr=subprocess.STDOUT, timeout=100, **more)
+        output.seek(0)
+        text = output.read()
+    if done.returncode:
+        raise AssertionError(f"{command} ended with {done.returncode}:\n{text}")
+    return text

@@ -16,13 +16,6 @@ using session::waitFor;
 
 constexpr WPARAM kAdd = 3000;
 
-/// The frontmost child of a class; null when there is none.
-HWND childOf(HWND window, const char* className) {
-    for (const HWND child : session::childrenOf(window))
-        if (session::classOf(child) == className) return child;
-    return nullptr;
-}
-
 /// Says OK to message boxes until one that has the text was answered.
 void answerBoxes(const session::Program& notes, const char* text) {
     waitFor(std::string("the box with \"") + text + '"', [&] {
@@ -39,16 +32,16 @@ void answerBoxes(const session::Program& notes, const char* text) {
 void use(const std::string& program, const std::string& file, bool refused) {
     const session::Program notes('"' + program + "\" \"" + file + '"');
     const HWND frame = waitFor("the frame", [&] { return notes.find("MDIFrame"); });
-    const HWND document = waitFor("the document", [&] { return childOf(frame, "NotesDocument"); });
+    const HWND client = FindWindowExA(frame, nullptr, "MDIClient", nullptr);
+    const HWND document = waitFor(
+        "the document", [&] { return FindWindowExA(client, nullptr, "NotesDocument", nullptr); });
     SendMessageA(frame, WM_COMMAND, kAdd, 0);
-    if (refused) {
-        // Twice: a document that went in spite of the box shows no second one.
-        for (int i = 0; i < 2; ++i) {
-            PostMessageA(document, WM_SYSCOMMAND, SC_CLOSE, 0);
-            answerBoxes(notes, "cannot be written");
-        }
-        return;
+    // Refused twice: a document that went in spite of the box shows no second one.
+    for (int i = 0; refused && i < 2; ++i) {
+        PostMessageA(document, WM_SYSCOMMAND, SC_CLOSE, 0);
+        answerBoxes(notes, "cannot be written");
     }
+    if (refused) return;
     PostMessageA(document, WM_SYSCOMMAND, SC_CLOSE, 0);
     waitFor("the end of the document", [&] { return !IsWindow(document); });
     PostMessageA(frame, WM_CLOSE, 0, 0);

@@ -5,6 +5,7 @@
 // nobody sees.
 #include <windows.h>
 
+#include <cstdarg>
 #include <cstdio>
 #include <cstring>
 
@@ -13,30 +14,28 @@ namespace {
 constexpr int kMostTraces = 5;     // a fault in a handler's handler would go on for ever
 constexpr ULONG kMostFrames = 32;  // the first few are this handler and the system's dispatcher
 
-void print(const char* text) {
+/// The C++ run-time's and the system's own memory may be gone at a program's end: the stack serves.
+[[gnu::format(gnu_printf, 1, 2)]] void print(const char* format, ...) {
+    char text[MAX_PATH + 100];
+    va_list values;
+    va_start(values, format);
+    std::vsnprintf(text, sizeof text, format, values);
+    va_end(values);
     DWORD written;
     WriteFile(GetStdHandle(STD_ERROR_HANDLE), text, static_cast<DWORD>(std::strlen(text)), &written,
               nullptr);
 }
 
-/// The C++ run-time's and the system's own memory may be gone at a program's end: the stack serves.
 void printPlace(const char* what, const void* address) {
     MEMORY_BASIC_INFORMATION region{};
-    char text[128];
-    if (!VirtualQuery(address, &region, sizeof region) || !region.AllocationBase) {
-        std::snprintf(text, sizeof text, "%s %p in no module\n", what, address);
-        print(text);
-        return;
-    }
-    const auto offset =
-        static_cast<const char*>(address) - static_cast<char*>(region.AllocationBase);
-    std::snprintf(text, sizeof text, "%s %p: %p + 0x%lx ", what, address, region.AllocationBase,
-                  static_cast<unsigned long>(offset));
-    print(text);
+    VirtualQuery(address, &region, sizeof region);
+    const auto* const module = static_cast<char*>(region.AllocationBase);
     char name[MAX_PATH] = "";
-    GetModuleFileNameA(static_cast<HMODULE>(region.AllocationBase), name, sizeof name - 1);
-    print(name[0] ? name : "(no module)");
-    print("\n");
+    if (module)
+        GetModuleFileNameA(static_cast<HMODULE>(region.AllocationBase), name, sizeof name - 1);
+    print("%s %p: %p + 0x%lx %s\n", what, address, region.AllocationBase,
+          static_cast<unsigned long>(static_cast<const char*>(address) - module),
+          name[0] ? name : "(no module)");
 }
 
 LONG CALLBACK trace(EXCEPTION_POINTERS* fault) {
@@ -48,19 +47,12 @@ LONG CALLBACK trace(EXCEPTION_POINTERS* fault) {
         InterlockedIncrement(&traces) > kMostTraces)
         return EXCEPTION_CONTINUE_SEARCH;
 
-    char text[128];
-    std::snprintf(text, sizeof text, "\nexception 0x%08lx, thread %lu\n", record.ExceptionCode,
-                  GetCurrentThreadId());
-    print(text);
+    print("\nexception 0x%08lx, thread %lu\n", record.ExceptionCode, GetCurrentThreadId());
     printPlace("at", record.ExceptionAddress);
-    if (record.ExceptionCode == EXCEPTION_ACCESS_VIOLATION && record.NumberParameters > 1) {
-        std::snprintf(text, sizeof text, "%s 0x%llx\n",
-                      record.ExceptionInformation[0] == 1 ? "writing"
-                      : record.ExceptionInformation[0]    ? "executing"
-                                                          : "reading",
-                      static_cast<unsigned long long>(record.ExceptionInformation[1]));
-        print(text);
-    }
+    if (record.ExceptionCode == EXCEPTION_ACCESS_VIOLATION && record.NumberParameters > 1)
+        print("access %lu (0 read, 1 write, 8 execute) of 0x%llx\n",
+              static_cast<unsigned long>(record.ExceptionInformation[0]),
+              static_cast<unsigned long long>(record.ExceptionInformation[1]));
     void* frames[kMostFrames];
     const ULONG count = CaptureStackBackTrace(0, kMostFrames, frames, nullptr);
     for (ULONG i = 0; i < count; ++i) printPlace("from", frames[i]);

@@ -49,7 +49,8 @@ class FaultyFiles final : public toolbox::platform::FileSystem {
     }
     /// Calls made so far, failed ones included.
     [[nodiscard]] int made(FileCall call) const { return made_[index(call)]; }
-    /// Runs before the n-th call is passed on, say to change the file behind the caller's back.
+    /// Runs before the n-th call is passed on, say to change the file without the caller's
+    /// knowledge.
     std::function<void(FileCall, int)> before;
     /// What diskFree tells of every volume; zeros leave it to the real one.
     std::array<std::uint32_t, 3> disk{};

@@ -20,6 +20,18 @@ BOOL CALLBACK collectDialog(HWND window, LPARAM dialogs) {
     return TRUE;
 }
 
+INPUT mouseEvent(DWORD flags) {
+    INPUT event{};
+    event.type = INPUT_MOUSE;
+    event.mi.dwFlags = flags;
+    return event;
+}
+
+void send(std::vector<INPUT> events) {
+    const auto count = static_cast<UINT>(events.size());
+    EXPECT_EQ(SendInput(count, events.data(), sizeof(INPUT)), count);
+}
+
 INPUT keyEvent(WORD key, DWORD flags) {
     INPUT event{};
     event.type = INPUT_KEYBOARD;
@@ -81,8 +93,7 @@ void pressKey(WORD key, const std::vector<WORD>& modifiers) {
     events.push_back(keyEvent(key, KEYEVENTF_KEYUP));
     for (auto modifier = modifiers.rbegin(); modifier != modifiers.rend(); ++modifier)
         events.push_back(keyEvent(*modifier, KEYEVENTF_KEYUP));
-    EXPECT_EQ(SendInput(static_cast<UINT>(events.size()), events.data(), sizeof(INPUT)),
-              events.size());
+    send(std::move(events));
 }
 
 void typeText(const std::string& text) {
@@ -100,21 +111,16 @@ void moveMouse(HWND window, POINT point) {
     ClientToScreen(window, &point);
     const int width = GetSystemMetrics(SM_CXSCREEN);
     const int height = GetSystemMetrics(SM_CYSCREEN);
-    INPUT event{};
-    event.type = INPUT_MOUSE;
-    event.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
+    INPUT event = mouseEvent(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE);
     // In parts of 65536 of the screen, rounded up so that rounding down gives the pixel.
     event.mi.dx = (point.x * 65536 + width - 1) / width;
     event.mi.dy = (point.y * 65536 + height - 1) / height;
-    EXPECT_EQ(SendInput(1, &event, sizeof event), 1u);
+    send({event});
     pumpMessages();
 }
 
 void mouseButton(DWORD event) {
-    INPUT input{};
-    input.type = INPUT_MOUSE;
-    input.mi.dwFlags = event;
-    EXPECT_EQ(SendInput(1, &input, sizeof input), 1u);
+    send({mouseEvent(event)});
     pumpMessages();
 }
 
@@ -122,11 +128,7 @@ void clickOn(HWND window) {
     RECT area{};
     GetWindowRect(window, &area);
     EXPECT_TRUE(SetCursorPos((area.left + area.right) / 2, (area.top + area.bottom) / 2));
-    INPUT events[2]{};
-    events[0].type = events[1].type = INPUT_MOUSE;
-    events[0].mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
-    events[1].mi.dwFlags = MOUSEEVENTF_LEFTUP;
-    EXPECT_EQ(SendInput(2, events, sizeof(INPUT)), 2u);
+    send({mouseEvent(MOUSEEVENTF_LEFTDOWN), mouseEvent(MOUSEEVENTF_LEFTUP)});
 }
 
 std::vector<HWND> openDialogs() {

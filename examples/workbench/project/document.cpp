@@ -10,7 +10,7 @@
 #include "frame/tracing.h"
 #include "frame/view.h"
 #include "frame/workbench.h"
-#include "project_store.h"
+#include "project/project_store.h"
 #include "resources/workbench_texts.h"
 #include "settings/full_path.h"
 #include "toolbox/meter.h"

@@ -1,7 +1,9 @@
 // How the workbench ends: who is asked, and what keeps it open.
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "dialogs/common_controls.h"
@@ -11,7 +13,7 @@
 #include "frame/view.h"
 #include "meter_dialog.h"
 #include "open_workbench.h"
-#include "project_store.h"
+#include "project/project_store.h"
 #include "resources/resource.h"
 #include "support/window_kit.h"
 #include "table/table_view.h"
@@ -40,10 +42,8 @@ class Closing : public ::testing::Test {
             PostMessageA(box, WM_COMMAND, static_cast<WPARAM>(button), 0);
         });
     }
-    static std::string questionAbout(const Document& document) {
-        std::string name = document.title().str();
-        if (name.ends_with('*')) name.pop_back();
-        return "Save changes to \"" + name + "\"?";
+    static std::string questionAbout(const CString& title) {
+        return "Save changes to \"" + title.str() + "\"?";
     }
 
     static constexpr int kTextOfBox = 0xFFFF;
@@ -52,12 +52,12 @@ class Closing : public ::testing::Test {
 };
 
 TEST_F(Closing, AsksOnceAboutEachProjectWhenTheSessionEnds) {
+    const std::string first = questionAbout(document().title());
     change();
-    const std::string first = questionAbout(document());
     workbench.command(CMD_NEW);
     workbench.command(CMD_NEW);
+    const std::string last = questionAbout(document().title());
     change();
-    const std::string last = questionAbout(document());
     {
         DialogScript script;
         answer(script, IDCANCEL);
@@ -120,91 +120,6 @@ TEST_F(Closing, WaitsForTheDialogThatIsOpen) {
     EXPECT_EQ(document().project().beams()[0].name, "P7");
 }
 
-/// A project that is saved, and closed while a dialog, a box or a menu of its own is open.
-class ClosedMeanwhile : public Closing {
-  protected:
-    ClosedMeanwhile() {
-        change();
-        EXPECT_TRUE(document().saveAs(file));
-        document().select({Selection::OneBeam, 1});
-    }
-    /// Closes the windows of the project and then the dialog.
-    DialogScript::Step closeAnd(int button) {
-        return [this, button](HWND dialog) {
-            Document* const shown = workbench.workbench().documentOf(file);
-            ASSERT_NE(shown, nullptr);
-            while (shown->views.getCount() > 0) shown->views[0]->destroy();
-            pumpMessages();
-            EXPECT_EQ(workbench.workbench().documentOf(file), shown) << "still in use";
-            PostMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0);
-        };
-    }
-    void expectGone() const {
-        pumpMessages();
-        EXPECT_EQ(workbench.workbench().documentOf(file), nullptr);
-        workbench.command(CMD_NEW);
-        EXPECT_EQ(document().views.getCount(), 2) << "the program goes on";
-    }
-    /// Where the first beam of the active drawing is.
-    [[nodiscard]] LPARAM onBeam(const DrawingView& view) const {
-        const BeamPlace place = view.layout().place(document().project().beams()[0]);
-        return MAKELPARAM(place.left + 20, place.axis);
-    }
-
-    const CString file{workbench.folder() / "closed.tbf"};
-};
-
-TEST_F(ClosedMeanwhile, UnderTheDialogsOfItsBeamsAndLabels) {
-    {
-        DialogScript script;
-        script.run(closeAnd(IDOK));
-        workbench.command(CMD_EDIT);
-    }
-    expectGone();
-    ASSERT_TRUE(workbench.workbench().openFile(file));
-    {
-        auto* const drawing = workbench.maximized<DrawingView>(CMD_DRAWING);
-        ASSERT_NE(drawing, nullptr);
-        workbench.command(CMD_LABEL_MODE);
-        DialogScript script;
-        script.run(closeAnd(IDOK));
-        const LPARAM at = onBeam(*drawing);
-        const HWND window = drawing->getHWND();
-        SendMessageA(window, WM_LBUTTONDOWN, MK_LBUTTON, at);
-        SendMessageA(window, WM_LBUTTONUP, 0, at);
-    }
-    expectGone();
-    ASSERT_TRUE(workbench.workbench().openFile(file));
-    auto* const table = workbench.maximized<TableView>(CMD_TABLE);
-    ASSERT_NE(table, nullptr);
-    DialogScript script;
-    script.run(closeAnd(IDOK));
-    NMITEMACTIVATE note{};
-    note.hdr.code = static_cast<UINT>(NM_DBLCLK);
-    SendMessageA(table->getHWND(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&note));
-    expectGone();
-}
-
-TEST_F(ClosedMeanwhile, UnderTheQuestionsAboutIt) {
-    change();
-    workbench.command(CMD_CLOSE_WINDOW);
-    {
-        DialogScript script;
-        script.run(closeAnd(IDNO));
-        SendMessageA(document().views[0]->getHWND(), WM_CLOSE, 0, 0);
-    }
-    expectGone();
-    ASSERT_TRUE(workbench.workbench().openFile(file));
-    change();
-    {
-        DialogScript script;
-        script.run(closeAnd(IDYES));
-        workbench.command(CMD_CLOSE);
-    }
-    expectGone();
-    EXPECT_EQ(loadProject(file.c_str(), {}).project.beams().size(), 2u) << "it was saved";
-}
-
 Document* closed = nullptr;
 
 void CALLBACK closeAndEndMenu(HWND, UINT, UINT_PTR timer, DWORD) {
@@ -213,47 +128,104 @@ void CALLBACK closeAndEndMenu(HWND, UINT, UINT_PTR timer, DWORD) {
     EndMenu();
 }
 
-TEST_F(ClosedMeanwhile, UnderTheMenuOfItsTable) {
-    auto* const table = workbench.maximized<TableView>(CMD_TABLE);
-    ASSERT_NE(table, nullptr);
-    const HWND window = table->getHWND();
-    closed = &document();
-    SetTimer(nullptr, 0, 10, closeAndEndMenu);
-    SendMessageA(window, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(window), -1);
-    expectGone();
+// The windows of a project go while a dialog, a question or a menu of its own is open.
+TEST_F(Closing, OutlivesAProjectThatGoesUnderItsDialogs) {
+    const CString file(workbench.folder() / "closed.tbf");
+    change();
+    ASSERT_TRUE(document().saveAs(file));
+    struct Case {
+        const char* what;
+        int answer;  // 0: there is no dialog
+        std::function<void()> opensDialog;
+    };
+    const Case cases[] = {
+        {"the beam's dialog", IDOK, [&] { workbench.command(CMD_EDIT); }},
+        {"the label's dialog", IDOK,
+         [&] {
+             const auto* const drawing = workbench.maximized<DrawingView>(CMD_DRAWING);
+             workbench.command(CMD_LABEL_MODE);
+             const BeamPlace place = drawing->layout().place(document().project().beams()[0]);
+             const LPARAM onBeam = MAKELPARAM(place.left + 20, place.axis);
+             const HWND window = drawing->getHWND();
+             SendMessageA(window, WM_LBUTTONDOWN, MK_LBUTTON, onBeam);
+             SendMessageA(window, WM_LBUTTONUP, 0, onBeam);
+         }},
+        {"the dialog of a row", IDOK,
+         [&] {
+             NMITEMACTIVATE note{};
+             note.hdr.code = static_cast<UINT>(NM_DBLCLK);
+             SendMessageA(workbench.maximized<TableView>(CMD_TABLE)->getHWND(), WM_NOTIFY, 0,
+                          reinterpret_cast<LPARAM>(&note));
+         }},
+        {"the question of its last window", IDNO,
+         [&] {
+             change();
+             workbench.command(CMD_CLOSE_WINDOW);
+             SendMessageA(document().views[0]->getHWND(), WM_CLOSE, 0, 0);
+         }},
+        {"the question of the command", IDYES,
+         [&] {
+             change();
+             workbench.command(CMD_CLOSE);
+         }},
+        {"the table's menu", 0,
+         [&] {
+             const HWND window = workbench.maximized<TableView>(CMD_TABLE)->getHWND();
+             closed = &document();
+             SetTimer(nullptr, 0, 10, closeAndEndMenu);
+             SendMessageA(window, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(window), -1);
+         }},
+    };
+    for (const Case& test : cases) {
+        SCOPED_TRACE(test.what);
+        ASSERT_TRUE(workbench.workbench().openFile(file));
+        document().select({Selection::OneBeam, 1});
+        DialogScript script;
+        // Not the drawing tools, which are disabled then.
+        const auto isModal = [&](HWND) { return workbench.workbench().isModal(); };
+        if (test.answer)
+            script.waitUntil(test.what, isModal).run([&](HWND dialog) {
+                Document* const shown = workbench.workbench().documentOf(file);
+                ASSERT_NE(shown, nullptr);
+                while (shown->views.getCount() > 0) shown->views[0]->destroy();
+                pumpMessages();
+                EXPECT_EQ(workbench.workbench().documentOf(file), shown) << "still in use";
+                PostMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(test.answer), 0);
+            });
+        test.opensDialog();
+        pumpMessages();
+        EXPECT_EQ(workbench.workbench().documentOf(file), nullptr);
+        workbench.command(CMD_NEW);
+        EXPECT_EQ(document().views.getCount(), 2) << "the program goes on";
+    }
+    EXPECT_EQ(loadProject(file.c_str(), {}).project.beams().size(), 2u) << "Yes saved it";
 }
 
-TEST_F(Closing, TheMeterOfALongJobCanBeCancelled) {
-    DialogScript script;
-    script
-        .waitUntil("progress", [](HWND meter) { return !textOf(meter, IDC_METER_LINE_1).empty(); })
-        .run([](HWND meter) { PostMessageA(meter, WM_COMMAND, IDCANCEL, 0); });
-    send(WM_COMMAND, CMD_SAMPLE);
-    const std::size_t beams = document().project().beams().size();
-    EXPECT_EQ(beams, 10000u);
-    EXPECT_NE(document().results(0), nullptr);
-    EXPECT_EQ(document().results(beams - 1), nullptr) << "computed to the end";
-    EXPECT_TRUE(workbench.hint().ends_with(" of 10000")) << workbench.hint();
-}
-
-TEST_F(Closing, CancelsTheMeterThatIsUpAndStays) {
-    PostMessageA(workbench.frame(), WM_CLOSE, 0, 0);
-    send(WM_COMMAND, CMD_SAMPLE);
-    ASSERT_NE(workbench.frame(), nullptr);
-    const std::size_t beams = document().project().beams().size();
-    ASSERT_GT(beams, 0u);
-    EXPECT_EQ(document().results(beams - 1), nullptr) << "computed to the end";
-    send(WM_CLOSE);
-    EXPECT_EQ(workbench.frame(), nullptr) << "the meter is gone";
-}
-
-TEST_F(Closing, AMeterLeavesTheQuitMessageToTheLoopOutside) {
-    PostQuitMessage(0);
-    send(WM_COMMAND, CMD_SAMPLE);
-    const std::size_t beams = document().project().beams().size();
-    EXPECT_EQ(document().results(beams - 1), nullptr) << "computed to the end";
+TEST_F(Closing, StopsALongJobAtItsEnd) {
+    const std::pair<const char*, std::function<void(DialogScript&)>> ends[] = {
+        {"the meter's button",
+         [](DialogScript& script) {
+             script
+                 .waitUntil("progress",
+                            [](HWND meter) { return !textOf(meter, IDC_METER_LINE_1).empty(); })
+                 .run([](HWND meter) { PostMessageA(meter, WM_COMMAND, IDCANCEL, 0); });
+         }},
+        {"the frame's end",
+         [&](DialogScript&) { PostMessageA(workbench.frame(), WM_CLOSE, 0, 0); }},
+        {"the loop's end", [](DialogScript&) { PostQuitMessage(0); }}};
+    for (const auto& [what, end] : ends) {
+        SCOPED_TRACE(what);
+        DialogScript script;
+        end(script);
+        send(WM_COMMAND, CMD_SAMPLE);
+        ASSERT_NE(workbench.frame(), nullptr) << "the meter is cancelled, the frame stays";
+        EXPECT_EQ(document().project().beams().size(), 10000u);
+        EXPECT_EQ(document().results(9999), nullptr) << "computed to the end";
+        EXPECT_TRUE(workbench.hint().ends_with(" of 10000")) << workbench.hint();
+    }
     MSG message;
-    EXPECT_TRUE(PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+    EXPECT_TRUE(PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE))
+        << "left to the loop outside";
 }
 
 TEST_F(Closing, ABoxIsAllThatTakesInput) {
@@ -263,38 +235,29 @@ TEST_F(Closing, ABoxIsAllThatTakesInput) {
     ASSERT_NE(keys, nullptr);
     ASSERT_NE(palette, nullptr);
     change();
-    const auto check = [&](HWND box) {
+    DialogScript script;
+    script.run([&](HWND box) {
         EXPECT_FALSE(IsWindowEnabled(keys));
         EXPECT_FALSE(IsWindowEnabled(palette));
         EXPECT_TRUE(workbench.workbench().frame().isAcceleratorFrozen());
         send(WM_CLOSE);  // no second question
         EXPECT_TRUE(IsWindowEnabled(box));
         PostMessageA(box, WM_COMMAND, IDCANCEL, 0);
-    };
-    DialogScript script;
-    script.run(check);
+    });
     send(WM_CLOSE);
     EXPECT_TRUE(IsWindowEnabled(keys));
     EXPECT_TRUE(IsWindowEnabled(palette));
-    script.run(check);
-    send(WM_COMMAND, CMD_ENGLISH);
-    EXPECT_TRUE(IsWindowEnabled(keys));
 }
 
 TEST_F(Closing, KeepsTheSizeThatAMinimizedFrameComesBackWith) {
-    const auto isMaximized = [&] {
+    for (const auto& [show, expected] :
+         {std::pair{SW_SHOWMINIMIZED, 0}, {SW_SHOWMAXIMIZED, 1}, {SW_SHOWMINIMIZED, 1}}) {
+        ShowWindow(workbench.frame(), show);
         savePlacement(workbench.frame(), "Tried");
         int maximized = -1;
         GMSG::getProfile("Tried", "Maximized", maximized, -1);
-        return maximized;
-    };
-    EXPECT_EQ(isMaximized(), 0);
-    ShowWindow(workbench.frame(), SW_SHOWMINIMIZED);
-    EXPECT_EQ(isMaximized(), 0);
-    ShowWindow(workbench.frame(), SW_SHOWMAXIMIZED);
-    EXPECT_EQ(isMaximized(), 1);
-    ShowWindow(workbench.frame(), SW_SHOWMINIMIZED);
-    EXPECT_EQ(isMaximized(), 1);
+        EXPECT_EQ(maximized, expected) << show;
+    }
 }
 
 }  // namespace

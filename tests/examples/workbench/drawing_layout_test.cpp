@@ -26,14 +26,13 @@ class Drawing : public ::testing::Test {
 
     std::uint32_t add(double x, double y, double span, double uniform = 0,
                       std::vector<PointLoad> loads = {}) {
-        Beam beam;
-        beam.name = freeBeamName(project);
-        beam.x = x;
-        beam.y = y;
-        beam.span = span;
-        beam.uniform = uniform;
-        beam.loads = std::move(loads);
-        const std::uint32_t id = project.put(beam);
+        const std::uint32_t id = project.put(Beam{.name = freeBeamName(project),
+                                                  .section = {},
+                                                  .x = x,
+                                                  .y = y,
+                                                  .span = span,
+                                                  .uniform = uniform,
+                                                  .loads = std::move(loads)});
         EXPECT_NE(id, 0u);
         layout.measureLoads(project);
         return id;
@@ -45,19 +44,15 @@ class Drawing : public ::testing::Test {
 };
 
 TEST_F(Drawing, FitsAProjectIntoAPartOfTheWindow) {
-    struct Case {
-        const char* what;
-        toolbox::PlaneRect extent;
-    };
-    const Case cases[] = {{"wide", {-20, 4, 100, -4}},
-                          {"high", {0, 10, 9, -4000}},
-                          {"one beam", {2, 3, 5, 3}},
-                          {"far away", {9e5, 9e5, 9e5 + 6, 9e5 - 8}}};
-    for (const Case& test : cases) {
-        SCOPED_TRACE(test.what);
-        const DrawingPlane plane(test.extent, kPart);
-        const Pixel first = plane.toWindow({test.extent.left, test.extent.top});
-        const Pixel last = plane.toWindow({test.extent.right, test.extent.bottom});
+    const std::pair<const char*, toolbox::PlaneRect> cases[] = {
+        {"wide", {-20, 4, 100, -4}},
+        {"high", {0, 10, 9, -4000}},
+        {"far away", {9e5, 9e5, 9e5 + 6, 9e5 - 8}}};
+    for (const auto& [what, extent] : cases) {
+        SCOPED_TRACE(what);
+        const DrawingPlane plane(extent, kPart);
+        const Pixel first = plane.toWindow({extent.left, extent.top});
+        const Pixel last = plane.toWindow({extent.right, extent.bottom});
         EXPECT_TRUE(kPart.grown(-40).contains(first)) << first.x << ' ' << first.y;
         EXPECT_TRUE(kPart.grown(-40).contains(last)) << last.x << ' ' << last.y;
         EXPECT_NEAR(first.x - kPart.left, kPart.right - last.x, 2);
@@ -65,15 +60,11 @@ TEST_F(Drawing, FitsAProjectIntoAPartOfTheWindow) {
 }
 
 TEST_F(Drawing, FitsLoadsAndTextsOfABeamToo) {
-    const std::uint32_t id = add(0, 0, 7.3, 5, {{3, 24}});
-    Label label{.beam = id, .x = 0, .y = -2.5, .text = "$NAME$"};
-    project.put(label);
     for (const double force : {24.0, -24.0}) {
-        Beam loaded = beam(id);
-        loaded.loads[0].force = force;
-        project.put(loaded);
-        layout.measureLoads(project);
-        for (const int height : {230, 300, 600}) {
+        project = {};
+        const std::uint32_t id = add(0, 0, 7.3, 5, {{3, force}});
+        project.put(Label{.beam = id, .x = 0, .y = -2.5, .text = "$NAME$"});
+        for (const int height : {230, 600}) {
             const PixelRect part{50, 0, 950, height};
             layout.fit(project, part);
             const PixelRect all = layout.around(beam(id), layout.place(beam(id)));
@@ -133,19 +124,15 @@ TEST_F(Drawing, StandsCombAndCurveBetweenTheSupports) {
 }
 
 TEST_F(Drawing, AlignsTheBoxOfALabelToItsPlace) {
-    Label label;
-    label.x = 1;
-    label.y = 2;
     const Pixel at = layout.plane.toWindow({1, 2});
-    label.alignment = Label::Left;
-    EXPECT_EQ(layout.box(label, 60, 14).left, at.x);
-    EXPECT_EQ(layout.box(label, 60, 14).top, at.y);
-    label.alignment = Label::Right;
-    EXPECT_EQ(layout.box(label, 60, 14).right, at.x);
-    label.alignment = Label::Center;
-    const PixelRect box = layout.box(label, 60, 14);
-    EXPECT_EQ(box.left + box.right, 2 * at.x);
-    EXPECT_GT(box.width(), 60);
+    const auto box = [&](Label::Alignment alignment) {
+        return layout.box(Label{.x = 1, .y = 2, .alignment = alignment, .text = {}}, 60, 14);
+    };
+    EXPECT_EQ(box(Label::Left).left, at.x);
+    EXPECT_EQ(box(Label::Left).top, at.y);
+    EXPECT_EQ(box(Label::Right).right, at.x);
+    EXPECT_EQ(box(Label::Center).left + box(Label::Center).right, 2 * at.x);
+    EXPECT_GT(box(Label::Center).width(), 60);
 }
 
 TEST_F(Drawing, FindsWhatIsUnderTheMouse) {
@@ -181,8 +168,7 @@ TEST_F(Drawing, MakesBeamsOfDraggedLines) {
         Pixel start, end;
         double x, y, span;
     };
-    const Case cases[] = {{{100, 300}, {340, 300}, 0, 0, 6},
-                          {{341, 299}, {99, 250}, 0, 0, 6},       // backwards, and not level
+    const Case cases[] = {{{341, 299}, {99, 250}, 0, 0, 6},       // backwards, and not level
                           {{183, 221}, {303, 221}, 2.1, 2, 3.0},  // 2.075 to 5.075
                           {{100, 300}, {101, 300}, 0, 0, 0}};
     for (const Case& test : cases) {
@@ -192,9 +178,7 @@ TEST_F(Drawing, MakesBeamsOfDraggedLines) {
         EXPECT_DOUBLE_EQ(made.span, test.span);
     }
     add(0, 0, 3);
-    Beam other;
-    other.name = "P3";
-    project.put(other);
+    project.put(Beam{.name = "P3", .section = {}, .loads = {}});
     EXPECT_EQ(freeBeamName(project), "P4");
 }
 
@@ -202,17 +186,12 @@ TEST_F(Drawing, ReadsForcesFromLengthsInHalvesOfAKilonewton) {
     const std::uint32_t id = add(0, 0, 6);
     const BeamPlace place = layout.place(beam(id));
     const double scale = layout.forceScale();
-    struct Case {
-        int y;
-        double force;
-    };
-    for (const Case& test : {Case{place.top - static_cast<int>(12.5 * scale), 12.5},
-                             {place.top, 0},
-                             {place.axis, 0},
-                             {place.bottom + static_cast<int>(4 * scale), -4},
-                             {place.top - 1, 0},
-                             {place.top - 100000000, kLoadMax}})
-        EXPECT_DOUBLE_EQ(forceFrom(layout, beam(id), test.y), test.force) << test.y;
+    for (const auto& [y, force] : {std::pair{place.top - static_cast<int>(12.5 * scale), 12.5},
+                                   {place.axis, 0},
+                                   {place.bottom + static_cast<int>(4 * scale), -4},
+                                   {place.top - 1, 0},
+                                   {place.top - 100000000, kLoadMax}})
+        EXPECT_DOUBLE_EQ(forceFrom(layout, beam(id), y), force) << y;
     const double uniform = layout.uniformScale();
     const int high = place.top - static_cast<int>(8 * uniform);
     const int low = place.bottom + static_cast<int>(3 * uniform);

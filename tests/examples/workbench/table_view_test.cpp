@@ -103,22 +103,6 @@ TEST_F(TableWindow, CopiesWhatItShowsUnderTheFormatsOfTheKeys) {
     EXPECT_EQ(copied(), "beam\tsection\tL [m]\tM [kNm]\r\nA\tIPE 300\t6.00\t37.863\r\n");
 }
 
-TEST_F(TableWindow, ShowsNoNumberThatItsFormatCuts) {
-    Beam beam = document().project().beams()[0];
-    beam.uniform = 8000;
-    document().put(beam);
-    const Label label{.beam = first, .text = "$M$"};
-    EXPECT_EQ(copied().substr(28, 25), "A\tIPE 300\t6.00\t36001.86\r\n");
-    EXPECT_EQ(document().textOf(label), "36001.86");
-    RealFormat narrow;
-    narrow.setFormat(5, 2, Right);
-    ProjectKeys& keys = workbench.workbench().keys();
-    keys.setKeyFormat(keys.getId("M"), narrow);
-    workbench.workbench().keysChanged();
-    EXPECT_EQ(copied().substr(28, 21), "A\tIPE 300\t6.00\t####\r\n");
-    EXPECT_EQ(document().textOf(label), "####");
-}
-
 TEST_F(TableWindow, CopiesFromTheDrawingToo) {
     const std::string shown = copied();
     workbench.command(CMD_DRAWING);
@@ -139,9 +123,6 @@ TEST_F(TableWindow, SelectsWithTheDocumentBothWays) {
 
     clickRow(1);
     EXPECT_TRUE(pumpUntil([&] { return document().selection().id == second; }));
-    pressKey('A', {VK_CONTROL});
-    EXPECT_TRUE(pumpUntil([&] { return document().selection().kind == Selection::Nothing; }));
-    EXPECT_EQ(selectedRows(), (std::vector{0, 1}));
     clickRow(0);
     EXPECT_TRUE(pumpUntil([&] { return document().selection().id == first; }));
     workbench.command(CMD_DELETE);
@@ -150,43 +131,26 @@ TEST_F(TableWindow, SelectsWithTheDocumentBothWays) {
 }
 
 TEST_F(TableWindow, ALabelAndRowsAreNotSelectedAtOnce) {
-    Label label;
-    label.beam = first;
-    label.text = "$L$";
+    const Label label{.beam = first, .text = "$L$"};
     const Selection labelSelected{Selection::OneLabel, document().put(label)};
     document().select(labelSelected);
     pressKey('A', {VK_CONTROL});
     EXPECT_TRUE(pumpUntil([&] { return document().selection().kind == Selection::Nothing; }));
     EXPECT_EQ(selectedRows(), (std::vector{0, 1}));
-    workbench.command(CMD_DELETE);
-    EXPECT_EQ(document().project().labels().size(), 1u);
-
     document().select(labelSelected);
     EXPECT_TRUE(selectedRows().empty());
     pumpMessages();
     EXPECT_TRUE(document().selection() == labelSelected);
 }
 
-TEST_F(TableWindow, EditsTheBeamOfARow) {
-    clickRow(0);
-    DialogScript script;
-    script.run([](HWND dialog) { setText(dialog, IDC_BEAM_SPAN, "4"); }).run([](HWND) {
-        pressKey(VK_RETURN);
-    });
-    pressKey(VK_RETURN);
-    EXPECT_TRUE(pumpUntil([&] { return document().project().beams()[0].span == 4; }));
-    EXPECT_EQ(copied(), "beam\tsection\tL [m]\tM [kNm]\r\nA\tIPE 300\t4.00\t16.83\r\n");
-}
-
 TEST_F(TableWindow, ColumnsAreDraggedIntoAnotherOrder) {
-    const POINT from = onHeading(0), to = onHeading(2);
-    moveMouse(header(), from);
+    const POINT to = onHeading(2);
+    moveMouse(header(), onHeading(0));
     mouseButton(MOUSEEVENTF_LEFTDOWN);
-    moveMouse(header(), {from.x + 20, from.y});
+    moveMouse(header(), onHeading(1));
     moveMouse(header(), {to.x + 10, to.y});
     mouseButton(MOUSEEVENTF_LEFTUP);
     EXPECT_TRUE(pumpUntil([&] { return columns() == "SECTION L NAME M"; })) << columns();
-    EXPECT_EQ(copied().substr(0, 18), "section\tL [m]\tbeam");
     // A number keeps its side in the first column, too.
     workbench.workbench().keys().selectColumns("M NAME");
     workbench.workbench().keysChanged();
@@ -221,7 +185,6 @@ TEST_F(TableWindow, TheListOfKeysChangesTheColumns) {
     EXPECT_EQ(line(3, 0) + line(3, 4), "L") << "the first of those that are no columns";
     press(IDC_KEY_COPY);
     EXPECT_EQ(clipboard(), "$L$");
-    EXPECT_EQ(columns(), "NAME SECTION M");
     press(IDC_KEY_SHOWN);
     EXPECT_EQ(columns(), "NAME SECTION M L");
 

@@ -8,37 +8,23 @@
 
 #if defined(_WIN32)
 #include <array>
+#include <string>
 #include <vector>
 
 namespace {
 
 /// The version that the system's file manager shows, "none" when the file has no such resource.
-void printFileVersion(HMODULE module) {
+std::string fileVersion(HMODULE module) {
     std::array<char, MAX_PATH> path{};
     GetModuleFileNameA(module, path.data(), MAX_PATH);
     std::vector<char> data(GetFileVersionInfoSizeA(path.data(), nullptr));
-    void* numbers = nullptr;
     void* text = nullptr;
     UINT size = 0;
     if (data.empty() ||
         !GetFileVersionInfoA(path.data(), 0, static_cast<DWORD>(data.size()), data.data()) ||
-        !VerQueryValueA(data.data(), "\\", &numbers, &size) ||
-        !VerQueryValueA(data.data(), "\\StringFileInfo\\040904E4\\FileVersion", &text, &size)) {
-        std::cout << "none";
-        return;
-    }
-    const auto& fixed = *static_cast<VS_FIXEDFILEINFO*>(numbers);
-    std::cout << static_cast<char*>(text) << " = " << HIWORD(fixed.dwFileVersionMS) << '.'
-              << LOWORD(fixed.dwFileVersionMS) << '.' << HIWORD(fixed.dwFileVersionLS);
-}
-
-/// The module that has the library inside, and what it carries.
-void printModule() {
-    const HMODULE dll = GetModuleHandleA("toolbox.dll");
-    const HMODULE module = dll ? dll : GetModuleHandleA(nullptr);
-    std::cout << (dll ? "toolbox.dll" : "static") << ": file version ";
-    printFileVersion(module);
-    std::cout << ", menu " << (LoadMenuA(module, "M_WTAGOBJECT") ? "found" : "missing") << '\n';
+        !VerQueryValueA(data.data(), "\\StringFileInfo\\040904E4\\FileVersion", &text, &size))
+        return "none";
+    return static_cast<char*>(text);
 }
 
 }  // namespace
@@ -53,6 +39,10 @@ int main() {
               << toolbox::versionText() << ")\n"
               << '[' << inertia.getStringValue() << "] " << GetString(nullptr, 1200) << '\n';
 #if defined(_WIN32)
-    printModule();
+    // The module that has the library inside, and what it carries.
+    const HMODULE dll = GetModuleHandleA("toolbox.dll");
+    const HMODULE module = dll ? dll : GetModuleHandleA(nullptr);
+    std::cout << (dll ? "toolbox.dll" : "static") << ": file version " << fileVersion(module)
+              << ", menu " << (LoadMenuA(module, "M_WTAGOBJECT") ? "found" : "missing") << '\n';
 #endif
 }

@@ -2,7 +2,7 @@
 #include "other_windows.h"
 
 #include <algorithm>
-#include <sstream>
+#include <filesystem>
 
 namespace session {
 namespace {
@@ -20,32 +20,15 @@ DWORD processOf(HWND window) {
     return process;
 }
 
-void describeWindow(std::ostream& out, HWND window, int depth) {
-    const RECT area = areaOf(window);
-    out << std::string(static_cast<std::size_t>(2 * depth), ' ') << classOf(window) << " \""
-        << textOf(window) << "\" " << area.left << ',' << area.top << ' ' << area.right - area.left
-        << 'x' << area.bottom - area.top << (IsWindowEnabled(window) ? "" : " disabled") << '\n';
-    for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
-        if (isShown(child)) describeWindow(out, child, depth + 1);
-}
-
 }  // namespace
 
 std::string utf8(const std::wstring& text) {
-    const int length = static_cast<int>(text.size());
-    std::string out(text.size() * 3, '\0');
-    out.resize(static_cast<std::size_t>(
-        WideCharToMultiByte(CP_UTF8, 0, text.data(), length, out.data(),
-                            static_cast<int>(out.size()), nullptr, nullptr)));
-    return out;
+    const std::u8string bytes = std::filesystem::path(text).u8string();
+    return {bytes.begin(), bytes.end()};
 }
 
 std::wstring wide(const std::string& text) {
-    const int length = static_cast<int>(text.size());
-    std::wstring out(text.size(), L'\0');
-    out.resize(static_cast<std::size_t>(
-        MultiByteToWideChar(CP_UTF8, 0, text.data(), length, out.data(), length)));
-    return out;
+    return std::filesystem::path(std::u8string(text.begin(), text.end())).wstring();
 }
 
 std::string textOf(HWND window) {
@@ -143,23 +126,12 @@ void Program::waitUntilGone(const std::string& what, HWND window) const {
     waitFor("the end of " + what, [&] { return !IsWindow(window) || !IsWindowVisible(window); });
 }
 
-std::optional<GUITHREADINFO> Program::inputState() const {
+HWND Program::focus() const {
     GUITHREADINFO info{};
     info.cbSize = sizeof info;
-    if (!GetGUIThreadInfo(process_.dwThreadId, &info)) return std::nullopt;
-    return info;
-}
-
-HWND Program::focus() const {
     const HWND front = GetForegroundWindow();
-    if (!front || processOf(front) != process_.dwProcessId) return nullptr;
-    const auto state = inputState();
-    return state ? state->hwndFocus : nullptr;
-}
-
-bool Program::isInMenu() const {
-    const auto state = inputState();
-    return state && (state->flags & GUI_INMENUMODE);
+    const bool isOurs = front && processOf(front) == process_.dwProcessId;
+    return isOurs && GetGUIThreadInfo(process_.dwThreadId, &info) ? info.hwndFocus : nullptr;
 }
 
 bool Program::isRunning() const {
@@ -171,15 +143,6 @@ DWORD Program::exitCode() const {
     DWORD code = 0;
     GetExitCodeProcess(process_.hProcess, &code);
     return code;
-}
-
-std::string Program::describe() const {
-    std::ostringstream out;
-    if (!isRunning()) out << "the program has ended with " << exitCode() << '\n';
-    for (const HWND window : windows()) describeWindow(out, window, 0);
-    if (const HWND focused = focus())
-        out << "the keys go to " << classOf(focused) << " \"" << textOf(focused) << "\"\n";
-    return out.str();
 }
 
 }  // namespace session

@@ -9,7 +9,6 @@
 
 #include <chrono>
 #include <functional>
-#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -50,17 +49,6 @@ auto waitFor(const std::string& what, Ask ask, std::chrono::milliseconds patienc
     }
 }
 
-/// Whether the answer is true before long.
-template <class Ask>
-bool isSoon(Ask ask, std::chrono::milliseconds patience) {
-    const auto end = std::chrono::steady_clock::now() + patience;
-    for (;;) {
-        if (ask()) return true;
-        if (std::chrono::steady_clock::now() > end) return false;
-        ::Sleep(10);
-    }
-}
-
 /// A running program. One that still runs at the end is ended.
 class Program {
   public:
@@ -80,17 +68,11 @@ class Program {
 
     /// The window that gets the keys; null while it is not one of this program.
     [[nodiscard]] HWND focus() const;
-    [[nodiscard]] bool isInMenu() const;
-
     [[nodiscard]] bool isRunning() const;
     /// Waits for its end.
     [[nodiscard]] DWORD exitCode() const;
-    /// Every visible window with its text, a line each.
-    [[nodiscard]] std::string describe() const;
 
   private:
-    [[nodiscard]] std::optional<GUITHREADINFO> inputState() const;
-
     PROCESS_INFORMATION process_{};
 };
 

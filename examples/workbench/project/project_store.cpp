@@ -1,10 +1,13 @@
-#include "project_store.h"
+// Saves a project block by block, and loads one in two steps: every block where the index says;
+// when one is missing or damaged, all blocks that a walk through the whole file finds, of which the
+// checksums tell those that are intact.
+#include "project/project_store.h"
 
 #include <algorithm>
 #include <array>
 #include <utility>
 
-#include "crc32.h"
+#include "project/crc32.h"
 #include "toolbox/block_files.h"
 #include "toolbox/file_walk.h"
 
@@ -12,7 +15,7 @@ namespace {
 
 constexpr const char* kFileDescription = "Beam project";
 constexpr std::size_t kProgressEvery = 100;
-constexpr unsigned long kBehindLabelBlocks = 2 * kFirstLabelBlock - kFirstBeamBlock;
+constexpr unsigned long kLabelBlocksEnd = 2 * kFirstLabelBlock - kFirstBeamBlock;
 
 // Bytes of the records without their checksum; those of a beam's point loads come on top.
 constexpr unsigned kCountsSize = 8, kBeamSize = 72, kPointLoadSize = 16, kLabelSize = 160;
@@ -103,7 +106,7 @@ void take(Record& record, Label& label) {
     label.text = takeText<kLabelMax>(record);
 }
 
-/// What a record has behind its values.
+/// What follows the values of a record.
 Number checksum(const Record& record, unsigned size) {
     return crc32({record.getPData(), size});
 }
@@ -219,9 +222,9 @@ std::vector<unsigned long> Reader::indexed() {
 }
 
 std::size_t countBetween(const std::vector<unsigned long>& ids, unsigned long first,
-                         unsigned long behind) {
+                         unsigned long end) {
     return static_cast<std::size_t>(
-        std::ranges::count_if(ids, [=](unsigned long id) { return id >= first && id < behind; }));
+        std::ranges::count_if(ids, [=](unsigned long id) { return id >= first && id < end; }));
 }
 
 /// An identifier that comes twice is a loss: nobody knows which of the two it is.
@@ -266,7 +269,7 @@ bool Reader::loadWhole() {
     loaded_.expected = std::size_t{counts.beams} + counts.labels;
     const std::vector<unsigned long> ids = indexed();
     return countBetween(ids, kFirstBeamBlock, kFirstLabelBlock) == counts.beams &&
-           countBetween(ids, kFirstLabelBlock, kBehindLabelBlocks) == counts.labels &&
+           countBetween(ids, kFirstLabelBlock, kLabelBlocksEnd) == counts.labels &&
            loadAll<Beam>(kFirstBeamBlock, counts.beams) &&
            loadAll<Label>(kFirstLabelBlock, counts.labels);
 }
@@ -303,18 +306,18 @@ void Reader::recover() {
         if (found.kind != toolbox::WalkFinding::Kind::block) return true;
         if (id == kProjectBlock) take(found, counts);
         if (id >= kFirstBeamBlock && id < kFirstLabelBlock) take(found, beams);
-        if (id >= kFirstLabelBlock && id < kBehindLabelBlocks) take(found, labels);
+        if (id >= kFirstLabelBlock && id < kLabelBlocksEnd) take(found, labels);
         return true;
     });
 
     hasCounts_ = !counts.empty();
     const std::vector<unsigned long> ids = indexed();
-    const auto expected = [&](unsigned long first, unsigned long behind, Number counted) {
-        return std::max<std::size_t>(countBetween(ids, first, behind), counted);
+    const auto expected = [&](unsigned long first, unsigned long end, Number counted) {
+        return std::max<std::size_t>(countBetween(ids, first, end), counted);
     };
     const Counts known = hasCounts_ ? counts.front().second : Counts{};
     loaded_.expected = expected(kFirstBeamBlock, kFirstLabelBlock, known.beams) +
-                       expected(kFirstLabelBlock, kBehindLabelBlocks, known.labels);
+                       expected(kFirstLabelBlock, kLabelBlocksEnd, known.labels);
     keepFirst(beams);
     keepFirst(labels);
 }

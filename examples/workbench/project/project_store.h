@@ -1,20 +1,20 @@
 // Projects in block files.
 //
 // One block describes the project, one each holds a beam or a label: identifier kProjectBlock, then
-// kFirstBeamBlock and kFirstLabelBlock and the numbers behind them without gaps, in the order of
-// the project. Numbers are little-endian; texts have a fixed size, zeros behind them:
+// kFirstBeamBlock and kFirstLabelBlock and the numbers after them without gaps, in the order of
+// the project. Numbers are little-endian; texts have a fixed size, padded with zeros:
 //     project  beams u32, labels u32
 //     beam     id u32, name 16, section 16, x, y, span, uniform f64, loads u32,
 //              of each load: position, force f64
 //     label    id u32, beam u32, x, y f64, alignment u32, border u32, text 128
-// Behind the last value of each stands the checksum of the bytes before it in the record, u32
+// After the last value of each stands the checksum of the bytes before it in the record, u32
 // (crc32.h). Every block is a multiple of 4 bytes long, so that a file whose index is lost can be
 // searched.
 #pragma once
 
 #include <functional>
 
-#include "project.h"
+#include "project/project.h"
 #include "toolbox/dates.h"
 #include "toolbox/errors.h"
 

@@ -1,0 +1,331 @@
+// Drives the workbench from outside:
+//
+//     workbench_session WORKBENCH FOLDER
+//
+// The session is what a user does on a first day and on the next morning, chapter by chapter; each
+// leaves the program where the next one begins. The mouse draws and the keyboard fills fields;
+// commands are sent as the menu sends them. Details are tested inside the program.
+//
+// Everything that is written goes to FOLDER, which is made anew. Prints what it did, a line each;
+// ends with 0. When something is not as it should be it says what, leaves a picture of the screen
+// and ends with 1. Takes the mouse and the keyboard while it runs.
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <memory>
+#include <vector>
+
+#include "other_windows.h"
+#include "resources/resource.h"
+#include "support/picture.h"
+#include "support/window_kit.h"
+
+namespace session {
+namespace {
+
+using toolbox::testing::mouseButton;
+using toolbox::testing::pressKey;
+
+constexpr const char* kFileName = "journ\u00e9e.tbf";
+
+// Where the mouse goes in the drawing: parts of its width and height, and pixels above the beam.
+constexpr double kLeft = 0.2, kRight = 0.6, kHeight = 0.45, kLabelX = 0.2, kLabelY = 0.85;
+constexpr LONG kForceDrag = 70, kUniformDrag = 30;
+
+void say(const std::string& line) {
+    std::cout << line << std::endl;
+}
+
+/// Writes what an area of the screen shows into a portable pixmap.
+void savePicture(const RECT& area, const std::string& file) {
+    const toolbox::testing::Picture screen = toolbox::testing::pictureOf(GetDesktopWindow());
+    const RECT all{0, 0, screen.width, screen.height};
+    RECT seen{};
+    IntersectRect(&seen, &area, &all);
+    std::ofstream out(std::filesystem::path(wide(file)), std::ios::binary);
+    out << "P6\n" << seen.right - seen.left << ' ' << seen.bottom - seen.top << "\n255\n";
+    for (LONG y = seen.top; y < seen.bottom; ++y)
+        for (LONG x = seen.left; x < seen.right; ++x)
+            for (const int shift : {16, 8, 0}) out.put(static_cast<char>(screen.at(x, y) >> shift));
+    if (!out.flush()) throw Failure("no picture of the screen: " + file);
+}
+
+POINT mouseAt() {
+    POINT now{};
+    GetCursorPos(&now);
+    return now;
+}
+
+void step(POINT place) {
+    toolbox::testing::moveMouse(GetDesktopWindow(), place);
+}
+
+/// Waits until a program that pulls the mouse after itself has caught up with it: the hand rests.
+void rest() {
+    constexpr ULONGLONG kRest = 100;  // ms
+    POINT last = mouseAt();
+    ULONGLONG since = GetTickCount64();
+    waitFor("the mouse to rest", [&] {
+        const POINT now = mouseAt();
+        if (now.x != last.x || now.y != last.y) since = GetTickCount64();
+        last = now;
+        return GetTickCount64() - since >= kRest;
+    });
+}
+
+// Places are on the screen.
+
+void click(POINT place) {
+    step(place);
+    mouseButton(MOUSEEVENTF_LEFTDOWN);
+    mouseButton(MOUSEEVENTF_LEFTUP);
+}
+
+/// Goes to one place, presses the button, goes to the other in small steps, lets go.
+void drag(POINT from, POINT to) {
+    constexpr LONG kStep = 6;  // pixels
+    step(from);
+    mouseButton(MOUSEEVENTF_LEFTDOWN);
+    const LONG steps =
+        std::max({std::abs(to.x - from.x) / kStep, std::abs(to.y - from.y) / kStep, LONG{1}});
+    for (LONG i = 1; i < steps; ++i)
+        step({from.x + (to.x - from.x) * i / steps, from.y + (to.y - from.y) * i / steps});
+    step(to);
+    rest();
+    mouseButton(MOUSEEVENTF_LEFTUP);
+}
+
+/// Types a text in UTF-8, whether the keyboard has its characters or not.
+void type(const std::string& text) {
+    std::vector<INPUT> events;
+    for (const wchar_t unit : wide(text)) {
+        INPUT event{};
+        event.type = INPUT_KEYBOARD;
+        event.ki.wScan = unit;
+        event.ki.dwFlags = KEYEVENTF_UNICODE;
+        events.push_back(event);
+        event.ki.dwFlags |= KEYEVENTF_KEYUP;
+        events.push_back(event);
+    }
+    const auto count = static_cast<UINT>(events.size());
+    if (SendInput(count, events.data(), sizeof(INPUT)) != count)
+        throw Failure("the system takes no input");
+}
+
+/// Replaces the text of a field.
+void enter(HWND dialog, int field, const std::string& text) {
+    const HWND edit = control(dialog, field);
+    click(middleOf(areaOf(edit)));
+    pressKey(VK_HOME);
+    pressKey(VK_END, {VK_SHIFT});
+    type(text);
+    waitFor("\"" + text + "\" in a field", [&] { return textOf(edit) == text; });
+}
+
+class Session {
+  public:
+    /// The workbench's program, and the folder for everything that is written: full names.
+    Session(std::string program, std::string folder)
+        : program_(std::move(program)), folder_(std::move(folder)) {}
+
+    /// Throws Failure when something is not as it should be.
+    void run() {
+        start("", "Ouvrez un projet");
+        newProject();
+        drawBeam();
+        addLoads();
+        addLabel();
+        saveAs();
+        closeAndReopen();
+        restartInEnglish();
+        quit();
+    }
+
+  private:
+    void command(int id) const { PostMessageW(frame_, WM_COMMAND, static_cast<WPARAM>(id), 0); }
+    /// Enters a drawing mode, in which the line above the documents begins so.
+    void enterMode(int id, const std::string& beginning) const {
+        command(id);
+        waitForHint(beginning);
+    }
+    void waitForHint(const std::string& beginning) const {
+        const HWND pane = FindWindowExW(frame_, nullptr, L"Static", nullptr);
+        waitFor("the hint \"" + beginning + "...\"",
+                [&] { return textOf(pane).starts_with(beginning); });
+    }
+    /// The window of a document, by its title.
+    [[nodiscard]] HWND waitForDocument(const std::string& title) const {
+        return waitFor("the window \"" + title + '"', [&]() -> HWND {
+            for (const HWND child : childrenOf(frame_))
+                if (isShown(child) && textOf(child) == title) return child;
+            return nullptr;
+        });
+    }
+    /// Opens a dialog.
+    [[nodiscard]] HWND dialogOf(int id, const std::string& what) const {
+        command(id);
+        return workbench_->waitForDialog(what);
+    }
+    void answer(HWND dialog, int button) const {
+        const std::string title = textOf(dialog);
+        click(middleOf(areaOf(control(dialog, button))));
+        workbench_->waitUntilGone("\"" + title + '"', dialog);
+    }
+    /// A place in the drawing, as parts of its width and height.
+    [[nodiscard]] POINT inDrawing(double x, double y) const {
+        const RECT area = clientOf(drawing_);
+        return {area.left + static_cast<LONG>(x * (area.right - area.left)),
+                area.top + static_cast<LONG>(y * (area.bottom - area.top))};
+    }
+    void takePicture(const std::string& name, HWND window) const {
+        // What is waiting to be painted is painted now.
+        RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+        savePicture(areaOf(window), folder_ + "\\" + name + ".ppm");
+    }
+
+    void start(const std::string& more, const std::string& hint) {
+        workbench_ = std::make_unique<Program>('"' + program_ + "\" --settings \"" + folder_ +
+                                               "\\settings\"" + more);
+        frame_ = waitFor("the frame", [&] { return workbench_->find("MDIFrame"); });
+        waitForHint(hint);
+        say("started the workbench: \"" + textOf(frame_) + '"');
+    }
+
+    void quit() {
+        PostMessageW(frame_, WM_CLOSE, 0, 0);
+        if (const DWORD code = workbench_->exitCode())
+            throw Failure("the workbench has ended with " + std::to_string(code));
+        say("ended the workbench");
+    }
+
+    void newProject() {
+        command(CMD_NEW);
+        const HWND table = waitForDocument("Projet 1 - r\u00e9sultats");
+        drawing_ = waitForDocument("Projet 1 - dessin");
+        command(CMD_DRAWING);
+        command(CMD_TILE_HORIZONTALLY);
+        waitFor("the windows one over the other", [&] {
+            const RECT above = areaOf(table), below = areaOf(drawing_);
+            return above.left == below.left && above.right == below.right &&
+                   (above.bottom <= below.top || below.bottom <= above.top);
+        });
+        say("began a project and put its windows one over the other");
+    }
+
+    void drawBeam() {
+        enterMode(CMD_BEAM_MODE, "Poutre");
+        leftEnd_ = inDrawing(kLeft, kHeight);
+        rightEnd_ = inDrawing(kRight, kHeight);
+        drag(leftEnd_, rightEnd_);
+        (void)waitForDocument("Projet 1* - dessin");
+        say("drew a beam");
+    }
+
+    void addLoads() {
+        enterMode(CMD_POINT_LOAD_MODE, "Charge ponctuelle");
+        const POINT middle = middleOf({leftEnd_.x, leftEnd_.y, rightEnd_.x, rightEnd_.y});
+        drag(middle, {middle.x, middle.y - kForceDrag});
+        enterMode(CMD_UNIFORM_LOAD_MODE, "Charge uniforme");
+        drag({leftEnd_.x, leftEnd_.y - kUniformDrag}, {rightEnd_.x, rightEnd_.y + 2});
+        say("put a point load and a uniform load on it");
+    }
+
+    void addLabel() {
+        enterMode(CMD_LABEL_MODE, "\u00c9tiquette");
+        click(inDrawing(kLabelX, kLabelY));
+        const HWND dialog = workbench_->waitForDialog("the label's dialog");
+        enter(dialog, IDC_LABEL_TEXT, "$NAME$ : fl\u00e8che $F$ mm");
+        const HWND preview = control(dialog, IDC_LABEL_PREVIEW);
+        waitFor("the name and the deflection in the sample", [&] {
+            const std::string shown = textOf(preview);
+            return shown.starts_with("P1 : fl\u00e8che ") && shown.find('$') == std::string::npos;
+        });
+        takePicture("label", dialog);
+        say("wrote a label, which reads " + textOf(preview));
+        answer(dialog, IDOK);
+        takePicture("workbench", frame_);
+    }
+
+    void saveAs() {
+        const std::string file = folder_ + "\\" + kFileName;
+        const HWND dialog = dialogOf(CMD_SAVE_AS, "the dialog for the file's name");
+        type(file);
+        waitFor("the name typed", [&] {
+            const HWND focused = workbench_->focus();
+            return focused && textOf(focused) == file;
+        });
+        pressKey(VK_RETURN);
+        workbench_->waitUntilGone("the file dialog", dialog);
+        (void)waitForDocument(std::string(kFileName) + " - dessin");
+        say("saved it as " + file);
+    }
+
+    void closeAndReopen() {
+        command(CMD_CLOSE);
+        waitFor("the end of the drawing", [&] { return !IsWindow(drawing_); });
+        command(CMD_RECENT);
+        (void)waitForDocument(std::string(kFileName) + " - r\u00e9sultats");
+        (void)waitForDocument(std::string(kFileName) + " - dessin");
+        say("closed it and opened it again from the list of recent files");
+    }
+
+    void restartInEnglish() {
+        const RECT before = areaOf(frame_);
+        drag({before.left + 200, before.top + 8}, {before.left + 260, before.top + 50});
+        RECT moved{};
+        waitFor("the frame at another place", [&] {
+            moved = areaOf(frame_);
+            return moved.left == before.left + 60 && moved.top == before.top + 42;
+        });
+        quit();
+        start(" --lang en", "Open a project");
+        const RECT found = areaOf(frame_);
+        if (!EqualRect(&found, &moved)) throw Failure("the frame is not where it was left");
+        command(CMD_RECENT);
+        (void)waitForDocument(std::string(kFileName) + " - results");
+        (void)waitForDocument(std::string(kFileName) + " - drawing");
+        takePicture("english", frame_);
+        const HWND keys = dialogOf(CMD_KEY_LIST, "the list of keys");
+        takePicture("keys", keys);
+        answer(keys, IDCANCEL);
+        say("started it again in English: place and recent files are as they were");
+    }
+
+    std::string program_;
+    std::string folder_;
+    std::unique_ptr<Program> workbench_;
+    HWND frame_ = nullptr;
+    HWND drawing_ = nullptr;
+    POINT leftEnd_{}, rightEnd_{};  // of the beam, on the screen
+};
+
+int drive(const char* program, const char* folderName) {
+    namespace fs = std::filesystem;
+    // Full names, as a file dialog shows them.
+    const auto fullName = [](const char* name) {
+        return utf8(fs::absolute(name).make_preferred().wstring());
+    };
+    const std::string folder = fullName(folderName);
+    Session session(fullName(program), folder);
+    try {
+        fs::remove_all(wide(folder));
+        fs::create_directories(wide(folder));
+        session.run();
+        return 0;
+    } catch (const std::exception& failure) {
+        std::cout << "FAILED: " << failure.what() << '\n';
+        savePicture(areaOf(GetDesktopWindow()), folder + "\\failure.ppm");
+        return 1;
+    }
+}
+
+}  // namespace
+}  // namespace session
+
+int main(int count, char** words) {
+    if (count == 3) return session::drive(words[1], words[2]);
+    std::cerr << "usage: workbench_session WORKBENCH FOLDER\n";
+    return 2;
+}

@@ -26,9 +26,6 @@ void expectOrder(const A& less, const B& more) {
     EXPECT_TRUE(less != more);
     EXPECT_TRUE((less <=> more) < 0);
     EXPECT_TRUE(std::less<>{}(less, more));
-    EXPECT_TRUE(std::less_equal<>{}(less, more));
-    EXPECT_FALSE(std::greater<>{}(less, more));
-    EXPECT_FALSE(std::greater_equal<>{}(less, more));
 }
 template <class A, class B>
 void expectOrderBothWays() {
@@ -38,8 +35,6 @@ void expectOrderBothWays() {
     expectOrder(B(less.c_str()), A(more.c_str()));
     EXPECT_TRUE(A(more.c_str()) == B(again.c_str()));
     EXPECT_TRUE(A(more.c_str()) <= B(again.c_str()));
-    EXPECT_TRUE(B(more.c_str()) >= A(again.c_str()));
-    EXPECT_FALSE(A(more.c_str()) < B(again.c_str()));
     EXPECT_TRUE((B(more.c_str()) <=> A(again.c_str())) == 0);
 }
 
@@ -55,7 +50,6 @@ TYPED_TEST(StringComparison, OrdersByUnsignedBytesWithEveryOperand) {
     expectOrderBothWays<TypeParam, const char*>();
     expectOrderBothWays<TypeParam, std::string_view>();
     expectOrderBothWays<TypeParam, std::string>();
-    EXPECT_TRUE(TypeParam("abc") < "abd");
     EXPECT_TRUE("abc" < TypeParam("abd"));
     char buffer[] = "abb";
     EXPECT_TRUE(TypeParam("abc") > buffer);
@@ -65,14 +59,10 @@ TYPED_TEST(StringComparison, TakesANullPointerForTheEmptyText) {
     const TypeParam empty, text("a");
     const char* none = nullptr;
     EXPECT_TRUE(empty == none);
-    EXPECT_TRUE(none == empty);
-    EXPECT_TRUE(empty >= none);
     EXPECT_TRUE(none < text);
     EXPECT_TRUE(text > nullptr);
-    EXPECT_TRUE(empty == nullptr);
     EXPECT_TRUE(empty == 0);
     EXPECT_TRUE(NULL == empty);
-    EXPECT_TRUE(text > NULL);
     EXPECT_FALSE(0 >= text);
 }
 

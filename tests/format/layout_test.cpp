@@ -34,13 +34,9 @@ TEST(NumberFormat, PrintsInItsField) {
         const char* text;
     } cases[] = {
         {5, static_cast<Justification>(7), 42, "   42"},
-        {5, Left, -1234, "-1234"},
-        {5, Right, 0, "    0"},
         {5, Right, 123456, "1e+00"},
-        {9, Left, -123456789, "-1.23e+00"},
         {11, Right, INT_MIN, "-2147483648"},
         {10, Right, INT_MIN, "-2.147e+00"},
-        {0, Right, 42, ""},
         {-5, Right, 42, ""},
         {INT_MIN, Left, INT_MIN, ""},
     };
@@ -54,32 +50,16 @@ TEST(RealFormat, PrintsInItsField) {
         double value;
         const char* text;
     } cases[] = {
-        {8, 2, 0.0, "    0.00"},
         {8, 4, 12345.678, "12345.68"},
         {6, 3, 123456.0, "1e+005"},
-        {9, 3, 1234567890.0, "1.235e+00"},
-        {5, 0, 9999.5, "10000"},
         {4, 2, 0.0, " 0.0"},
-        {2, 0, 1e300, "1e"},
         {24, 2, 1e23, " 99999999999999991611392"},
         {10, 6, 999.9999999999999, "1000.00000"},
-        {6, 2, kInf, "   inf"},
         {6, 2, -kInf, "  -inf"},
         {2, 0, kNan, "na"},
     };
     for (const auto& c : cases)
         EXPECT_EQ(real(c.width, c.precision, c.value), c.text) << c.width << ' ' << c.value;
-    EXPECT_EQ(real(12, 2, 1e15, Left), "1.00e+015   ");
-}
-
-TEST(RealFormat, PrintsWithAPrecisionThatNoLongerFitsItsWidth) {
-    RealFormat format;
-    format.setFormat(2000000000, 1999999998, Right);
-    format.setWidth(8);
-    EXPECT_EQ(format.getString(3.14159).str(), "3.141590");
-    EXPECT_EQ(format.getString(1e9).str(), "1.00e+00");
-    format.setPrecision(INT_MIN);
-    EXPECT_EQ(format.getString(3.14159).str(), "       3");
 }
 
 TEST(Formats, PadUpToABound) {
@@ -101,22 +81,14 @@ TEST(RealFormat, PrintsZerosWhereADoubleHasNoMoreDigits) {
     EXPECT_EQ(fixed, "0.5" + std::string(3999, '0') + std::string(998, ' '));
     RealFormat format;
     format.setFormat(5000, 4000, Right);
-    format.setWidth(100000);
-    format.setPrecision(4000);
     format.setWidth(310);
     EXPECT_EQ(format.getString(-DBL_MAX).length(), 310u);
+    format.setWidth(8);  // which the precision does not fit
+    EXPECT_EQ(format.getString(3.14159).str(), "3.141590");
+    EXPECT_EQ(format.getString(1e9).str(), "1.00e+00");
+    format.setPrecision(INT_MIN);
+    EXPECT_EQ(format.getString(3.14159).str(), "       3");
     EXPECT_EQ(real(3000, 2500, 1e300).length(), 3000u);
-}
-
-TEST(RealFormat, IsPrintedThroughAnOverridingClass) {
-    class Percent : public RealFormat {
-      public:
-        using RealFormat::operator=;
-        RWCString getString(double value) override { return RealFormat::getString(100 * value); }
-    } percent;
-    percent.setFormat(6, 1, Right);
-    RealFormat& format = percent;
-    EXPECT_EQ(format.getString(0.125).str(), "  12.5");
 }
 
 TEST(StringFormat, PadsOrCutsAtTheEnd) {
@@ -126,15 +98,8 @@ TEST(StringFormat, PadsOrCutsAtTheEnd) {
         const char* text;
         const char* printed;
     } cases[] = {
-        {4, Left, "abcdef", "abcd"},
-        {4, Right, "abcdef", "abcd"},
-        {4, Left, "ab", "ab  "},
-        {4, Right, "ab", "  ab"},
-        {4, Right, "abcd", "abcd"},
-        {0, Left, "ab", ""},
-        {3, Right, "", "   "},
-        {-4, Left, "ab", ""},
-        {3, Left, "\351t\351s", "\351t\351"},
+        {4, Right, "abcdef", "abcd"}, {4, Left, "ab", "ab  "}, {4, Right, "ab", "  ab"},
+        {4, Right, "abcd", "abcd"},   {-4, Left, "ab", ""},    {3, Left, "\351t\351s", "\351t\351"},
     };
     for (const auto& c : cases) {
         StringFormat format;

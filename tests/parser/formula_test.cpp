@@ -151,6 +151,7 @@ TEST_F(Formula, MayBeAsLongAsOneLikes) {
     EXPECT_EQ(kindOf(text), CellKind::formula);
     const double terms = static_cast<double>(text.size() / 5);
     EXPECT_EQ(valueOf(text), 1 + 4 * terms);
+    EXPECT_EQ(kindOf(std::string(1 << 20, '7')), CellKind::text);
 }
 
 }  // namespace

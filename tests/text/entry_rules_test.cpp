@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <limits>
 
 #include "format/format_entry.h"
 #include "text/message_ranges.h"
@@ -69,9 +68,7 @@ TEST(LeadingNumber, StaysWithinItsType) {
     using toolbox::text::leadingNumber;
     EXPECT_EQ(leadingNumber<int>("-12 mm"), -12);
     EXPECT_EQ(leadingNumber<int>("2147483648"), INT_MAX);
-    EXPECT_EQ(leadingNumber<int>("-99999999999999999999"), INT_MIN);
-    EXPECT_EQ(leadingNumber<long>("99999999999999999999"), LONG_MAX);
-    EXPECT_EQ(leadingNumber<double>("-1e999"), -std::numeric_limits<double>::infinity());
+    EXPECT_EQ(leadingNumber<long>("-99999999999999999999"), LONG_MIN);
 }
 
 }  // namespace

@@ -32,38 +32,29 @@ TEST(GetStringRing, HoldsSixteenResultsAndTellsOfMissingTexts) {
     EXPECT_EQ(texts.prompt.boxes[0].flags, 0x2010u);
 }
 
-TEST(Lead, MovesOnlyWhatItLooksAt) {
+TEST(Lead, MovesAndTrailCutsOnlyWhatTheyLookAt) {
     const struct {
+        int (*change)(char*, int);
         const char* text;
         int n;
         const char* expected;
         int result;
-    } cases[] = {{"  ab", 4, "ab", 2},    {"ab  ", 4, "ab  ", 4}, {"    ", 4, "    ", 0},
-                 {"  ", 5, "", 0},        {"  ab", 2, "  ab", 0}, {"  abcdef", 4, "abcbcdef", 8},
-                 {" ab", 99, "ab", 2},    {"", 0, "", 0},         {" ab", -1, " ab", 0},
-                 {"\t ab", 4, "\t ab", 4}};
+    } cases[] = {{Lead, "  ab", 4, "ab", 2},   {Lead, "ab  ", 4, "ab  ", 4},
+                 {Lead, "    ", 4, "    ", 0}, {Lead, "  ", 5, "", 0},
+                 {Lead, "  ab", 2, "  ab", 0}, {Lead, "  abcdef", 4, "abcbcdef", 8},
+                 {Lead, " ab", 99, "ab", 2},   {Lead, "", 0, "", 0},
+                 {Lead, " ab", -1, " ab", 0},  {Lead, "\t ab", 4, "\t ab", 4},
+                 {Trail, "a   ", 4, "a", 1},   {Trail, " ", 1, " ", 1},
+                 {Trail, "   ", 3, "   ", 3},  {Trail, "ab \r\n", 5, "ab", 2},
+                 {Trail, " a ", 3, " a", 2},   {Trail, "abcd", 2, "ab", 2},
+                 {Trail, "ab  ", 99, "ab", 2}, {Trail, "ab  ", -1, "ab  ", 4},
+                 {Trail, "", 5, "", 0},        {Trail, "ab\t", 3, "ab\t", 3}};
     for (const auto& c : cases) {
         std::string text = c.text;
-        EXPECT_EQ(Lead(text.data(), c.n), c.result) << c.text;
+        EXPECT_EQ(c.change(text.data(), c.n), c.result) << c.text;
         EXPECT_STREQ(text.c_str(), c.expected) << c.text;
+        EXPECT_EQ(c.change(nullptr, 3), 0);
     }
-    EXPECT_EQ(Lead(nullptr, 3), 0);
-}
-
-TEST(Trail, CutsButNeverEmpties) {
-    const struct {
-        const char* text;
-        int n;
-        const char* expected;
-    } cases[] = {{"a   ", 4, "a"}, {" ", 1, " "},      {"   ", 3, "   "},  {"ab \r\n", 5, "ab"},
-                 {" a ", 3, " a"}, {"abcd", 2, "ab"},  {"ab  ", 99, "ab"}, {"ab  ", -1, "ab  "},
-                 {"", 5, ""},      {"ab\t", 3, "ab\t"}};
-    for (const auto& c : cases) {
-        std::string text = c.text;
-        EXPECT_EQ(Trail(text.data(), c.n), static_cast<int>(std::strlen(c.expected))) << c.text;
-        EXPECT_STREQ(text.c_str(), c.expected) << c.text;
-    }
-    EXPECT_EQ(Trail(nullptr, 3), 0);
 }
 
 template <class T>

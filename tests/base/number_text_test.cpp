@@ -13,6 +13,8 @@
 #include <utility>
 #include <vector>
 
+#include "base/short_number.h"
+
 namespace toolbox::base {
 namespace {
 
@@ -26,50 +28,22 @@ std::string print(Printer printer, Arguments... arguments) {
     return text;
 }
 
-TEST(NumberPrinters, RoundTheExactValueTiesToEvenAndWriteThreeExponentDigits) {
-    // Natively the C library is asked about values of every kind (below); these go to all systems.
+// What formats, templates and messages do not ask for; their tests print on all systems.
+TEST(NumberPrinters, StayWithinTheirDigits) {
     const std::pair<std::string, const char*> cases[] = {
-        {print(printFixed, 0.125, 2), "0.12"},
-        {print(printFixed, -kInf, 2), "-inf"},
         {print(printFixed, 0.3, -4), "0"},
-        {print(printExponent, 9.995, 2), "9.99e+000"},
+        {print(printFixed, 0.125, 2), "0.12"},
         {print(printExponent, 5e-324, 2), "4.94e-324"},
-        {print(printGeneral, 999999.5, 6, false), "1e+006"},
-        {print(printGeneral, 100.0, 0, false), "1e+002"},
-        {print(printGeneral, 1.5, 6, true), "1.50000"},
         {print(printGeneral, 1e10, 3, true), "1.00e+010"},
-        // Gcvt keeps the point and drops the zeros.
-        {print(printGcvt, 0.0, 7), "0."},
-        {print(printGcvt, 100000.0, 8), "100000."},
-        {print(printGcvt, 1e10, 8), "1.e+010"},
-        {print(printGcvt, 0.05, 8), "5.e-002"},
-        {print(printGcvt, 99999999.5, 8), "1.e+008"},
         {print(printGcvt, 0.0999999999, 3), "0.1"},
-        {print(printGcvt, 3.14159, 3), "3.14"},
-        {print(printGcvt, 7.0, 0), "7."},
-        {print(printGcvt, kNan, 8), "nan"}};
+        {print(printGcvt, 99999999.5, 8), "1.e+008"},
+        {print(printGcvt, 7.0, 0), "7."}};
     for (const auto& [printed, text] : cases) EXPECT_EQ(printed, text);
     EXPECT_EQ(print(printFixed, -DBL_MAX, kMaxPrecision + 9).size(), 311u + kMaxPrecision);
-}
-
-TEST(DecimalDigits, HaveNoLeadingZeros) {
-    const struct {
-        double value;
-        int decimals;
-        const char* text;
-        int point;
-    } cases[] = {
-        {12.5, 2, "1250", 2}, {0.05, 3, "50", -1},   {0.996, 2, "100", 1},
-        {0.004, 2, "", -2},   {-0.0001, 4, "1", -3}, {0.4, 0, "", 0},
-    };
-    for (const auto& c : cases) {
-        DecimalDigits digits;
-        decimalDigits(c.value, c.decimals, digits);
-        EXPECT_EQ(std::string(digits.text, static_cast<std::size_t>(digits.count)), c.text)
-            << c.value;
-        EXPECT_EQ(digits.point, c.point) << c.value;
-        EXPECT_EQ(digits.negative, std::signbit(c.value)) << c.value;
-    }
+    // Far below the last decimal, too, the quick way does it.
+    ShortNumber zero;
+    for (const double value : {0x1.8p-12, 0x1.8p-20, 0x1.8p-80})
+        EXPECT_TRUE(roundFixed(value, 2, zero)) << value;
 }
 
 #if defined(__GLIBC__)

@@ -126,13 +126,12 @@ TEST_F(Formula, IsDiagnosedWithoutAnyOtherEffect) {
 
 TEST(FormulaFaults, HaveTheirOwnTextInBothLanguages) {
     std::set<std::string> texts;
-    int faults = 0;
-    for (auto f = FormulaFault::empty; f <= FormulaFault::decimalComma; ++faults) {
-        texts.insert(toolbox::formulaFaultText(f, 1));
-        texts.insert(toolbox::formulaFaultText(f, 2));
-        f = static_cast<FormulaFault>(static_cast<int>(f) + 1);
-    }
-    EXPECT_EQ(texts.size(), 2U * static_cast<unsigned>(faults));
+    std::size_t count = 0;
+    for (int fault = 1; fault <= static_cast<int>(FormulaFault::decimalComma); ++fault)
+        for (const int language : {1, 2}) {
+            texts.insert(toolbox::formulaFaultText(static_cast<FormulaFault>(fault), language));
+            EXPECT_EQ(texts.size(), ++count) << fault;
+        }
     EXPECT_EQ(texts.count(""), 0U);
 }
 
@@ -149,8 +148,7 @@ TEST_F(Formula, MayBeAsLongAsOneLikes) {
     std::string text = "A1";
     while (text.size() < 1 << 20) text += "+a2*2";
     EXPECT_EQ(kindOf(text), CellKind::formula);
-    const double terms = static_cast<double>(text.size() / 5);
-    EXPECT_EQ(valueOf(text), 1 + 4 * terms);
+    EXPECT_EQ(valueOf(text), 1 + 4 * static_cast<double>(text.size() / 5));
     EXPECT_EQ(kindOf(std::string(1 << 20, '7')), CellKind::text);
 }
 

@@ -66,17 +66,14 @@ CString shown(const T& value, const char* format = "") {
 
 TEST(OutputValue, PrintsEachKindByItsDefault) {
     EXPECT_EQ(shown<unsigned char>(200), "200");
-    EXPECT_EQ(shown<short>(-3), "-3");
     EXPECT_EQ(shown(4000000000u), "4000000000");
-    EXPECT_EQ(shown(-2000000000L), "-2000000000");
     EXPECT_EQ(shown(4294967295UL), "4294967295");
     EXPECT_EQ(shown(0.5f), "0.5");
     EXPECT_EQ(shown(1e10), "1e+010");
     EXPECT_EQ(shown(RWCString("abc")), "abc");
     EXPECT_EQ(shown(RWCollectableString("abc")), "abc");
     EXPECT_EQ(shown(CString("abc"), "%10s"), "abc");
-    EXPECT_EQ(shown(LONG_MAX, "%d"), CString(std::to_string(LONG_MAX)));
-    EXPECT_EQ(shown(42, "%n%d%s%d"), "42");
+    EXPECT_EQ(shown(LONG_MIN, "%d"), CString(std::to_string(LONG_MIN)));
     EXPECT_EQ(shown(42, "%2000000000d").GetLength(), 4095);
     FakedTexts texts;
     texts.strings.put(1095, "et");

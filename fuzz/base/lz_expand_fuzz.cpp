@@ -1,6 +1,7 @@
 // Any bytes expand to what their header announces or fail; nothing writes more, however the source
 // is cut into reads.
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "base/lz_expand.h"
@@ -8,14 +9,11 @@
 
 namespace {
 
-struct Expanded {
-    std::int32_t result;
-    std::vector<std::byte> bytes;
-};
+using Bytes = std::vector<std::byte>;
 
 /// `data` as a compressed file that announces `size` bytes.
-std::vector<std::byte> compressedFile(std::span<const std::byte> data, std::uint32_t size) {
-    std::vector<std::byte> file;
+Bytes compressedFile(std::span<const std::byte> data, std::uint32_t size) {
+    Bytes file;
     for (const int value : {0x53, 0x5A, 0x44, 0x44, 0x88, 0xF0, 0x27, 0x33, 0x41, 0})
         file.push_back(static_cast<std::byte>(value));
     for (int shift = 0; shift < 32; shift += 8)
@@ -24,8 +22,9 @@ std::vector<std::byte> compressedFile(std::span<const std::byte> data, std::uint
     return file;
 }
 
-Expanded expand(std::span<const std::byte> file, std::size_t perRead) {
-    Expanded expanded{};
+/// The result and what was written before it.
+std::pair<std::int32_t, Bytes> expand(std::span<const std::byte> file, std::size_t perRead) {
+    Bytes expanded;
     const auto source = [&](std::span<std::byte> room) {
         const std::size_t n = std::min({room.size(), perRead, file.size()});
         std::copy_n(file.begin(), n, room.begin());
@@ -33,11 +32,10 @@ Expanded expand(std::span<const std::byte> file, std::size_t perRead) {
         return static_cast<std::ptrdiff_t>(n);
     };
     const auto sink = [&](std::span<const std::byte> part) {
-        expanded.bytes.insert(expanded.bytes.end(), part.begin(), part.end());
+        expanded.insert(expanded.end(), part.begin(), part.end());
         return true;
     };
-    expanded.result = toolbox::base::expandLz(source, sink);
-    return expanded;
+    return {toolbox::base::expandLz(source, sink), expanded};
 }
 
 }  // namespace
@@ -48,17 +46,15 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t le
     const auto data = std::as_bytes(std::span(bytes + 2, length - 2));
     const auto file = compressedFile(data, size);
 
-    const Expanded whole = expand(file, file.size());
-    require(whole.bytes.size() <= size);
-    if (whole.result >= 0)
-        require(whole.result == static_cast<std::int32_t>(size) && whole.bytes.size() == size);
+    const auto [result, written] = expand(file, file.size());
+    require(written.size() <= size);
+    if (result >= 0)
+        require(result == static_cast<std::int32_t>(size) && written.size() == size);
     else
-        require(whole.result == toolbox::base::kLzRead);
+        require(result == toolbox::base::kLzRead);
+    require(expand(file, 14 + bytes[0] % 7) == std::pair(result, written));
 
-    const Expanded plain = expand(data, data.size());
-    if (!toolbox::base::lzHeader(data)) require(std::ranges::equal(plain.bytes, data));
-
-    const Expanded pieces = expand(file, 14 + bytes[0] % 7);
-    require(pieces.result == whole.result && pieces.bytes == whole.bytes);
+    const auto plain = expand(data, data.size());
+    if (!toolbox::base::lzHeader(data)) require(std::ranges::equal(plain.second, data));
     return 0;
 }

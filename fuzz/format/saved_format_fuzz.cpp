@@ -9,35 +9,25 @@
 
 namespace {
 
-struct Scanned {
-    int fields;
-    int width = 0;
-    int precision = 0;
-    char letter = 0;
-};
-
-Scanned scanned(const std::string& text, bool real) {
-    Scanned s{};
-    s.fields = real ? std::sscanf(text.c_str(), "%4d-%4d-%c", &s.width, &s.precision, &s.letter)
-                    : std::sscanf(text.c_str(), "%4d-%c", &s.width, &s.letter);
-    return s;
-}
-
 /// The setters in their order, all of them once every field is there.
 template <class Format>
-int applied(Format& format, const Scanned& s, bool real) {
-    if (s.fields != (real ? 3 : 2)) return 0;
-    int done = format.setWidth(s.width);
-    if (real) done &= format.setPrecision(s.precision);
-    if (s.letter != 'L' && s.letter != 'R') return 0;
-    return format.setJustify(s.letter == 'L' ? Left : Right) & done;
+int applied(Format& format, const char* text) {
+    const bool real = format.isReal() == 1;
+    int width = 0, precision = 0;
+    char letter = 0;
+    const int fields = real ? std::sscanf(text, "%4d-%4d-%c", &width, &precision, &letter)
+                            : std::sscanf(text, "%4d-%c", &width, &letter);
+    if (fields != (real ? 3 : 2)) return 0;
+    int done = format.setWidth(width);
+    if (real) done &= format.setPrecision(precision);
+    if (letter != 'L' && letter != 'R') return 0;
+    return format.setJustify(letter == 'L' ? Left : Right) & done;
 }
 
 template <class Format>
 void checkText(const RWCString& text, Format format) {
-    const bool real = format.isReal() == 1;
     Format expected = format;
-    const int done = applied(expected, scanned(text.str(), real), real);
+    const int done = applied(expected, text.str().c_str());
     require(format.restoreStringFormat(text) == done);
     require(format.getWidth() == expected.getWidth() &&
             format.getPrecision() == expected.getPrecision() &&

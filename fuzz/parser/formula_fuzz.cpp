@@ -1,15 +1,13 @@
 // A text is a formula for the grid exactly when it is one for an evaluator that works another way,
 // but for formulas that nest too deep, and both give the same value.
 
-#include <algorithm>
 #include <bit>
-#include <cmath>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
-#include <string>
+#include <tuple>
 
 #include "recursive_evaluator.h"
+#include "require.h"
 #include "toolbox/parser.h"
 
 namespace {
@@ -17,32 +15,22 @@ namespace {
 using toolbox::CellKind;
 using toolbox::FormulaFault;
 
-void require(bool holds, const char* what) {
-    if (holds) return;
-    std::fprintf(stderr, "violated: %s\n", what);
-    std::abort();
-}
-
 bool same(double a, double b) {
     return (std::isnan(a) && std::isnan(b)) ||
            std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
 }
 
-struct Filled {
-    const char* name;
-    double value;
-};
-constexpr Filled kFilled[] = {{"A1", 3}, {"A2", -0.5}, {"B1", 1e200}, {"C7", 0.125}, {"J9", -7e-9}};
-
 class Sheet {
   public:
     Sheet() {
-        for (const auto& [name, value] : kFilled) {
-            grid_.setCell(name, value);
-            at(name) = value;
+        const std::tuple<std::size_t, std::size_t, double> filled[] = {
+            {0, 0, 3}, {0, 1, -0.5}, {1, 0, 1e200}, {2, 6, 0.125}, {9, 8, -7e-9}};
+        for (const auto& [col, row, value] : filled) {
+            grid_.setCell(static_cast<int>(row), static_cast<int>(col), value);
+            cells_[col][row] = value;
         }
         grid_.setCell("B2", "a text");
-        at("B2") = HUGE_VAL;
+        cells_[1][1] = HUGE_VAL;
     }
 
     /// Puts the text in J10 and holds the grid to the other evaluator's answer.
@@ -50,51 +38,35 @@ class Sheet {
         std::string capitals = text;
         for (char& c : capitals)
             if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-        const auto expected = recursive::evaluate(capitals, cells_);
+        const auto expected = recursive::Descent(capitals, cells_).all();
 
         Parser::setError(3);
         const auto diagnosis = toolbox::diagnoseFormula(text.c_str());
-        require(Parser::isError() == 3, "a diagnosis leaves the error flag");
-        require(diagnosis.position <= text.size(), "a fault lies in the text");
+        require(Parser::isError() == 3);
+        require(diagnosis.position <= text.size());
         std::string given = text;
         grid_.setCell("J10", given.data());
         const CellKind kind = grid_.cellKind(9, 9);
-        require(kind == diagnosis.kind, "the diagnosis is what setCell does");
-
+        require(kind == diagnosis.kind);
         if (kind == CellKind::text) {
-            require(!expected || diagnosis.fault == FormulaFault::tooDeep, "no formula is missed");
-            require(diagnosis.fault != FormulaFault::none, "a text has its fault");
-            require(given == text && grid_.cellText(9, 9).str() == text, "a text stays whole");
+            require(!expected || diagnosis.fault == FormulaFault::tooDeep);
+            require(diagnosis.fault != FormulaFault::none);
+            require(given == text && grid_.cellText(9, 9).str() == text);
         } else {
-            require(expected.has_value(), "nothing else is a formula");
-            require(expected->namesCell == (kind == CellKind::formula), "the kind is right");
-            require(given == capitals, "a formula is put in capitals");
-            checkValue(capitals, expected->value);
+            require(expected.has_value() && given == capitals);
+            require(expected->namesCell == (kind == CellKind::formula));
+            // The first read computes with the value that setting gave J10, should it be named.
+            cells_[9][9] = expected->value;
+            const double value = recursive::Descent(capitals, cells_).all()->value;
+            require(same(grid_.getCell("J10"), value));
+            require((Parser::isError() != 0) == (value == HUGE_VAL));
         }
-        require(toolbox::cellsNamedBy(text.c_str()).empty() == (kind != CellKind::formula),
-                "only formulas name cells");
-        clear();
+        require(toolbox::cellsNamedBy(text.c_str()).empty() == (kind != CellKind::formula));
+        grid_.setCell("J10", 0);
+        cells_[9][9] = 0;
     }
 
   private:
-    double& at(const char* name) {
-        return cells_[static_cast<std::size_t>(name[0] - 'A')]
-                     [static_cast<std::size_t>(std::atoi(name + 1) - 1)];
-    }
-
-    /// The first read computes with the value that setting gave J10, should the text name it.
-    void checkValue(const std::string& capitals, double atSetting) {
-        at("J10") = atSetting;
-        const double value = recursive::evaluate(capitals, cells_)->value;
-        require(same(grid_.getCell("J10"), value), "both compute the same value");
-        require((Parser::isError() != 0) == (value == HUGE_VAL), "the error flag tells HUGE_VAL");
-    }
-
-    void clear() {
-        grid_.setCell("J10", 0);
-        at("J10") = 0;
-    }
-
     Parser grid_;
     recursive::Cells cells_{};
 };

@@ -1,15 +1,16 @@
 // The rules of a validated text are those that a plain split of the resource text gives, and they
-// judge texts as a plain reading of them does; its sets hold what lists of intervals hold. The
-// limits of a number's rule judge as two numbers do.
+// judge texts as a plain reading of them does; its sets hold the characters that their intervals
+// list. The limits of a number's rule judge as two numbers do.
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "require.h"
@@ -18,82 +19,44 @@
 
 namespace {
 
-/// A set of characters another way: a list of intervals, read off the front of the definition.
+/// A set of characters another way: as a list of them, read off the front of the definition.
 struct SetModel {
-    std::vector<std::pair<signed char, signed char>> items;
+    std::string members;
     bool valid = true;
 
     explicit SetModel(std::string_view rest) {
-        while (!rest.empty() && valid) {
+        while (!rest.empty()) {
+            const bool interval = rest.starts_with("[[");
             const auto at = [&](std::size_t i) { return static_cast<signed char>(rest[i]); };
-            if (!rest.starts_with("[[")) {
-                items.emplace_back(at(0), at(0));
-                rest.remove_prefix(1);
-            } else if (rest.size() >= 6 && rest.substr(4, 2) == "]]" && at(2) <= at(3)) {
-                items.emplace_back(at(2), at(3));
-                rest.remove_prefix(6);
-            } else {
-                valid = false;
-            }
+            valid = !interval || (rest.size() >= 6 && rest.substr(4, 2) == "]]" && at(2) <= at(3));
+            if (!valid) return;
+            const std::size_t first = interval ? 2 : 0;
+            for (int c = at(first); c <= at(interval ? 3 : 0); ++c) members += static_cast<char>(c);
+            rest.remove_prefix(interval ? 6 : 1);
         }
     }
-
-    [[nodiscard]] bool has(char c) const {
-        return std::ranges::any_of(items, [code = static_cast<signed char>(c)](const auto& item) {
-            return item.first <= code && code <= item.second;
-        });
-    }
-
-    [[nodiscard]] std::string members() const {
-        std::string all;
-        for (const auto& [first, last] : items)
-            for (int c = first; c <= last; ++c) all += static_cast<char>(c);
-        return all;
-    }
-
-    /// The set in words, with `to` inside intervals and `word` in place of the last comma.
-    [[nodiscard]] std::string inWords(const std::string& to, const std::string& word) const {
-        const auto quoted = [](signed char c) {
-            return "'" + TvCharSet::getVisibleChar(static_cast<char>(c)).str() + "'";
-        };
-        std::string text;
-        for (const auto& [first, last] : items) {
-            if (!text.empty()) text += ", ";
-            text += quoted(first);
-            if (first != last) text.append(" ").append(to).append(" ").append(quoted(last));
-        }
-        const std::size_t comma = text.find_last_of(',');
-        if (comma == std::string::npos) return text;
-        return text.substr(0, comma) + " " + word + text.substr(comma + 1);
-    }
+    [[nodiscard]] bool has(char c) const { return members.find(c) != std::string::npos; }
 };
 
 using Texts = std::vector<std::string>;
 
-Texts split(const std::string& text, char separator) {
-    Texts fields(1);
-    for (const char c : text) {
-        if (c == separator)
-            fields.emplace_back();
-        else
-            fields.back() += c;
-    }
+Texts split(const std::string& text, char separator, std::size_t atLeast) {
+    Texts fields;
+    std::istringstream rest(text);
+    for (std::string field; std::getline(rest, field, separator);) fields.push_back(field);
+    fields.resize(std::max(fields.size(), atLeast));
     return fields;
 }
 
 /// Blanks, a sign and digits; nothing else, and nothing that an int does not hold.
-std::optional<int> decimal(const std::string& text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    if (first == std::string::npos) return {};
-    std::string digits = text.substr(first, text.find_last_not_of(' ') + 1 - first);
-    const bool negative = digits[0] == '-';
-    if (negative || digits[0] == '+') digits.erase(0, 1);
-    if (digits.empty() || digits.find_first_not_of("0123456789") != std::string::npos) return {};
-    double value = 0;  // exact as far as it matters
-    for (const char c : digits) value = value * 10 + (c - '0');
-    if (negative) value = -value;
-    if (value < -2147483648.0 || value > 2147483647.0) return {};
-    return static_cast<int>(value);
+std::optional<int> decimal(std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+    text = text.substr(0, text.find_last_not_of(' ') + 1);
+    if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
+    int value = 0;
+    const auto [end, error] = std::from_chars(text.begin(), text.end(), value);
+    if (error != std::errc() || end != text.end()) return {};
+    return value;
 }
 
 struct Rules {
@@ -108,47 +71,30 @@ struct Rules {
 
     bool operator==(const Rules&) const = default;
 
-    /// In the order in which a message names the active ones.
-    [[nodiscard]] Texts arguments() const {
-        Texts texts;
-        if (bits & TvString::MinLength) texts.push_back(std::to_string(least));
-        if (bits & TvString::MaxLength) texts.push_back(std::to_string(most));
-        if (!valid.empty()) texts.push_back(SetModel(valid).inWords("to", "and"));
-        if (!invalid.empty()) texts.push_back(SetModel(invalid).inWords("to", "and"));
-        texts.insert(texts.end(), forbidden.begin(), forbidden.end());
-        return texts;
+    /// What neither set refuses of a text.
+    [[nodiscard]] std::string kept(const std::string& text) const {
+        const SetModel allowed(valid), refused(invalid);
+        std::string all;
+        for (const char c : text)
+            if ((valid.empty() || allowed.has(c)) && !refused.has(c)) all += c;
+        return all;
     }
-
     [[nodiscard]] int broken(const std::string& text) const {
-        const SetModel allowed(valid);
-        const SetModel refused(invalid);
         const auto length = static_cast<int>(text.size());
         int rules = 0;
         if (least != -1 && length < least) rules |= TvString::MinLength;
         if (most != -1 && length > most) rules |= TvString::MaxLength;
-        for (const char c : text) {
-            if (!valid.empty() && invalid.empty() && !allowed.has(c)) rules |= TvString::ValidChars;
-            if (!invalid.empty() && valid.empty() && refused.has(c))
-                rules |= TvString::InvalidChars;
-        }
+        // With both sets, neither is checked.
+        if ((valid.empty() || invalid.empty()) && kept(text) != text)
+            rules |= valid.empty() ? TvString::InvalidChars : TvString::ValidChars;
         if (std::ranges::count(forbidden, text) > 0) rules |= TvString::ForbiddenValues;
         return rules;
-    }
-
-    [[nodiscard]] std::string cleaned(const std::string& text) const {
-        const SetModel allowed(valid);
-        const SetModel refused(invalid);
-        std::string kept;
-        for (const char c : text)
-            if ((valid.empty() || allowed.has(c)) && !refused.has(c)) kept += c;
-        return kept;
     }
 };
 
 std::optional<Rules> modelOf(const std::string& resource) {
-    Texts fields = split(resource, '|');
+    const Texts fields = split(resource, '|', 7);
     if (fields[0] != "TVSTRING") return {};
-    fields.resize(std::max<std::size_t>(fields.size(), 7));
     Rules rules;
     const auto takeText = [&](std::string& out, const std::string& field, int bit) {
         if (field.empty()) return;
@@ -156,9 +102,8 @@ std::optional<Rules> modelOf(const std::string& resource) {
         rules.bits |= bit;
     };
     const auto takeNumber = [&](int& out, const std::string& field, int bit) {
-        const auto number = decimal(field);
-        out = number.value_or(-1);
-        if (number) rules.bits |= bit;
+        out = decimal(field).value_or(-1);
+        if (decimal(field)) rules.bits |= bit;
     };
     takeText(rules.message, fields[1], TvString::HasMessage);
     takeNumber(rules.least, fields[2], TvString::MinLength);
@@ -189,17 +134,6 @@ std::optional<Rules> parsed(unsigned int id) {
     return rules;
 }
 
-/// The first place of each number in turn gets its text.
-std::string filled(std::string message, const Texts& arguments) {
-    for (std::size_t n = 1;; ++n) {
-        const std::string place = "%" + std::to_string(n);
-        const std::size_t at = message.find(place);
-        if (at == std::string::npos) return message;
-        if (n > arguments.size()) continue;
-        message = message.substr(0, at) + arguments[n - 1] + message.substr(at + place.size());
-    }
-}
-
 constexpr unsigned int kRule = 1;
 constexpr unsigned short kRange = 2;
 
@@ -207,7 +141,7 @@ void checkSet(const std::string& definition, const std::string& text) {
     const TvCharSet set((CString(definition)));
     const SetModel model(definition);
     require(set.isValid() == model.valid);
-    require(set.getDetailedCharsSet() == model.members());
+    require(set.getDetailedCharsSet() == model.members);
     const auto has = [&](char c) { return model.has(c); };
     for (const char c : text.substr(0, 16)) require(set.charIsInSet(c) == has(c));
     require(set.allStringCharsAreInSet(text) == std::ranges::all_of(text, has));
@@ -220,13 +154,12 @@ void checkText(const Rules& rules, const std::string& text) {
     const int broken = rules.broken(text);
     char failed = -1;
     CString message("untouched");
-    require(field.isValid(&message, static_cast<const CString*>(nullptr), &failed) ==
-            (broken == 0));
+    require(field.isValid(&message, static_cast<const CString*>(nullptr), &failed) == !broken);
     require(static_cast<unsigned char>(failed) == broken);
-    require(message.str() == (broken ? filled(rules.message, rules.arguments()) : "untouched"));
+    require(broken || message.str() == "untouched");
 
     field.removeInvalidChars();
-    require(field.value().str() == rules.cleaned(text));
+    require(field.value().str() == rules.kept(text));
 }
 
 void checkRules(toolbox::testing::FakedTexts& texts, const std::string& resource,
@@ -237,17 +170,16 @@ void checkRules(toolbox::testing::FakedTexts& texts, const std::string& resource
     if (rules && rules->bits == 0) rules.reset();
     require(parsed<CString>(kRule) == rules);
     require(parsed<RWCString>(kRule) == rules);
-    if (!rules) {
+    if (rules)
+        checkText(*rules, text);
+    else
         require(TvString(kRule).rules() == 0);
-        return;
-    }
-    checkText(*rules, text);
 }
 
 /// The fields between commas, of which several in a row count as one.
 void checkRange(toolbox::testing::FakedTexts& texts, const std::string& resource) {
     texts.strings.put(kRange, resource);
-    Texts fields = split(resource.substr(0, 257), ',');
+    Texts fields = split(resource.substr(0, 257), ',', 0);
     std::erase(fields, "");
     fields.resize(3);
     const auto limit = [&](std::size_t field) {

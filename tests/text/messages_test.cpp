@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
+#include <cmath>
 #include <optional>
 #include <sstream>
 #include <tuple>
@@ -28,10 +30,6 @@ struct MessageServiceTest : ::testing::Test {
         GMSG::destroyStaticVars();
     }
     auto& boxes() { return texts.prompt.boxes; }
-    RWCString listed(GMSG::ErrorReporting option = GMSG::ReportInList) {
-        GMSG::setErrorReportingOption(option);
-        return GMSG::getLstErrorsInString();
-    }
 
     FakedTexts texts;
     std::optional<GMSG> service;
@@ -53,9 +51,10 @@ int reportViaVaList(const char* format, int flags, ...) {
     return result;
 }
 
-TEST_F(MessageServiceTest, LooksInTheModuleBeforeTheApplication) {
+TEST_F(MessageServiceTest, LooksInTheModuleBeforeTheApplicationAndSpeaksItsLanguage) {
     texts.strings.put(1, "application");
     texts.strings.put(2, "only here");
+    texts.strings.putEnglish(2, "english");
     texts.strings.put(1, "module", kModule);
     GMSG::setInstance(kModule);
     char text[20];
@@ -63,21 +62,13 @@ TEST_F(MessageServiceTest, LooksInTheModuleBeforeTheApplication) {
     EXPECT_STREQ(text, "module");
     EXPECT_EQ(GMSG::loadString(2, text, 5), 4);
     EXPECT_STREQ(text, "only");
-    EXPECT_EQ(GMSG::loadString(3, text, sizeof text), 0);
-    EXPECT_STREQ(text, "");
-}
-
-TEST_F(MessageServiceTest, SpeaksItsLanguage) {
-    texts.strings.put(1, "fran\347ais");
-    texts.strings.putEnglish(1, "english");
-    RWCString text;
-    GMSG::getString(1, text);
-    EXPECT_EQ(text, "fran\347ais");
     for (const int other : {0, 7}) {
         GMSG::language = static_cast<GMSG::Language>(other);
-        GMSG::getString(1, text);
-        EXPECT_EQ(text, "english") << other;
+        GMSG::loadString(2, text, sizeof text);
+        EXPECT_STREQ(text, "english") << other;
     }
+    EXPECT_EQ(GMSG::loadString(3, text, sizeof text), 0);
+    EXPECT_STREQ(text, "");
 }
 
 TEST_F(MessageServiceTest, PrintsArgumentsOfEveryType) {
@@ -94,49 +85,27 @@ TEST_F(MessageServiceTest, PrintsArgumentsOfEveryType) {
     EXPECT_STREQ(buffer, "charact");
     viaVaList(1, buffer, sizeof buffer, "va", "list", "x", 1, 1u, 1L, 'x', 1., 1., 1, 1, 1);
     EXPECT_STREQ(buffer, "va list");
-}
-
-TEST_F(MessageServiceTest, SurvivesHostileTemplates) {
-    int untouched = 1;
-    for (const char* format : {"%n%s%s%d", "%d%d%d%d%d%d%d", "%2000000000d", "%-*.*s"}) {
-        texts.strings.put(1, format);
-        RWCString text;
-        GMSG::getString(1, text, &untouched, 5);
-        EXPECT_LE(text.length(), 511u) << format;
-    }
-    EXPECT_EQ(untouched, 1);
+    EXPECT_EQ(viaVaList(9, buffer, sizeof buffer), 0);
+    EXPECT_STREQ(buffer, "va list") << "without a text";
+    EXPECT_EQ(GMSG::getString(9, buffer, static_cast<int>(sizeof buffer), 5), 0);
+    EXPECT_STREQ(buffer, "");
     texts.strings.put(1, std::string(3000, '%'));
-    RWCString text;
     EXPECT_EQ(GMSG::getString(1, text, 5), 511);
-}
-
-TEST_F(MessageServiceTest, LeavesOutputsAsDocumentedWhenTheTextIsMissing) {
-    char text[] = "before";
-    EXPECT_EQ(viaVaList(9, text, sizeof text), 0);
-    EXPECT_STREQ(text, "before");
-    EXPECT_EQ(GMSG::getString(9, text, static_cast<int>(sizeof text), 5), 0);
-    EXPECT_STREQ(text, "");
 }
 
 TEST_F(MessageServiceTest, PadsAndReplicates) {
     texts.strings.put(1, "%s");
-    const struct {
-        int width;
-        const char *left, *right, *mid;
-    } cases[] = {{7, "*****ab", "ab*****", "**ab***"},
-                 {4, "**ab", "ab**", "*ab*"},
-                 {2, "ab", "ab", "ab"},
-                 {-5, "ab", "ab", "ab"}};
-    for (const auto& c : cases) {
-        RWCString out;
-        EXPECT_EQ(GMSG::getStringPadLeft(1, out, '*', c.width, "ab"), 2);
-        EXPECT_EQ(out, c.left);
-        GMSG::getStringPadRight(1, out, '*', c.width, "ab");
-        EXPECT_EQ(out, c.right);
-        GMSG::getStringPadMid(1, out, '*', c.width, "ab");
-        EXPECT_EQ(out, c.mid);
-    }
     RWCString out;
+    for (const auto& [width, left, right, mid] : {std::tuple{7, "*****ab", "ab*****", "**ab***"},
+                                                  {4, "**ab", "ab**", "*ab*"},
+                                                  {-5, "ab", "ab", "ab"}}) {
+        EXPECT_EQ(GMSG::getStringPadLeft(1, out, '*', width, "ab"), 2);
+        EXPECT_EQ(out, left);
+        GMSG::getStringPadRight(1, out, '*', width, "ab");
+        EXPECT_EQ(out, right);
+        GMSG::getStringPadMid(1, out, '*', width, "ab");
+        EXPECT_EQ(out, mid);
+    }
     for (const auto& [count, text, expected] :
          {std::tuple{3, "xyz", "xxx"}, {-3, "xyz", ""}, {3, "", ""}}) {
         GMSG::getStringReplicate(1, out, count, text);
@@ -169,6 +138,17 @@ TEST_F(MessageServiceTest, ShowsAReportInABox) {
     EXPECT_EQ(boxes()[3].text, std::string(511, '%'));
     EXPECT_EQ(boxes()[3].owner, nullptr);
     EXPECT_EQ(GMSG::getParent(), nullptr);
+
+    // Without its object and texts.
+    service.reset();
+    GMSG::destroyStaticVars();
+    EXPECT_EQ(GMSG::theMSG, nullptr);
+    EXPECT_EQ(GMSG::errorMsg("early %d", MB_OK, 1), IDNO);
+    ASSERT_EQ(boxes().size(), 5u);
+    EXPECT_EQ(boxes()[4].text, "early 1");
+    EXPECT_EQ(boxes()[4].caption, "");
+    EXPECT_EQ(GMSG::getLstErrorsInString(), "");
+    EXPECT_EQ(GMSG::getLastErrorMsg(), "");
 }
 
 TEST_F(MessageServiceTest, CollectsReportsAndWritesTheLog) {
@@ -181,23 +161,12 @@ TEST_F(MessageServiceTest, CollectsReportsAndWritesTheLog) {
     GMSG::errorMsg("two", MB_OK);
     EXPECT_EQ(log.str(), "1\ntwo\n");
     EXPECT_EQ(GMSG::getLastErrorMsg(), "two");
-    for (const auto keeping : {GMSG::ReportInBox, GMSG::ReportNothing})
-        EXPECT_EQ(listed(keeping), "before the log\n1\ntwo\n");
+    GMSG::setErrorReportingOption(GMSG::ReportNothing);
+    EXPECT_EQ(GMSG::getLstErrorsInString(), "before the log\n1\ntwo\n");
     EXPECT_EQ(GMSG::errorMsg("dropped", MB_OK), 0);
     EXPECT_TRUE(boxes().empty());
-    EXPECT_EQ(listed(), "");
-    EXPECT_EQ(GMSG::getLastErrorMsg(), "");
-}
-
-TEST_F(MessageServiceTest, ReportsSafelyWithoutItsObjectAndTexts) {
-    service.reset();
-    GMSG::destroyStaticVars();
-    EXPECT_EQ(GMSG::theMSG, nullptr);
-    EXPECT_EQ(GMSG::errorMsg("early %d", MB_OK, 1), IDOK);
-    ASSERT_EQ(boxes().size(), 1u);
-    EXPECT_EQ(boxes()[0].text, "early 1");
-    EXPECT_EQ(boxes()[0].caption, "");
-    EXPECT_EQ(listed(), "");
+    GMSG::setErrorReportingOption(GMSG::ReportInList);
+    EXPECT_EQ(GMSG::getLstErrorsInString(), "");
     EXPECT_EQ(GMSG::getLastErrorMsg(), "");
 }
 
@@ -215,7 +184,6 @@ TEST_F(MessageServiceTest, ChecksRanges) {
         {"m,x,y", 1, "m"},
     };
     GMSG::setInstance(kModule);
-    GMSG::setAppTitle("Bridge");
     for (const auto& c : cases) {
         texts.strings.put(1, c.rule);
         boxes().clear();
@@ -246,6 +214,62 @@ TEST_F(MessageServiceTest, CopiesTheSystemsTextForAnError) {
     EXPECT_EQ(GMSG::getLastErrorMsg(1, text.data()), 1023);
     EXPECT_EQ(text[1023], '\0');
     EXPECT_EQ(text[1024], 'G');
+}
+
+TEST(MessageConversions, PrintRealsWithTheirDecimals) {
+    const struct {
+        double value;
+        int decimals;
+        const char* text;
+    } cases[] = {{0.25, 2, ".25"},
+                 {0.05, 3, ".050"},
+                 {12.6, 0, "13"},
+                 {-0.5, 1, "-.5"},
+                 {99999.0, 2, "99999.00"},
+                 {0.001, 2, ".00"},
+                 {0.3, 0, ""},
+                 {-0.3, 0, "-"},
+                 {5, -3, "5"},
+                 {100000.0, 2, "100000."},
+                 {99999.5, 2, "99999.5"},
+                 {0.000001, 2, "1.e-006"},
+                 {123456.0, -100, "1.e+005"},
+                 {-HUGE_VAL, 2, "-inf"},
+                 {std::nan(""), 2, "nan"}};
+    char text[64];
+    for (const auto& c : cases) {
+        EXPECT_EQ(GMSG::ftoa(c.value, c.decimals, text, 0), text);
+        EXPECT_STREQ(text, c.text) << c.value << " with " << c.decimals;
+    }
+    EXPECT_STREQ(GMSG::ftoa(-0.0, 3, text, 1), "");
+    for (const double value : {-99999.0 + 1.0 / 3, -1.0 / 3, -1e5 - 1.0 / 3, -0.00001, -1.5e308}) {
+        for (const int decimals : {0, 1, 5, 300, 1100, INT_MAX}) {
+            std::string room(static_cast<std::size_t>(std::min(decimals, 1100)) + 17, 'G');
+            GMSG::ftoa(value, decimals, room.data(), 0);
+            EXPECT_EQ(room.back(), 'G') << value << " with " << decimals;
+            EXPECT_LT(room.find('\0'), room.size()) << value << " with " << decimals;
+        }
+    }
+}
+
+TEST(MessageConversions, PrintIntegersAndBooleansAndStripBlanks) {
+    char text[22];
+    EXPECT_STREQ(GMSG::ntoa(0, text, 0), "0");
+    EXPECT_STREQ(GMSG::ntoa(0, text, 1), "");
+    EXPECT_EQ(GMSG::ntoa(LONG_MIN, text, 1), std::to_string(LONG_MIN));
+    for (const auto& [print, yes, no] : {std::tuple{&GMSG::btoa, "O", "N"},
+                                         {&GMSG::b2OnOff, "ON", "OFF"},
+                                         {&GMSG::b2ECHC, "EC", "HC"}}) {
+        EXPECT_STREQ(print(2, text, 0), yes);
+        EXPECT_STREQ(print(0, text, 0), no);
+        EXPECT_STREQ(print(2, text, 1), "");
+    }
+    for (const auto& [given, stripped] :
+         {std::pair{"  a b ", "a b"}, {"   ", ""}, {"", ""}, {"\ta ", "\ta"}}) {
+        std::string blanks = given;
+        EXPECT_STREQ(GMSG::strip(blanks.data()), stripped);
+    }
+    EXPECT_EQ(GMSG::strip(nullptr), nullptr);
 }
 
 }  // namespace

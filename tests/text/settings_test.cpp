@@ -1,8 +1,9 @@
-// Settings through the message service, in the registry and in profile files.
+// What the message service keeps on disk: settings in the registry and in profile files, the log.
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <limits>
+#include <memory>
+#include <regex>
 #include <utility>
 
 #include "support/settings_fixture.h"
@@ -32,8 +33,7 @@ class Settings : public SettingsFixture {
         GMSG::setDestName(RWCString(profile_));
     }
     /// Runs the same expectations in both modes.
-    template <class Check>
-    void inBothModes(Check check) {
+    void inBothModes(void (*check)()) {
         SCOPED_TRACE("registry");
         check();
         SCOPED_TRACE("profile");
@@ -42,75 +42,54 @@ class Settings : public SettingsFixture {
     }
 
     static constexpr const char* kKey = "Software\\ToolboxSettingsTest";
+    static constexpr const char* kView = "Software\\ToolboxSettingsTest\\View";
     std::string profile_ = folder_ / "app.ini";
-    GMSG service_;
+    std::unique_ptr<GMSG> service_ = std::make_unique<GMSG>();
 };
 
+/// A setting of section "View" is there and reads as `expected`.
 template <class T>
-struct Read {
-    int result;
-    T value;
-    bool operator==(const Read&) const = default;
-};
-
-/// What a setting of section "View" reads as; -1 is the default.
-template <class T>
-Read<T> readNumber(const char* entry) {
-    Read<T> read{};
-    read.result = GMSG::getProfile("View", entry, read.value, static_cast<T>(-1));
-    return read;
+void expectReads(const char* entry, T expected) {
+    T value{};
+    EXPECT_EQ(GMSG::getProfile("View", entry, value, T()), 1) << entry;
+    EXPECT_EQ(value, expected) << entry;
 }
 
 TEST_F(Settings, ComeBackAsTheyWereStored) {
     inBothModes([] {
-        for (const int value : {0, 640, -1, std::numeric_limits<int>::min()}) {
+        for (const int value : {0, -1, std::numeric_limits<int>::min()}) {
             EXPECT_EQ(GMSG::writeProfile("View", "Width", value), 1);
-            EXPECT_EQ(readNumber<int>("Width"), (Read<int>{1, value}));
+            expectReads("Width", value);
         }
         for (const unsigned long value : {0ul, 0x7FFFFFFFul, 0x80000000ul, 0xFFFFFFFEul}) {
             EXPECT_EQ(GMSG::writeProfile("View", "Color", value), 1);
-            EXPECT_EQ(readNumber<unsigned long>("Color"), (Read<unsigned long>{1, value}));
+            expectReads("Color", value);
         }
-        for (const double value : {0.0, 1.5, -123456.25, 1e300}) {
+        for (const double value : {0.0, -123456.25, 1e300}) {
             EXPECT_EQ(GMSG::writeProfile("View", "Scale", value, 2), 1);
-            EXPECT_EQ(readNumber<double>("Scale"), (Read<double>{1, value}));
-            const float small = static_cast<float>(std::fmod(value, 1000.0));
-            EXPECT_EQ(GMSG::writeProfile("View", "Ratio", small, 40), 1);
-            EXPECT_EQ(readNumber<float>("Ratio"), (Read<float>{1, small}));
+            expectReads("Scale", value);
         }
+        EXPECT_EQ(GMSG::writeProfile("View", "Ratio", 0.1f, 40), 1);
+        expectReads("Ratio", 0.1f);
         for (const char* value : {"", "C:\\data\\\xE9t\xE9.dat", "a;b=c [d]"}) {
-            RWCString text;
             EXPECT_EQ(GMSG::writeProfile("View", "Title", RWCString(value)), 1);
-            EXPECT_EQ(GMSG::getProfile("View", "Title", text, "default"), 1);
-            EXPECT_EQ(text, value);
+            expectReads("Title", RWCString(value));
         }
     });
 }
 
-TEST_F(Settings, AreTextInAProfile) {
-    useProfile();
-    GMSG::writeProfile("View", "Width", 640);
-    GMSG::writeProfile("View", "Ratio", 1.5, 2);
-    GMSG::writeProfile("View", "Plain", 0.1f, 0);
-    GMSG::writeProfile("View", "Six", 0.125, -1);
-    GMSG::writeProfile("View", "Color", 0xFFFFFFFEul);
-    GMSG::writeProfile("View", "Title", "text");
-    EXPECT_EQ(folder_.read("app.ini"),
-              "[View]\r\nWidth=640\r\nRatio=1.50\r\nPlain=0\r\nSix=0.125000\r\nColor=-2\r\n"
-              "Title=text\r\n");
-    const unsigned char bytes[] = {1, 2, 3};
-    EXPECT_EQ(GMSG::writeProfile("View", "Bytes", bytes, 3ul), 0);
-    EXPECT_EQ(read(profile_, "View", "Bytes"), "<none>");
-}
-
-TEST_F(Settings, HaveTheirTypesInTheRegistry) {
-    const unsigned char bytes[] = {1, 0, 3};
-    EXPECT_EQ(GMSG::writeProfile("View", "Width", 640), 1);
-    EXPECT_EQ(GMSG::writeProfile("View", "Color", 0xFFFFFFFEul), 1);
-    EXPECT_EQ(GMSG::writeProfile("View", "Ratio", 1.5, 2), 1);
-    EXPECT_EQ(GMSG::writeProfile("View", "Small", 1.5f, 2), 1);
-    EXPECT_EQ(GMSG::writeProfile("View", "Title", "text"), 1);
-    EXPECT_EQ(GMSG::writeProfile("View", "Bytes", bytes, 3ul), 1);
+TEST_F(Settings, AreTypedInTheRegistryAndTextInAProfile) {
+    const auto storeAll = [] {
+        GMSG::writeProfile("View", "Width", 640);
+        GMSG::writeProfile("View", "Ratio", 1.5, 2);
+        GMSG::writeProfile("View", "Small", 1.5f, 0);
+        GMSG::writeProfile("View", "Six", 0.125, -1);
+        GMSG::writeProfile("View", "Color", 0xFFFFFFFEul);
+        GMSG::writeProfile("View", "Title", "text");
+        const unsigned char bytes[] = {1, 0, 3};
+        return GMSG::writeProfile("View", "Bytes", bytes, 3ul);
+    };
+    EXPECT_EQ(storeAll(), 1);
     const struct {
         const char* entry;
         unsigned long type;
@@ -124,11 +103,15 @@ TEST_F(Settings, HaveTheirTypesInTheRegistry) {
     for (const auto& c : cases) {
         std::string data(100, '#');
         std::uint32_t type = 0, size = 100;
-        registry().read(HKEY_CURRENT_USER, (kKey + "\\View"s).c_str(), c.entry, type, data.data(),
-                        size);
+        registry().read(HKEY_CURRENT_USER, kView, c.entry, type, data.data(), size);
         EXPECT_EQ(type, c.type) << c.entry;
         EXPECT_EQ(data.substr(0, size), c.data) << c.entry;
     }
+    useProfile();
+    EXPECT_EQ(storeAll(), 0) << "of bytes";
+    EXPECT_EQ(folder_.read("app.ini"),
+              "[View]\r\nWidth=640\r\nRatio=1.50\r\nSmall=2\r\nSix=0.125000\r\nColor=-2\r\n"
+              "Title=text\r\n");
 }
 
 template <class T>
@@ -149,31 +132,23 @@ void expectDefaults(const char* entry) {
     EXPECT_EQ(bytes[1], 0) << entry;
 }
 
-TEST_F(Settings, GiveTheDefaultWhereThereIsNone) {
+TEST_F(Settings, GiveTheDefaultForNoneAndForAnotherTypeOrSize) {
     inBothModes([] {
         expectDefaults("absent");
         expectDefault("absent", RWCString(" \"default\" "));
     });
-}
-
-TEST_F(Settings, GiveTheDefaultForAnotherTypeOrSize) {
-    const auto store = [](const char* entry, unsigned long type, const std::string& data) {
-        registry().write(HKEY_CURRENT_USER, (kKey + "\\View"s).c_str(), entry,
-                         static_cast<std::uint32_t>(type), data.data(),
-                         static_cast<std::uint32_t>(data.size()));
-    };
+    GMSG::setUseRegistry(1);
+    GMSG::setDestName(RWCString(kKey));
     const std::pair<unsigned long, std::string> values[] = {
-        {REG_DWORD, "12"}, {REG_BINARY, "12"},     {REG_DWORD, ""},        {77, "1234"},
-        {77, "12345678"},  {REG_BINARY, "12345"},  {REG_DWORD, "1234567"}, {REG_BINARY, ""},
-        {REG_SZ, "7\0"s},  {REG_SZ, "8 bytes\0"s}, {REG_SZ, "no end"}};
+        {REG_DWORD, "12"}, {REG_DWORD, "1234567"}, {REG_BINARY, "12345"}, {REG_BINARY, ""},
+        {77, "1234"},      {77, "12345678"},       {REG_SZ, "7\0"s},      {REG_SZ, "no end"}};
     for (const auto& [type, data] : values) {
-        store(data.c_str(), type, data);
+        registry().write(HKEY_CURRENT_USER, kView, data.c_str(), static_cast<std::uint32_t>(type),
+                         data.data(), static_cast<std::uint32_t>(data.size()));
         expectDefaults(data.c_str());
         if (type != REG_SZ) expectDefault(data.c_str(), RWCString("default"));
     }
-    RWCString text;
-    EXPECT_EQ(GMSG::getProfile("View", "no end", text, "default"), 1);
-    EXPECT_EQ(text, "no end");
+    expectReads("no end", RWCString("no end"));
 }
 
 TEST_F(Settings, ReadNumbersFromAnyProfileText) {
@@ -184,54 +159,43 @@ TEST_F(Settings, ReadNumbersFromAnyProfileText) {
         unsigned long bits;
         double real;
     } cases[] = {{"12abc", 12, 12, 12},
-                 {"abc", 0, 0, 0},
                  {"", 0, 0, 0},
-                 {"+7", 7, 7, 7},
                  {"+-7", 0, 0, 0},
                  {"1.5e2x", 1, 1, 150},
-                 {"1,5", 1, 1, 1},
                  {"0x10", 0, 0, 0},
                  {"4000000000", 2147483647, 4000000000ul, 4e9},
                  {"99999999999999999999", 2147483647, 0xFFFFFFFF, 1e20},
                  {"-99999999999999999999", -2147483647 - 1, 0x80000000, -1e20},
                  {"-1e999", -1, 0xFFFFFFFF, -kInfinity},
                  {"1e-999", 1, 1, 0},
-                 {"0." + std::string(400, '0') + "1", 0, 0, 0},
-                 {std::string(400, '9'), 2147483647, 0xFFFFFFFF, kInfinity}};
+                 {"-0." + std::string(400, '0') + "1", 0, 0, 0},
+                 {"1" + std::string(400, '0'), 2147483647, 0xFFFFFFFF, kInfinity}};
     useProfile();
     for (const auto& c : cases) {
         ASSERT_EQ(GMSG::writeProfile("View", "x", c.text.c_str()), 1);
-        EXPECT_EQ(readNumber<int>("x"), (Read<int>{1, c.number})) << c.text;
-        EXPECT_EQ(readNumber<unsigned long>("x"), (Read<unsigned long>{1, c.bits})) << c.text;
-        EXPECT_EQ(readNumber<double>("x"), (Read<double>{1, c.real})) << c.text;
+        SCOPED_TRACE(c.text);
+        expectReads("x", c.number);
+        expectReads("x", c.bits);
+        expectReads("x", c.real);
     }
     GMSG::writeProfile("View", "x", std::string(2000, 'x').c_str());
-    RWCString text;
-    GMSG::getProfile("View", "x", text, "");
-    EXPECT_EQ(text.length(), 1023u);
+    expectReads("x", RWCString(std::string(1023, 'x')));
 }
 
-TEST_F(Settings, AreNamedByTextOrByResource) {
+TEST_F(Settings, AreNamedByTextOrByResourceAndGoWhereTheCallerSays) {
     toolbox::testing::FakedTexts texts;
     texts.strings.put(7, "View");
     texts.strings.put(8, "Width");
     inBothModes([] {
         EXPECT_EQ(GMSG::writeProfile(7, 8, 640), 1);
-        int value = 0;
-        EXPECT_EQ(GMSG::getProfile(RWCString("View"), "Width", value, -1), 1);
-        EXPECT_EQ(value, 640);
+        expectReads("Width", 640);
         EXPECT_EQ(GMSG::writeProfile(7, 999, 1), 0);
         EXPECT_EQ(GMSG::writeProfile("", "Width", 1), 0);
         EXPECT_EQ(GMSG::writeProfile("View", RWCString(), 1), 0);
         GMSG::setDestName("");
         EXPECT_EQ(GMSG::writeProfile("View", "Width", 1), 0);
     });
-}
-
-TEST_F(Settings, GoWhereTheCallerSays) {
-    useProfile();
-    const std::string other = folder_ / "other.ini";
-    EXPECT_EQ(GMSG::writeProfile("View", "Width", 640, other.c_str()), 1);
+    EXPECT_EQ(GMSG::writeProfile("View", "Width", 640, (folder_ / "other.ini").c_str()), 1);
     EXPECT_EQ(folder_.read("other.ini"), "[View]\r\nWidth=640\r\n");
     EXPECT_EQ(GMSG::writeProfile("View", "Width", 1, (folder_ / "no folder/x").c_str()), 0);
 
@@ -243,6 +207,76 @@ TEST_F(Settings, GoWhereTheCallerSays) {
     if (sizeof(long) > 4) {
         EXPECT_EQ(GMSG::writeProfile("View", "Width", ~0ul, kKey), 0);
     }
+}
+
+class LogFile : public Settings {
+  protected:
+    LogFile() { service_->setErrorReportingOption(GMSG::ReportInList); }
+
+    /// The file's lines, whatever ends them.
+    std::string logged(const std::string& file) const {
+        std::string text = folder_.read(file);
+        std::erase(text, '\r');
+        return text;
+    }
+
+    RWCString log_{folder_ / "errors.log"};
+};
+
+TEST_F(LogFile, HoldsTheErrorsReportedWhileItIsOpen) {
+    folder_.write("errors.log", "what a former run left\n");
+    ASSERT_EQ(GMSG::OpenLogFile(log_), 1);
+    GMSG::errorMsg("first %d", 0, 1);
+    EXPECT_EQ(logged("errors.log"), "first 1\n");  // also while it is open
+    GMSG::errorMsg("second %%", 0);
+    for (int twice = 0; twice < 2; ++twice) GMSG::CloseLogFile();
+    GMSG::errorMsg("after", 0);
+    EXPECT_EQ(logged("errors.log"), "first 1\nsecond %\n");
+
+    // One that cannot be opened leaves no log.
+    ASSERT_EQ(GMSG::OpenLogFile(log_), 1);
+    EXPECT_EQ(GMSG::OpenLogFile(RWCString(folder_ / "no folder/errors.log")), 0);
+    GMSG::errorMsg("kept in the list", 0);
+    EXPECT_EQ(logged("errors.log"), "");
+    EXPECT_EQ(GMSG::getLastErrorMsg(), "kept in the list");
+}
+
+TEST_F(LogFile, EndsWithItsService) {
+    ASSERT_EQ(GMSG::OpenLogFile(log_), 1);
+    service_.reset();
+    EXPECT_EQ(GMSG::OpenLogFile(RWCString(folder_ / "other.log")), 0);
+    service_ = std::make_unique<GMSG>();
+    service_->setErrorReportingOption(GMSG::ReportInList);
+    GMSG::errorMsg("of another service", 0);
+    EXPECT_EQ(logged("errors.log"), "");
+    EXPECT_EQ(folder_.read("other.log"), "<none>");
+}
+
+void setTemporaryFolder(const std::string& folder) {
+#if defined(_WIN32)
+    SetEnvironmentVariableA("TMP", folder.c_str());
+#else
+    ::setenv("TMPDIR", folder.c_str(), 1);
+#endif
+}
+
+TEST_F(LogFile, WithoutANameIsANewTemporaryFile) {
+    const std::string usual = std::filesystem::temp_directory_path().string();
+    setTemporaryFolder(folder_.path());
+    for (const char* text : {"first", "second"}) {
+        EXPECT_EQ(GMSG::OpenLogFile(""), 1);
+        GMSG::errorMsg(text, 0);
+    }
+    GMSG::CloseLogFile();
+    setTemporaryFolder(usual);
+
+    std::string all;
+    for (const std::string& name : folder_.names()) {
+        EXPECT_TRUE(std::regex_match(name, std::regex("err[0-9a-f]+\\.tmp", std::regex::icase)))
+            << name;
+        all += logged(name);
+    }
+    EXPECT_TRUE(all == "first\nsecond\n" || all == "second\nfirst\n") << all;
 }
 
 }  // namespace

@@ -1,7 +1,9 @@
+// Texts of resources, blanks at either end, and values printed into messages.
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <cstring>
-#include <utility>
+#include <type_traits>
 
 #include "support/text_fakes.h"
 #include "toolbox/text.h"
@@ -10,22 +12,17 @@ namespace {
 
 using toolbox::testing::FakedTexts;
 
-TEST(GetStringRing, HoldsSixteenResults) {
+TEST(GetStringRing, HoldsSixteenResultsAndTellsOfMissingTexts) {
     FakedTexts texts;
-    for (unsigned int id = 1; id <= 17; ++id) texts.strings.put(id, std::to_string(id * 100));
+    for (unsigned int id = 1; id <= 17; ++id)
+        texts.strings.put(id, std::to_string(id) + std::string(1000, 'x'));
     const char* first = GetString(nullptr, 1);
     const char* second = GetString(nullptr, 2);
     for (unsigned int id = 3; id <= 16; ++id) GetString(nullptr, id);
-    EXPECT_STREQ(first, "100");
+    EXPECT_EQ(first, "1" + std::string(253, 'x'));
     EXPECT_EQ(GetString(nullptr, 17), first);
-    EXPECT_STREQ(first, "1700");
-    EXPECT_STREQ(second, "200");
-}
-
-TEST(GetStringRing, CutsLongTextsAndTellsOfMissingOnes) {
-    FakedTexts texts;
-    texts.strings.put(1, std::string(1000, 'x'));
-    EXPECT_EQ(std::strlen(GetString(nullptr, 1)), 254u);
+    EXPECT_EQ(first, "17" + std::string(252, 'x'));
+    EXPECT_EQ(second[0], '2');
     EXPECT_TRUE(texts.prompt.boxes.empty());
 
     EXPECT_STREQ(GetString(nullptr, 4000000000u), "4000000000");
@@ -35,52 +32,81 @@ TEST(GetStringRing, CutsLongTextsAndTellsOfMissingOnes) {
     EXPECT_EQ(texts.prompt.boxes[0].flags, 0x2010u);
 }
 
-TEST(Lead, MovesOnlyWhatItLooksAt) {
+TEST(Lead, MovesAndTrailCutsOnlyWhatTheyLookAt) {
     const struct {
+        int (*change)(char*, int);
         const char* text;
         int n;
         const char* expected;
         int result;
-    } cases[] = {{"  ab", 4, "ab", 2},    {"ab  ", 4, "ab  ", 4}, {"    ", 4, "    ", 0},
-                 {"  ", 5, "", 0},        {"  ab", 2, "  ab", 0}, {"  abcdef", 4, "abcbcdef", 8},
-                 {" ab", 99, "ab", 2},    {"", 0, "", 0},         {" ab", -1, " ab", 0},
-                 {"\t ab", 4, "\t ab", 4}};
+    } cases[] = {{Lead, "  ab", 4, "ab", 2},   {Lead, "ab  ", 4, "ab  ", 4},
+                 {Lead, "    ", 4, "    ", 0}, {Lead, "  ", 5, "", 0},
+                 {Lead, "  ab", 2, "  ab", 0}, {Lead, "  abcdef", 4, "abcbcdef", 8},
+                 {Lead, " ab", 99, "ab", 2},   {Lead, "", 0, "", 0},
+                 {Lead, " ab", -1, " ab", 0},  {Lead, "\t ab", 4, "\t ab", 4},
+                 {Trail, "a   ", 4, "a", 1},   {Trail, " ", 1, " ", 1},
+                 {Trail, "   ", 3, "   ", 3},  {Trail, "ab \r\n", 5, "ab", 2},
+                 {Trail, " a ", 3, " a", 2},   {Trail, "abcd", 2, "ab", 2},
+                 {Trail, "ab  ", 99, "ab", 2}, {Trail, "ab  ", -1, "ab  ", 4},
+                 {Trail, "", 5, "", 0},        {Trail, "ab\t", 3, "ab\t", 3}};
     for (const auto& c : cases) {
         std::string text = c.text;
-        EXPECT_EQ(Lead(text.data(), c.n), c.result) << c.text;
+        EXPECT_EQ(c.change(text.data(), c.n), c.result) << c.text;
         EXPECT_STREQ(text.c_str(), c.expected) << c.text;
+        EXPECT_EQ(c.change(nullptr, 3), 0);
     }
-    EXPECT_EQ(Lead(nullptr, 3), 0);
 }
 
-TEST(Trail, CutsButNeverEmpties) {
-    const struct {
-        const char* text;
-        int n;
-        const char* expected;
-    } cases[] = {{"a   ", 4, "a"},  {" ", 1, " "},     {"   ", 3, "   "},  {"ab \r\n", 5, "ab"},
-                 {" a ", 3, " a"},  {"abcd", 2, "ab"}, {"ab  ", 99, "ab"}, {"ab  ", -1, "ab  "},
-                 {"ab  ", 3, "ab"}, {"", 5, ""},       {"a", 1, "a"},      {"ab\t", 3, "ab\t"}};
-    for (const auto& c : cases) {
-        std::string text = c.text;
-        EXPECT_EQ(Trail(text.data(), c.n), static_cast<int>(std::strlen(c.expected))) << c.text;
-        EXPECT_STREQ(text.c_str(), c.expected) << c.text;
-    }
-    EXPECT_EQ(Trail(nullptr, 3), 0);
+template <class T>
+CString shown(const T& value, const char* format = "") {
+    const CString byReference = TvOutVal(value, format).getStr();
+    EXPECT_EQ(TvOutVal(&value, format).getStr(), byReference);
+    return byReference;
 }
 
-TEST(FormatMessage, FillsPlaceholdersInTheirOrder) {
-    const int n = 42;
+TEST(OutputValue, PrintsEachKindByItsDefault) {
+    EXPECT_EQ(shown<unsigned char>(200), "200");
+    EXPECT_EQ(shown(4000000000u), "4000000000");
+    EXPECT_EQ(shown(4294967295UL), "4294967295");
+    EXPECT_EQ(shown(0.5f), "0.5");
+    EXPECT_EQ(shown(1e10), "1e+010");
+    EXPECT_EQ(shown(RWCString("abc")), "abc");
+    EXPECT_EQ(shown(RWCollectableString("abc")), "abc");
+    EXPECT_EQ(shown(CString("abc"), "%10s"), "abc");
+    EXPECT_EQ(shown(LONG_MIN, "%d"), CString(std::to_string(LONG_MIN)));
+    EXPECT_EQ(shown(42, "%2000000000d").GetLength(), 4095);
+    FakedTexts texts;
+    texts.strings.put(1095, "et");
+    EXPECT_EQ(shown(TvCharSet(CString("ab")), "%5s"), "'a' et 'b'");
+    for (const TvOutVal& none : {TvOutVal(), TvOutVal(static_cast<const double*>(nullptr), "%g")}) {
+        EXPECT_FALSE(none.isValid());
+        EXPECT_EQ(none.getStr(), "");
+    }
+#if defined(_WIN32)
+    EXPECT_EQ(TvOutVal(reinterpret_cast<const int*>(16), "%d").getStr(), "");
+#endif
+}
+
+// What would dangle, or be read as another type, does not compile.
+static_assert(std::is_constructible_v<TvOutVal, const CString&, const char*>);
+static_assert(!std::is_constructible_v<TvOutVal, int, const char*>);
+static_assert(!std::is_constructible_v<TvOutVal, char&, const char*>);
+static_assert(!std::is_constructible_v<TvOutVal, char*, const char*>);
+static_assert(!std::is_constructible_v<TvOutVal, CString, const char*>);
+
+TEST(FormatMessage, FillsPlaceholdersInTheirOrderWithTheValuesOfThatMoment) {
+    int n = 42;
     const CString name("girder");
     const CString nested("<%3>");
     CArray<TvOutVal, TvOutVal&> args;
     args.Add(TvOutVal(n, "%04d"));
     args.Add(TvOutVal(nested, ""));
     args.Add(TvOutVal(name, ""));
+    n = 7;
     const std::pair<const char*, const char*> cases[] = {
-        {"%2 %1", "<girder> 0042"},                // %2's text is there before %3 is looked for
-        {"%1 %1", "0042 %1"},       {"%2", "%2"},  // there is no %1
-        {"%10", "00420"},           {"%1 %2 %3 %4 %5", "0042 <girder> %3 %4 %5"},
+        {"%2 %1", "<girder> 0007"},                // %2's text is there before %3 is looked for
+        {"%1 %1", "0007 %1"},       {"%2", "%2"},  // there is no %1
+        {"%10", "00070"},           {"%1 %2 %3 %4 %5", "0007 <girder> %3 %4 %5"},
     };
     for (const auto& [templ, expected] : cases) {
         CString result = templ;

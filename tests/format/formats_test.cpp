@@ -1,0 +1,283 @@
+#include "toolbox/formats.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cfloat>
+#include <climits>
+#include <clocale>
+#include <cmath>
+#include <limits>
+#include <string>
+
+#include "support/text_fakes.h"
+
+namespace {
+
+template <class Format, class... Fields>
+Format made(Fields... fields) {
+    Format format;
+    format.setFormat(fields...);
+    return format;
+}
+constexpr auto numberFormat = made<NumberFormat, int, Justification>;
+constexpr auto realFormat = made<RealFormat, int, int, Justification>;
+constexpr auto stringFormat = made<StringFormat, int, Justification>;
+
+TEST(Formats, AcceptSettingsAsTheirKindDoes) {
+    RealFormat real;
+    EXPECT_EQ(real.setWidth(1), 0);
+    EXPECT_EQ(real.getWidth(), 0);
+    EXPECT_EQ(real.setWidth(6), 1);
+    EXPECT_EQ(real.setPrecision(5), 0);
+    EXPECT_EQ(real.setPrecision(4), 1);
+    EXPECT_EQ(real.setFormat(10, 9, Left), 0);
+    EXPECT_EQ(real, realFormat(10, 4, Right));  // stopped at the precision
+    NumberFormat number;
+    EXPECT_EQ(number.setWidth(-3), 1);
+    EXPECT_EQ(number.setPrecision(7), 1);
+    EXPECT_EQ(number.getPrecision(), 0);
+    EXPECT_EQ(StringFormat().setPrecision(0), 0);
+    NoFormatType none;
+    EXPECT_EQ(none.setWidth(9), 1);
+    EXPECT_EQ(none.setJustify(Right), 1);
+    EXPECT_EQ(none.setPrecision(3), 1);
+    EXPECT_EQ(none.setFormat(real), 1);
+    EXPECT_EQ(none.getWidth(), 0);
+}
+
+TEST(Formats, AreTakenOverFromTheirOwnKindOnly) {
+    NumberFormat number = numberFormat(7, Left);
+    RealFormat real = realFormat(9, 3, Left);
+    StringFormat string = stringFormat(5, Right);
+    const NoFormatType none;
+    const std::array<FormatType*, 3> all = {&number, &real, &string};
+    for (FormatType* to : all) {
+        const std::string before = to->saveStringFormat().str();
+        for (const FormatType* from : all) EXPECT_EQ(to->setFormat(*from), to == from);
+        EXPECT_EQ(to->setFormat(none), 0);
+        EXPECT_EQ(to->saveStringFormat().str(), before);
+        EXPECT_EQ(to->isA(*to), 1);
+        EXPECT_EQ(to->isString() + to->isReal() + to->isNumber(), 1);
+        EXPECT_EQ(none.isA(*to), 0);
+    }
+    const FormatType& asReal = real;
+    EXPECT_EQ(NumberFormat(asReal), NumberFormat());
+    EXPECT_EQ(RealFormat(asReal), real);
+    number = asReal;
+    EXPECT_EQ(number, numberFormat(7, Left));
+}
+
+TEST(RealFormat, IsCopiedThroughItsChecks) {
+    RealFormat narrowed = realFormat(12, 8, Left);
+    narrowed.setWidth(5);
+    EXPECT_EQ(RealFormat(narrowed), realFormat(5, 0, Left));
+    RealFormat target = realFormat(9, 2, Right);
+    EXPECT_EQ(target.setFormat(static_cast<const FormatType&>(narrowed)), 0);
+    EXPECT_EQ(target, realFormat(5, 2, Right));
+    target = static_cast<const FormatType&>(narrowed);
+    EXPECT_EQ(target, realFormat(5, 2, Left));
+}
+
+TEST(Formats, CompareByKindAndFields) {
+    const NumberFormat number = numberFormat(5, Right);
+    const StringFormat string = stringFormat(5, Right);
+    const RealFormat real = realFormat(5, 0, Right);
+    const NoFormatType none;
+    NumberFormatedValue value;
+    value.setFormat(5, Right);
+    const FormatType& base = number;
+    EXPECT_TRUE(base == number && number == base && base == value && value == number);
+    EXPECT_TRUE(number != string && string != real && base != string && real != base);
+    EXPECT_TRUE(number != numberFormat(6, Right) && number != numberFormat(5, Left));
+    EXPECT_TRUE(real != realFormat(5, 1, Right));
+    EXPECT_TRUE(none == base && none == none);
+    EXPECT_TRUE(base != none);
+}
+
+TEST(Formats, SaveAndRestore) {
+    RealFormat real = realFormat(20, 1, Right);
+    NumberFormat number = numberFormat(99, Right);
+    StringFormat string = stringFormat(99, Right);
+    NoFormatType none;
+    const struct {
+        FormatType& format;
+        const char* text;
+        int result;
+        const char* saved;
+    } cases[] = {
+        {number, " \t  \n 12-Rest", 1, "  12-R"},
+        {number, "-123-L", 1, "-123-L"},
+        {string, "-1234-L", 0, "  99-R"},
+        {string, "+-1-L", 0, "  99-R"},
+        // Every part that the setters accept is applied.
+        {real, "  12-R", 0, "  20-   1-R"},
+        {real, "   1-   4-L", 0, "  20-   4-L"},
+        {real, "  10-   2-X", 0, "  10-   2-L"},
+        {real, "   6-   5-R", 0, "   6-   2-R"},
+        {real, "  12--12-L", 1, "  12- -12-L"},
+        {none, "  12-R", 0, ""},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(c.format.restoreStringFormat(c.text), c.result) << c.text;
+        EXPECT_EQ(c.format.saveStringFormat(), c.saved) << c.text;
+    }
+    EXPECT_EQ(numberFormat(INT_MIN, Right).saveStringFormat(), "-2147483648-R");
+}
+
+TEST(Formats, AreNamedByTheApplicationsTexts) {
+    toolbox::testing::FakedTexts texts;
+    texts.strings.put(1200, "number");
+    texts.strings.put(1201, "real");
+    texts.strings.put(1202, std::string(200, '.'));
+    EXPECT_EQ(NumberFormat().getTypeName(nullptr), "number");
+    EXPECT_EQ(RealFormat().getTypeName(nullptr), "real");
+    EXPECT_EQ(StringFormatedValue().getTypeName(nullptr), std::string(98, '.'));
+    EXPECT_TRUE(NoFormatType().getTypeName(nullptr).empty());
+}
+
+constexpr double kInf = std::numeric_limits<double>::infinity();
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+
+std::string number(int width, Justification justify, int value) {
+    return numberFormat(width, justify).getString(value).str();
+}
+
+std::string real(int width, int precision, double value, Justification justify = Right) {
+    RealFormat format;
+    EXPECT_EQ(format.setFormat(width, precision, justify), 1);
+    return format.getString(value).str();
+}
+
+std::string string(int width, Justification justify, const char* text) {
+    return stringFormat(width, justify).getString(text).str();
+}
+
+// Most numbers are held to the rules done step by step; these go to all systems.
+TEST(Formats, PrintInTheirField) {
+    const std::pair<std::string, const char*> cases[] = {
+        {number(5, static_cast<Justification>(7), 42), "   42"},
+        {number(5, Right, 123456), "1e+00"},
+        {number(11, Right, INT_MIN), "-2147483648"},
+        {number(10, Right, INT_MIN), "-2.147e+00"},
+        {number(-5, Right, 42), ""},
+        {number(INT_MIN, Left, INT_MIN), ""},
+        {real(8, 4, 12345.678), "12345.68"},
+        {real(6, 3, 123456.0), "1e+005"},
+        {real(4, 2, 0.0), " 0.0"},
+        {real(24, 2, 1e23), " 99999999999999991611392"},
+        {real(10, 6, 999.9999999999999), "1000.00000"},
+        {real(6, 2, -kInf), "  -inf"},
+        {real(2, 0, kNan), "na"},
+        {string(4, Right, "abcdef"), "abcd"},
+        {string(4, Left, "ab"), "ab  "},
+        {string(4, Right, "ab"), "  ab"},
+        {string(4, Right, "abcd"), "abcd"},
+        {string(-4, Left, "ab"), ""},
+        {string(3, Left, "\351t\351s"), "\351t\351"}};
+    for (const auto& [printed, text] : cases) EXPECT_EQ(printed, text);
+}
+
+TEST(Formats, PadUpToABound) {
+    constexpr std::size_t kBound = 1 << 24;
+    for (const int width : {1000000000, INT_MAX}) {
+        EXPECT_EQ(number(width, Right, -42), std::string(kBound - 3, ' ') + "-42");
+        EXPECT_EQ(real(width, 2, 0.5), std::string(kBound - 4, ' ') + "0.50");
+        EXPECT_EQ(real(width, width - 2, 1e300).size(), kBound);
+        EXPECT_EQ(string(width, Left, "ab"), "ab" + std::string(kBound - 2, ' '));
+        const std::string longer(kBound + 5, 'x');
+        EXPECT_EQ(string(width, Left, longer.c_str()), longer);
+    }
+}
+
+TEST(RealFormat, PrintsZerosWhereADoubleHasNoMoreDigits) {
+    const std::string fixed = real(5000, 4000, 0.5, Left);
+    EXPECT_EQ(fixed, "0.5" + std::string(3999, '0') + std::string(998, ' '));
+    RealFormat format;
+    format.setFormat(5000, 4000, Right);
+    format.setWidth(310);
+    EXPECT_EQ(format.getString(-DBL_MAX).length(), 310u);
+    format.setWidth(8);  // which the precision does not fit
+    EXPECT_EQ(format.getString(3.14159).str(), "3.141590");
+    EXPECT_EQ(format.getString(1e9).str(), "1.00e+00");
+    format.setPrecision(INT_MIN);
+    EXPECT_EQ(format.getString(3.14159).str(), "       3");
+    EXPECT_EQ(real(3000, 2500, 1e300).length(), 3000u);
+}
+
+TEST(Formats, PrintTheSameUnderEveryLocale) {
+    for (const char* locale : {"fr_FR.UTF-8", "de_DE.UTF-8", "French_France.1252", "C"}) {
+        if (!std::setlocale(LC_ALL, locale)) continue;
+        EXPECT_EQ(real(8, 2, 1234.5), " 1234.50") << locale;
+    }
+}
+
+TEST(FormatedValues, PrintByTheirFormatAndCopyIt) {
+    NumberFormatedValue number;
+    EXPECT_EQ(number.getStringValue().str(), "");
+    number.setFormat(6, Left);
+    number = -42;
+    RealFormatedValue real;
+    real.setFormat(8, 2, Right);
+    real = 3.14159;
+    RealFormatedValue assigned;
+    assigned = real;
+    RealFormatedValue copy(assigned);
+    StringFormatedValue string;
+    string.setFormat(5, Right);
+    string = "ab";
+    NoFormatedValue none;
+    const std::pair<FormatedValue*, const char*> values[] = {
+        {&number, "-42   "}, {&copy, "    3.14"}, {&string, "   ab"}, {&none, ""}};
+    for (const auto& [value, text] : values) EXPECT_EQ(value->getStringValue().str(), text);
+    EXPECT_EQ(number.isA(number), 1);
+    EXPECT_EQ(none.isA(none), 0);
+    number = static_cast<const NumberFormat&>(NumberFormat());
+    EXPECT_EQ(number.getValue(), -42);
+}
+
+TEST(RealFormatedValue, EqualsWithinAUnitOfItsLastDecimal) {
+    const struct {
+        int precision;
+        double a, b;
+        int equal;
+    } cases[] = {
+        {2, 1.004, 1.0, 1},    {2, 1.02, 1.0, 0},
+        {0, 3.05, 3.0, 1},     {0, 3.1, 3.0, 0},
+        {1, 3.05, 3.0, 1},     {1, 3.15, 3.0, 0},
+        {-2, 199.0, 100.0, 1}, {-2, 200.0, 100.0, 0},
+        {-400, 1e300, 0.0, 1}, {INT_MIN, 5.0, 1.0, 1},
+        {2, kInf, kInf, 0},    {400, 1.0, 1.0, 0},
+        {22, 0.0, 1e-22, 0},   {22, 0.0, std::nextafter(1e-22, 0.0), 1},
+    };
+    RealFormatedValue a, b;
+    for (const auto& c : cases) {
+        for (RealFormatedValue* value : {&a, &b})
+            EXPECT_EQ(value->setFormat(1000, c.precision, Right), 1);
+        a = c.a;
+        b = c.b;
+        EXPECT_EQ(a == b, c.equal) << c.precision << ' ' << c.a << ' ' << c.b;
+        EXPECT_EQ(a != b, !c.equal);
+    }
+    EXPECT_TRUE(a == b);
+    b.setPrecision(21);
+    EXPECT_TRUE(a != b);
+}
+
+TEST(FormatedValues, CompareAsTheirKindDoes) {
+    NumberFormatedValue one, two;
+    one = 1;
+    EXPECT_TRUE(one != two);
+    two = 1;
+    EXPECT_TRUE(one == two);
+    two.setJustify(Left);
+    EXPECT_TRUE(one != two);
+    StringFormatedValue abc, xyz;
+    abc = "abc";
+    EXPECT_TRUE(abc == xyz);
+    xyz.setWidth(3);
+    EXPECT_TRUE(abc != xyz);
+    EXPECT_TRUE(NoFormatedValue() == NoFormatedValue());
+}
+
+}  // namespace

@@ -86,21 +86,4 @@ TEST(BlockLayout, HeaderReadsBackAndIsAlwaysWrittenAsTheLatestFormat) {
     EXPECT_EQ(read.read(file), 0);
 }
 
-TEST(BlockLayout, HeaderOfTheOldestFormatIsShorterAndOthersNeedTheirTerminator) {
-    TempFolder folder;
-    const std::string latest = header(210, 0, 0);
-    for (const auto& [bytes, position] : {std::pair{header(100, 0, 0) + "more", 156ul},
-                                          {header(205, 0, 0), 160ul},
-                                          {latest.substr(0, 156) + word(0xFFFFFFFE), 0ul},
-                                          {latest.substr(0, 159), 0ul}}) {
-        const std::string name = folder.write("header", bytes);
-        TarvFileRead file;
-        file.setFile(new APIFile(name.c_str(), GENERIC_READ, 0, OPEN_EXISTING));
-        ASSERT_EQ(TarvFileHeader().read(file), position != 0);
-        if (position) {
-            EXPECT_EQ(file.getFile()->CurOffset(), position);
-        }
-    }
-}
-
 }  // namespace

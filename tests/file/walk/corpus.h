@@ -92,8 +92,27 @@ inline Maker& addHardBlocks(Maker& file, std::uint32_t format) {
         .block(8, std::string(700, 'x'), "last");
 }
 
-inline std::vector<Original> originals() {
+/// Blocks of a file whose identifiers are 1, 2, 3 and so on, all with data of this length.
+inline Maker equalBlocks(std::uint32_t format, std::uint32_t count, std::size_t length) {
+    Maker file(std::to_string(format) + " equal", format);
+    for (std::uint32_t id = 1; id <= count; ++id)
+        file.block(id, std::string(length, static_cast<char>('a' + id % 26)),
+                   "b" + std::to_string(id));
+    return file;
+}
+
+/// Files of blocks of 512 bytes, so that one bit of a length takes it to the end of another block.
+inline std::vector<Original> alignedOriginals() {
     std::vector<Original> all;
+    for (const std::uint32_t format : {210u, 205u, 150u, 100u})
+        all.push_back(equalBlocks(format, 6, 512 - block_kit::record(format, {1, ""}).size()));
+    all.push_back(equalBlocks(210, 6, 512 - block_kit::record(210, {1, ""}).size()).commit());
+    all.back().name += " committed";
+    return all;
+}
+
+inline std::vector<Original> originals() {
+    std::vector<Original> all = alignedOriginals();
     for (const std::uint32_t format : {210u, 205u, 150u, 100u}) {
         const std::string name = std::to_string(format);
         Maker sound(name, format);

@@ -9,60 +9,29 @@
 #include "walked.h"
 
 using namespace toolbox;
+using corpus::equalBlocks;
 using corpus::Maker;
 using corpus::Original;
 using corpus::Record;
 
 namespace {
 
-std::vector<WalkFinding> found(const std::string& bytes) {
-    const corpus::Walked walked(bytes);
-    EXPECT_TRUE(walked.isGapless());
-    return walked.blocks();
-}
-
-std::string shown(const std::vector<WalkFinding>& blocks) {
-    std::string text;
-    for (const WalkFinding& f : blocks)
-        text += " " + std::to_string(f.frame.id) + "@" + std::to_string(f.frame.offset) + "-" +
-                std::to_string(f.frame.end) + "/" + std::to_string(f.doubts);
-    return text;
-}
-
-const Record* recordAt(const Original& original, std::uint64_t from) {
-    for (const Record& record : original.records)
-        if (record.from == from) return &record;
-    return nullptr;
-}
-
-/// How the blocks that were found fall short; empty when they do not.
+/// How the blocks that are found fall short; empty when they do not.
 std::string fault(const Original& original, const std::string& damaged, bool mayInvent) {
-    const std::vector<WalkFinding> blocks = found(damaged);
-    const auto isFound = [&](const Record& record) {
-        return std::ranges::any_of(blocks, [&](const WalkFinding& f) {
-            return f.frame.offset == record.from && f.frame.end == record.to &&
-                   f.frame.id == record.id;
-        });
-    };
-    for (const Record& record : original.records) {
-        const std::size_t n = record.to - record.from;
-        const bool intact = damaged.size() >= record.to &&
-                            damaged.compare(record.from, n, original.bytes, record.from, n) == 0;
-        if (intact && !isFound(record))
-            return "lost " + std::to_string(record.id) + ":" + shown(blocks);
-    }
-    for (const WalkFinding& f : blocks) {
-        const Record* record = recordAt(original, f.frame.offset);
-        // Of what stood in a block whose head or end is gone nothing tells that it was data.
-        if (!record && mayInvent && f.doubts & (kFoundBySearch | kNotIndexed)) continue;
-        if (!record) return "invented " + std::to_string(f.frame.id) + ":" + shown(blocks);
-        // The identifier of a block that no index names has no second witness.
-        const bool asWritten = record->to == f.frame.end &&
-                               (record->id == f.frame.id || f.evidence != Evidence::index);
-        if (!asWritten && f.doubts == 0)
-            return "unmarked " + std::to_string(f.frame.id) + ":" + shown(blocks);
-    }
-    return {};
+    const corpus::Truth truth = corpus::truthOf(original, corpus::Damaged(original, damaged));
+    const bool isGood = truth.isGood() && (mayInvent || truth.doubted.empty());
+    return isGood ? std::string() : truth.isGapless ? "found" + truth.told : "a gap";
+}
+
+std::string changed(const Original& original, std::size_t at, const std::string& bytes) {
+    std::string all = original.bytes;
+    return all.replace(at, bytes.size(), bytes);
+}
+
+std::string repeated(const std::string& bytes, std::size_t times) {
+    std::string all;
+    for (std::size_t i = 0; i < times; ++i) all += bytes;
+    return all;
 }
 
 class FileWalkCorpus : public testing::TestWithParam<Original> {
@@ -84,7 +53,7 @@ class FileWalkCorpus : public testing::TestWithParam<Original> {
 
 TEST_P(FileWalkCorpus, Whole) {
     check(whole(), "whole");
-    for (const WalkFinding& f : found(whole())) EXPECT_EQ(f.doubts, 0u) << f.frame.offset;
+    EXPECT_TRUE(corpus::Walked(whole()).isSound());
 }
 
 TEST_P(FileWalkCorpus, CutOff) {
@@ -129,54 +98,45 @@ TEST_P(FileWalkCorpus, Torn) {
         }
 }
 
-INSTANTIATE_TEST_SUITE_P(Files, FileWalkCorpus, testing::ValuesIn(corpus::originals()),
-                         [](const auto& original) {
-                             std::string name = original.param.name;
-                             std::ranges::replace(name, ' ', '_');
-                             return name;
-                         });
+using AlignedFile = FileWalkCorpus;
 
-/// Blocks of a file whose identifiers are 1, 2, 3 and so on, all with data of this length.
-Maker equalBlocks(std::uint32_t format, std::uint32_t count, std::size_t length) {
-    Maker file(std::to_string(format), format);
-    for (std::uint32_t id = 1; id <= count; ++id)
-        file.block(id, std::string(length, static_cast<char>('a' + id % 26)),
-                   "b" + std::to_string(id));
-    return file;
+TEST_P(AlignedFile, Overwritten) {
+    // Whole blocks, or heads alone; each, or every second, so that none has an intact one beside
+    // it.
+    for (const std::string& fill :
+         {std::string("?\0", 2), std::string(1, '\0'), std::string("\xFF")})
+        for (const std::size_t most : {std::size_t{136}, whole().size()}) {
+            std::string islands = whole();
+            bool isOdd = false;
+            for (const Record& record : GetParam().records) {
+                const std::size_t n = std::min(most, record.to - record.from);
+                const std::string gone = repeated(fill, n).substr(0, n);
+                check(changed(GetParam(), record.from, gone), "gone " + std::to_string(record.id));
+                if (isOdd) islands.replace(record.from, n, gone);
+                isOdd = !isOdd;
+            }
+            check(islands, "every second");
+        }
 }
 
-std::string changed(const Original& original, std::size_t at, const std::string& bytes) {
-    std::string all = original.bytes;
-    return all.replace(at, bytes.size(), bytes);
+std::string nameOf(const testing::TestParamInfo<Original>& original) {
+    std::string name = original.param.name;
+    std::ranges::replace(name, ' ', '_');
+    return name;
 }
-
-std::string repeated(const std::string& bytes, std::size_t times) {
-    std::string all;
-    for (std::size_t i = 0; i < times; ++i) all += bytes;
-    return all;
-}
+INSTANTIATE_TEST_SUITE_P(Files, FileWalkCorpus, testing::ValuesIn(corpus::originals()), nameOf);
+INSTANTIATE_TEST_SUITE_P(Files, AlignedFile, testing::ValuesIn(corpus::alignedOriginals()), nameOf);
 
 /// What is wrong with the identifiers and doubts that were found; empty when nothing is.
 std::string differs(const std::string& damaged,
                     const std::vector<std::pair<std::uint32_t, unsigned>>& expected) {
     std::vector<std::pair<std::uint32_t, unsigned>> blocks;
-    for (const WalkFinding& f : found(damaged)) blocks.emplace_back(f.frame.id, f.doubts);
-    return blocks == expected ? std::string() : shown(found(damaged));
+    const corpus::Walked walked(damaged);
+    for (const WalkFinding& f : walked.blocks()) blocks.emplace_back(f.frame.id, f.doubts);
+    return blocks == expected ? std::string() : walked.shown();
 }
 
 constexpr std::size_t kLength = 132;  ///< of a block's data: where it stands in format 210
-
-TEST(FileWalk, AnOverlongLengthDoesNotHideTheBlocksBehindIt) {
-    const Original never = equalBlocks(210, 7, 100);
-    const Original committed = equalBlocks(210, 7, 100).commit();
-    for (const std::size_t damaged : {0u, 2u, 5u})
-        for (const std::uint32_t length : {5000u, 70000u, 0x7FFFFF00u}) {
-            const std::size_t at = never.records[damaged].from + kLength;
-            EXPECT_EQ(fault(never, changed(never, at, block_kit::word(length)), false), "");
-            const std::string cut = changed(committed, at, block_kit::word(length));
-            EXPECT_EQ(fault(committed, cut.substr(0, committed.records.back().to), false), "");
-        }
-}
 
 TEST(FileWalk, WhatLooksLikeBlocksInABlockThatTheFileEndsInIsDoubtful) {
     const std::string inner = block_kit::fileOf(210, {{5, "five"}, {6, "six"}, {7, "seven"}});
@@ -189,57 +149,6 @@ TEST(FileWalk, WhatLooksLikeBlocksInABlockThatTheFileEndsInIsDoubtful) {
     EXPECT_EQ(
         differs(file.bytes.substr(0, end + 50), {{1, 0}, {5, kFoundBySearch}, {6, kFoundBySearch}}),
         "");
-}
-
-TEST(FileWalk, AWholeBlockIsNotRepairedIntoAnother) {
-    // 512 bytes each, so that one bit of a length takes it to the end of another block.
-    const Original never = equalBlocks(210, 7, 364);
-    const Original oldest = equalBlocks(100, 7, 436);
-    const Original committed = equalBlocks(210, 7, 364).commit();
-    for (const Original& file : {never, oldest, committed})
-        for (const Record& record : file.records)
-            for (const char* fill : {"?\0", "\0\0", "\xFF\xFF"})
-                EXPECT_EQ(fault(file, changed(file, record.from, repeated({fill, 2}, 68)), false),
-                          "");
-    Maker small("an empty block before", 210);
-    const Original empty =
-        small.block(1, std::string(364, 'a')).block(2, "").block(3, std::string(364, 'c'));
-    EXPECT_EQ(fault(empty, changed(empty, empty.records[2].from, repeated({"?\0", 2}, 68)), false),
-              "");
-}
-
-TEST(FileWalk, ALengthThatTakesABlockToTheEndOfAnotherIsNoticed) {
-    for (const Original& file :
-         {Original(equalBlocks(210, 9, 364)), Original(equalBlocks(150, 9, 436)),
-          Original(equalBlocks(210, 9, 364).commit())})
-        for (const Record& record : file.records)
-            for (unsigned bit = 0; bit < 32; ++bit) {
-                const std::size_t at = record.from + (file.name == "150" ? 68 : kLength) + bit / 8;
-                const char flipped = static_cast<char>(file.bytes[at] ^ (1 << bit % 8));
-                EXPECT_EQ(fault(file, changed(file, at, std::string(1, flipped)), false), "")
-                    << record.id << ' ' << bit;
-            }
-}
-
-TEST(FileWalk, ABlockIsFoundWithoutTheTerminatorBeforeIt) {
-    for (const std::uint32_t format : {210u, 205u, 150u, 100u}) {
-        const Original file = equalBlocks(format, 9, 100);
-        for (std::size_t i = 0; i + 1 < file.records.size(); ++i) {
-            std::string bytes = file.bytes;
-            const Record& record = file.records[i];
-            for (const char fill : {'?', '\0', '\xFF'}) {
-                bytes.replace(record.from, record.to - record.from, record.to - record.from, fill);
-                EXPECT_EQ(fault(file, bytes, false), "") << format << ' ' << i;
-            }
-        }
-        // Also one that has nothing undamaged beside it.
-        std::string islands = file.bytes;
-        for (const std::size_t i : {1u, 3u, 5u}) {
-            const Record& record = file.records[i];
-            islands.replace(record.from, record.to - record.from, record.to - record.from, '?');
-        }
-        EXPECT_EQ(fault(file, islands, false), "") << format;
-    }
 }
 
 TEST(FileWalk, AnIndexWithImpossibleEntriesDoesNotHideBlocks) {
@@ -266,7 +175,8 @@ TEST(FileWalk, AnEntryThatNothingConfirmsIsNoCertainty) {
     const std::size_t inside = file.records[3].from + 200;
     const auto blocksFound = [](const std::string& bytes) {
         std::string ids;
-        for (const WalkFinding& f : found(bytes)) ids += std::to_string(f.frame.id);
+        for (const WalkFinding& f : corpus::Walked(bytes).blocks())
+            ids += std::to_string(f.frame.id);
         return ids;
     };
     std::string less = file.bytes;
@@ -386,7 +296,7 @@ TEST(FileWalk, LosesAndInventsNothingInTheDamageThatMatters) {
                 corpus::Damaged file(original);
                 corpus::damage(file, original, kind, chance);
                 const corpus::Truth truth = corpus::truthOf(original, file);
-                EXPECT_TRUE(truth.lost.empty() && truth.invented.empty())
+                EXPECT_TRUE(truth.isGood())
                     << original.name << ", " << corpus::kDamages[kind] << i << truth.told;
             }
 }

@@ -12,30 +12,17 @@ namespace {
 std::size_t largestAllocation = 0;
 }
 
-// The compiler sees malloc and free through the two of them and takes them for a mismatch.
-#if defined(__GNUC__) && !defined(__clang__)
-#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
-#endif
-
-// All of this program's memory comes from here.
-void* operator new(std::size_t size) {
+// All of this program's memory comes from here. Not inline: where only one of a pair is, the
+// compiler takes them for a mismatch.
+[[gnu::noinline]] void* operator new(std::size_t size) {
     largestAllocation = std::max(largestAllocation, size);
     if (void* memory = std::malloc(size ? size : 1)) return memory;
     throw std::bad_alloc();
 }
-void* operator new[](std::size_t size) {
-    return operator new(size);
-}
-void operator delete(void* memory) noexcept {
+[[gnu::noinline]] void operator delete(void* memory) noexcept {
     std::free(memory);
 }
-void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
-void operator delete[](void* memory) noexcept {
-    std::free(memory);
-}
-void operator delete[](void* memory, std::size_t) noexcept {
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept {
     std::free(memory);
 }
 

@@ -42,6 +42,7 @@ TEST_F(BlockFile, CommitsAgainAfterFurtherBlocksAndOverwritesNothing) {
         EXPECT_EQ(file.writeBloc(made(block)), 1);
         EXPECT_EQ(file.commit(), 1);
     }
+    EXPECT_EQ(file.getHeader()->getMask(), 0u);  // not every block is whole words
     EXPECT_EQ(file.close(), 1);
     EXPECT_EQ(file.close(), 0);
     EXPECT_EQ(file.commit(), 0);
@@ -63,8 +64,8 @@ TEST_F(BlockFile, WithoutCommitKeepsItsBlocksButDoesNotOpen) {
 TEST_F(BlockFile, FindsAnIdentifierAcrossTheChunksOfASearch) {
     const std::uint32_t chunk = 256 * 1024;
     for (std::uint32_t shift : {0u, 4u, 8u, 12u}) {
-        std::string bytes(chunk * 2 - 4 + shift, '\xFF');
-        bytes += word(0x12345678) + "tail";
+        const std::string bytes =
+            std::string(chunk * 2 - 4 + shift, '\xFF') + word(0x12345678) + "tail";
         const std::string file = folder.write("scan.dat", bytes);
         TarvFileRead holder;
         holder.setFile(new APIFile(file.c_str(), GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING));
@@ -148,18 +149,14 @@ TEST_F(BlockFile, GoesThroughTheOverridesOfTheApplication) {
     turned.setFile(new TurnedFile(other.c_str(), GENERIC_WRITE, 0, CREATE_ALWAYS));
     ASSERT_EQ(turned.getFile()->SeekTo(30), 1);  // its header goes to the start all the same
     ASSERT_EQ(turned.open("unused"), 1);
-    for (const Block& block : kThree) EXPECT_EQ(turned.writeBloc(made(block)), 1);
-    EXPECT_EQ(turned.getIndex()->getOffset(kThree[0].id), 160u);
+    EXPECT_EQ(turned.writeBloc(made(kThree[2])), 1);
     EXPECT_EQ(turned.commit(), 1);
     EXPECT_EQ(turned.close(), 1);
     TarvFileRead back;
     back.setFile(new TurnedFile(other.c_str(), GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING));
     ASSERT_EQ(back.open("unused"), 1);
-    for (const Block& block : kThree) {
-        TarvBlocFile out;
-        EXPECT_EQ(back.getBloc(block.id, out), 1);
-        EXPECT_EQ(seen(out), block);
-    }
+    EXPECT_EQ(back.getBloc(kThree[2].id, own), 1);
+    EXPECT_EQ(seen(own), kThree[2]);
 }
 
 TEST_F(BlockFile, CopiesShareTheFileUntilTheLastLetsGo) {

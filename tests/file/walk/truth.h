@@ -125,6 +125,11 @@ inline Truth truthOf(const Original& original, const Damaged& damaged) {
 inline constexpr const char* kDamages[] = {"flip",     "insert", "delete",  "swap", "zero sector",
                                            "truncate", "ones",   "garbage", "word"};
 
+/// Deleted bytes can make another whole block; bytes of chance, of an index without entries.
+constexpr bool mayDeceive(std::size_t kind) {
+    return kind == 2 || kind == 7;
+}
+
 template <class Chance>
 void damage(Damaged& file, const Original& original, std::size_t kind, Chance&& chance) {
     const std::size_t size = file.bytes.size();

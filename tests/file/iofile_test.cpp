@@ -91,7 +91,6 @@ TEST_F(TextFile, GivesLinesByNumberAndInOrder) {
     EXPECT_FALSE(text.modified());
     for (const char* line : {"a", "bb", "c"}) text.addLine(line);
     EXPECT_TRUE(text.modified());
-
     char out[8] = "junk";
     EXPECT_EQ(text.getLine(2), "c");
     EXPECT_EQ(text.getLine(3), "");
@@ -109,9 +108,8 @@ TEST_F(TextFile, GivesLinesByNumberAndInOrder) {
     EXPECT_EQ(text.getMaxWidth(), 0);
     EXPECT_EQ(copy.getLine(1), "bb");
 
-    text.setListOfString({"x", "y"});
-    EXPECT_EQ(text.getLine(out), out);
-    EXPECT_STREQ(out, "x");
+    text.setListOfString({"x"});
+    EXPECT_EQ(text.getLine(0), "x");
 }
 
 TEST_F(TextFile, EveryTabBecomesOneBlankMoreThanItsSize) {

@@ -24,7 +24,7 @@ def expect(condition, complaint):
 def plain(field):
     """The text of a field of fixed size; nothing but zeros follows it."""
     value, _, rest = field.partition(b"\0")
-    expect(not rest.strip(b"\0"), "something behind a text's end")
+    expect(not rest.strip(b"\0"), "something after a text's end")
     return value.decode("cp1252")
 
 
@@ -72,7 +72,7 @@ class BlockFile:
             self.format, start = 100, 156
         else:
             self.format, start = word(152), 160
-            expect(content[156:160] == END, "no terminator behind the header")
+            expect(content[156:160] == END, "no terminator after the header")
         self.version, self.mask = word(0), word(4)
         self.description = plain(content[8:136])
         self.dates = struct.unpack_from("<3i", content, 136)   # creation, time stamp, net date
@@ -83,12 +83,12 @@ class BlockFile:
 
         def block(at):
             data = at + 8 + room
-            behind = data + word(data - 4)
-            end = behind + 4 * (1 + has_version + has_record_version)
-            expect(content[end - 4:end] == END, f"no terminator behind the block at {at}")
-            return Block(word(at), content[data:behind], plain(content[at + 4:data - 4]),
-                         word(behind) if has_version else 0,
-                         word(behind + 4) if has_record_version else 0, at), end
+            after = data + word(data - 4)
+            end = after + 4 * (1 + has_version + has_record_version)
+            expect(content[end - 4:end] == END, f"no terminator after the block at {at}")
+            return Block(word(at), content[data:after], plain(content[at + 4:data - 4]),
+                         word(after) if has_version else 0,
+                         word(after + 4) if has_record_version else 0, at), end
 
         index, self.index_end = block(self.index_offset)
         expect(index.id == INDEX and len(index.data) % 8 == 0, "the header points at no index")
@@ -117,7 +117,7 @@ def header(version, mask, index_offset, description="made by hand"):
 
 
 def made(version, blocks, commits=(), mask=0):
-    """A file of these blocks, with an index behind the last one and behind those in `commits`."""
+    """A file of these blocks, with an index after the last one and after those in `commits`."""
     start = 156 if version == 100 else 160
     body, entries, index_offset = b"", b"", 0
     for number, block in enumerate(blocks, 1):

@@ -193,25 +193,9 @@ TEST(FileWalk, TheHeadersFormatComesFirst) {
     EXPECT_EQ(fault(one, changed(one, 152, "????????"), false), "");
 }
 
-/// Counts what is read.
-class Counted final : public FileSource {
-  public:
-    explicit Counted(std::string bytes) : bytes_(std::move(bytes)) {}
-    [[nodiscard]] std::uint64_t size() const override { return bytes_.size(); }
-    std::size_t readAt(std::uint64_t offset, char* buffer, std::size_t n) const override {
-        const std::size_t got = bytes_.readAt(offset, buffer, n);
-        read += got;
-        return got;
-    }
-    mutable std::uint64_t read = 0;
-
-  private:
-    corpus::Bytes bytes_;
-};
-
 /// The bytes that a walk reads, each counted as often as it is read.
 std::uint64_t readFor(const std::string& bytes) {
-    const Counted source(bytes);
+    const corpus::Bytes source(bytes);
     EXPECT_TRUE(corpus::Walked(source).isGapless());
     return source.read;
 }
@@ -339,7 +323,7 @@ TEST(FileWalk, EndsWhenAskedTo) {
 TEST(FileReader, ReadsLittleMoreThanOnceForWhoGoesThroughBlocks) {
     for (const std::size_t length : {0u, 27u, 65u, 422u, 880u, 1500u}) {
         const Original original = equalBlocks(210, 3000, length).commit();
-        const Counted source(original.bytes);
+        const corpus::Bytes source(original.bytes);
         FileReader file(source);
         const BlockShape shape;
         for (const Record& record : original.records) {

@@ -237,7 +237,7 @@ class Verify(Tbfile):
         open_ = whole[:148] + words(0) + whole[152:index]
         for what, content, expected in [
                 ("trailing bytes", whole + b"rest" * 60, ("strayBytes", len(whole))),
-                ("a block behind the index", whole + late, ("notIndexed", len(whole))),
+                ("a block after the index", whole + late, ("notIndexed", len(whole))),
                 ("never committed", open_, ("neverCommitted", 0)),
                 ("and an end is damaged", open_[:first - 4] + words(7) + open_[first:],
                  ("terminator", 160)),

@@ -39,8 +39,8 @@ class CheckDocs(unittest.TestCase):
         for name, members in {
                 "no comment": "    int bad();\n",
                 "after a comment's group": "    // Both.\n    int a();\n\n    int bad();\n",
-                "after a comment of its own": "    /// Size.\n    int size();\n    int bad();\n",
-                "in a section": "    // Section.\n\n    int bad();\n",
+                "after a section and a comment of its own":
+                    "    // Section.\n\n    /// Size.\n    int size();\n    int bad();\n",
                 "a field": "    int bad = 0;\n",
                 "on Windows only": "#if defined(_WIN32)\n    int bad();\n#endif\n",
                 "elsewhere only": "#if !defined(_WIN32)\n    int bad();\n#endif\n"}.items():

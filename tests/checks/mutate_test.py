@@ -1,17 +1,15 @@
 #!/usr/bin/env python3
 """mutate makes the mutants that it says, and leaves no file changed."""
-import importlib.machinery
-import importlib.util
 import pathlib
 import sys
 import tempfile
 import unittest
 
-script = pathlib.Path(__file__).resolve().parents[2] / "scripts/mutate"
-loader = importlib.machinery.SourceFileLoader("mutate", str(script))
 sys.dont_write_bytecode = True
-mutate = importlib.util.module_from_spec(importlib.util.spec_from_loader("mutate", loader))
-loader.exec_module(mutate)
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
+import scripts
+
+mutate = scripts.load("mutate")
 
 
 class Mutate(unittest.TestCase):
@@ -29,26 +27,17 @@ class Mutate(unittest.TestCase):
     def test_mutants(self):
         for text, wanted in {
                 "x = a <= b;": {"x = a < b;"},
-                "std::vector<int> v; T&& t;": set(),
                 "if (f(a)) g;": {"if (!(f(a))) g;"},
                 "if (int i = 1; i) g;": {"if (int i = 2; i) g;"},
-                "return 0;": {"return 1;"},
                 "return true;": {"return false;"},
                 "x = 0x10 + 1.5;": {"x = 0x10 - 1.5;"},
                 "; list.add(f(1));": {"; ;", "; list.add(f(2));"},
-                "for (a; f(x); g(y)) h;": set(),
-                "; Type name(a);": set(),
+                "std::vector<int> v; T&& t; for (a; f(x); g(y)) h; Type name(a);": set(),
                 "// a < b\n\"a < b\" 'a' /* 1 */\n#if A < 1\n": set()}.items():
             with self.subTest(text):
                 made = {text[:m.start] + m.text + text[m.end:] for m in self.mutants(text)}
                 self.assertEqual({each.replace(";;", "; ;") for each in wanted},
                                  {each.replace(";;", "; ;") for each in made})
-
-    def test_sample_depends_on_the_seed_alone(self):
-        mutants = self.mutants("a < b; c == d; e + f; x = 5; y = 6; return 0; return 1;")
-        self.assertEqual(mutate.sample(mutants, 3), mutate.sample(mutants, 3))
-        self.assertEqual(sorted(mutants), sorted(mutate.sample(mutants, 3)))
-        self.assertNotEqual(mutate.sample(mutants, 3), mutate.sample(mutants, 4))
 
     def test_restores(self):
         text = "y;\r\nx = a < b;\r\n"
@@ -62,9 +51,6 @@ class Mutate(unittest.TestCase):
         mutate.Changed(mutant).__enter__()   # and no more: the script was killed
         mutate.restore_last()
         self.assertEqual(text.encode(), self.file.read_bytes())
-        self.file.write_text("y")
-        mutate.restore_last()
-        self.assertEqual("y", self.file.read_text())
 
 
 if __name__ == "__main__":

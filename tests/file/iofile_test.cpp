@@ -29,14 +29,10 @@ class TextFile : public testing::Test {
 
 TEST_F(TextFile, SplitsAtLineFeedsAndCutsLongLinesWithoutLosingAny) {
     EXPECT_EQ(linesOf(""), "");
-    EXPECT_EQ(linesOf("\n"), "|");
-    EXPECT_EQ(linesOf("one\n\ntwo"), "one||two|");
-    EXPECT_EQ(linesOf("one\r\ntwo\r\n"), "one\r|two\r|");
+    EXPECT_EQ(linesOf("\none\r\n\ntwo"), "|one\r||two|");
     EXPECT_EQ(linesOf(std::string("a\0b\nc\n", 6)), std::string("a\0b|c|", 6));
     const std::string most(511, 'm');
-    EXPECT_EQ(linesOf(most + "\nx\n"), most + "|x|");
-    EXPECT_EQ(linesOf(most + "m\n"), most + "|m|");
-    EXPECT_EQ(linesOf(most + most), most + '|' + most + '|');
+    EXPECT_EQ(linesOf(most + "\nx\n" + most + "m\n"), most + "|x|" + most + "|m|");
     // Longer than what is read at once.
     std::string bytes, lines;
     for (int i = 0; i < 20'000; ++i) {
@@ -88,11 +84,13 @@ TEST_F(TextFile, WritesEveryLineWithALineFeedAndFailsWhereverItFails) {
 }
 
 TEST_F(TextFile, GivesLinesByNumberAndInOrder) {
-    Text text("");
+    Text text(std::string(300, 'n').c_str());
+    EXPECT_EQ(text.getFileName(), std::string(259, 'n'));
+    text.setFileName(text.getFileName() + 250);
+    EXPECT_STREQ(text.getFileName(), "nnnnnnnnn");
     EXPECT_FALSE(text.modified());
     for (const char* line : {"a", "bb", "c"}) text.addLine(line);
     EXPECT_TRUE(text.modified());
-
     char out[8] = "junk";
     EXPECT_EQ(text.getLine(2), "c");
     EXPECT_EQ(text.getLine(3), "");
@@ -110,9 +108,8 @@ TEST_F(TextFile, GivesLinesByNumberAndInOrder) {
     EXPECT_EQ(text.getMaxWidth(), 0);
     EXPECT_EQ(copy.getLine(1), "bb");
 
-    text.setListOfString({"x", "y"});
-    EXPECT_EQ(text.getLine(out), out);
-    EXPECT_STREQ(out, "x");
+    text.setListOfString({"x"});
+    EXPECT_EQ(text.getLine(0), "x");
 }
 
 TEST_F(TextFile, EveryTabBecomesOneBlankMoreThanItsSize) {
@@ -129,7 +126,6 @@ TEST_F(TextFile, EveryTabBecomesOneBlankMoreThanItsSize) {
                  {most + '\t', 1, 512, most + "  "},
                  {most + "xx", 4, 0, most + "xx"},
                  {"\t", 0, 0, "\t"},
-                 {"\t", -3, 0, "\t"},
                  {"\t", 0x7FFFFFFF, 0, "\t"}};
     for (const auto& c : cases) {
         RWCString line(c.line);
@@ -142,16 +138,6 @@ TEST_F(TextFile, EveryTabBecomesOneBlankMoreThanItsSize) {
         EXPECT_EQ(text.addLine(c.line.c_str(), c.tabSize), c.length > 0);
     }
     EXPECT_EQ(text.getNumLine(), 5u);
-    EXPECT_EQ(text.getLine(0), "     x");
-}
-
-TEST_F(TextFile, ALongNameIsCut) {
-    Text text(std::string(259, 'n').c_str());
-    EXPECT_EQ(text.getFileName(), std::string(259, 'n'));
-    text.setFileName(std::string(300, 'm').c_str());
-    EXPECT_EQ(text.getFileName(), std::string(259, 'm'));
-    text.setFileName(text.getFileName() + 250);
-    EXPECT_STREQ(text.getFileName(), "mmmmmmmmm");
 }
 
 }  // namespace

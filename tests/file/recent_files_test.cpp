@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "support/temp_folder.h"
@@ -37,17 +36,11 @@ class RecentFiles : public ::testing::Test {
 };
 
 TEST_F(RecentFiles, KeepsTheFiveNewestOnceEach) {
-    const std::pair<Names, Names> cases[] = {
-        {{"A", "B", "A"}, {"A", "B"}},
-        {{"A", "", "a"}, {"a", "A"}},
-        {{"1", "2", "3", "4", "5", "6"}, {"6", "5", "4", "3", "2"}},
-        {{"1", "2", "3", "4", "5", "1"}, {"1", "5", "4", "3", "2"}},
-    };
-    for (const auto& [recorded, expected] : cases) {
-        history_.init(nullptr, kFirst - 1, 0);
-        record(recorded);
-        EXPECT_EQ(listed(history_), expected);
-    }
+    record({"A", "", "a", "A"});
+    EXPECT_EQ(listed(history_), (Names{"A", "a"}));
+    history_.init(nullptr, kFirst - 1, 0);
+    record({"1", "2", "3", "4", "5", "2", "6"});
+    EXPECT_EQ(listed(history_), (Names{"6", "2", "5", "4", "3"}));
 }
 
 TEST_F(RecentFiles, KnowsOnlyTheCommandsOfItsItems) {

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "support/temp_folder.h"
@@ -18,27 +19,18 @@ constexpr UINT kFirst = 300;
 
 class RecentMenu : public ::testing::Test {
   protected:
-    RecentMenu() {
-        WNDCLASSA description{};
-        description.lpfnWndProc = DefWindowProcA;
-        description.hInstance = GetModuleHandleA(nullptr);
-        description.lpszClassName = "recent files";
-        RegisterClassA(&description);
-        window_ = CreateWindowA("recent files", "", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 400,
-                                200, nullptr, barWith(kQuit), description.hInstance, nullptr);
-        history_.init(window_, kQuit, kFirst);
-    }
+    RecentMenu() { history_.init(window_, kQuit, kFirst); }
     ~RecentMenu() override { DestroyWindow(window_); }
 
     /// "File" with an item of that command, "Edit", and "Help", which opens no menu.
     static HMENU barWith(UINT command) {
-        const HMENU file = CreatePopupMenu();
-        AppendMenuA(file, MF_STRING, command, "&Quit");
-        const HMENU edit = CreatePopupMenu();
-        AppendMenuA(edit, MF_STRING, 400, "Copy");
         const HMENU bar = CreateMenu();
-        AppendMenuA(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(file), "&File");
-        AppendMenuA(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(edit), "&Edit");
+        for (const auto& [title, id, item] :
+             {std::tuple{"&File", command, "&Quit"}, {"&Edit", 400u, "Copy"}}) {
+            const HMENU menu = CreatePopupMenu();
+            AppendMenuA(menu, MF_STRING, id, item);
+            AppendMenuA(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(menu), title);
+        }
         AppendMenuA(bar, MF_STRING, 500, "&Help");
         return bar;
     }
@@ -58,13 +50,13 @@ class RecentMenu : public ::testing::Test {
         for (const std::string& name : names) history_.setLogFile(RWCString(name));
     }
 
-    HWND window_ = nullptr;
+    HWND window_ = CreateWindowA("STATIC", "", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 400, 200,
+                                 nullptr, barWith(kQuit), nullptr, nullptr);
     HistoricMenuFile history_;
     TempFolder folder_;
 };
 
 TEST_F(RecentMenu, ShowsTheNewestFilesAfterOneSeparator) {
-    record({});
     EXPECT_EQ(itemsOf(0), (Items{"&Quit"}));
     record({"A", "B", "A"});
     EXPECT_EQ(itemsOf(0), (Items{"&Quit", "-", "&1 A", "&2 B"}));
@@ -80,9 +72,7 @@ TEST_F(RecentMenu, LeavesWhatAUserAppendedAndWhatTheListNoLongerHas) {
     AppendMenuA(menu(0), MF_STRING, 210, "More");
     history_.init(window_, kQuit, kFirst);
     EXPECT_EQ(itemsOf(0), (Items{"&Quit", "-", "&1 B", "&2 A", "More"}));
-    const std::string profile =
-        folder_.write("app.ini", "[Files_opened]\r\nFile_2=P\r\nFile_4=Q\r\n");
-    history_.lire(profile.c_str());
+    history_.lire(folder_.write("app.ini", "[Files_opened]\r\nFile_2=P\r\nFile_4=Q\r\n").c_str());
     EXPECT_EQ(itemsOf(0), (Items{"&Quit", "-", "&1 P", "&2 Q", "More"}));
     record({"C"});
     EXPECT_EQ(itemsOf(0), (Items{"&Quit", "-", "&1 C", "&2 P", "More", "&3 Q"}));

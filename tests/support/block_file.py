@@ -83,12 +83,12 @@ class BlockFile:
 
         def block(at):
             data = at + 8 + room
-            rest = data + word(data - 4)
-            end = rest + 4 * (1 + has_version + has_record_version)
+            after = data + word(data - 4)
+            end = after + 4 * (1 + has_version + has_record_version)
             expect(content[end - 4:end] == END, f"no terminator after the block at {at}")
-            return Block(word(at), content[data:rest], plain(content[at + 4:data - 4]),
-                         word(rest) if has_version else 0,
-                         word(rest + 4) if has_record_version else 0, at), end
+            return Block(word(at), content[data:after], plain(content[at + 4:data - 4]),
+                         word(after) if has_version else 0,
+                         word(after + 4) if has_record_version else 0, at), end
 
         index, self.index_end = block(self.index_offset)
         expect(index.id == INDEX and len(index.data) % 8 == 0, "the header points at no index")

@@ -4,7 +4,6 @@
 #include <unordered_map>
 #include <utility>
 
-#include "support/temp_folder.h"
 #include "toolbox/block_files.h"
 
 namespace {
@@ -53,7 +52,7 @@ TEST(BlockIndex, FindsEveryIdentifierAmongManyAsAPlainMapDoes) {
     }
 }
 
-TEST(BlockIndex, PacksOnlyWhenThereAreEntriesAndIgnoresARemainder) {
+TEST(BlockIndex, PacksOnlyWhenThereAreEntries) {
     TarvFileIndex index;
     index.setData(3, "old");
     EXPECT_EQ(index.setData(), 1);
@@ -61,29 +60,6 @@ TEST(BlockIndex, PacksOnlyWhenThereAreEntriesAndIgnoresARemainder) {
     index.addBloc(1, 0x0203);
     EXPECT_EQ(index.setData(), 1);
     EXPECT_EQ(std::string(index.getPData(), index.getLen()), std::string("\1\0\0\0\3\2\0\0", 8));
-    index.setNbrItem(5);
-    EXPECT_EQ(index.getBlocLen(), 148u + 40);
-
-    TempFolder folder;
-    struct : TarvFile {
-        using TarvFile::open;
-        int open(const RWCString&) override { return 0; }
-        int open(const char*) override { return 0; }
-    } file;
-    file.setFile(
-        new APIFile((folder / "index").c_str(), GENERIC_READ | GENERIC_WRITE, 0, CREATE_ALWAYS));
-    TarvBlocFile block;
-    block.setID(0xFFFFFFEF);
-    block << 1 << 10 << 2 << 20 << 3;
-    ASSERT_EQ(block.write(file), 1);
-    TarvFileIndex read;
-    read.addBloc(77, 1);
-    EXPECT_EQ(read.read(5, file, 0, 0), 0);
-    EXPECT_EQ(read.getOffset(77), 1u);
-    ASSERT_EQ(read.read(0xFFFFFFEF, file, 0, 0), 1);
-    EXPECT_EQ(read.getNbrItem(), 2u);
-    EXPECT_EQ(read.getOffset(2), 20u);
-    EXPECT_EQ(read.getOffset(3) + read.getOffset(77), 0u);
 }
 
 }  // namespace

@@ -66,41 +66,20 @@ TEST(BlockLayout, HeaderReadsBackAndIsAlwaysWrittenAsTheLatestFormat) {
     file.setFile(new APIFile((folder / "header").c_str(), GENERIC_READ | GENERIC_WRITE,
                              FILE_SHARE_READ, CREATE_ALWAYS));
     TarvFileHeader written;
-    EXPECT_EQ(written.getVersionFile(), 100u);
-    EXPECT_EQ(written.getdateCreation() - TarvDate(), 0);
     setDates(written);
     written.setDescription(std::string(130, 'd'));
     written.setOffsetMasterNdx(0xFFFFFFFF);
-    written.setVersion(4);
     ASSERT_EQ(written.write(file), 1);
 
     TarvFileHeader read;
     ASSERT_EQ(file.getFile()->SeekToBegin() && read.read(file), 1);
     EXPECT_EQ(file.getFile()->CurOffset(), 160u);
     EXPECT_EQ(read.getVersionFile(), 210u);
-    EXPECT_EQ(read.getVersion(), 4u);
     EXPECT_EQ(read.getOffsetMasterNdx(), 0xFFFFFFFFu);
     EXPECT_EQ(read.getDescription(), std::string(128, 'd'));
     EXPECT_EQ(static_cast<long>(read.getTimeStamp()), static_cast<long>(TarvDate(2001, 5, 2)));
     EXPECT_EQ(static_cast<long>(read.getnetDate()), -1);
     EXPECT_EQ(read.read(file), 0);
-}
-
-TEST(BlockLayout, HeaderOfTheOldestFormatIsShorterAndOthersNeedTheirTerminator) {
-    TempFolder folder;
-    const std::string latest = header(210, 0, 0);
-    for (const auto& [bytes, position] : {std::pair{header(100, 0, 0) + "more", 156ul},
-                                          {header(205, 0, 0), 160ul},
-                                          {latest.substr(0, 156) + word(0xFFFFFFFE), 0ul},
-                                          {latest.substr(0, 159), 0ul}}) {
-        const std::string name = folder.write("header", bytes);
-        TarvFileRead file;
-        file.setFile(new APIFile(name.c_str(), GENERIC_READ, 0, OPEN_EXISTING));
-        ASSERT_EQ(TarvFileHeader().read(file), position != 0);
-        if (position) {
-            EXPECT_EQ(file.getFile()->CurOffset(), position);
-        }
-    }
 }
 
 }  // namespace

@@ -130,7 +130,15 @@ TEST_F(BlockSave, SafelyPutsTheFileInPlaceOnlyWhenItIsWhole) {
         EXPECT_TRUE(folder.read("plan.dat") == old);
         EXPECT_EQ(folder.names(), std::vector<std::string>{"plan.dat"});
     }
+    std::string order;
+    FaultyFiles calls;
+    calls.before = [&](FileCall call, int) {
+        if (call == FileCall::flush) order += "file ";
+        if (call == FileCall::replace) order += "rename ";
+        if (call == FileCall::flushFolder) order += "folder ";
+    };
     EXPECT_EQ(save(name, fresh, true), 1);
+    EXPECT_EQ(order, "file rename rename folder ");  // the backup is renamed first
     EXPECT_EQ(fetched(name, fresh), fresh);
     EXPECT_TRUE(folder.read("plan.bak") == old);
     EXPECT_EQ(folder.names(), both);
@@ -209,18 +217,6 @@ TEST_F(BlockSave, SafelyTakesOnlyNamesThatAFileCanReplace) {
     EXPECT_EQ(folder.names(), (std::vector<std::string>{"plan.dat", "sub"}));
 }
 
-TEST_F(BlockSave, SafelyFlushesTheFileBeforeTheRenameAndTheFolderAfter) {
-    std::string order;
-    FaultyFiles calls;
-    calls.before = [&](FileCall call, int) {
-        if (call == FileCall::flush) order += "file ";
-        if (call == FileCall::replace) order += "rename ";
-        if (call == FileCall::flushFolder) order += "folder ";
-    };
-    EXPECT_EQ(save(name, fresh, true), 1);
-    EXPECT_EQ(order, "file rename rename folder ");
-}
-
 #if !defined(_WIN32)
 TEST_F(BlockSave, SafelyKeepsLinksAndRightsAndFollowsNoPlantedLink) {
     namespace fs = std::filesystem;
@@ -246,7 +242,6 @@ TEST_F(BlockSave, SafelyKeepsLinksAndRightsAndFollowsNoPlantedLink) {
     EXPECT_EQ(fs::status(real).permissions(), fs::perms(0640));
     EXPECT_EQ(fs::status(folder / "plan.bak").permissions(), fs::perms(0640));
     EXPECT_EQ(folder.read("victim"), "theirs");
-
     const mode_t mask = umask(027);
     EXPECT_EQ(save(folder / "new.dat", fresh, true), 1);
     umask(mask);
@@ -264,26 +259,23 @@ TEST_F(BlockSave, APipeOfTheNameIsRefused) {
 TEST_F(BlockSave, NeverGrowsPastWhatSeekToTakes) {
     const unsigned long most = 0x7FFFFFFF;
     const unsigned long index = 148 + 8;
-    const struct {
-        unsigned long at;
-        int result;
-    } cases[] = {{most - 152 - index, 1}, {most - 152 - index + 1, 0}, {most, 0}};
     // A system without a text for this error, Wine for one, leaves nothing to tell.
     auto* const system = toolbox::platform::current().system;
     const std::size_t tells = system->errorText(ERROR_FILE_TOO_LARGE).empty() ? 0 : 1;
-    for (const auto& each : cases) {
+    for (const unsigned long at : {most - 152 - index, most - 152 - index + 1, most}) {
+        const int result = at == most - 152 - index;
         std::filesystem::remove(name);  // or its backup would have 2 GiB, no longer sparse
         TarvFileWrite file;
         ASSERT_EQ(file.open(name.c_str()), 1);
-        ASSERT_EQ(file.getFile()->SeekTo(static_cast<long>(each.at)), 1);
+        ASSERT_EQ(file.getFile()->SeekTo(static_cast<long>(at)), 1);
         FaultyFiles calls;
         told.boxes.clear();
-        EXPECT_EQ(file.writeBloc(made({9, "four"})), each.result);
-        EXPECT_EQ(file.getIndex()->getOffset(9), each.result ? each.at : 0);
-        EXPECT_EQ(calls.made(FileCall::write), each.result);
-        EXPECT_EQ(told.boxes.size(), each.result ? 0 : tells);
+        EXPECT_EQ(file.writeBloc(made({9, "four"})), result);
+        EXPECT_EQ(file.getIndex()->getOffset(9), result ? at : 0);
+        EXPECT_EQ(calls.made(FileCall::write), result);
+        EXPECT_EQ(told.boxes.size(), result ? 0 : tells);
         calls.fail(FileCall::write, 1, ERROR_DISK_FULL);  // nothing is to be 2 GiB long here
-        if (each.at == most) {
+        if (at == most) {
             EXPECT_EQ(file.commit(), 0);
         }
     }

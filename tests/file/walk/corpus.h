@@ -12,7 +12,7 @@
 
 namespace corpus {
 
-/// A file in memory.
+/// A file in memory, which counts the bytes that are read.
 class Bytes final : public toolbox::FileSource {
   public:
     explicit Bytes(std::string bytes) : bytes_(std::move(bytes)) {}
@@ -21,8 +21,10 @@ class Bytes final : public toolbox::FileSource {
         if (offset >= bytes_.size()) return 0;
         const std::size_t got = std::min(n, bytes_.size() - static_cast<std::size_t>(offset));
         std::memcpy(buffer, bytes_.data() + offset, got);
+        read += got;
         return got;
     }
+    mutable std::uint64_t read = 0;
 
   private:
     std::string bytes_;
@@ -88,12 +90,31 @@ inline Maker& addHardBlocks(Maker& file, std::uint32_t format) {
         .block(6, record(format, {77, "alone", "a record as data"}), "")
         .block(7, steps)
         .block(0xFFFFFFF0, "odd")
-        .block(9, block_kit::word(0xFFFFFFFF) + record(format, {78, "behind ones"}) + "more")
+        .block(9, block_kit::word(0xFFFFFFFF) + record(format, {78, "beyond ones"}) + "more")
         .block(8, std::string(700, 'x'), "last");
 }
 
-inline std::vector<Original> originals() {
+/// Blocks of a file whose identifiers are 1, 2, 3 and so on, all with data of this length.
+inline Maker equalBlocks(std::uint32_t format, std::uint32_t count, std::size_t length) {
+    Maker file(std::to_string(format) + " equal", format);
+    for (std::uint32_t id = 1; id <= count; ++id)
+        file.block(id, std::string(length, static_cast<char>('a' + id % 26)),
+                   "b" + std::to_string(id));
+    return file;
+}
+
+/// Files of blocks of 512 bytes, so that one bit of a length takes it to the end of another block.
+inline std::vector<Original> alignedOriginals() {
     std::vector<Original> all;
+    for (const std::uint32_t format : {210u, 150u, 100u})
+        all.push_back(equalBlocks(format, 6, 512 - block_kit::record(format, {1, ""}).size()));
+    all.push_back(equalBlocks(210, 6, 512 - block_kit::record(210, {1, ""}).size()).commit());
+    all.back().name += " committed";
+    return all;
+}
+
+inline std::vector<Original> originals() {
+    std::vector<Original> all = alignedOriginals();
     for (const std::uint32_t format : {210u, 205u, 150u, 100u}) {
         const std::string name = std::to_string(format);
         Maker sound(name, format);

@@ -1,8 +1,9 @@
-// What became of every block of a damaged file: each byte remembers where it came from.
+// What became of every block of a damaged file: each place remembers where it came from.
 #pragma once
 
 #include <algorithm>
 #include <cstdint>
+#include <numeric>
 #include <set>
 #include <string>
 #include <utility>
@@ -12,35 +13,37 @@
 
 namespace corpus {
 
-/// A file while it is damaged. Beside each byte stands its offset in the original, or kForeign.
+/// A file while it is damaged. Beside each byte stands the offset in the original of the byte that
+/// was there, or kForeign.
 class Damaged {
   public:
     static constexpr std::size_t kForeign = ~std::size_t{0};
 
-    explicit Damaged(const Original& original) : bytes(original.bytes), from_(bytes.size()) {
-        for (std::size_t i = 0; i < from_.size(); ++i) from_[i] = i;
+    explicit Damaged(const Original& original) : Damaged(original, original.bytes) {}
+    /// One with other bytes at the same places.
+    Damaged(const Original& original, std::string others)
+        : bytes(std::move(others)), original_(original), from_(bytes.size()) {
+        std::iota(from_.begin(), from_.end(), std::size_t{0});
     }
 
-    void set(std::size_t at, char byte) {
-        if (bytes[at] == byte) return;
-        bytes[at] = byte;
-        from_[at] = kForeign;
-    }
     void fill(std::size_t at, std::size_t n, char byte) {
-        for (std::size_t i = at; i < std::min(at + n, bytes.size()); ++i) set(i, byte);
+        for (std::size_t i = at; i < std::min(at + n, bytes.size()); ++i) bytes[i] = byte;
     }
     void insert(std::size_t at, const std::string& more) {
+        isMoved_ = true;
         bytes.insert(at, more);
         from_.insert(from_.begin() + static_cast<std::ptrdiff_t>(at), more.size(), kForeign);
     }
     void erase(std::size_t at, std::size_t n) {
         n = std::min(n, bytes.size() - at);
+        isMoved_ = at + n < bytes.size();
         bytes.erase(at, n);
         const auto first = from_.begin() + static_cast<std::ptrdiff_t>(at);
         from_.erase(first, first + static_cast<std::ptrdiff_t>(n));
     }
     /// Two pieces that lie side by side change places.
     void swap(std::size_t first, std::size_t second, std::size_t end) {
+        isMoved_ = true;
         const auto place = [](auto& list, std::size_t at) {
             return list.begin() + static_cast<std::ptrdiff_t>(at);
         };
@@ -50,26 +53,41 @@ class Damaged {
 
     /// Where a block of the original stands undamaged; kForeign when nowhere.
     [[nodiscard]] std::size_t placeOf(const Record& record) const {
-        const auto first = std::ranges::find(from_, record.from);
-        const auto at = static_cast<std::size_t>(first - from_.begin());
+        std::size_t at = record.from;
+        if (at >= from_.size() || from_[at] != record.from)
+            at = static_cast<std::size_t>(std::ranges::find(from_, record.from) - from_.begin());
         const std::size_t n = record.to - record.from;
-        if (at + n > from_.size()) return kForeign;
-        for (std::size_t i = 0; i < n; ++i)
-            if (from_[at + i] != record.from + i) return kForeign;
-        return at;
+        if (at + n > from_.size() || from_[at + n - 1] != record.to - 1) return kForeign;
+        return bytes.compare(at, n, original_.bytes, record.from, n) == 0 ? at : kForeign;
     }
-    /// Whether a block that was found is more than bytes within one block of the original: whether
-    /// its head or its end is that of a block there.
-    [[nodiscard]] bool isWrittenBlock(const toolbox::BlockFrame& frame,
-                                      const Original& original) const {
-        return std::ranges::any_of(original.records, [&](const Record& record) {
-            return origin(frame.offset) == record.from || origin(frame.end - 1) == record.to - 1;
+    /// Whether a block of the original started where one was found.
+    [[nodiscard]] bool hasStart(const toolbox::WalkFinding& found) const {
+        return std::ranges::any_of(original_.records, [&](const Record& record) {
+            return record.from == origin(found.frame.offset);
         });
+    }
+    /// Whether a block that was found is one of the original. Where bytes were put in or taken out
+    /// its other end may be anywhere.
+    [[nodiscard]] bool isWritten(const toolbox::WalkFinding& found) const {
+        return std::ranges::any_of(original_.records, [&](const Record& record) {
+            const bool starts = origin(found.frame.offset) == record.from;
+            const bool ends = origin(found.frame.end - 1) == record.to - 1;
+            if (isMoved_) return starts || ends;
+            // The identifier of a block that no index names has no second witness.
+            return starts && ends &&
+                   (found.frame.id == record.id || found.evidence != toolbox::Evidence::index);
+        });
+    }
+    /// The doubts of which one has to be told with a block that is not of the original.
+    [[nodiscard]] unsigned marksOf(const toolbox::WalkFinding& found) const {
+        return isMoved_ || hasStart(found) ? ~0u : toolbox::kFoundBySearch | toolbox::kNotIndexed;
     }
 
     std::string bytes;
 
   private:
+    const Original& original_;
+    bool isMoved_ = false;
     [[nodiscard]] std::size_t origin(std::uint64_t at) const {
         return from_[static_cast<std::size_t>(at)];
     }
@@ -80,19 +98,24 @@ class Damaged {
 struct Truth {
     std::vector<std::uint32_t> lost;      ///< blocks that are undamaged and not found
     std::vector<std::uint32_t> invented;  ///< told without a doubt, and not what was written
+    std::vector<std::uint32_t> doubted;   ///< told with a doubt where no block was written
     std::string told;                     ///< what was found, for the reader of a report
+    bool isGapless = false;
+
+    [[nodiscard]] bool isGood() const { return lost.empty() && invented.empty() && isGapless; }
 };
 
 inline Truth truthOf(const Original& original, const Damaged& damaged) {
     const Walked walked(damaged.bytes);
     std::set<std::pair<std::uint64_t, std::uint64_t>> found;
     Truth truth;
-    for (const auto& each : walked.blocks()) {
-        found.insert({each.from, each.to});
-        truth.told += " " + std::to_string(each.frame.id) + "@" + std::to_string(each.from) + "-" +
-                      std::to_string(each.to) + "/" + std::to_string(each.doubts);
-        if (each.doubts == 0 && !damaged.isWrittenBlock(each.frame, original))
-            truth.invented.push_back(each.frame.id);
+    truth.told = walked.shown();
+    truth.isGapless = walked.isGapless();
+    for (const toolbox::WalkFinding& each : walked.blocks()) {
+        found.insert({each.frame.offset, each.frame.end});
+        const bool isMarked = (each.doubts & damaged.marksOf(each)) != 0;
+        if (!damaged.isWritten(each) && !isMarked) truth.invented.push_back(each.frame.id);
+        if (!damaged.hasStart(each) && isMarked) truth.doubted.push_back(each.frame.id);
     }
     for (const Record& record : original.records) {
         const std::size_t at = damaged.placeOf(record);
@@ -106,6 +129,11 @@ inline Truth truthOf(const Original& original, const Damaged& damaged) {
 inline constexpr const char* kDamages[] = {"flip",     "insert", "delete",  "swap", "zero sector",
                                            "truncate", "ones",   "garbage", "word"};
 
+/// Deleted bytes can make another whole block; bytes of chance, of an index without entries.
+constexpr bool mayDeceive(std::size_t kind) {
+    return kind == 2 || kind == 7;
+}
+
 template <class Chance>
 void damage(Damaged& file, const Original& original, std::size_t kind, Chance&& chance) {
     const std::size_t size = file.bytes.size();
@@ -116,7 +144,7 @@ void damage(Damaged& file, const Original& original, std::size_t kind, Chance&& 
     constexpr std::size_t kSector = 512;
     switch (kind) {
         case 0:
-            file.set(at, static_cast<char>(file.bytes[at] ^ (1 << chance(8))));
+            file.bytes[at] = static_cast<char>(file.bytes[at] ^ (1 << chance(8)));
             break;
         case 1:
             file.insert(at, std::string(1 + chance(8), static_cast<char>(chance(256))));
@@ -141,7 +169,7 @@ void damage(Damaged& file, const Original& original, std::size_t kind, Chance&& 
             break;
         case 7:
             for (std::size_t i = at; i < std::min(size, at + 1 + chance(200)); ++i)
-                file.set(i, static_cast<char>(chance(256)));
+                file.bytes[i] = static_cast<char>(chance(256));
             break;
         default:  // a word of a block's head, where the lengths are
             if (count > 0) {
@@ -149,7 +177,7 @@ void damage(Damaged& file, const Original& original, std::size_t kind, Chance&& 
                 const std::uint32_t value =
                     chance(3) ? static_cast<std::uint32_t>(chance(400)) : 0xFFFFFFFFu >> chance(20);
                 for (std::size_t i = 0; i < 4 && word + i < size; ++i)
-                    file.set(word + i, static_cast<char>(value >> 8 * i));
+                    file.bytes[word + i] = static_cast<char>(value >> 8 * i);
             }
     }
 }

@@ -31,6 +31,14 @@ class Walked {
 
     [[nodiscard]] const std::vector<toolbox::WalkFinding>& findings() const { return findings_; }
     [[nodiscard]] const std::vector<toolbox::WalkFinding>& blocks() const { return blocks_; }
+    /// The blocks, for the reader of a report.
+    [[nodiscard]] std::string shown() const {
+        std::string text;
+        for (const toolbox::WalkFinding& found : blocks_)
+            text += " " + std::to_string(found.frame.id) + "@" + std::to_string(found.from) + "-" +
+                    std::to_string(found.to) + "/" + std::to_string(found.doubts);
+        return text;
+    }
     /// Every byte after the header belongs to one finding.
     [[nodiscard]] bool isGapless() const { return isGapless_; }
     /// Neither a doubt nor a loss was told.

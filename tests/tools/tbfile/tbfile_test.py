@@ -20,6 +20,7 @@ sys.dont_write_bytecode = True
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "support"))
 from block_file import INDEX, Block, BlockFile, header, made, record, words
 
+TOOL = pathlib.Path(__file__).resolve().parents[3] / "tools/tbfile"
 PROGRAM, EMULATOR = os.path.abspath(sys.argv[1]), sys.argv[2:]
 
 BLOCKS = [Block(7, b"ten bytes.", "A block \u00e9", 3, 200), Block(9, b"", ""),
@@ -120,10 +121,8 @@ class Listing(Tbfile):
         keys = {"id": lambda b: b.id, "length": lambda b: len(b.data),
                 "description": lambda b: b.description.encode("cp1252"), "file": lambda b: 0}
         for order, key in keys.items():
-            expected = [b.id for b in sorted(BLOCKS, key=key)]
-            for reverse in ((), ("--reverse",)):
-                rows = self.json("ls", name, "--sort", order, *reverse)["blocks"]
-                self.assertEqual(expected[::-1] if reverse else expected, [r["id"] for r in rows])
+            rows = self.json("ls", name, "--sort", order, "--reverse")["blocks"]
+            self.assertEqual([b.id for b in sorted(BLOCKS, key=key)][::-1], [r["id"] for r in rows])
 
     def test_no_control_character_reaches_a_terminal(self):
         wild = bytes([*range(1, 0x20), 0x7F, 0x81, 0x8D, 0x8F, 0x90, 0x9D, 0x80, 0xA0, 0xE9])
@@ -156,32 +155,20 @@ class Listing(Tbfile):
                                        (2, "2 blocks", "2 blocs")):
             name = self.write("a.tbf", made(210, BLOCKS[:count]) if count else
                               header(210, 1, 160) + record(210, Block(INDEX, b"", "Master index")))
-            for command in ("info", "ls", "verify", "repack"):
-                more = ("out.tbf", "--force") if command == "repack" else ()
-                self.assertRegex(self.run_it(command, name, *more)[0], english + r"\b")
-                self.assertRegex(self.run_it(command, name, *more, lang="fr_FR")[0], french + r"\b")
+            for more in (("ls", name), ("repack", name, "out.tbf", "--force")):
+                self.assertRegex(self.run_it(*more)[0], english + r"\b")
+                self.assertRegex(self.run_it(*more, lang="fr_FR")[0], french + r"\b")
         self.assertIn("1 anomalie, 2 blocs", self.run_it(
             "verify", self.write("a.tbf", made(210, BLOCKS[:2]) + b"rest"), status=1,
             lang="fr_FR")[0])
 
     def test_rows_and_bar_share_a_terminal(self):
         name, _ = self.many()
-        for arguments in (("ls", self.write("a.tbf", made(210, [Block(i, b"data" * 100)
-                                                                for i in range(1, 1501)]))),
-                          ("recover", name, "out")):
-            with self.subTest(arguments=arguments):
-                plain = subprocess.run([PROGRAM, *arguments], cwd=self.folder, text=True,
-                                       stdout=subprocess.PIPE).stdout
-                (self.folder / "out").unlink(missing_ok=True)
-                written, bars = self.on_terminal(*arguments)
-                self.assertEqual([line.rstrip() for line in plain.splitlines()], written)
-                self.assertGreater(bars, 0, "nothing was to be seen of the bar")
-
-    def on_terminal(self, *arguments):
-        """The lines that a terminal shows in the end, and how often a bar was drawn."""
+        plain = self.run_it("recover", name, "out", status=1)[0].splitlines()
+        (self.folder / "out").unlink()
         ours, its = pty.openpty()
-        process = subprocess.Popen([PROGRAM, *arguments], cwd=self.folder, stdin=its, stdout=its,
-                                   stderr=its, env={**os.environ, "LC_ALL": "C"})
+        process = subprocess.Popen([PROGRAM, "recover", name, "out"], cwd=self.folder, stdin=its,
+                                   stdout=its, stderr=its, env={**os.environ, "LC_ALL": "C"})
         os.close(its)
         time.sleep(0.7)   # its output is full by then, and it is time for a bar
         output = b""
@@ -199,7 +186,8 @@ class Listing(Tbfile):
             for part in line.split("\r"):
                 shown = part + shown[len(part):]
             lines.append(shown.rstrip())
-        return lines[:-1] if lines[-1] == "" else lines, text.count("\r[")
+        self.assertEqual([*(line.rstrip() for line in plain), ""], lines)
+        self.assertIn("\r[", text, "nothing was to be seen of the bar")
 
     def test_dump(self):
         name = self.write("a.tbf", made(205, BLOCKS))
@@ -213,45 +201,33 @@ class Listing(Tbfile):
 
 
 class Verify(Tbfile):
-    def test_sound_files(self):
-        for version in FORMATS:
-            for commits in ((), (2, 3)):
-                name = self.write("a.tbf", made(version, BLOCKS, commits))
-                for quick in ((), ("--quick",)):
-                    self.assertEqual(set(), self.findings(name, *quick, sound=True))
-
     def test_damage(self):
         whole = made(210, BLOCKS)
         plain = BlockFile(whole)
         first, second = plain.blocks[0].offset, plain.blocks[1].offset
         index = plain.index_offset
-        # What replaces the bytes at a place, and what verify then says; quick says the same.
-        for what, at, bytes_, expected in [
-                ("format", 152, words(211), {("headerFormat", 152)}),
-                ("layout", 152, words(205), {("headerLayout", 152)}),
-                ("date", 136, words(5), {("headerDate", 136)}),
-                ("description", 135, b"x", {("headerDescription", 8)}),
-                ("header end", 156, words(0), {("headerTerminator", 156)}),
-                ("index place", 148, words(second), {("indexMoved", index)}),
-                ("terminator", second - 4, words(0), {("terminator", first)}),
-                ("padding", first + 100, b"x", {("description", first)}),
-                ("mask", 4, words(1), {("notWholeWords", first)}),
-                ("entry", index + 136 + 4, words(second), {("otherId", second)})]:
-            content = whole[:at] + bytes_ + whole[at + len(bytes_):]
-            name = self.write("a.tbf", content)
-            for quick in ((), ("--quick",)):
-                with self.subTest(what=what, quick=quick):
-                    self.assertLessEqual(expected, self.findings(name, *quick))
-
-    def test_verify_and_recover_tell_what_a_walk_doubts(self):
-        content = bytearray(made(210, [Block(7, b"\xff" * 150, "ones")]))
-        content[292] ^= 0x80
-        self.assertEqual({("lengthRepaired", 160)}, self.findings(self.write("a.tbf", content)))
-        whole = made(210, BLOCKS)
-        for at, bytes_ in [(135, b"x"), (BlockFile(whole).blocks[0].offset + 100, b"x"), (4, words(1))]:
+        # What replaces the bytes at a place, what verify then says, quick or not, and what recover
+        # says beside the blocks.
+        for at, bytes_, expected, faults in [
+                (152, words(211), ("headerFormat", 152), None),
+                (152, words(205), ("headerLayout", 152), ["headerLayout"]),
+                (136, words(5), ("headerDate", 136), ["headerDate"]),
+                (135, b"x", ("headerDescription", 8), None),
+                (156, words(0), ("headerTerminator", 156), ["headerDamaged"]),
+                (148, words(second), ("indexMoved", index), ["indexMoved"]),
+                (index + 136 + 8, bytes(32), ("outside", 0), ["indexDamaged"]),
+                (second - 4, words(0), ("terminator", first), None),
+                (first + 100, b"x", ("description", first), None),
+                (4, words(1), ("notWholeWords", first), None),
+                (index + 136 + 4, words(second), ("otherId", second), None)]:
             name = self.write("a.tbf", whole[:at] + bytes_ + whole[at + len(bytes_):])
-            self.findings(name)
-            self.json("recover", name, "out.tbf", "--force", status=1)
+            with self.subTest(finding=expected[0]):
+                for quick in ((), ("--quick",)):
+                    self.assertIn(expected, self.findings(name, *quick))
+                told = self.json("recover", name, "out.tbf", "--force", status=1)
+                if faults is not None:
+                    self.assertEqual((faults, BLOCKS), ([fault["fault"] for fault in told["faults"]],
+                                                        self.read("out.tbf").blocks))
 
     def test_places(self):
         whole = made(210, BLOCKS)
@@ -261,7 +237,7 @@ class Verify(Tbfile):
         open_ = whole[:148] + words(0) + whole[152:index]
         for what, content, expected in [
                 ("trailing bytes", whole + b"rest" * 60, ("strayBytes", len(whole))),
-                ("a block behind the index", whole + late, ("notIndexed", len(whole))),
+                ("a block after the index", whole + late, ("notIndexed", len(whole))),
                 ("never committed", open_, ("neverCommitted", 0)),
                 ("and an end is damaged", open_[:first - 4] + words(7) + open_[first:],
                  ("terminator", 160)),
@@ -273,6 +249,9 @@ class Verify(Tbfile):
                 ("too short", whole[:100], ("headerTooShort", 0))]:
             with self.subTest(what=what):
                 self.assertIn(expected, self.findings(self.write("a.tbf", content)))
+        ones = bytearray(made(210, [Block(7, b"\xff" * 150, "ones")]))
+        ones[292] ^= 0x80
+        self.assertEqual({("lengthRepaired", 160)}, self.findings(self.write("a.tbf", ones)))
 
 
 class Outputs(Tbfile):
@@ -289,6 +268,8 @@ class Outputs(Tbfile):
         for version, commits in (*((version, (2,)) for version in FORMATS), (210, ())):
             blocks = [versions(version, block) for block in BLOCKS]
             name = self.write("a.tbf", made(version, BLOCKS, commits))
+            for quick in ((), ("--quick",)):
+                self.assertEqual(set(), self.findings(name, *quick, sound=True))
             self.run_it("extract", name, "folder", "--force")
             for arguments in (("repack", name), ("recover", name), ("pack", "folder")):
                 with self.subTest(version=version, arguments=arguments):
@@ -318,19 +299,6 @@ class Outputs(Tbfile):
                 self.assertEqual(more, {key: told[key] for key in more})
                 self.assertEqual(set(), self.findings("out.tbf", sound=True))
 
-    def test_recover_says_what_is_wrong_beside_the_blocks(self):
-        whole = made(210, BLOCKS)
-        index = BlockFile(whole).index_offset
-        for at, bytes_, faults in [(136, words(5), ["headerDate"]), (152, words(205), ["headerLayout"]),
-                                   (156, words(0), ["headerDamaged"]),
-                                   (148, words(9), ["indexMoved"]),
-                                   (index + 136 + 8, bytes(32), ["indexDamaged"])]:
-            name = self.write("a.tbf", whole[:at] + bytes_ + whole[at + len(bytes_):])
-            told = self.json("recover", name, "out.tbf", "--force", status=1)
-            self.assertEqual((faults, len(BLOCKS)),
-                             ([fault["fault"] for fault in told["faults"]], told["rescued"]))
-            self.assertEqual(BLOCKS, self.read("out.tbf").blocks)
-
     def test_of_blocks_with_one_identifier_none_is_dropped_silently(self):
         twice = [BLOCKS[0], BLOCKS[4], Block(7, b"the second", "again"), Block(7, b"third")]
         self.write("a.tbf", made(210, twice))
@@ -338,12 +306,12 @@ class Outputs(Tbfile):
         for command in ("repack", "extract"):
             told = self.json(command, "a.tbf", command, status=1)
             self.assertEqual((2, later), (told["blocks"], told["repeated"]))
-            lines = self.run_it(command, "a.tbf", f"{command} again", status=1)[0].splitlines()
-            self.assertEqual([f"block 7 at {told['from']}: left out, an earlier block has the same "
-                              "identifier" for told in later], lines[:-1])
         self.run_it("pack", "extract", "packed")
         for name in ("repack", "packed"):
             self.assertEqual(twice[:2], self.read(name).blocks)
+        lines = self.run_it("repack", "a.tbf", "again", status=1)[0].splitlines()
+        self.assertEqual([f"block 7 at {told['from']}: left out, an earlier block has the same "
+                          "identifier" for told in later], lines[:-1])
         whole = (self.folder / "a.tbf").read_bytes()
         self.write("b.tbf", whole[:BlockFile(whole).index_offset])
         for certain, kept in (((), twice), (("--certain",), twice[:2])):
@@ -390,7 +358,12 @@ class Refusals(Tbfile):
         for folder in ("folder", "empty"):
             (self.folder / folder).mkdir()
         self.write("folder/note", b"mine")
+        os.symlink("loop", self.folder / "loop")
         for arguments, part in [
+                (("repack", name, "n" * 256), "the name is too long"),
+                (("info", "loop"), "too many links"),
+                (("repack", name, "/proc/a.tbf"), "no such file"),
+                (("repack", name, "folder/"), "it is a folder"),
                 (("repack", name, "other"), "already exists"),
                 (("recover", name, "./a.tbf", "--force"), "cannot be the output"),
                 (("dump", name, "7", "--raw", name, "--force"), "cannot be the output"),
@@ -400,15 +373,12 @@ class Refusals(Tbfile):
                 *((("extract", "damaged.tbf", target, "--force"), "block 9")
                   for target in ("folder", "empty", "none")),
                 (("ls", "missing.tbf"), "no such file"), (("ls", "folder"), "not a file"),
-                (("repack", name, "nowhere/out.tbf"), "no such file or folder"),
                 (("dump", name, "8"), "has no block 8"),
                 (("dump", name, "0x"), "is not the identifier"),
-                (("extract", name, "folder"), "already exists"),
                 (("extract", name, "other", "--force"), "is not a folder"),
                 (("ls",), "FILE is missing"), (("recover", "--json", name), "OUT is missing"),
                 (("frobnicate",), "unknown command: frobnicate ('tbfile --help')"),
                 (("ls", name, "more", "--all"), "more --all is not expected"),
-                (("info", name, "--sort", "id"), "--sort id is not expected"),
                 (("ls", name, "--sort", "date"), "the value of --sort"),
                 (("ls", name, "--json=x"), "the value of --json"),
                 (("dump", name, "7", "--raw"), "the value of --raw"),
@@ -416,22 +386,10 @@ class Refusals(Tbfile):
                 ((), "the command is missing"), (("--lang", "fr"), "il manque la commande")]:
             with self.subTest(arguments=arguments):
                 self.unchanged(part, *arguments)
-                if not EMULATOR:
-                    said = self.run_it("--lang", "fr", *arguments, status=2)[1]
-                    self.assertNotRegex(said, r"\b(is|the|cannot|not|of|no|error|option)\b")
+                said = self.run_it("--lang", "fr", *arguments, status=2)[1]
+                self.assertNotRegex(said, r"\b(is|the|cannot|not|of|no|error|option|too)\b")
         self.assertEqual([], list((self.folder / "empty").iterdir()))
         self.assertFalse((self.folder / "none").exists())
-
-    def test_reasons_of_the_system(self):
-        name = self.write("a.tbf", made(210, BLOCKS))
-        os.symlink("loop", self.folder / "loop")
-        for arguments, english, french in [
-                (("repack", name, "n" * 256), "the name is too long", "nom trop long"),
-                (("info", "loop"), "too many links", "trop de liens"),
-                (("repack", name, "/proc/a.tbf"), "no such file", "introuvable"),
-                (("repack", name, "folder/"), "it is a folder", "c'est un dossier")]:
-            self.unchanged(english, *arguments)
-            self.assertIn(french, self.run_it(*arguments, status=2, lang="fr_FR")[1])
 
     def test_pipes_and_links(self):
         """A folder that was sent may hold anything. Nothing waits for a pipe."""
@@ -457,16 +415,21 @@ class Refusals(Tbfile):
         for variables, french in [({"LANG": "fr_FR.UTF-8"}, True), ({"LANG": "de_DE"}, False),
                                   ({"LC_ALL": "fr_CA", "LANG": "en_US"}, True),
                                   ({"LC_MESSAGES": "en_GB", "LANG": "fr_FR"}, False)]:
-            for asked in ((), ("--lang", "fr"), ("--lang=en",)):
+            for asked, expected in (((), french), (("--lang=en",) if french else ("--lang", "fr"),
+                                                   not french)):
                 said = self.run_it("--help", *asked, more=variables)[0]
-                self.assertEqual("fr" in asked or (french and not asked), "V\u00e9rifie" in said)
+                self.assertEqual(expected, "V\u00e9rifie" in said)
 
     def test_completions_and_pages_name_what_the_commands_take(self):
-        tool = pathlib.Path(__file__).resolve().parents[3] / "tools/tbfile"
-        in_bash = ("source $0; COMP_WORDS=(tbfile $1 --); COMP_CWORD=2; _tbfile;"
-                   "echo ${COMPREPLY[*]}")
+        def offered(command, begun):
+            return subprocess.run(
+                ["bash", "-c", "source $0; COMP_WORDS=(tbfile $1 \"$2\"); COMP_CWORD=2; _tbfile;"
+                 "printf '%s\\n' \"${COMPREPLY[@]}\"", TOOL / "completions/tbfile.bash", command,
+                 begun], cwd=self.folder, capture_output=True, text=True,
+                check=True).stdout.splitlines()
+
         texts = {path.name: path.read_text().replace("\\-", "-")
-                 for path in (*tool.glob("completions/*"), *tool.glob("*.1"))}
+                 for path in (*TOOL.glob("completions/*"), *TOOL.glob("*.1"))}
         self.assertEqual(5, len(texts))
 
         def part(title, *command):
@@ -476,23 +439,13 @@ class Refusals(Tbfile):
         self.assertEqual(9, len(commands))
         for command in commands:
             options = set(re.findall(r"--[a-z]+(?:-[a-z]+)*", part("Options:", command)))
-            offered = subprocess.run(
-                ["bash", "-c", in_bash, tool / "completions/tbfile.bash", command],
-                capture_output=True, text=True, check=True).stdout.split()
-            self.assertEqual(options | {"--lang"}, set(offered), command)
+            self.assertEqual(options | {"--lang"}, set(offered(command, "--")), command)
             for name, text in texts.items():
                 for word in (command, *(option[2:] for option in options - {"--help"})):
                     self.assertRegex(text, rf"\b{word}\b", name)
-
-    def test_completion_of_names_with_blanks(self):
-        completions = pathlib.Path(__file__).resolve().parents[3] / "tools/tbfile/completions"
         for name in ("a file.tbf", "a second.tbf"):
             self.write(name, b"")
-        offered = subprocess.run(
-            ["bash", "-c", "source $0; COMP_WORDS=(tbfile ls 'a '); COMP_CWORD=2; _tbfile;"
-             "printf '%s\\n' \"${COMPREPLY[@]}\"", completions / "tbfile.bash"], cwd=self.folder,
-            capture_output=True, text=True, check=True).stdout.splitlines()
-        self.assertEqual(["a file.tbf", "a second.tbf"], sorted(offered))
+        self.assertEqual(["a file.tbf", "a second.tbf"], sorted(offered("ls", "a ")))
 
     def test_names_of_any_characters(self):
         name = self.write("\u03bb \u65e5\u672c.tbf", made(210, BLOCKS))
@@ -531,13 +484,12 @@ class Manifests(Tbfile):
                          self.read("out.tbf").blocks)
 
     def test_what_is_refused(self):
-        numbers = [4294967303, -1, 7.9, True, 1.0, None, "7", [7], 2 ** 70]
-        texts = ["d" * 129, "\u0416", "a\0", "\x80", 5, None, "\ud800"]
-        days = ["2001-02-31", "2001-2-3", "", " 2001-04-30", "2001-04-30x", "+2001-04-30",
-                "99999999999-01-01", "5874898-06-04", "2001-04", "0000-01-01", "2001/04/30",
-                2 ** 31, -2 ** 31 - 1, 1.5, True, None]
-        files = ["d.bin\0x", "", ".", "..", "../d.bin", "/d.bin", "a\\d.bin", "c:d.bin", 7, None]
-        lists = [None, {}, 7, [None], [7], self.manifest()["blocks"] * 2]
+        numbers = [4294967303, -1, 1.0, True, "7", 2 ** 70]
+        texts = ["d" * 129, "\u0416", "a\0", "\x80", 5, "\ud800"]
+        days = ["2001-02-31", "2001-2-3", " 2001-04-30", "2001-04-30x", "99999999999-01-01",
+                "5874898-06-04", "0000-01-01", 2 ** 31, -2 ** 31 - 1, 1.5, None]
+        files = ["d.bin\0x", "", "..", "../d.bin", "a\\d.bin", "c:d.bin", 7]
+        lists = [{}, [7], self.manifest()["blocks"] * 2]
         for path, values in ((("blocks", 0, "id"), numbers), (("blocks", 0, "version"), [-1]),
                              (("blocks", 0, "recordVersion"), [True]), (("header", "mask"), [-1]),
                              (("header", "version"), [1.0]), (("index", "version"), [None]),
@@ -594,14 +546,13 @@ class Targets(Tbfile):
     def test_outputs_have_the_access_of_their_input(self):
         # Wine tells of an access list whether it is for all others; its groups are not those here.
         told = 0o007 if EMULATOR else 0o777
-        for mode in (0o600,) if EMULATOR else (0o600, 0o640, 0o444):
-            os.chmod(self.folder / "a.tbf", mode)
-            for arguments in (("repack", "a.tbf", "out"), ("recover", "a.tbf", "out"),
-                              ("dump", "a.tbf", "7", "--raw", "out")):
-                with self.subTest(mode=mode, arguments=arguments):
-                    self.run_it(*arguments)
-                    self.assertEqual(mode & told, self.mode("out") & told)
-                    (self.folder / "out").unlink()
+        for mode, arguments in ((0o600, ("repack",)), (0o640, ("recover",)),
+                                (0o444, ("dump", "7", "--raw"))):
+            with self.subTest(arguments=arguments):
+                os.chmod(self.folder / "a.tbf", 0o600 if EMULATOR else mode)
+                self.run_it(arguments[0], "a.tbf", *arguments[1:], "out")
+                self.assertEqual((0o600 if EMULATOR else mode) & told, self.mode("out") & told)
+                (self.folder / "out").unlink()
         if EMULATOR:   # its folders have what the system gives them
             return
         os.chmod(self.folder / "a.tbf", 0o640)
@@ -628,6 +579,11 @@ class Targets(Tbfile):
         self.run_it("extract", self.write("b.tbf", made(210, [Block(7, b"earlier"),
                                                               Block(80, b"stays")])), "x")
         self.unchanged("already exists", "extract", "a.tbf", "x")
+        for name in ("12.bin", "manifest.json"):
+            shutil.rmtree(self.folder / "y", ignore_errors=True)
+            (self.folder / "y" / name).mkdir(parents=True)
+            self.write("y/3.bin", b"mine")
+            self.unchanged("not a regular file", "extract", "a.tbf", "y", "--force")
         self.write("x/note", b"mine")
         os.chmod(self.folder / "x/7.bin", 0o600)
         self.run_it("extract", "a.tbf", "x/", "--force")
@@ -637,13 +593,6 @@ class Targets(Tbfile):
             self.assertEqual(0o600, self.mode("x/7.bin"))
         self.run_it("pack", "x", "out.tbf")
         self.assertEqual(BLOCKS, self.read("out.tbf").blocks)
-
-    def test_extract_meets_what_is_no_file(self):
-        for name in ("12.bin", "manifest.json"):
-            (self.folder / "x" / name).mkdir(parents=True)
-            self.write("x/3.bin", b"mine")
-            self.unchanged("not a regular file", "extract", "a.tbf", "x", "--force")
-            shutil.rmtree(self.folder / "x")
 
     def test_names_of_folders(self):
         (self.folder / "y.~tbfile").mkdir()   # somebody else's
@@ -670,10 +619,9 @@ class Targets(Tbfile):
         other = self.write("b.tbf", made(210, BLOCKS[:1]))
         for target in ("fifo", "link", "nowhere", "folder"):
             before = (self.folder / target).lstat()
-            for force in ((), ("--force",)):
-                for command in (("repack", other), ("recover", other), ("dump", other, "7", "--raw")):
-                    with self.subTest(target=target, command=command):
-                        self.unchanged("not a regular file", *command, target, *force)
+            for command in (("repack", other), ("recover", other), ("dump", other, "7", "--raw")):
+                with self.subTest(target=target, command=command):
+                    self.unchanged("not a regular file", *command, target, "--force")
             after = (self.folder / target).lstat()
             self.assertEqual((before.st_mode, before.st_ino), (after.st_mode, after.st_ino))
         self.run_it("repack", "a.tbf", "n" * 255)
@@ -771,7 +719,6 @@ def usual(loader):
                                Outputs("test_recover_says_what_it_did"),
                                Targets("test_outputs_have_the_access_of_their_input"),
                                Targets("test_extract_over_an_earlier_one"),
-                               Targets("test_extract_meets_what_is_no_file"),
                                Manifests("test_what_is_no_manifest"),
                                Refusals("test_names_of_any_characters")])
 

@@ -86,12 +86,12 @@ class Damaged {
     std::string bytes;
 
   private:
-    const Original& original_;
-    bool isMoved_ = false;
     [[nodiscard]] std::size_t origin(std::uint64_t at) const {
         return from_[static_cast<std::size_t>(at)];
     }
 
+    const Original& original_;
+    bool isMoved_ = false;
     std::vector<std::size_t> from_;
 };
 

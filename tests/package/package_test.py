@@ -63,7 +63,8 @@ class Package(unittest.TestCase):
         number = MAJOR * 10000 + MINOR * 100 + PATCH
         lines = [f"headers {number}, library {number} ({VERSION})", "[   8356.11] Nombre entier"]
         if WINDOWS:
-            lines.append(f"{module}: file version {VERSION if file_version else 'none'}, menu found")
+            shown = VERSION if file_version else "none"
+            lines.append(f"{module}: file version {shown}, menu found")
         return lines
 
     def project(self, source):

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <utility>
@@ -171,8 +171,9 @@ TEST_F(DrawingWindow, PaintsABeamRedBeyondTheElasticLimit) {
         workbench.document().put(shown);
         const BeamPlace place = view->layout().place(beam());
         const std::uint32_t colour = picture().at(place.left + place.width() / 4, place.axis);
-        const int more = static_cast<int>(colour >> 16) - static_cast<int>(colour & 0xFF);
-        EXPECT_EQ((more >= 40) - (more <= -40), redder) << section;
+        const auto part = [&](int shift) { return static_cast<int>(colour >> shift & 0xFF); };
+        const int more = part(16) - std::max(part(8), part(0));
+        EXPECT_EQ((more > 60) - (more < -60), redder) << section;
     }
 }
 

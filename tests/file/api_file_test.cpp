@@ -14,8 +14,8 @@ namespace {
 class ApiFile : public testing::Test {
   protected:
     APIFile created(const std::string& name) const {
-        return {(folder / name).c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ,
-                CREATE_ALWAYS};
+        return {(folder / name).c_str(), GENERIC_READ | GENERIC_WRITE,
+                FILE_SHARE_READ | FILE_SHARE_WRITE, CREATE_ALWAYS};
     }
     APIFile reading(const std::string& name) const {
         return {(folder / name).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,

@@ -64,7 +64,7 @@ UDManager::~UDManager() {
 }
 
 UDManager& UDManager::operator=(const UDManager& other) {
-    *state_ = *other.state_;
+    if (this != &other) *state_ = *other.state_;
     return *this;
 }
 

@@ -23,6 +23,7 @@ class Watched {
     // Watched by nobody; what watches an object does not watch its copies.
     Watched() = default;
     Watched(const Watched&) noexcept {}
+    // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): nothing is taken
     Watched& operator=(const Watched&) noexcept { return *this; }
     /// Tells every watch.
     ~Watched() {
@@ -39,17 +40,20 @@ class Watched {
     Watch<Note>* innermost_ = nullptr;
 };
 
-/// Watches an object from the stack, so the last one that begins ends first.
+/// Watches an object, usually from the stack; watches may end in any order.
 template <class Note>
 class Watch {
   public:
-    /// Until the watch ends, which is before the object's other watches that began earlier do.
+    /// Until the watch ends.
     explicit Watch(Watched<Note>& watched, Note kept = Note())
         : note(kept), watched_(&watched), outer_(watched.innermost_) {
         watched.innermost_ = this;
     }
     ~Watch() {
-        if (watched_) watched_->innermost_ = outer_;
+        if (!watched_) return;
+        Watch** link = &watched_->innermost_;
+        while (*link != this) link = &(*link)->outer_;
+        *link = outer_;
     }
     Watch(const Watch&) = delete;
     Watch& operator=(const Watch&) = delete;
@@ -71,6 +75,7 @@ class Watch {
 /// meanwhile, and then nobody else was told.
 template <class Set, class Note, class Tell>
 bool tellEach(const Set& set, const Watch<Note>& owner, Tell tell) {
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): `tell` may change the set
     const Set members = set;
     for (int i = 0; i < members.nItem(); ++i) {
         const auto member = members[i];

@@ -72,7 +72,8 @@ ErrorCode followLinks(const std::string& path, std::string& target) {
         const ssize_t length = ::readlink(target.c_str(), link.data(), link.size());
         if (length < 0) return codeOfName(errno, target);
         const std::string to(link.data(), static_cast<std::size_t>(length));
-        target = to.starts_with('/') ? to : std::string(folderOf(target)) + to;
+        target.resize(to.starts_with('/') ? 0 : folderOf(target).size());
+        target += to;
     }
     return ERROR_PATH_NOT_FOUND;
 }

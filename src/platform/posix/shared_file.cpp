@@ -42,16 +42,16 @@ int writeAll(int file, std::string_view bytes) {
     return 0;
 }
 
-/// Creates the file that will take the place of `path`: its descriptor, or -1 with errno. What a
+/// Creates the file that will take the place of `replaced`: its descriptor, or -1 with errno. What a
 /// killed process left under the usual name is removed; a name that cannot be had is passed by.
-int createBeside(const std::string& path, std::string& name) {
+int createBeside(const std::string& replaced, std::string& fresh) {
     constexpr int kNames = 100;
-    const std::string folder(folderOf(path));
-    const std::string usual = folder + "." + path.substr(folder.size()) + ".saving";
+    const std::string folder(folderOf(replaced));
+    const std::string usual = folder + "." + replaced.substr(folder.size()) + ".saving";
     ::unlink(usual.c_str());
     for (int i = 0;; ++i) {
-        name = i == 0 ? usual : usual + std::to_string(i);
-        const int file = createLike(name, path);
+        fresh = i == 0 ? usual : usual + std::to_string(i);
+        const int file = createLike(fresh, replaced);
         if (file >= 0 || errno != EEXIST || i == kNames) return file;
     }
 }

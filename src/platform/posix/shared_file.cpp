@@ -42,8 +42,8 @@ int writeAll(int file, std::string_view bytes) {
     return 0;
 }
 
-/// Creates the file that will take the place of `replaced`: its descriptor, or -1 with errno. What a
-/// killed process left under the usual name is removed; a name that cannot be had is passed by.
+/// Creates the file that will take the place of `replaced`: its descriptor, or -1 with errno. What
+/// a killed process left under the usual name is removed; a name that cannot be had is passed by.
 int createBeside(const std::string& replaced, std::string& fresh) {
     constexpr int kNames = 100;
     const std::string folder(folderOf(replaced));

@@ -1,3 +1,4 @@
+// Opens a block file for the commands: its map, its entries, the block that one of them names.
 #include "commands/open_file.h"
 
 #include "terminal/failure.h"

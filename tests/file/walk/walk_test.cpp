@@ -170,8 +170,8 @@ TEST(FileWalk, AnEntryThatNothingConfirmsIsNoCertainty) {
     const std::size_t inside = file.records[3].from + 200;
     const auto blocksFound = [](const std::string& bytes) {
         std::string ids;
-        for (const WalkFinding& f : corpus::Walked(bytes).blocks())
-            ids += std::to_string(f.frame.id);
+        const corpus::Walked walked(bytes);
+        for (const WalkFinding& f : walked.blocks()) ids += std::to_string(f.frame.id);
         return ids;
     };
     std::string less = file.bytes;

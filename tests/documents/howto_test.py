@@ -20,7 +20,7 @@ import pages  # beside this file
 from pages import run
 
 parser = argparse.ArgumentParser()
-for name in ("page", "source", "library", "compiler", "emulator", "flags", "libraries"):
+for name in ("page", "source", "archive", "compiler", "emulator", "flags", "libraries"):
     parser.add_argument("--" + name, default="")
 parser.add_argument("--checks", action="store_true")
 options = parser.parse_args()
@@ -62,7 +62,7 @@ def build_and_run(root, files):
         objects.append(root / (name.replace("/", "_") + ".o"))
         run(options.compiler, *flags, "-c", root / name, "-o", objects[-1])
     program = root / "page.exe"
-    run(options.compiler, *flags, *objects, options.library, *options.libraries.split(), "-o",
+    run(options.compiler, *flags, *objects, options.archive, *options.libraries.split(), "-o",
         program)
     start = [options.emulator, program] if options.emulator else [program]
     output = run(*start, cwd=root).replace("\r", "")

@@ -197,6 +197,34 @@ TEST_F(ProjectStore, LoadsAnyBytesInLinearTime) {
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
 }
 
+TEST_F(ProjectStore, LoadsBeamsWhoseIdentifiersDescend) {
+    constexpr int kCount = 20000;
+    ASSERT_EQ(saveProject(sampleProject(kCount, {"IPE 300"}), file.c_str(), created, {}), 0);
+    std::string content = bytes();
+    std::size_t at = 0;
+    for (int i = 1; i <= kCount; ++i) {
+        at = content.find("P" + std::to_string(i) + '\0', at) - 4;
+        std::int32_t length = 0;  // with the checksum
+        std::memcpy(&length, content.data() + at - 4, 4);
+        VarRecord record;
+        record << kCount + 1 - i;
+        const std::string data(std::string(record.getPData(), 4) +
+                               content.substr(at + 4, static_cast<std::size_t>(length) - 8));
+        VarRecord sum;
+        sum << static_cast<int>(crc32(data));
+        content.replace(at, data.size() + 4, data + std::string(sum.getPData(), 4));
+        at += data.size();
+    }
+    setBytes(content);
+    const auto start = std::chrono::steady_clock::now();
+    const LoadedProject loaded = load();
+    // Quadratic work would take a minute without the optimizer.
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+    EXPECT_EQ(loaded.error, 0);
+    ASSERT_EQ(loaded.loaded, static_cast<std::size_t>(kCount));
+    EXPECT_EQ(loaded.project.beams().front().id, 1u);
+}
+
 TEST_F(ProjectStore, NoticesEveryBitThatFlips) {
     const std::string whole = bytes();
     struct Record {

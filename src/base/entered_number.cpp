@@ -1,15 +1,16 @@
-// Cuts a text into the parts of a number in one pass, then converts: reals by std::from_chars, after
-// a comma became a point; integers digit by digit, since an exponent may add or take zeros.
+// Cuts a text into the parts of a number in one pass, then converts: reals by realFromChars,
+// after a comma became a point; integers digit by digit, since an exponent may add or take zeros.
 #include "base/entered_number.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <limits>
 #include <string>
 #include <type_traits>
+
+#include "base/real_chars.h"
 
 namespace toolbox::base {
 namespace {
@@ -133,7 +134,7 @@ EntryFault beyondRange(const EntryParts& parts) {
 template <class Real>
 EntryFault convertReal(const EntryParts& parts, std::string_view digits, Real& out) {
     Real value = 0;
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+    const auto [end, error] = realFromChars(digits.data(), digits.data() + digits.size(), value);
     if (error == std::errc::result_out_of_range || std::isinf(value)) return beyondRange(parts);
     if (value == 0 && mantissaOf(parts).find_first_of(kNonZero) != std::string_view::npos)
         return EntryFault::nearZero;
@@ -209,8 +210,8 @@ EntryCheck readEntry(std::string_view text, bool oneReading, Number& out) {
     const EntryParts parts = entryParts(text);
     if (parts.fault != EntryFault::none) return {parts.fault, parts.position};
     const bool hasSign = parts.sign != std::string_view::npos;
-    const bool thousands = hasSign && text[parts.sign] == ',' && oneReading &&
-                           separatesThousands(text, parts.sign);
+    const bool thousands =
+        hasSign && text[parts.sign] == ',' && oneReading && separatesThousands(text, parts.sign);
     if constexpr (std::is_floating_point_v<Number>) {
         if (thousands) return {EntryFault::twoReadings, parts.sign};
         return {readReal(text, parts, out), parts.position};

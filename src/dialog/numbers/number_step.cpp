@@ -10,6 +10,7 @@
 #include <string_view>
 #include <type_traits>
 
+#include "base/real_chars.h"
 #include "dialog/numbers/number_text.h"
 
 namespace toolbox::numbers {
@@ -90,7 +91,7 @@ template <class Real>
 Real realOf(const DecimalSum& sum) {
     const std::string text = sum.text();
     Real value = 0;
-    const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+    const auto result = base::realFromChars(text.data(), text.data() + text.size(), value);
     if (result.ec == std::errc()) return value;
     // Beyond the range: above it when a digit stands before the point, else nearly zero.
     using Limits = std::numeric_limits<Real>;

@@ -1,10 +1,11 @@
-// Shortest texts: the digits are std::to_chars's, the layout of point and exponent is the library's.
+// Shortest texts: the digits are std::to_chars's, the layout of point and exponent is the
+// library's.
 #include "dialog/numbers/number_text.h"
 
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <string_view>
+#include <cstring>
 #include <type_traits>
 
 #include "base/number_text.h"
@@ -20,38 +21,69 @@ constexpr int kMostPlain = 15;
 /// Wider numbers are not written out when there is no width.
 constexpr std::size_t kUsualWidth = 40;
 
-std::string withExponent(std::string_view digits, int exponent) {
-    std::string text(digits.substr(0, 1));
-    if (digits.size() > 1) text.append(".").append(digits.substr(1));
-    char written[8];
-    return text.append(written, base::writeExponent(written, exponent));
+/// The digits that tell a positive number from all others, and the exponent of the first.
+struct ShortestDigits {
+    char text[20];
+    std::size_t count = 1;
+    int exponent = 0;
+
+    template <class Real>
+    explicit ShortestDigits(Real value) {
+        char scientific[32];  // "d.ddde-xx"
+        const char* const end = std::to_chars(scientific, scientific + sizeof scientific, value,
+                                              std::chars_format::scientific)
+                                    .ptr;
+        const char* at = scientific;
+        text[0] = *at++;
+        if (*at == '.')
+            while (*++at != 'e') text[count++] = *at;
+        ++at;
+        std::from_chars(at + (*at == '+' ? 1 : 0), end, exponent);
+    }
+};
+
+char* copied(char* out, const char* from, std::size_t count) {
+    std::memcpy(out, from, count);
+    return out + count;
 }
 
-std::string withoutExponent(std::string_view digits, int exponent) {
-    const auto before = static_cast<std::size_t>(exponent < 0 ? 0 : exponent + 1);
-    if (exponent < 0)
-        return "0." + std::string(static_cast<std::size_t>(-exponent - 1), '0').append(digits);
-    if (digits.size() <= before) return std::string(digits).append(before - digits.size(), '0');
-    return std::string(digits.substr(0, before)).append(".").append(digits.substr(before));
+char* zeros(char* out, std::size_t count) {
+    std::memset(out, '0', count);
+    return out + count;
+}
+
+char* withExponent(char* out, const ShortestDigits& digits) {
+    *out++ = digits.text[0];
+    if (digits.count > 1) *out++ = '.';
+    out = copied(out, digits.text + 1, digits.count - 1);
+    return base::writeExponent(out, digits.exponent);
+}
+
+char* withoutExponent(char* out, const ShortestDigits& digits) {
+    if (digits.exponent < 0) {
+        out = copied(out, "0.", 2);
+        out = zeros(out, static_cast<std::size_t>(-digits.exponent - 1));
+        return copied(out, digits.text, digits.count);
+    }
+    const auto whole = static_cast<std::size_t>(digits.exponent + 1);
+    if (digits.count <= whole)
+        return zeros(copied(out, digits.text, digits.count), whole - digits.count);
+    out = copied(out, digits.text, whole);
+    *out++ = '.';
+    return copied(out, digits.text + whole, digits.count - whole);
 }
 
 template <class Real>
 std::string realText(Real value) {
     if (std::isnan(value)) return "nan";
     if (std::isinf(value)) return value < 0 ? "-inf" : "inf";
-    char scientific[40];  // "d.ddde-xx"
-    const char* const end = std::to_chars(scientific, scientific + sizeof scientific,
-                                          std::fabs(value), std::chars_format::scientific)
-                                .ptr;
-    const std::string_view text(scientific, static_cast<std::size_t>(end - scientific));
-    const std::size_t mark = text.find('e');
-    int exponent = 0;
-    std::from_chars(text.data() + mark + (text[mark + 1] == '+' ? 2 : 1), end, exponent);
-    std::string digits(text.substr(0, mark));
-    if (digits.size() > 1) digits.erase(1, 1);
-    const bool plain = exponent >= kLeastPlain && exponent <= kMostPlain;
-    return (std::signbit(value) ? "-" : "") +
-           (plain ? withoutExponent(digits, exponent) : withExponent(digits, exponent));
+    const ShortestDigits digits(std::fabs(value));
+    char text[48];
+    char* out = text;
+    if (std::signbit(value)) *out++ = '-';
+    const bool plain = digits.exponent >= kLeastPlain && digits.exponent <= kMostPlain;
+    out = plain ? withoutExponent(out, digits) : withExponent(out, digits);
+    return {text, out};
 }
 
 std::string fixedText(double value, int decimals) {

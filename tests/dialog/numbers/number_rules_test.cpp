@@ -157,10 +157,11 @@ TEST_F(NumberRules, ShowNumbersInTheirFormat) {
                  {"8,2", 0.125, "    0.12"},
                  // Wider than the format: the shorter of both, and never cut.
                  {"8,2", 12345678.125, "12345678.12"},
-                 {"8,2", 1e300, "1e+300"},
+                 {"8,2", 1e300, "  1e+300"},
                  {"8,2", HUGE_VAL, "     inf"}};
     for (const auto& c : cases)
-        EXPECT_EQ(with("TVDOUBLE||||| " + std::string(c.format)).print(c.value), c.text) << c.format;
+        EXPECT_EQ(with("TVDOUBLE||||| " + std::string(c.format)).print(c.value), c.text)
+            << c.format;
     TvDouble number;
     EXPECT_TRUE(number.setFormat(80, 79, Left));
     EXPECT_FALSE(number.setFormat(81, 2));

@@ -23,8 +23,7 @@
 /// gone.
 class TB_API Val {
   public:
-    /// Makes the dialog the message service's parent. It must outlive no call but may end before
-    /// the Val.
+    /// Makes the dialog the message service's parent. The dialog may end before the Val.
     explicit Val(HWND dialog);
     /// The message service's parent is again what it was before. Several of them may end in any
     /// order.
@@ -45,7 +44,8 @@ class TB_API Val {
     void setFormattedReal(unsigned short id, double value, unsigned short rangeId);
 
     /// Appends a blank and the unit to the control's text, unless it ends so already: after a
-    /// number, which still reads, or after a label. An empty unit appends nothing.
+    /// number, which still reads, or after a label. An empty control shows the unit alone; an empty
+    /// unit appends nothing.
     void addUnit(unsigned short id, const char* unit);
     /// The same with a text of the resources.
     void addUnit(unsigned short id, unsigned short unitId);
@@ -71,27 +71,35 @@ class TB_API Val {
     /// 0, so that the caller can return it.
     template <class Text, class... Args>
     int refuse(unsigned short id, const Text& text, const Args&... args) {
-        const InParent here(*this);
-        GMSG::errorMsg(text, MB_OK | MB_ICONEXCLAMATION, args...);
-        return select(id);
+        const HWND dialog = dialog_;  // while the box is shown this object may end
+        {
+            const InParent here(dialog);
+            GMSG::errorMsg(text, MB_OK | MB_ICONEXCLAMATION, args...);
+        }
+        return select(dialog, id);
     }
 
   private:
-    /// The dialog is the parent for its lifetime, whatever is it before.
+    /// A dialog is the message service's parent for its lifetime.
     class TB_API InParent {
       public:
-        explicit InParent(const Val& values);
+        explicit InParent(HWND dialog);
         ~InParent();
         InParent(const InParent&) = delete;
         InParent& operator=(const InParent&) = delete;
 
       private:
+        HWND dialog_;
         HWND before_;
     };
 
-    int select(unsigned short id) const;
+    static int select(HWND dialog, unsigned short id);
+    template <class Number, class Read>
+    int get(unsigned short id, Number& out, const Read& read);
+    template <class Number>
+    int getBetween(unsigned short id, Number& out, Number minimum, Number maximum);
 
     HWND dialog_;
     HWND before_;  // the parent to go back to
-    Val* older_;   // the one made before, borrowed
+    Val* older_;   // the one made before this, of those that live
 };

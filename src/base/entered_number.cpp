@@ -24,78 +24,79 @@ constexpr std::string_view kGrouping = " .,'\240\222_";
 
 class PartsReader {
   public:
-    explicit PartsReader(std::string_view text) : text_(text) {}
+    explicit PartsReader(std::string_view text)
+        : start_(text.data()), at_(start_), end_(start_ + text.size()) {}
 
     EntryParts read() {
         skipBlanks();
-        if (atEnd()) return fail(EntryFault::empty);
-        if (at() == '+') ++at_;
-        start_ = at_;
-        if (at_ == 0 || text_[at_ - 1] != '+') take('-');
+        if (at_ == end_) return fail(EntryFault::empty);
+        const char* number = at_;
+        if (*at_ == '+')
+            number = ++at_;
+        else if (*at_ == '-')
+            ++at_;
         if (!readDigits() || !readExponent()) return parts_;
-        parts_.number = text_.substr(start_, at_ - start_);
-        const std::size_t end = at_;
+        parts_.number = {number, static_cast<std::size_t>(at_ - number)};
+        const char* const after = at_;
         skipBlanks();
-        return atEnd() ? parts_ : failAfter(end);
+        return at_ == end_ ? parts_ : failAfter(after);
     }
 
   private:
-    [[nodiscard]] bool atEnd() const { return at_ == text_.size(); }
-    [[nodiscard]] char at(std::size_t i) const { return i < text_.size() ? text_[i] : '\0'; }
-    [[nodiscard]] char at() const { return at(at_); }
+    /// A NUL at the end, where no text of a number has one.
+    [[nodiscard]] char next() const { return at_ == end_ ? '\0' : *at_; }
+    [[nodiscard]] std::size_t place() const { return static_cast<std::size_t>(at_ - start_); }
     void skipBlanks() {
-        while (at() == ' ') ++at_;
-    }
-    void take(char c) {
-        if (at() == c) ++at_;
+        while (next() == ' ') ++at_;
     }
     std::size_t takeDigits() {
-        const std::size_t from = at_;
-        while (isDigit(at())) ++at_;
-        return at_ - from;
+        const char* const from = at_;
+        while (at_ != end_ && isDigit(*at_)) ++at_;
+        return static_cast<std::size_t>(at_ - from);
     }
 
     bool readDigits() {
         parts_.wholeDigits = takeDigits();
-        if (at() == '.' || at() == ',') {
-            parts_.sign = at_++;
+        if (next() == '.' || next() == ',') {
+            parts_.sign = place();
+            ++at_;
             parts_.decimals = takeDigits();
         }
-        if (parts_.wholeDigits + parts_.decimals > 0) return true;
-        missingDigit();
-        return false;
+        return parts_.wholeDigits + parts_.decimals > 0 || failAtDigit();
     }
 
     bool readExponent() {
-        if (at() != 'e' && at() != 'E') return true;
-        const std::size_t from = ++at_;
-        if (at() == '+' || at() == '-') ++at_;
-        if (takeDigits() == 0) {
-            missingDigit();
-            return false;
-        }
-        parts_.exponent = text_.substr(from, at_ - from);
+        if (next() != 'e' && next() != 'E') return true;
+        const char* const from = ++at_;
+        if (next() == '+' || next() == '-') ++at_;
+        if (takeDigits() == 0) return failAtDigit();
+        parts_.exponent = {from, static_cast<std::size_t>(at_ - from)};
         return true;
     }
 
     EntryParts fail(EntryFault fault) {
         parts_.fault = fault;
-        parts_.position = at_;
+        parts_.position = place();
         return parts_;
     }
-    void missingDigit() { fail(atEnd() ? EntryFault::incomplete : EntryFault::badCharacter); }
-    /// Something follows the number that ended at `end`.
-    EntryParts failAfter(std::size_t end) {
+    /// Something else stands where a digit must. False.
+    bool failAtDigit() {
+        fail(at_ == end_ ? EntryFault::incomplete : EntryFault::badCharacter);
+        return false;
+    }
+    /// Something follows the number that ended at `after`, and blanks.
+    EntryParts failAfter(const char* after) {
+        const char* const further = std::max(at_, after + 1);
         const bool betweenDigits = parts_.exponent.empty() &&
-                                   kGrouping.find(text_[end]) != std::string_view::npos &&
-                                   isDigit(at(std::max(at_, end + 1)));
-        if (betweenDigits) at_ = end;
+                                   kGrouping.find(*after) != std::string_view::npos &&
+                                   further != end_ && isDigit(*further);
+        if (betweenDigits) at_ = after;
         return fail(betweenDigits ? EntryFault::grouping : EntryFault::badCharacter);
     }
 
-    std::string_view text_;
-    std::size_t at_ = 0;
-    std::size_t start_ = 0;
+    const char* start_;
+    const char* at_;
+    const char* end_;
     EntryParts parts_;
 };
 

@@ -37,8 +37,10 @@ struct ShortDecimal {
             const char* const decimals = ++at;
             at = take(at, last);
             read += at - decimals;
-            if (at - decimals < kFar) exponent = -static_cast<int>(at - decimals);
-            else count = kMost + 1;
+            if (at - decimals < kFar)
+                exponent = -static_cast<int>(at - decimals);
+            else
+                count = kMost + 1;
         }
         if (read > 0) end = takeExponent(at, last);
     }
@@ -51,8 +53,10 @@ struct ShortDecimal {
     const char* take(const char* at, const char* last) {
         for (; at != last && isDigit(*at); ++at) {
             if (*at == '0' && count == 0) continue;
-            if (++count > kMost) count = kMost + 1;
-            else digits = digits * 10 + static_cast<std::uint64_t>(*at - '0');
+            if (++count > kMost)
+                count = kMost + 1;
+            else
+                digits = digits * 10 + static_cast<std::uint64_t>(*at - '0');
         }
         return at;
     }
@@ -82,9 +86,11 @@ std::from_chars_result realFromChars(const char* first, const char* last, Real& 
         number.exponent > kMostExact || number.exponent < -kMostExact)
         return std::from_chars(first, last, out);
     const auto whole = static_cast<Real>(static_cast<std::int64_t>(number.digits));
-    const auto power = [&](int exponent) { return kPowers<Real>[static_cast<std::size_t>(exponent)]; };
-    const Real size = number.exponent < 0 ? whole / power(-number.exponent)
-                                          : whole * power(number.exponent);
+    const auto power = [&](int exponent) {
+        return kPowers<Real>[static_cast<std::size_t>(exponent)];
+    };
+    const Real size =
+        number.exponent < 0 ? whole / power(-number.exponent) : whole * power(number.exponent);
     out = number.negative ? -size : size;
     return {number.end, std::errc()};
 }

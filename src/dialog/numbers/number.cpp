@@ -4,7 +4,6 @@
 #include <type_traits>
 
 #include "base/entered_number.h"
-#include "base/trimmed.h"
 #include "dialog/numbers/number_formula.h"
 #include "dialog/numbers/number_messages.h"
 #include "dialog/numbers/number_rules.h"
@@ -236,11 +235,10 @@ bool TvNumber<T>::couldBecome(const CString& text) const {
     if (allowsFormula() && numbers::isFormula(text.view()))
         return std::ranges::all_of(text.view(), hasShape);
     const base::EntryParts parts = base::entryParts(text.view());
-    const bool refused = (std::is_integral_v<T> && parts.sign != std::string_view::npos) ||
-                         (std::is_unsigned_v<T> && base::trimmed(text.view()).starts_with('-'));
+    if (std::is_integral_v<T> && parts.sign != std::string_view::npos) return false;
     using base::EntryFault;
-    return !refused && (parts.fault == EntryFault::none || parts.fault == EntryFault::empty ||
-                        parts.fault == EntryFault::incomplete);
+    return parts.fault == EntryFault::none || parts.fault == EntryFault::empty ||
+           parts.fault == EntryFault::incomplete;
 }
 
 template <class T>
@@ -248,8 +246,7 @@ bool TvNumber<T>::allows(char c) const {
     if (c >= '0' && c <= '9') return true;
     if (c == '.' || c == ',') return allowsFormula() || std::is_floating_point_v<T>;
     if (allowsFormula()) return c >= ' ' && c < '\177';
-    if (c == '-') return true;  // of an exponent at least
-    return c == ' ' || c == '+' || c == 'e' || c == 'E';
+    return c != '\0' && std::string_view(" +-eE").find(c) != std::string_view::npos;
 }
 
 template class TvNumber<short>;

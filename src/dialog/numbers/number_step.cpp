@@ -2,6 +2,7 @@
 // the first of the largest has an entry of its own, which carries only at the end.
 #include "dialog/numbers/number_step.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstdint>
@@ -24,22 +25,31 @@ class DecimalSum {
     void carry();
 
     [[nodiscard]] bool isNegative() const { return negative_; }
-    [[nodiscard]] int digit(int place) const { return static_cast<int>(at(place)); }
+    // The places that may have digits other than 0; digit d at a place counts d * 10^place.
+    [[nodiscard]] int first() const { return first_; }
+    [[nodiscard]] int last() const { return last_; }
+    [[nodiscard]] int digit(int place) const {
+        return place < last_ || place > first_ ? 0 : static_cast<int>(at(place));
+    }
     /// Digits, and an exponent.
     [[nodiscard]] std::string text() const;
 
-    static constexpr int kLeast = -350;  ///< places: digit d there counts d * 10^place
-    static constexpr int kMost = 340;
-
   private:
+    static constexpr int kLeast = -350;
+    static constexpr int kMost = 340;
+    static constexpr int kCarried = 14;  // places that the factor and the sum can add
+
     [[nodiscard]] const std::int64_t& at(int place) const {
         return places_[static_cast<std::size_t>(place - kLeast)];
     }
     [[nodiscard]] std::int64_t& at(int place) {
         return places_[static_cast<std::size_t>(place - kLeast)];
     }
+    std::int64_t carryUp(bool negated, bool store);
 
     std::array<std::int64_t, kMost - kLeast + 1> places_{};
+    int first_ = 0;
+    int last_ = 0;
     bool negative_ = false;
 };
 
@@ -57,30 +67,33 @@ void DecimalSum::add(std::string_view number, long long times) {
     }
     const std::size_t point = std::min(number.find('.'), number.size());
     int place = exponent + static_cast<int>(point) - 1;
+    first_ = std::max(first_, place + kCarried);
     for (const char c : number)
         if (c != '.') at(place--) += (c - '0') * times;
+    last_ = std::min(last_, place + 1);
+}
+
+/// Makes digits of all places, of the sum or of its opposite. What is carried out of the first
+/// place has the sum's sign.
+std::int64_t DecimalSum::carryUp(bool negated, bool store) {
+    std::int64_t up = 0;
+    for (int place = last_; place <= first_; ++place) {
+        const std::int64_t all = (negated ? -at(place) : at(place)) + up;
+        up = all / 10 - (all % 10 < 0 ? 1 : 0);
+        if (store) at(place) = all - up * 10;
+    }
+    return up;
 }
 
 void DecimalSum::carry() {
-    // What is carried out of the last place has the sum's sign.
-    std::int64_t up = 0;
-    for (const std::int64_t& entry : places_) {
-        const std::int64_t all = entry + up;
-        up = all / 10 - (all % 10 < 0 ? 1 : 0);
-    }
-    negative_ = up < 0;
-    up = 0;
-    for (std::int64_t& entry : places_) {
-        const std::int64_t all = (negative_ ? -entry : entry) + up;
-        up = all / 10 - (all % 10 < 0 ? 1 : 0);
-        entry = all - up * 10;
-    }
+    negative_ = carryUp(false, false) < 0;
+    carryUp(negative_, true);
 }
 
 std::string DecimalSum::text() const {
-    int first = kMost;
-    int last = kLeast;
-    while (first > kLeast && at(first) == 0) --first;
+    int first = first_;
+    int last = last_;
+    while (first > last && at(first) == 0) --first;
     while (last < first && at(last) == 0) ++last;
     std::string all = negative_ ? "-" : "";
     for (int place = first; place >= last; --place) all += static_cast<char>('0' + digit(place));
@@ -95,7 +108,7 @@ Real realOf(const DecimalSum& sum) {
     if (result.ec == std::errc()) return value;
     // Beyond the range: above it when a digit stands before the point, else nearly zero.
     using Limits = std::numeric_limits<Real>;
-    for (int place = 0; place <= DecimalSum::kMost; ++place)
+    for (int place = 0; place <= sum.first(); ++place)
         if (sum.digit(place)) return sum.isNegative() ? Limits::lowest() : Limits::max();
     return 0;
 }
@@ -107,7 +120,7 @@ Integer integerOf(const DecimalSum& sum) {
     const std::uint64_t most = sum.isNegative() ? 0 - static_cast<std::uint64_t>(Limits::min())
                                                 : static_cast<std::uint64_t>(Limits::max());
     std::uint64_t size = 0;
-    for (int place = DecimalSum::kMost; place >= 0; --place) {
+    for (int place = sum.first(); place >= 0; --place) {
         const auto digit = static_cast<std::uint64_t>(sum.digit(place));
         if (digit > most || size > (most - digit) / 10) return end;
         size = size * 10 + digit;

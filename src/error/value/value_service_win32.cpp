@@ -1,11 +1,10 @@
 // The value service: every operation makes its dialog the message service's parent and lets that do
 // the work.
-#include "toolbox/value_service.h"
-
 #include <climits>
 #include <string>
 
 #include "base/number_text.h"
+#include "toolbox/value_service.h"
 
 namespace {
 

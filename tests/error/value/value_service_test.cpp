@@ -119,8 +119,8 @@ TEST_F(ValueService, TellsTheUserAndShowsWhere) {
 
     const char* const texts[] = {
         "La charge va de 0.5 \340 250", "Le nombre doit \352tre compris entre 0.1 et 250.",
-        "The number must be between 1 and 250.",
-        "The number must be between -1e+300 and 1e+300.", "HEB 200 n'est pas une poutre."};
+        "The number must be between 1 and 250.", "The number must be between -1e+300 and 1e+300.",
+        "HEB 200 n'est pas une poutre."};
     for (std::size_t i = 0; i < 5; ++i) {
         EXPECT_EQ(answerer.seen().at(i).text, texts[i]);
         EXPECT_EQ(answerer.seen().at(i).owner, dialog_);

@@ -8,12 +8,12 @@
 //     if (!thickness.scan("52", entered, &why))
 //         show(why);                           // "The value must be between 0.50 mm and 40.00 mm."
 //
-// A number is written with digits, one decimal sign (a point or a comma, in every language), and an
-// exponent ("1.5e3"); blanks may surround it, a sign precede it. Nothing else is one: no unit, no
-// grouping sign, no no-break space, no hexadecimal, no word for infinity. A number is taken as it
-// is or refused, never clipped: one that is too large for its type is refused, and so is one that
-// its type holds only as zero although it is not ("1e-400"); a smaller one than the type holds
-// with all its digits is rounded as every other.
+// A number is written with digits, at most one decimal sign (a point or a comma, in every language;
+// "5." and ",5" will do) and an exponent ("1.5e3"); blanks may surround it, a sign precede it.
+// Nothing else is one: no unit, no grouping sign, no no-break space, no hexadecimal, no word for
+// infinity. A number is taken, as the nearest that its type holds, or refused, never clipped: one
+// beyond the type's range is refused, and so is one that the type would hold as zero although it
+// is not ("1e-400").
 //
 // - Integers take no decimal sign: "2.0" and "2,5" are refused, since "1,000" is a thousand to many
 //   people. An exponent is taken while the number is whole: "1e3", "2500e-2".

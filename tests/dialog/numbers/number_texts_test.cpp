@@ -150,6 +150,9 @@ void expectRoundTrips(int count) {
 }
 
 TEST(NumberTexts, KeepEveryBitOfAMillionNumbers) {
+    // Products of few digits that are rounded twice where they are computed in 80 bits.
+    expectTaken(TvDouble(), "3661647477559228e8", 0x1.362752b030215p+78);
+    expectTaken(TvDouble(), "-3.275079401519067e37", -0x1.8a392d0376b73p+124);
     expectRoundTrips<std::uint64_t, double>(1000000);
     expectRoundTrips<std::uint32_t, float>(100000);
 }

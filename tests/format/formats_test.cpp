@@ -205,6 +205,26 @@ TEST(RealFormat, PrintsZerosWhereADoubleHasNoMoreDigits) {
     EXPECT_EQ(real(3000, 2500, 1e300).length(), 3000u);
 }
 
+TEST(Formats, TellWhetherAValueFits) {
+    for (const double value : {0.0, -0.04, 0.95, 9.96, -9.96, 99.5, 123.0, -123.456, 1e9, 1e300})
+        for (int width = 2; width < 16; ++width)
+            for (int precision = 0; precision < width - 1; ++precision) {
+                RealFormat real = realFormat(width, precision, Left);
+                std::string full(400, ' ');
+                full.resize(static_cast<std::size_t>(
+                    std::snprintf(full.data(), full.size(), "%.*f", precision, value)));
+                const std::string printed = real.getString(value).str();
+                EXPECT_EQ(real.fits(value), printed.substr(0, printed.find(' ')) == full)
+                    << printed << " for " << full;
+            }
+    EXPECT_EQ(realFormat(3, 0, Right).fits(-INFINITY), 0);
+    EXPECT_EQ(realFormat(4, 0, Right).fits(-INFINITY), 1);
+    EXPECT_EQ(numberFormat(4, Right).fits(-1234), 0);
+    EXPECT_EQ(numberFormat(5, Right).fits(-1234), 1);
+    EXPECT_EQ(stringFormat(-1, Left).fits(""), 0);
+    EXPECT_EQ(stringFormat(3, Left).fits("abc"), 1);
+}
+
 TEST(Formats, PrintTheSameUnderEveryLocale) {
     for (const char* locale : {"fr_FR.UTF-8", "de_DE.UTF-8", "French_France.1252", "C"}) {
         if (!std::setlocale(LC_ALL, locale)) continue;

@@ -104,8 +104,19 @@ TEST_F(FormatDialogs, TakeOverWhatWasTypedWhenEnterIsPressed) {
     UDKeyData key = keyOf(kReal);
     const FormatType* const format = key.getFormat();
     DialogScript script;
-    script.run([](HWND) { typeText(" No load \t12\t3"); })
-        .waitUntil("preview", [](HWND dialog) { return preview(dialog) == "|    1234.568|"; })
+    script.run([](HWND) { typeText(" No load \t12\t9"); })
+        .waitUntil("a warning",
+                   [](HWND dialog) {
+                       return textOf(dialog, IDC_FORMAT_WARNING) ==
+                                  "L'exemple ne tient pas dans cette largeur." &&
+                              textOf(dialog, IDC_FORMAT_DECIMALS_RANGE) == "de 0 \340 10";
+                   })
+        .run([](HWND) { typeText("\b3"); })
+        .waitUntil("preview",
+                   [](HWND dialog) {
+                       return preview(dialog) == "|    1234.568|" &&
+                              textOf(dialog, IDC_FORMAT_WARNING).empty();
+                   })
         .run([](HWND) { pressKey('G', {VK_MENU}); })
         .waitUntil("Alt+G", [](HWND dialog) { return preview(dialog) == "|1234.568    |"; })
         .run([](HWND) { pressKey(VK_RETURN); });
@@ -160,12 +171,12 @@ TEST_F(FormatDialogs, RefuseWhatIsOutOfRangeAndFocusItsField) {
     };
     const Case cases[] = {
         {kReal, GMSG::French, IDC_FORMAT_WIDTH, "1",
-         "La largeur doit \352tre comprise entre 2 et 9999."},
+         "La largeur doit \352tre comprise entre 2 et 80."},
         {kReal, GMSG::French, IDC_FORMAT_DECIMALS, "9",
          "Le nombre de d\351cimales doit \352tre compris entre 0 et 8."},
         {kString, GMSG::French, IDC_FORMAT_DESCRIPTION, "a|b",
          "La description ne peut pas contenir le caract\350re |."},
-        {kString, GMSG::English, IDC_FORMAT_WIDTH, "", "The width must be between 1 and 9999."},
+        {kString, GMSG::English, IDC_FORMAT_WIDTH, "", "The width must be between 1 and 80."},
     };
     for (const Case& c : cases) {
         GMSG::language = c.language;

@@ -221,6 +221,23 @@ TEST_F(MeterTest, IsCancelledByAClickWhileTheJobAsks) {
     EXPECT_EQ(meter.isMeterCancelled(), 0);
 }
 
+TEST_F(MeterTest, IsCancelledByEscapeAndEnterWhileThatIsEnabled) {
+    for (const WORD key : {WORD{VK_ESCAPE}, WORD{VK_RETURN}}) {
+        create();
+        meter.setMeterVisibility(1);
+        meter.enableCancel(0);
+        PostMessageA(meter.getMeterHandle(), WM_KEYDOWN, key, 0);
+        EXPECT_EQ(meter.isMeterCancelled(), 0) << key;
+        meter.enableCancel(1);
+        toolbox::testing::pressKey(key);
+        // The job's own calls take the keys.
+        const ULONGLONG patience = GetTickCount64() + 5000;
+        while (!meter.isMeterCancelled() && GetTickCount64() < patience) ::Sleep(10ul);
+        EXPECT_EQ(meter.isMeterCancelled(), 1) << key;
+        meter.deleteMeter();
+    }
+}
+
 TEST_F(MeterTest, UsesUpAQuitMessageWithoutBeingCancelled) {
     PostQuitMessage(3);
     EXPECT_EQ(meter.isMeterCancelled(), 0);  // without dialog it takes no messages
@@ -241,6 +258,20 @@ TEST_F(MeterTest, ShowsTheTimeElapsed) {
         clock.seconds = 1000 + seconds;
         EXPECT_TRUE(pumpUntil([&] { return textOf(control(IDC_METER_ELAPSED)) == text; })) << text;
     }
+}
+
+TEST_F(MeterTest, ShowsTheTimeLeftOnceItCanBeTold) {
+    FakeSystem clock;
+    clock.seconds = 1000;
+    create();
+    meter.setPartsInJob(400);
+    meter.setPartsComplete(100);
+    EXPECT_EQ(textOf(control(IDC_METER_LEFT)), "");
+    clock.seconds = 1030;
+    const std::string left = "Temps restant\240: environ 00:02:00";
+    EXPECT_TRUE(pumpUntil([&] { return textOf(control(IDC_METER_LEFT)) == left; }));
+    meter.setPartsComplete(400);
+    EXPECT_TRUE(pumpUntil([&] { return textOf(control(IDC_METER_LEFT)).empty(); }));
 }
 
 TEST_F(MeterTest, SurvivesTheEndOfItsOwner) {

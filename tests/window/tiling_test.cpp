@@ -1,9 +1,11 @@
-// Where tiled documents go.
+// Where tiled documents go, and how long a job still takes.
 #include "window/tiling.h"
 
 #include <gtest/gtest.h>
 
 #include <map>
+
+#include "window/time_left.h"
 
 namespace {
 
@@ -56,6 +58,18 @@ TEST(TileCells, StaysWithinTheAreaHoweverSmall) {
                     EXPECT_LE(cell.y + cell.height, std::max(height, 0));
                 }
             }
+}
+
+TEST(TimeLeft, IsToldOnceItIsKnown) {
+    using toolbox::window::timeLeft;
+    EXPECT_FALSE(timeLeft(4, 50, 100));
+    EXPECT_FALSE(timeLeft(5, -1, 100));
+    EXPECT_FALSE(timeLeft(5, 100, 100));
+    EXPECT_FALSE(timeLeft(3600, 1, 1000));
+    EXPECT_EQ(timeLeft(6, 50, 100), 10);
+    EXPECT_EQ(timeLeft(59, 50, 100), 60);
+    EXPECT_EQ(timeLeft(60, 50, 100), 90);
+    EXPECT_EQ(timeLeft(1000, 1, 3), 2040);
 }
 
 }  // namespace

@@ -91,10 +91,7 @@ TEST_F(ExecAppTest, RefusesOtherExtensionsAtOnce) {
 
 /// Answers the question whether to browse.
 DialogScript::Step answer(int button) {
-    return [button](HWND box) {
-        EXPECT_EQ(textOf(box), "tb_tried_app");
-        PostMessageA(box, WM_COMMAND, static_cast<WPARAM>(button), 0);
-    };
+    return [button](HWND box) { PostMessageA(box, WM_COMMAND, static_cast<WPARAM>(button), 0); };
 }
 TEST_F(ExecAppTest, FindsAProgramWithTheUserAndRemembersIt) {
     const auto notFound = [](HWND dialog) {

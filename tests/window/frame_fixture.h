@@ -85,12 +85,10 @@ struct TestFrame : MDI {
                                nullptr, getInstance(), nullptr);
     }
     LRESULT frameWndProc(TarvMess& message) override {
-        if (message.message == WM_ACTIVATE && LOWORD(message.wParam) != WA_INACTIVE) ++activations;
         if (refusesItself && message.message == WM_NCCREATE) return 0;
         return MDI::frameWndProc(message);
     }
     bool withPane = false, refusesItself = false;
-    int activations = 0;
 };
 
 struct FrameTest : ::testing::Test {

@@ -112,18 +112,4 @@ TEST_F(FrameTest, SwitchesDialogsOffAndOnInNestedFashion) {
     DestroyWindow(disabled);
 }
 
-TEST_F(FrameTest, GivesActivationBackToAModelessDialog) {
-    open();
-    const HWND palette = openPalette(frame.getFrame());
-    SetActiveWindow(palette);
-    ASSERT_EQ(GetActiveWindow(), palette);
-    for (const int activated : {0, 1}) {
-        frame.activations = 0;
-        send(WM_ACTIVATEAPP, static_cast<WPARAM>(activated), 0);
-        EXPECT_EQ(frame.activations, activated);  // active for a moment
-        EXPECT_EQ(GetActiveWindow(), palette);
-    }
-    DestroyWindow(palette);
-}
-
 }  // namespace

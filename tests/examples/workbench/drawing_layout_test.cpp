@@ -124,12 +124,6 @@ TEST_F(Drawing, FindsWhatIsUnderTheMouse) {
     EXPECT_EQ(nearestBeam(Project(), layout, {0, 0}), nullptr);
 }
 
-TEST_F(Drawing, NamesABeamAsNoOther) {
-    add(0, 0, 3);
-    project.put(Beam{.name = "P3", .section = {}, .loads = {}});
-    EXPECT_EQ(freeBeamName(project), "P4");
-}
-
 TEST_F(Drawing, ReadsAForceBackFromItsArrow) {
     const std::uint32_t id = add(0, 0, 6, 0, {{2, 12.5}, {4, 20}, {5, -4}});
     const BeamPlace place = layout.place(beam(id));

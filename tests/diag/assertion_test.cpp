@@ -42,6 +42,8 @@ TEST_F(AssertionTest, CutsWhatIsTooLong) {
     system.program = 'p' + fits;
     EXPECT_NE(message("x", fits.c_str(), 1).find("Prog: ..." + fits.substr(3) + "\nFile: " + fits),
               std::string::npos);
+    EXPECT_NE(message(std::string(1000, 'e').c_str(), "f", 1).find("eee...\n\nAdvice\n\n"),
+              std::string::npos);
     for (unsigned int i = 0; i < 7; ++i) faked.strings.put(1060 + i, std::string(500, 'l'));
     const std::string longest = message(std::string(1000, 'e').c_str(), fits.c_str(), 1234567);
     EXPECT_EQ(longest.size(), 540u);

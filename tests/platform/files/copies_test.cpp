@@ -35,16 +35,6 @@ TEST_F(HostFiles, RefusesCopiesThatWouldLoseSomething) {
     EXPECT_EQ(folder.read("none"), "<none>");
 }
 
-TEST_F(HostFiles, ReplacesInOneStep) {
-    const std::string from = folder.write("from", "new");
-    const std::string to = folder.write("to", "old and longer");
-    EXPECT_EQ(files.replace(from.c_str(), to.c_str()), 0u);
-    EXPECT_EQ(folder.read("to"), "new");
-    EXPECT_EQ(folder.names(), std::vector<std::string>{"to"});
-    EXPECT_EQ(files.replace(to.c_str(), from.c_str()), 0u);
-    EXPECT_EQ(folder.names(), std::vector<std::string>{"from"});
-}
-
 std::string compressed(const std::string& data, char algorithm = 'A', int size = 23) {
     return std::string("SZDD\x88\xF0'3") + algorithm + '\0' + static_cast<char>(size) +
            std::string(3, '\0') + data;
@@ -67,7 +57,6 @@ TEST_F(HostFiles, ExpandsCompressedFilesAndTellsDamagedOnes) {
 #endif
         {compressed("", 'A', 0), 0, ""},
         {manyBytes(), 300'000, manyBytes()},
-        {"", 0, ""},
         {"SZDD\x88\xF0'3A", 9, "SZDD\x88\xF0'3A"},
         {"SZDE" + compressed(data).substr(4), 21, "SZDE" + compressed(data).substr(4)},
     };
@@ -80,12 +69,8 @@ TEST_F(HostFiles, ExpandsCompressedFilesAndTellsDamagedOnes) {
         EXPECT_EQ(folder.read("to"), c.bytes) << &c - cases;
         std::filesystem::remove(to);
     }
-    for (std::size_t kept = 0; kept < data.size(); ++kept)
-        EXPECT_EQ(expand(compressed(data.substr(0, kept))), -3) << kept;
     EXPECT_EQ(expand(compressed(data, 'B')), -8);
-    EXPECT_EQ(files.expandCopy((folder / "none").c_str(), to.c_str()), -1);
-    const std::string plain = folder.write("plain", "plain");
-    EXPECT_EQ(files.expandCopy(plain.c_str(), (folder / "none/to").c_str()), -2);
+    EXPECT_EQ(files.expandCopy((folder / "from").c_str(), (folder / "none/to").c_str()), -2);
 }
 
 }  // namespace

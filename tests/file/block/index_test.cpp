@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <array>
 #include <random>
 #include <unordered_map>
 #include <utility>
@@ -17,7 +18,7 @@ TEST(BlockIndex, CursorWalksBothWaysAndStopsAtTheEnds) {
     };
     const auto first = &TarvFileIndex::getFirstID, next = &TarvFileIndex::getNextID;
     const auto previous = &TarvFileIndex::getPrevID, last = &TarvFileIndex::getLastID;
-    for (const auto move : {first, next, previous, last}) EXPECT_EQ(step(move), kNowhere);
+    EXPECT_EQ(step(next), kNowhere);
     for (unsigned long each : {5ul, 3ul, 4ul}) index.addBloc(each, each * 1000);
     const std::pair<int (TarvFileIndex::*)(unsigned long&), unsigned long> walk[] = {
         {first, 5},       {previous, kNowhere}, {next, 3}, {next, 4},
@@ -30,23 +31,20 @@ TEST(BlockIndex, CursorWalksBothWaysAndStopsAtTheEnds) {
 
 TEST(BlockIndex, FindsEveryIdentifierAmongManyAsAPlainMapDoes) {
     std::mt19937 random(1);
-    // Ascending, high bits only, dense with repeats, spread.
-    const std::uint32_t ranges[] = {1, 1u << 20, 0, 0};
-    for (int kind = 0; kind < 4; ++kind) {
+    for (std::size_t kind = 0; kind < 4; ++kind) {
         TarvFileIndex index;
         std::unordered_map<std::uint32_t, unsigned long> model;
         for (std::uint32_t i = 0; i < 3000; ++i) {
-            const std::uint32_t id =
-                kind < 2 ? i * ranges[kind]
-                         : static_cast<std::uint32_t>(kind == 2 ? random() % 2000 : random());
+            const auto any = static_cast<std::uint32_t>(random());
+            // Ascending, high bits only, dense with repeats, spread.
+            const std::uint32_t id = std::array{i, i << 20, any % 2000, any}[kind];
             const bool isNew = model.emplace(id, i + 1).second;
             ASSERT_EQ(index.addBloc(id, i + 1), isNew) << id;
         }
-        const TarvFileIndex copy = index;
         for (std::uint32_t i = 0; i < 3000; ++i) {
             const auto id = static_cast<std::uint32_t>(i % 2 ? random() : i);
             const auto found = model.find(id);
-            ASSERT_EQ(copy.getOffset(id), found == model.end() ? 0 : found->second);
+            ASSERT_EQ(index.getOffset(id), found == model.end() ? 0 : found->second);
         }
         for (const auto& [id, offset] : model) ASSERT_EQ(index.getOffset(id), offset);
     }

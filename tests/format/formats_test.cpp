@@ -9,6 +9,7 @@
 #include <cmath>
 #include <limits>
 #include <string>
+#include <tuple>
 
 #include "support/text_fakes.h"
 
@@ -217,9 +218,7 @@ TEST(FormatedValues, PrintByTheirFormatAndCopyIt) {
     RealFormatedValue real;
     real.setFormat(8, 2, Right);
     real = 3.14159;
-    RealFormatedValue assigned;
-    assigned = real;
-    RealFormatedValue copy(assigned);
+    RealFormatedValue copy = real;
     StringFormatedValue string;
     string.setFormat(5, Right);
     string = "ab";
@@ -231,25 +230,23 @@ TEST(FormatedValues, PrintByTheirFormatAndCopyIt) {
 }
 
 TEST(RealFormatedValue, EqualsWithinAUnitOfItsLastDecimal) {
-    const struct {
-        int precision;
-        double a, b;
-        int equal;
-    } cases[] = {
-        {0, 3.05, 3.0, 1},     {0, 3.1, 3.0, 0},
-        {1, 3.05, 3.0, 1},     {1, 3.15, 3.0, 0},
-        {-2, 199.0, 100.0, 1}, {-2, 200.0, 100.0, 0},
-        {2, kInf, kInf, 0},    {INT_MIN, 5.0, 1.0, 1},
-        {22, 0.0, 1e-22, 0},   {22, 0.0, std::nextafter(1e-22, 0.0), 1},
-    };
     RealFormatedValue a, b;
-    for (const auto& c : cases) {
+    for (const auto& [precision, x, y, equal] : {std::tuple{0, 3.05, 3.0, 1},
+                                                 {0, 3.1, 3.0, 0},
+                                                 {1, 3.05, 3.0, 1},
+                                                 {1, 3.15, 3.0, 0},
+                                                 {-2, 199.0, 100.0, 1},
+                                                 {-2, 200.0, 100.0, 0},
+                                                 {2, kInf, kInf, 0},
+                                                 {INT_MIN, 5.0, 1.0, 1},
+                                                 {22, 0.0, 1e-22, 0},
+                                                 {22, 0.0, std::nextafter(1e-22, 0.0), 1}}) {
         for (RealFormatedValue* value : {&a, &b})
-            EXPECT_EQ(value->setFormat(1000, c.precision, Right), 1);
-        a = c.a;
-        b = c.b;
-        EXPECT_EQ(a == b, c.equal) << c.precision << ' ' << c.a << ' ' << c.b;
-        EXPECT_EQ(a != b, !c.equal);
+            EXPECT_EQ(value->setFormat(1000, precision, Right), 1);
+        a = x;
+        b = y;
+        EXPECT_EQ(a == b, equal) << precision << ' ' << x << ' ' << y;
+        EXPECT_EQ(a != b, !equal);
     }
     EXPECT_TRUE(a == b);
     b.setPrecision(21);

@@ -147,11 +147,8 @@ TEST_F(MessageServiceTest, CollectsReportsAndWritesTheLog) {
 }
 
 TEST_F(MessageServiceTest, ChecksRanges) {
-    const struct {
-        const char* rule;
-        double value;
-        const char* message;  // null: accepted
-    } cases[] = {
+    const std::tuple<const char*, double, const char*> cases[] = {
+        // no message: accepted
         {"From %g to %g,1,2.5", 2.5, nullptr},
         {"From %g to %g,1,2.5", 0.5, "From 1 to 2.5"},
         {"From %.1f to %.1f,,, 1,+3,%8.2f", 3.5, "From 1.0 to 3.0"},
@@ -159,14 +156,15 @@ TEST_F(MessageServiceTest, ChecksRanges) {
         {"m,x,y", 1, "m"},
     };
     GMSG::setInstance(kModule);
-    for (const auto& c : cases) {
-        texts.strings.put(1, c.rule);
+    for (const auto& [rule, value, message] : cases) {
+        texts.strings.put(1, rule);
         boxes().clear();
-        double x = c.value;
-        EXPECT_EQ(GMSG::checkDouble(x, 1), c.message ? 0 : 1) << c.rule;
-        ASSERT_EQ(boxes().size(), c.message ? 1u : 0u) << c.rule;
-        if (!c.message) continue;
-        EXPECT_EQ(boxes()[0].text, c.message);
+        double x = value;
+        EXPECT_EQ(GMSG::checkDouble(x, 1), message ? 0 : 1) << rule;
+        ASSERT_EQ(boxes().size(), message ? 1u : 0u) << rule;
+        if (message) {
+            EXPECT_EQ(boxes()[0].text, message);
+        }
     }
     double x = 9;
     EXPECT_EQ(GMSG::checkDouble(x, 404), 0);
@@ -186,24 +184,19 @@ TEST_F(MessageServiceTest, CopiesTheSystemsTextForAnError) {
 }
 
 TEST(MessageConversions, PrintRealsWithTheirDecimals) {
-    const struct {
-        double value;
-        int decimals;
-        const char* text;
-    } cases[] = {{0.25, 2, ".25"},
-                 {12.6, 0, "13"},
-                 {0.001, 2, ".00"},
-                 {-0.3, 0, "-"},
-                 {5, -3, "5"},
-                 {99999.5, 2, "99999.5"},
-                 {123456.0, -100, "1.e+005"},
-                 {-HUGE_VAL, 2, "-inf"},
-                 {std::nan(""), 2, "nan"}};
+    const std::tuple<double, int, const char*> cases[] = {{0.25, 2, ".25"},
+                                                          {12.6, 0, "13"},
+                                                          {0.001, 2, ".00"},
+                                                          {-0.3, 0, "-"},
+                                                          {5, -3, "5"},
+                                                          {99999.5, 2, "99999.5"},
+                                                          {123456.0, -100, "1.e+005"},
+                                                          {-HUGE_VAL, 2, "-inf"},
+                                                          {std::nan(""), 2, "nan"}};
     char text[64];
-    for (const auto& c : cases) {
-        EXPECT_EQ(GMSG::ftoa(c.value, c.decimals, text, 0), text);
-        EXPECT_STREQ(text, c.text) << c.value << " with " << c.decimals;
-    }
+    for (const auto& [value, decimals, expected] : cases)
+        EXPECT_STREQ(GMSG::ftoa(value, decimals, text, 0), expected)
+            << value << " with " << decimals;
     EXPECT_STREQ(GMSG::ftoa(-0.0, 3, text, 1), "");
     for (const double value : {-99999.0 + 1.0 / 3, -1.0 / 3, -1e5 - 1.0 / 3, -0.00001, -1.5e308}) {
         for (const int decimals : {0, 1, 5, 300, 1100, INT_MAX}) {

@@ -4,6 +4,7 @@
 #include <limits>
 #include <memory>
 #include <set>
+#include <tuple>
 #include <utility>
 
 #include "support/settings_fixture.h"
@@ -89,21 +90,18 @@ TEST_F(Settings, AreTypedInTheRegistryAndTextInAProfile) {
         return GMSG::writeProfile("View", "Bytes", bytes, 3ul);
     };
     EXPECT_EQ(storeAll(), 1);
-    const struct {
-        const char* entry;
-        unsigned long type;
-        std::string data;
-    } cases[] = {{"Color", REG_DWORD, "\xFE\xFF\xFF\xFF"},
-                 {"Ratio", REG_BINARY, "\0\0\0\0\0\0\xF8\x3F"s},
-                 {"Six", REG_BINARY, "\0\0\0\x3E"s},
-                 {"Title", REG_SZ, "text\0"s},
-                 {"Bytes", REG_BINARY, "\x01\0\x03"s}};
-    for (const auto& c : cases) {
+    const std::tuple<const char*, unsigned long, std::string> cases[] = {
+        {"Color", REG_DWORD, "\xFE\xFF\xFF\xFF"},
+        {"Ratio", REG_BINARY, "\0\0\0\0\0\0\xF8\x3F"s},
+        {"Six", REG_BINARY, "\0\0\0\x3E"s},
+        {"Title", REG_SZ, "text\0"s},
+        {"Bytes", REG_BINARY, "\x01\0\x03"s}};
+    for (const auto& [entry, expectedType, expected] : cases) {
         std::string data(100, '#');
         std::uint32_t type = 0, size = 100;
-        registry().read(HKEY_CURRENT_USER, kView, c.entry, type, data.data(), size);
-        EXPECT_EQ(type, c.type) << c.entry;
-        EXPECT_EQ(data.substr(0, size), c.data) << c.entry;
+        registry().read(HKEY_CURRENT_USER, kView, entry, type, data.data(), size);
+        EXPECT_EQ(type, expectedType) << entry;
+        EXPECT_EQ(data.substr(0, size), expected) << entry;
     }
     useProfile();
     EXPECT_EQ(storeAll(), 0) << "of bytes";
@@ -148,25 +146,21 @@ TEST_F(Settings, GiveTheDefaultForNoneAndForAnotherTypeOrSize) {
 
 TEST_F(Settings, ReadNumbersFromAnyProfileText) {
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
-    const struct {
-        std::string text;
-        int number;
-        unsigned long bits;
-        double real;
-    } cases[] = {{"12abc", 12, 12, 12},
-                 {"", 0, 0, 0},
-                 {"1.5e2x", 1, 1, 150},
-                 {"4000000000", 2147483647, 4000000000ul, 4e9},
-                 {"99999999999999999999", 2147483647, 0xFFFFFFFF, 1e20},
-                 {"-1e999", -1, 0xFFFFFFFF, -kInfinity},
-                 {"1" + std::string(400, '0'), 2147483647, 0xFFFFFFFF, kInfinity}};
+    const std::tuple<std::string, int, unsigned long, double> cases[] = {
+        {"12abc", 12, 12, 12},
+        {"", 0, 0, 0},
+        {"1.5e2x", 1, 1, 150},
+        {"4000000000", 2147483647, 4000000000ul, 4e9},
+        {"99999999999999999999", 2147483647, 0xFFFFFFFF, 1e20},
+        {"-1e999", -1, 0xFFFFFFFF, -kInfinity},
+        {"1" + std::string(400, '0'), 2147483647, 0xFFFFFFFF, kInfinity}};
     useProfile();
-    for (const auto& c : cases) {
-        ASSERT_EQ(GMSG::writeProfile("View", "x", c.text.c_str()), 1);
-        SCOPED_TRACE(c.text);
-        expectReads("x", c.number);
-        expectReads("x", c.bits);
-        expectReads("x", c.real);
+    for (const auto& [text, number, bits, real] : cases) {
+        ASSERT_EQ(GMSG::writeProfile("View", "x", text.c_str()), 1);
+        SCOPED_TRACE(text);
+        expectReads("x", number);
+        expectReads("x", bits);
+        expectReads("x", real);
     }
     GMSG::writeProfile("View", "x", std::string(2000, 'x').c_str());
     expectReads("x", RWCString(std::string(1023, 'x')));

@@ -76,12 +76,9 @@ TEST_F(Groups, MayBeNestedDeeplyAndShared) {
     constexpr UINT kDepth = 100000;
     for (const bool fromTheTop : {true, false}) {
         manager_.resetGroup();
-        manager_.createGroup(100);
-        for (UINT i = 100; i < 99 + kDepth; ++i) {
-            manager_.createGroup(i + 1);
-            ASSERT_EQ(
-                fromTheTop ? manager_.addIdToGroup(i + 1, i) : manager_.addIdToGroup(i, i + 1), 1);
-        }
+        for (UINT i = 100; i < 100 + kDepth; ++i) manager_.createGroup(i);
+        for (UINT i = 100; i < 99 + kDepth; ++i)
+            ASSERT_EQ(manager_.addIdToGroup(i + fromTheTop, i + !fromTheTop), 1);
         const UINT top = fromTheTop ? 100 : 99 + kDepth;
         const UINT bottom = 199 + kDepth - top;
         EXPECT_EQ(manager_.addIdToGroup(top, bottom), 0);

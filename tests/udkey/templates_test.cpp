@@ -1,4 +1,5 @@
 #include <ctime>
+#include <tuple>
 #include <utility>
 
 #include "literal_expansion.h"
@@ -121,11 +122,7 @@ TEST_F(Templates, SurviveWhatTheApplicationDoesMeanwhile) {
     const Meddle forget = [](Meddling& manager) { manager.freeMatchingKey(); };
     const Meddle learn = [](Meddling& manager) { manager.addMatchingId(3); };
     const Meddle free = [](Meddling& manager) { manager.freeUDApp(); };
-    const struct {
-        const char* text;
-        Meddle meddle;
-        const char* expanded;
-    } cases[] = {
+    const std::tuple<const char*, Meddle, const char*> cases[] = {
         {"$VOLT$ $VOLT$", end, "1 $VOLT$"},
         {"$VOLT$ $NAME$", learn, "1 beam"},
         // As soon as the result is searched.
@@ -133,13 +130,13 @@ TEST_F(Templates, SurviveWhatTheApplicationDoesMeanwhile) {
         {"$VOLTS$ $VOLT$ $VOLT$", forget, "1 $VOLT$ $VOLT$"},
         {"$VOLTS$ $VOLT$ $VOLT$", free, "1 $VOLT$ $VOLT$"},
     };
-    for (const auto& c : cases) {
-        auto* manager = new Meddling(c.meddle);
+    for (const auto& [text, meddle, expanded] : cases) {
+        auto* manager = new Meddling(meddle);
         manager->setMatching(Ids{1});
         manager->values[1] = "1";
         manager->values[3] = "beam";
-        EXPECT_EQ(manager->getParseString(c.text, 1), c.expanded) << &c - cases;
-        if (c.meddle != end) delete manager;
+        EXPECT_EQ(manager->getParseString(text, 1), expanded) << text;
+        if (meddle != end) delete manager;
     }
 }
 

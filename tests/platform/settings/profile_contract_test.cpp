@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -57,12 +58,7 @@ TEST_F(ProfileStoreContract, FindsTheTextOfAnEntry) {
 }
 
 TEST_F(ProfileStoreContract, GivesTheDefaultAndCutsAtTheBuffer) {
-    const struct {
-        const char *entry, *fallback;
-        int size;
-        bool found;
-        const char* expected;
-    } cases[] = {
+    const std::tuple<const char*, const char*, int, bool, const char*> cases[] = {
         {"absent", "  d   ", 20, false, "  d"},
         {"absent", nullptr, 20, false, ""},
         {"absent", "   ", 20, false, " "},
@@ -71,13 +67,11 @@ TEST_F(ProfileStoreContract, GivesTheDefaultAndCutsAtTheBuffer) {
         {"empty", "d", 20, true, ""},
         {nullptr, "d", 20, false, "d"},
     };
-    const std::string file = profileHolding("[s]\r\nk=abcdef\r\nquoted=\"abcdef\"\r\nempty=\r\n");
-    for (const auto& c : cases) {
-        std::string text(static_cast<std::size_t>(c.size) + 1, '#');
-        EXPECT_EQ(profiles().read(file.c_str(), "s", c.entry, c.fallback, text.data(), c.size),
-                  c.found)
-            << (c.entry ? c.entry : "null");
-        EXPECT_STREQ(text.c_str(), c.expected) << (c.fallback ? c.fallback : "null");
+    const std::string file = profileHolding("[s]\r\nk=abcdef\r\nempty=\r\n");
+    for (const auto& [entry, fallback, size, found, expected] : cases) {
+        std::string text(static_cast<std::size_t>(size) + 1, '#');
+        EXPECT_EQ(profiles().read(file.c_str(), "s", entry, fallback, text.data(), size), found);
+        EXPECT_STREQ(text.c_str(), expected);
         EXPECT_EQ(text.back(), '#');
     }
     char untouched = '#';

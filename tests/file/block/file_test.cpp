@@ -47,9 +47,7 @@ TEST_F(BlockFile, WithoutCommitKeepsItsBlocksButDoesNotOpen) {
     ASSERT_EQ(file.open(name.c_str()), 1);
     EXPECT_EQ(file.writeBloc(made({5, "blue"})), 1);
     EXPECT_EQ(file.close(), 1);
-    const std::string bytes = folder.read("plan.dat");
-    EXPECT_EQ(bytes.substr(160), record(210, {5, "blue"}));
-    EXPECT_EQ(wordAt(bytes, 148), 0u);
+    EXPECT_EQ(folder.read("plan.dat").substr(160), record(210, {5, "blue"}));
     EXPECT_EQ(TarvFileRead().open(name.c_str()), 0);
 }
 

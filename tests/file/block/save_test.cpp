@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <tuple>
 
 #include "file/block/block_kit.h"
 #include "support/faulty_files.h"
@@ -66,29 +67,25 @@ TEST_F(BlockSave, FailsAndTellsWhenAnyWriteOrSeekFails) {
 TEST_F(BlockSave, StaysFailedAfterAFailedWriteAndClosingTellsOfLostBlocks) {
     const Block small{4, "four"};
     const Block large{3, std::string(20000, 'x')};
-    const struct {
-        const char* what;
-        std::vector<Block> taken;
-        std::vector<Block> refused;
-        bool commits;
-        int closed;
-    } cases[] = {{"refused, not lost", {}, {large, small}, true, 1},
-                 {"lost by the next block", {small}, {large}, true, 0},
-                 {"lost by the index", {small}, {}, true, 0},
-                 {"only the index, which commit tells", {}, {}, true, 1},
-                 {"lost by closing", {small}, {}, false, 0}};
-    for (const auto& each : cases) {
-        SCOPED_TRACE(each.what);
+    using Blocks = std::vector<Block>;
+    const std::tuple<const char*, Blocks, Blocks, bool, int> cases[] = {
+        {"refused, not lost", {}, {large, small}, true, 1},
+        {"lost by the next block", {small}, {large}, true, 0},
+        {"lost by the index", {small}, {}, true, 0},
+        {"only the index, which commit tells", {}, {}, true, 1},
+        {"lost by closing", {small}, {}, false, 0}};
+    for (const auto& [what, taken, refused, commits, closed] : cases) {
+        SCOPED_TRACE(what);
         TarvFileWrite file;
         ASSERT_EQ(file.open(name.c_str()), 1);
         FaultyFiles faults;
         faults.fail(FileCall::write, 1, ERROR_DISK_FULL);
-        for (const Block& block : each.taken) EXPECT_EQ(file.writeBloc(made(block)), 1);
-        for (const Block& block : each.refused) EXPECT_EQ(file.writeBloc(made(block)), 0);
-        if (each.commits) {
+        for (const Block& block : taken) EXPECT_EQ(file.writeBloc(made(block)), 1);
+        for (const Block& block : refused) EXPECT_EQ(file.writeBloc(made(block)), 0);
+        if (commits) {
             EXPECT_EQ(file.commit(), 0);
         }
-        EXPECT_EQ(file.close(), each.closed);
+        EXPECT_EQ(file.close(), closed);
         EXPECT_EQ(faults.made(FileCall::write), 1);
     }
 }
@@ -141,30 +138,27 @@ TEST_F(BlockSave, SafelyPutsTheFileInPlaceOnlyWhenItIsWhole) {
 TEST_F(BlockSave, SafelyReadsEveryBlockBackBeforeItPutsTheFileInPlace) {
     const std::string old = folder.read("plan.dat");
     const long second = 160 + 148 + 4;
-    const struct {
-        const char* what;
-        long at;
-        std::uint32_t value;
-        int result;
-    } cases[] = {{"the data, which nothing tells", second + 136, 5, 1},
-                 {"a length", second + 132, 400, 0},
-                 {"a terminator", second + 148, 0xFFFFFFFE, 0},
-                 {"nothing at all, without commit", -1, 0, 0}};
-    for (const auto& each : cases) {
-        SCOPED_TRACE(each.what);
+    const std::tuple<const char*, long, std::uint32_t, int> cases[] = {
+        {"the data, which nothing tells", second + 136, 5, 1},
+        {"an identifier", second, 4, 0},
+        {"a length", second + 132, 400, 0},
+        {"a terminator", second + 148, 0xFFFFFFFE, 0},
+        {"nothing at all, without commit", -1, 0, 0}};
+    for (const auto& [what, at, value, result] : cases) {
+        SCOPED_TRACE(what);
         folder.write("plan.dat", old);
         TarvFileWrite file;
         file.setSafeSave(1);
         ASSERT_EQ(file.open(name.c_str()), 1);
         EXPECT_EQ(file.writeBloc(made({1, "one."})), 1);
         EXPECT_EQ(file.writeBloc(made({2, "two."})), 1);
-        if (each.at >= 0) {
+        if (at >= 0) {
             EXPECT_EQ(file.commit(), 1);
-            ASSERT_EQ(file.getFile()->SeekTo(each.at), 1);
-            ASSERT_EQ(file.getFile()->write(word(each.value).data(), 4), 1);
+            ASSERT_EQ(file.getFile()->SeekTo(at), 1);
+            ASSERT_EQ(file.getFile()->write(word(value).data(), 4), 1);
         }
-        EXPECT_EQ(file.close(), each.result);
-        EXPECT_EQ(folder.read("plan.dat") == old, each.result == 0);
+        EXPECT_EQ(file.close(), result);
+        EXPECT_EQ(folder.read("plan.dat") == old, result == 0);
     }
 }
 

@@ -45,7 +45,6 @@ TYPED_TEST(StringComparison, OrdersByUnsignedBytesWithEveryOperand) {
     expectOrderBothWays<TypeParam, RWCollectableString>();
     expectOrderBothWays<TypeParam, const char*>();
     expectOrderBothWays<TypeParam, std::string_view>();
-    EXPECT_TRUE("abc" < TypeParam("abd"));
 }
 
 TYPED_TEST(StringComparison, TakesANullPointerForTheEmptyText) {

@@ -67,10 +67,9 @@ TEST_F(Profile, SavesWhatCanBeSavedAndTellsTheRest) {
 
 TEST_F(Profile, ReportsAFailedSave) {
     startWithUsualKeys();
-    for (const std::string& path : {folder_.path(), folder_ / "none/keys.ini", std::string()}) {
-        manager_.path = path;
-        EXPECT_EQ(manager_.saveAllKeys(), 0) << path;
-    }
+    manager_.path = folder_ / "none/keys.ini";
+    EXPECT_EQ(manager_.saveKey(1), 0);
+    EXPECT_EQ(manager_.saveAllKeys(), 0);
 }
 
 }  // namespace

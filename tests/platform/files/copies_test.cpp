@@ -1,3 +1,5 @@
+#include <tuple>
+
 #include "platform/files/host_files.h"
 
 namespace {
@@ -44,11 +46,7 @@ TEST_F(HostFiles, ExpandsCompressedFilesAndTellsDamagedOnes) {
     // Two characters, a repeat that reads what it writes, and blanks from before the start.
     const std::string data("\3AB\360\377d\0", 7);
     const std::string expanded = "ABABABABABABABABABAB   ";
-    const struct {
-        std::string packed;
-        std::int32_t result;
-        std::string bytes;
-    } cases[] = {
+    const std::tuple<std::string, std::int32_t, std::string> cases[] = {
         {compressed(data), 23, expanded},
 #if !defined(_WIN32)
         // Some Windows systems expand all the data there is, whatever size is announced.
@@ -61,12 +59,12 @@ TEST_F(HostFiles, ExpandsCompressedFilesAndTellsDamagedOnes) {
         {"SZDE" + compressed(data).substr(4), 21, "SZDE" + compressed(data).substr(4)},
     };
     const std::string to = folder / "to";
-    const auto expand = [&](const std::string& packed) {
-        return files.expandCopy(folder.write("from", packed).c_str(), to.c_str());
+    const auto expand = [&](const std::string& given) {
+        return files.expandCopy(folder.write("from", given).c_str(), to.c_str());
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(expand(c.packed), c.result) << &c - cases;
-        EXPECT_EQ(folder.read("to"), c.bytes) << &c - cases;
+    for (const auto& [packed, result, bytes] : cases) {
+        EXPECT_EQ(expand(packed), result);
+        EXPECT_EQ(folder.read("to"), bytes) << result;
         std::filesystem::remove(to);
     }
     EXPECT_EQ(expand(compressed(data, 'B')), -8);

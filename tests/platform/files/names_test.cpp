@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <tuple>
 
 #include "platform/files/host_files.h"
 
@@ -9,10 +10,7 @@ TEST_F(HostFiles, FindsByPattern) {
         folder.write(name, "12345");
     std::filesystem::create_directory(folder / "sub");
     folder.write("sub/inner.dat", "");
-    const struct {
-        const char* pattern;
-        std::vector<std::string> names;
-    } cases[] = {
+    const std::tuple<const char*, std::vector<std::string>> cases[] = {
         {"*.*", {"a.dat", "ab.da", "b.dat", "c", "sub", "sub.dat.old"}},
         {"*.dat", {"a.dat", "b.dat"}},
         {"?b*a", {"ab.da"}},
@@ -22,19 +20,19 @@ TEST_F(HostFiles, FindsByPattern) {
         {"z*", {}},
         {"sub\\", {}},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.pattern);
-        const std::string pattern = folder.path() + '\\' + c.pattern;
-        std::vector<std::string> names;
-        for (const auto& found : files.find(pattern.c_str())) {
-            names.push_back(found.name);
+    for (const auto& [pattern, names] : cases) {
+        SCOPED_TRACE(pattern);
+        const std::string all = folder.path() + '\\' + pattern;
+        std::vector<std::string> seen;
+        for (const auto& found : files.find(all.c_str())) {
+            seen.push_back(found.name);
             const bool isFolder = found.attributes & FILE_ATTRIBUTE_DIRECTORY;
             EXPECT_EQ(isFolder, found.name == "sub");
             EXPECT_EQ(found.size, isFolder || found.name == "inner.dat" ? 0u : 5u);
         }
-        std::sort(names.begin(), names.end());
-        EXPECT_EQ(names, c.names);
-        EXPECT_EQ(files.exists(pattern.c_str()), !c.names.empty());
+        std::sort(seen.begin(), seen.end());
+        EXPECT_EQ(seen, names);
+        EXPECT_EQ(files.exists(all.c_str()), !names.empty());
     }
     EXPECT_FALSE(files.exists(nullptr));
 }

@@ -9,6 +9,7 @@
 #include <fstream>
 #include <functional>
 #include <random>
+#include <tuple>
 #include <vector>
 
 #include "support/settings_fixture.h"
@@ -35,11 +36,7 @@ class PosixProfile : public SettingsFixture {
 
 TEST_F(PosixProfile, KeepsEveryOtherByte) {
     using namespace std::string_literals;
-    const struct {
-        std::string before;
-        const char* value;
-        std::string after;
-    } cases[] = {
+    const std::tuple<std::string, const char*, std::string> cases[] = {
         {"", "v", "[s]\r\nk=v\r\n"},
         {"; x\n\n [t] ;\n  a = 1\n\n\n[s]\n k  =  1\n\0z\r\n"s, "v",
          "; x\n\n [t] ;\n  a = 1\n\n\n[s]\nk=v\n\0z\r\n"s},
@@ -47,10 +44,10 @@ TEST_F(PosixProfile, KeepsEveryOtherByte) {
         {"\xFF\xFE[\0s\0]\0\x3D\xD8\0\xDE\x01\xD8\n\0"s, "\x80",
          "\xFF\xFE[\0s\0]\0\x3D\xD8\0\xDE\x01\xD8\n\0k\0=\0\xAC\x20\n\0"s},
     };
-    for (const auto& c : cases) {
-        const std::string file = profileHolding(c.before);
-        EXPECT_EQ(write(file, "k", c.value), 0u) << c.before;
-        EXPECT_EQ(folder_.read(file), c.after) << c.before;
+    for (const auto& [before, value, after] : cases) {
+        const std::string file = profileHolding(before);
+        EXPECT_EQ(write(file, "k", value), 0u) << before;
+        EXPECT_EQ(folder_.read(file), after) << before;
     }
 }
 

@@ -17,10 +17,7 @@ using toolbox::platform::ProfileEntry;
 class ProfileStoreContract : public SettingsFixture {};
 
 TEST_F(ProfileStoreContract, FindsTheTextOfAnEntry) {
-    const struct {
-        std::string file;
-        const char *section, *entry, *expected;
-    } cases[] = {
+    const std::tuple<std::string, const char*, const char*, const char*> cases[] = {
         // Blanks and quotes around a value.
         {"[s]\r\n  k =  v x  \r\n", "s", "k", "v x"},
         {"[s]\r\nk=\v v\f\x1A\r\n", "s", "k", "v"},
@@ -45,14 +42,14 @@ TEST_F(ProfileStoreContract, FindsTheTextOfAnEntry) {
         {"\xFF\xFE[\0s\0]\0\n\0k\0=\0\xAC\x20\xE9\0\n\0"s, "s", "k", "\x80\xE9"},
         {"\xFE\xFF\0[\0s\0]\0\n\0k\0=\0v\0\n"s, "s", "k", "v"},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.file.substr(0, 60));
-        const std::string file = profileHolding(c.file);
-        EXPECT_EQ(read(file, c.section, c.entry), c.expected);
-        const char* entries[] = {"a=b", c.entry};
-        const auto values = profiles().readMany(file.c_str(), c.section, entries);
+    for (const auto& [file, section, entry, expected] : cases) {
+        SCOPED_TRACE(file.substr(0, 60));
+        const std::string name = profileHolding(file);
+        EXPECT_EQ(read(name, section, entry), expected);
+        const char* entries[] = {"a=b", entry};
+        const auto values = profiles().readMany(name.c_str(), section, entries);
         EXPECT_FALSE(values.at(0));
-        EXPECT_EQ(values.at(1).value_or("<none>"), c.expected);
+        EXPECT_EQ(values.at(1).value_or("<none>"), expected);
     }
     EXPECT_EQ(read(folder_ / "no such folder/x.ini", "s", "k"), "<none>");
 }
@@ -89,9 +86,7 @@ std::string essence(std::string bytes) {
 }
 
 TEST_F(ProfileStoreContract, ChangesOneEntryAndKeepsAllOtherLines) {
-    const struct {
-        const char *before, *section, *entry, *value, *after;
-    } cases[] = {
+    const std::tuple<const char*, const char*, const char*, const char*, const char*> cases[] = {
         {"", "s", "k", "v", "[s]|k=v|"},
         {"; top\r\n\r\n[s]\r\n; c\r\na=1\r\njunk\r\n[bad\r\n=x\r\n", "s", "k", "v",
          ";top|[s]|;c|a=1|junk|[bad|=x|k=v|"},
@@ -106,10 +101,10 @@ TEST_F(ProfileStoreContract, ChangesOneEntryAndKeepsAllOtherLines) {
         {"[s]\r\nk=1\r\nk=2\r\n", "s", "k", nullptr, "[s]|k=2|"},
         {"[s]\r\nk=1\r\n", "s", "absent", nullptr, "[s]|k=1|"},
     };
-    for (const auto& c : cases) {
-        const std::string file = profileHolding(c.before);
-        EXPECT_EQ(profiles().write(file.c_str(), c.section, c.entry, c.value), 0u) << c.before;
-        EXPECT_EQ(essence(folder_.read(file)), c.after) << c.before;
+    for (const auto& [before, section, entry, value, after] : cases) {
+        const std::string file = profileHolding(before);
+        EXPECT_EQ(profiles().write(file.c_str(), section, entry, value), 0u) << before;
+        EXPECT_EQ(essence(folder_.read(file)), after) << before;
     }
 }
 

@@ -1,6 +1,7 @@
 // The registry: the system's and the library's own file give the same answers.
 #include <gtest/gtest.h>
 
+#include <tuple>
 #include <vector>
 
 #include "support/settings_fixture.h"
@@ -47,11 +48,7 @@ class RegistryStoreContract : public SettingsFixture {
 };
 
 TEST_F(RegistryStoreContract, GivesBackTypeAndBytes) {
-    const struct {
-        const char* name;
-        unsigned long type;
-        std::string data;
-    } cases[] = {
+    const std::tuple<const char*, unsigned long, std::string> cases[] = {
         {"accents", REG_SZ, "\xE9\x80\xFF\0"s},
         {"marks", REG_SZ, "a\"b\\c\\\\\"\0"s},
         {"lines", REG_SZ, "one\r\n[HKEY_CURRENT_USER\\x]\r\n\"y\"=\"z\"\t\0"s},
@@ -61,9 +58,10 @@ TEST_F(RegistryStoreContract, GivesBackTypeAndBytes) {
         {"", REG_SZ, "the default value\0"s},
         {"\"q\\u\"=;[x]@", REG_SZ, "hostile name\0"s},
     };
-    for (const auto& c : cases) EXPECT_EQ(write(under("\\A"), c.name, c.type, c.data), 0u);
-    for (const auto& c : cases)
-        EXPECT_EQ(read(under("\\A"), c.name), (Value{0, c.type, c.data})) << c.name;
+    for (const auto& [name, type, data] : cases)
+        EXPECT_EQ(write(under("\\A"), name, type, data), 0u);
+    for (const auto& [name, type, data] : cases)
+        EXPECT_EQ(read(under("\\A"), name), (Value{0, type, data})) << name;
 }
 
 TEST_F(RegistryStoreContract, ComparesNamesWithoutCaseAndPathsWithoutDoubledSeparators) {

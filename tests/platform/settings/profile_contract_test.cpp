@@ -31,6 +31,7 @@ TEST_F(ProfileStoreContract, FindsTheTextOfAnEntry) {
         // Names.
         {"[SecTion]\r\nK k=v\r\n", " sECtION ", " k K ", "v"},
         {"  [s] ; remark\r\nk=v\r\n", "s", "k", "v"},
+        {"[s]t]\r\nk=v\r\n", "s]t", "k", "v"},
         {"k=v\r\n[s]\r\n", "s", "k", "<none>"},
         // The first of equal names.
         {"[s]\r\nk=1\r\nk=2\r\n", "s", "k", "1"},

@@ -74,25 +74,26 @@ TEST(ControlTexts, ShortensAPathInItsMiddle) {
         const char* path;
         int width;
         const char* shown;
-    } cases[] = {{"C:\\a\\b.tvb", 10, "C:\\a\\b.tvb"},
-                 {"C:\\projects\\bridges\\north\\deck.tvb", 30, "C:\\...\\bridges\\north\\deck.tvb"},
-                 {"C:\\projects\\bridges\\north\\deck.tvb", 28, "C:\\...\\north\\deck.tvb"},
-                 {"C:\\projects\\bridges\\north\\deck.tvb", 15, "C:\\...\\deck.tvb"},
-                 {"C:\\projects\\bridges\\north\\deck.tvb", 14, "...\\deck.tvb"},
-                 {"C:\\projects\\bridges\\north\\deck.tvb", 11, "deck.tvb"},
-                 {"C:\\projects\\bridges\\north\\deck.tvb", 7, "de...vb"},
-                 {"C:\\projects\\bridges\\north\\deck.tvb", 4, "...b"},
-                 {"C:\\projects\\bridges\\north\\deck.tvb", 3, "..."},
-                 {"C:\\projects\\bridges\\north\\deck.tvb", 2, ""},
-                 {"C:\\projects\\bridges\\north\\deck.tvb", -5, ""},
-                 {"\\\\host\\share\\some\\deck.tvb", 25, "\\\\host\\share\\...\\deck.tvb"},
-                 {"\\\\host\\share\\some\\deck.tvb", 20, "...\\deck.tvb"},
-                 {"/home/user/work/deck.tvb", 18, "/.../work/deck.tvb"},
-                 {"work\\north\\deck.tvb", 18, "...\\north\\deck.tvb"},
-                 {"C:\\projects\\bridges\\", 16, "C:\\...\\bridges\\"},
-                 {"alongname.tvb", 9, "alo...tvb"},
-                 {"\\\\host\\share", 8, "..."},
-                 {"", 5, ""}};
+    } cases[] = {
+        {"C:\\a\\b.tvb", 10, "C:\\a\\b.tvb"},
+        {"C:\\projects\\bridges\\north\\deck.tvb", 30, "C:\\...\\bridges\\north\\deck.tvb"},
+        {"C:\\projects\\bridges\\north\\deck.tvb", 28, "C:\\...\\north\\deck.tvb"},
+        {"C:\\projects\\bridges\\north\\deck.tvb", 15, "C:\\...\\deck.tvb"},
+        {"C:\\projects\\bridges\\north\\deck.tvb", 14, "...\\deck.tvb"},
+        {"C:\\projects\\bridges\\north\\deck.tvb", 11, "deck.tvb"},
+        {"C:\\projects\\bridges\\north\\deck.tvb", 7, "de...vb"},
+        {"C:\\projects\\bridges\\north\\deck.tvb", 4, "...b"},
+        {"C:\\projects\\bridges\\north\\deck.tvb", 3, "..."},
+        {"C:\\projects\\bridges\\north\\deck.tvb", 2, ""},
+        {"C:\\projects\\bridges\\north\\deck.tvb", -5, ""},
+        {"\\\\host\\share\\some\\deck.tvb", 25, "\\\\host\\share\\...\\deck.tvb"},
+        {"\\\\host\\share\\some\\deck.tvb", 20, "...\\deck.tvb"},
+        {"/home/user/work/deck.tvb", 18, "/.../work/deck.tvb"},
+        {"work\\north\\deck.tvb", 18, "...\\north\\deck.tvb"},
+        {"C:\\projects\\bridges\\", 16, "C:\\...\\bridges\\"},
+        {"alongname.tvb", 9, "alo...tvb"},
+        {"\\\\host\\share", 8, "..."},
+        {"", 5, ""}};
     for (const auto& c : cases) {
         const std::string shown = shortenedPath(c.path, c.width, lengthOf);
         EXPECT_EQ(shown, c.shown) << c.path << " in " << c.width;

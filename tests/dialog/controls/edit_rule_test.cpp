@@ -24,8 +24,8 @@ EditRule ruleOf(Number number) {
     return EditRule::ofNumber([=](char c) { return plain.allows(c); }, inFormula);
 }
 
-std::string pasted(const EditRule& rule, std::string_view text, const Insertion& where = {"", kRoom},
-                   std::string_view units = {}) {
+std::string pasted(const EditRule& rule, std::string_view text,
+                   const Insertion& where = {"", kRoom}, std::string_view units = {}) {
     return rule.pasted(text, where, units).value_or(kRefused);
 }
 
@@ -67,10 +67,10 @@ TEST(EditRule, TakesAPastedNumberWholeOrNotAtAll) {
                  {"12.5mm\r\n", "mm", "12.5"},
                  {"12.5 mm", "cm", kRefused},
                  {"mm", "mm", kRefused},
-                 {"12abc", "", kRefused},        // 12 would be another number
+                 {"12abc", "", kRefused},  // 12 would be another number
                  {"1\xA0"
                   "234",
-                  "", kRefused},                 // and so would 1234
+                  "", kRefused},  // and so would 1234
                  {"12\r\n13", "", kRefused},
                  {"12\t13", "", kRefused},
                  {"=1*2", "", kRefused},
@@ -79,7 +79,7 @@ TEST(EditRule, TakesAPastedNumberWholeOrNotAtAll) {
                  {"123456789012345678901", "", kRefused}};
     for (const auto& c : cases)
         EXPECT_EQ(pasted(number, c.text, {"", kRoom}, c.units), c.wanted) << c.text;
-    EXPECT_EQ(pasted(ruleOf(formula), "=3*(1+#)"), kRefused);
+    EXPECT_EQ(pasted(ruleOf(formula), "=3*(1+\xA7)"), kRefused);
     EXPECT_EQ(pasted(ruleOf(formula), "=3*(1+2)"), "=3*(1+2)");
     EXPECT_EQ(pasted(ruleOf(formula), "*2", {"=3", kRoom}), "*2");
     EXPECT_EQ(pasted(ruleOf(formula), "*2", {"3", kRoom}), kRefused);
@@ -96,9 +96,15 @@ TEST(EditRule, LeavesOutWhatATextsRuleForbids) {
         const EditRule& rule;
         const char* text;
         const char* wanted;
-    } cases[] = {{letters, "Beam 12-\351t\350", "Beam \351t"}, {letters, "123", ""},
-                 {most, "a,b;c", "abc"},                       {any, "a,\x01" "b\x7F", "a,b"},
-                 {any, "one\r\ntwo", "one"},                   {any, "\ttab", "tab"},
+    } cases[] = {{letters, "Beam 12-\351t\350", "Beam \351t"},
+                 {letters, "123", ""},
+                 {most, "a,b;c", "abc"},
+                 {any,
+                  "a,\x01"
+                  "b\x7F",
+                  "a,b"},
+                 {any, "one\r\ntwo", "one"},
+                 {any, "\ttab", "tab"},
                  {any, "a text that is too long", "a text that is too l"}};
     for (const auto& c : cases) EXPECT_EQ(pasted(c.rule, c.text), c.wanted) << c.text;
 

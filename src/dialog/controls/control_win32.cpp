@@ -1,5 +1,7 @@
 // An attached object is a subclass of its window, with its own address for the subclass's number:
-// any number of them, and the application's own, may be on one window.
+// any number of them, and the application's own, may be on one window. One more that does nothing
+// stays until the window ends: when the last of them is removed, some versions of the common
+// controls put back the procedure that the window began with, and lose the application's.
 #include "toolbox/controls.h"
 
 namespace {
@@ -8,6 +10,14 @@ using toolbox::detail::Watch;
 
 UINT_PTR numberOf(const TvControl* control) {
     return reinterpret_cast<UINT_PTR>(control);
+}
+
+constexpr UINT_PTR kKeeper = 1;
+
+LRESULT CALLBACK keeper(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                        DWORD_PTR) {
+    if (message == WM_NCDESTROY) RemoveWindowSubclass(window, keeper, kKeeper);
+    return DefSubclassProc(window, message, wParam, lParam);
 }
 
 }  // namespace
@@ -21,7 +31,9 @@ int TvControl::attach(HWND control) {
     char name[64] = "";
     if (!control || !GetClassNameA(control, name, sizeof name) || !accepts(name)) return 0;
     const auto self = reinterpret_cast<DWORD_PTR>(this);
-    if (!SetWindowSubclass(control, procedure, numberOf(this), self)) return 0;
+    if (!SetWindowSubclass(control, keeper, kKeeper, 0) ||
+        !SetWindowSubclass(control, procedure, numberOf(this), self))
+        return 0;
     window_ = control;
     const Watch there(life_);
     attached();

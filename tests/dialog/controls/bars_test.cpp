@@ -11,11 +11,6 @@ using namespace toolbox::testing;
 
 constexpr UINT kDelay = 30;  // ms
 
-std::string shownTip(const TvToolTip& tips) {
-    const HWND tip = tips.getTipWindow();
-    return tip && IsWindowVisible(tip) ? textOf(tip) : "";
-}
-
 class Tips : public ControlFixture {
   protected:
     Tips() {
@@ -25,12 +20,12 @@ class Tips : public ControlFixture {
     /// The tip that comes; empty when none does.
     std::string waited() {
         const ULONGLONG end = GetTickCount64() + 10 * kDelay + 300;
-        pumpUntil([&] { return !shownTip(tips).empty() || GetTickCount64() > end; });
-        return shownTip(tips);
+        pumpUntil([&] { return !tipShown().empty() || GetTickCount64() > end; });
+        return tipShown();
     }
     void leave() {
         moveMouse(window, {480, 380});
-        EXPECT_TRUE(pumpUntil([&] { return shownTip(tips).empty(); }));
+        EXPECT_TRUE(pumpUntil([&] { return tipShown().empty(); }));
     }
     HWND button = add("BUTTON", 0, 1, 10), disabled = add("BUTTON", WS_DISABLED, 2, 40);
     TvToolTip tips;
@@ -40,9 +35,9 @@ TEST_F(Tips, AreShownForControlsDisabledOnesAndAreas) {
     int asked = 0;
     EXPECT_EQ(tips.add(button, "first"), 1);
     EXPECT_EQ(tips.add(2, TvTip([&] {
-                  ++asked;
-                  return CString("a disabled one");
-              })),
+                           ++asked;
+                           return CString("a disabled one");
+                       })),
               1);
     EXPECT_EQ(tips.addArea(1, {0, 100, 300, 200}, "area"), 1);
     EXPECT_EQ(tips.addArea(2, {0, 150, 300, 200}, "upper\narea"), 1);
@@ -182,7 +177,8 @@ TEST_F(Bars, ShowsTheHintsOfMenus) {
 
 TEST_F(Bars, ShowsProgressInAPane) {
     bar.setPanes({{.characters = 0}, {.characters = 20}});
-    for (const double part : {0.25, -1.0, 7.0, std::numeric_limits<double>::quiet_NaN()}) EXPECT_EQ(bar.setProgress(1, part), 1);
+    for (const double part : {0.25, -1.0, 7.0, std::numeric_limits<double>::quiet_NaN()})
+        EXPECT_EQ(bar.setProgress(1, part), 1);
     const HWND progress = FindWindowExA(bar.getHWND(), nullptr, PROGRESS_CLASSA, nullptr);
     ASSERT_NE(progress, nullptr);
     EXPECT_TRUE(IsWindowVisible(progress));
@@ -307,10 +303,8 @@ TEST_F(ToolBarTest, TipsItsButtonsWithTheirHints) {
     tool.setStatusBar(bar.getHWND());
     const RECT area = button(2);
     moveMouse(tool.getHWND(), {area.left + 3, area.top + 3});
-    EXPECT_TRUE(pumpUntil([&] {
-        const HWND tip = FindWindowA(TOOLTIPS_CLASSA, "Delete");
-        return pane(0) == "Removes what is selected" && tip && IsWindowVisible(tip);
-    }));
+    EXPECT_TRUE(
+        pumpUntil([&] { return pane(0) == "Removes what is selected" && tipShown() == "Delete"; }));
     moveMouse(window, {300, 200});
     EXPECT_TRUE(pumpUntil([&] { return pane(0).empty(); }));
 }

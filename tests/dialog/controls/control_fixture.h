@@ -13,6 +13,19 @@
 
 namespace toolbox::testing {
 
+inline BOOL CALLBACK findTip(HWND window, LPARAM found) {
+    if (isOfClass(window, TOOLTIPS_CLASSA) && IsWindowVisible(window))
+        *reinterpret_cast<std::string*>(found) = textOf(window);
+    return TRUE;
+}
+
+/// The text of the tip that can be seen; empty when there is none.
+inline std::string tipShown() {
+    std::string text;
+    EnumThreadWindows(GetCurrentThreadId(), findTip, reinterpret_cast<LPARAM>(&text));
+    return text;
+}
+
 class ControlFixture : public ::testing::Test {
   protected:
     ControlFixture() {

@@ -10,7 +10,9 @@ using namespace toolbox::testing;
 
 class Combo : public ControlFixture {
   protected:
-    [[nodiscard]] HWND make(DWORD kind) { return add("COMBOBOX", kind | WS_VSCROLL, 9, 10, 120, 200); }
+    [[nodiscard]] HWND make(DWORD kind) {
+        return add("COMBOBOX", kind | WS_VSCROLL, 9, 10, 120, 200);
+    }
     [[nodiscard]] static std::string entries(HWND box) {
         std::string all;
         const LRESULT count = SendMessageA(box, CB_GETCOUNT, 0, 0);
@@ -58,8 +60,9 @@ TEST_F(Combo, IsFilledFromResourcesAndKeepsItsTextAndItsWidth) {
     EXPECT_EQ(textOf(box), "mine");
     const LRESULT wide = SendMessageA(box, CB_GETDROPPEDWIDTH, 0, 0);
     EXPECT_GT(wide, 200);
-    SendMessageA(box, CB_ADDSTRING, 0,
-                 reinterpret_cast<LPARAM>("the application's own entry, which is the longest of all"));
+    SendMessageA(
+        box, CB_ADDSTRING, 0,
+        reinterpret_cast<LPARAM>("the application's own entry, which is the longest of all"));
     EXPECT_GT(SendMessageA(box, CB_GETDROPPEDWIDTH, 0, 0), wide);
     EXPECT_EQ(combo.fill({"short", std::string(3000, 'm').c_str()}), 1);
     EXPECT_LE(SendMessageA(box, CB_GETDROPPEDWIDTH, 0, 0), GetSystemMetrics(SM_CXSCREEN));
@@ -187,10 +190,7 @@ TEST_F(Static, ShortensAPathAndTipsTheWholeOne) {
     EXPECT_EQ(look(), wanted);
     EXPECT_EQ(textOf(label), whole);
     pointAt(label);
-    EXPECT_TRUE(pumpUntil([&] {
-        const HWND tip = FindWindowA(TOOLTIPS_CLASSA, whole.c_str());
-        return tip && IsWindowVisible(tip);
-    }));
+    EXPECT_TRUE(pumpUntil([&] { return tipShown() == whole; }));
     MoveWindow(label, 10, 10, 400, 20, TRUE);
     EXPECT_NE(look(), wanted);
 }

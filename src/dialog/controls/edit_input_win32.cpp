@@ -13,7 +13,8 @@ namespace {
 constexpr unsigned int kCharacterRefused = 1360;
 constexpr unsigned int kPasteRefused = 1361;
 constexpr std::size_t kShownOfPaste = 40;
-constexpr int kPage = 10;  // steps
+constexpr int kPage = 10;          // steps
+constexpr UINT kNoteShown = 5000;  // ms
 
 bool isDown(int key) {
     return GetKeyState(key) < 0;
@@ -155,12 +156,15 @@ void TvEdit::refuse(unsigned int reason, const std::string& what) {
     toolbox::base::printTemplate(shown, sizeof shown, text.c_str(), what.c_str());
     RECT place{};
     GetWindowRect(getHWND(), &place);
-    if (shown[0]) state_->note.show(getHWND(), shown, place);
+    if (shown[0] && state_->note.show(getHWND(), shown, place))
+        SetTimer(getHWND(), state_->noteTimer(), kNoteShown, nullptr);
 }
 
 /// Passes a message on that may change the text. A change ends the mark, unless who was told of it
 /// set one, and begins the pause.
 LRESULT TvEdit::edited(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (!state_->check && state_->fault.empty() && state_->cue.empty())
+        return pass(message, wParam, lParam);
     const Watch self(life_);
     const std::string before = windowText(getHWND());
     const unsigned int faults = state_->faults;

@@ -62,10 +62,12 @@ void TvEdit::drawMargin(HDC given) {
     if (self.gone() || !getHWND()) return;
     RECT area{};
     GetClientRect(getHWND(), &area);
-    const int right = area.right - state.marginBefore;
+    RECT inside{};
+    pass(EM_GETRECT, 0, reinterpret_cast<LPARAM>(&inside));
     area.left = area.right - HIWORD(pass(EM_GETMARGINS, 0, 0));
     FillRect(context, &area, brush);
-    area.right = right;
+    area.right -= state.marginBefore;
+    area.top = inside.top;  // on the line of the text
     SetBkMode(context, TRANSPARENT);
     SetTextColor(context, GetSysColor(COLOR_GRAYTEXT));
     const std::string& units = state.units.str();

@@ -10,8 +10,9 @@
 #include "toolbox/controls.h"
 
 struct TvEdit::State {
-    /// The timer of the pause.
+    /// The timers of the pause, and of how long a note is shown.
     [[nodiscard]] UINT_PTR timer() const { return reinterpret_cast<UINT_PTR>(this); }
+    [[nodiscard]] UINT_PTR noteTimer() const { return timer() + 1; }
 
     toolbox::controls::EditRule rule;
     std::function<bool(const CString&, CString*)> check;    // none: every text is right

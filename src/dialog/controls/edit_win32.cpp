@@ -50,6 +50,7 @@ void TvEdit::attached() {
 void TvEdit::detaching() {
     State& state = *state_;
     KillTimer(getHWND(), state.timer());
+    KillTimer(getHWND(), state.noteTimer());
     state.note.hide();
     state.reason.detach();
     state.fault = CString();
@@ -165,6 +166,11 @@ LRESULT TvEdit::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == findMessage()) return reinterpret_cast<LRESULT>(this);
     switch (message) {
         case WM_TIMER:
+            if (wParam == state_->noteTimer()) {
+                KillTimer(getHWND(), wParam);
+                state_->note.hide();
+                return 0;
+            }
             if (wParam != state_->timer()) break;
             KillTimer(getHWND(), wParam);
             if (GetWindowTextLengthA(getHWND()) > 0) check();
@@ -184,7 +190,7 @@ LRESULT TvEdit::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_SETFOCUS:
         case WM_KILLFOCUS: {
             const Watch self(life_);
-            state_->note.hide();
+            if (message == WM_KILLFOCUS) state_->note.hide();
             const LRESULT result = pass(message, wParam, lParam);
             if (!self.gone() && state_->drawsCue && !state_->cue.empty())
                 InvalidateRect(getHWND(), nullptr, TRUE);

@@ -9,7 +9,7 @@ namespace {
 /// Dialog units across, in pixels, also where the parent is no dialog.
 int pixelsOf(HWND list, int units) {
     RECT across{0, 0, units, 0};
-    if (MapDialogRect(GetParent(list), &across)) return across.right;
+    if (MapDialogRect(GetParent(list), &across) && across.right > 0) return across.right;
     constexpr std::string_view kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
     const int letters = static_cast<int>(kLetters.size());
     return MulDiv(units, FontContext(list).width(kLetters), 4 * letters);

@@ -1,6 +1,7 @@
 // A static text that shows a value, a path or a link. A value is the window's text; paths and links
 // are drawn here, since the window's text stays the whole one.
 #include <algorithm>
+#include <cstdlib>
 
 #include "base/trimmed.h"
 #include "dialog/controls/control_texts.h"
@@ -27,6 +28,19 @@ UINT sideOf(HWND window) {
         default:
             return DT_LEFT;
     }
+}
+
+int lightness(COLORREF colour) {
+    return (GetRValue(colour) * 3 + GetGValue(colour) * 6 + GetBValue(colour)) / 10;
+}
+
+/// The system's colour of links, or another one of its colours where nobody could read that.
+COLORREF linkColour(COLORREF behind) {
+    constexpr int kReadable = 80;
+    for (const int choice : {COLOR_HOTLIGHT, COLOR_HIGHLIGHT})
+        if (std::abs(lightness(GetSysColor(choice)) - lightness(behind)) >= kReadable)
+            return GetSysColor(choice);
+    return GetSysColor(COLOR_BTNTEXT);
 }
 
 /// The window's font, underlined, for as long as it lives.
@@ -181,10 +195,10 @@ void TvStatic::draw(HDC context) {
     FillRect(context, &area, brush ? brush : GetSysColorBrush(COLOR_BTNFACE));
     SetBkMode(context, TRANSPARENT);
     const bool isLink = state.kind == State::link;
-    const int colour = !IsWindowEnabled(window) ? COLOR_GRAYTEXT
-                       : isLink                 ? COLOR_HOTLIGHT
-                                                : COLOR_BTNTEXT;
-    SetTextColor(context, GetSysColor(colour));
+    if (!IsWindowEnabled(window))
+        SetTextColor(context, GetSysColor(COLOR_GRAYTEXT));
+    else if (isLink)
+        SetTextColor(context, linkColour(GetBkColor(context)));
     const std::string text = state.shown(window, font);
     const UINT middle = hasStyle(window, SS_CENTERIMAGE) ? DT_VCENTER : DT_TOP;
     const UINT how = sideOf(window) | middle | DT_SINGLELINE | DT_NOPREFIX;

@@ -129,10 +129,8 @@ void TvStatusBar::layOut() {
     for (const Pane& pane : state.panes) characters.push_back(pane.characters);
     const FontContext font(getHWND());
     const int digit = font.width("0");
-    const bool hasGrip = GetWindowLongA(getHWND(), GWL_STYLE) & SBARS_SIZEGRIP;
-    const std::vector<int> edges =
-        paneEdges(characters, {area.right, digit, 2 * borders[0] + borders[2] + digit,
-                               hasGrip ? GetSystemMetrics(SM_CXVSCROLL) : 0});
+    const std::vector<int> edges = paneEdges(
+        characters, {area.right, digit, 2 * borders[0] + borders[2] + digit, gripWidth()});
     SendMessageA(getHWND(), SB_SETPARTS, edges.size(), reinterpret_cast<LPARAM>(edges.data()));
     for (std::size_t i = 0; i < state.panes.size(); ++i) show(static_cast<int>(i));
     placeProgress();
@@ -147,6 +145,11 @@ void TvStatusBar::show(int pane) {
                              (isHint ? state.hint : state.texts[at]);
     SendMessageA(getHWND(), SB_SETTEXTA, static_cast<WPARAM>(pane),
                  reinterpret_cast<LPARAM>(text.c_str()));
+}
+
+int TvStatusBar::gripWidth() const {
+    const bool hasGrip = GetWindowLongA(getHWND(), GWL_STYLE) & SBARS_SIZEGRIP;
+    return hasGrip ? GetSystemMetrics(SM_CXVSCROLL) : 0;
 }
 
 bool TvStatusBar::hasPane(int pane) const {
@@ -217,6 +220,8 @@ void TvStatusBar::placeProgress() {
     RECT area{};
     SendMessageA(getHWND(), SB_GETRECT, static_cast<WPARAM>(state.progressPane),
                  reinterpret_cast<LPARAM>(&area));
+    const bool isLast = state.progressPane + 1 == static_cast<int>(state.panes.size());
+    if (isLast) area.right -= gripWidth();
     InflateRect(&area, -GetSystemMetrics(SM_CXEDGE), -GetSystemMetrics(SM_CYEDGE));
     MoveWindow(state.progress, area.left, area.top, std::max<int>(area.right - area.left, 0),
                std::max<int>(area.bottom - area.top, 0), TRUE);

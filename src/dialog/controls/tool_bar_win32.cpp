@@ -78,6 +78,7 @@ class Bar : public TvControl {
 
     void placeTips();
 
+    bool hasOwnGround = false;  // not that of the window it lies in
     std::vector<std::pair<int, TvTip>> tips;
     TvToolTip tip;
     Parent parent;
@@ -150,6 +151,12 @@ bool Bar::notified(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) 
 LRESULT Bar::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     LRESULT result = 0;
     if (notified(message, wParam, lParam, result)) return result;
+    if (message == WM_ERASEBKGND && hasOwnGround) {
+        RECT area{};
+        GetClientRect(getHWND(), &area);
+        FillRect(reinterpret_cast<HDC>(wParam), &area, GetSysColorBrush(COLOR_BTNFACE));
+        return 1;
+    }
     const Watch self(life_);
     result = pass(message, wParam, lParam);
     if (self.gone() || !getHWND()) return result;
@@ -196,6 +203,7 @@ int TvToolBar::create(HWND parent, int controlId, int dpi) {
         if (bar) DestroyWindow(bar);
         return 0;
     }
+    state_->bar.hasOwnGround = true;
     if (dpi > 0) state_->dpi = dpi;
     return 1;
 }

@@ -34,6 +34,9 @@ TEST_F(Edit, TakesTheCharactersOfANumberByEveryWay) {
     edit.setNumber(width);
     type("1a2.;5x");
     EXPECT_EQ(text(), "12.5");
+    EXPECT_EQ(tipShown(), "The character 'x' cannot be entered here.");
+    type("0");
+    EXPECT_EQ(tipShown(), "");
     const std::function<void()> ways[] = {[] { press('V', {VK_CONTROL}); },
                                           [] { press(VK_INSERT, {VK_SHIFT}); },
                                           [&] { SendMessageA(field, WM_PASTE, 0, 0); },

@@ -1,5 +1,5 @@
-// An object attached to a window that exists (Windows only): what the controls (controls.h) and bars
-// (bars.h) have in common.
+// An object attached to a window that exists (Windows only): what the controls (controls.h) and
+// bars (bars.h) have in common.
 //
 // An attached object takes nothing over: it adds to what the window does, what the application had
 // subclassed before or subclasses later goes on working, and the parent gets all notifications.

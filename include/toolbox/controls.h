@@ -58,8 +58,9 @@ class TB_API TvEdit : public TvControl {
     TvEdit();
     ~TvEdit() override;
 
-    /// A text's rule, which is copied: its characters, its greatest length, and the rest as the
-    /// check of an entry. Characters that it does not allow are left out of a pasted text.
+    /// A text's rule, which is copied: the characters that removeInvalidChars() keeps, its greatest
+    /// length, and isValid() as the check of an entry. Characters that it does not allow are left
+    /// out of a pasted text.
     void setRule(const TvString& rule);
     /// A number's rule, which is copied. Only characters of numbers can be typed; what is pasted
     /// with any other is refused whole and the reason shown, for leaving some out would make

@@ -14,13 +14,18 @@ using toolbox::detail::Watch;
 
 namespace {
 
-constexpr UINT kNoKey = 0xFFFFFFFF;
+constexpr UINT kNoKey = 0xFFFFFFFF;  // also of an item without data
 constexpr WPARAM kFromTheStart = static_cast<WPARAM>(-1);
 constexpr int kMostRecent = 50;
 
+LPARAM dataOf(UINT key) {
+    return static_cast<LPARAM>(key);
+}
+
+/// An entry with the data of its item, which is a key's number or the application's own.
 struct Entry {
     std::string text;
-    UINT key = kNoKey;
+    LPARAM data = dataOf(kNoKey);
 };
 
 int find(HWND combo, UINT how, const std::string& text) {
@@ -98,9 +103,8 @@ class Field : public TvControl {
 }  // namespace
 
 struct TvComboBox::State {
-    [[nodiscard]] int width(HWND combo, std::string_view text) const;
     int show(HWND combo);
-    int load(std::vector<Entry> added, HWND combo);
+    void adopt(HWND combo);
     [[nodiscard]] std::vector<Entry> shown() const;
 
     std::vector<Entry> entries;
@@ -109,6 +113,7 @@ struct TvComboBox::State {
     std::string name;
     int most = 0;
     int widest = 0;
+    LRESULT count = 0;  // of the entries that were put into the list
     bool isFilling = false;
     Field field;
 };
@@ -142,12 +147,28 @@ std::vector<Entry> TvComboBox::State::shown() const {
     };
     for (const std::string& text : recent) {
         const auto own = named(entries, text);
-        all.push_back({text, own != entries.end() ? own->key : kNoKey});
+        all.push_back({text, own != entries.end() ? own->data : dataOf(kNoKey)});
     }
     const std::vector<Entry> first = all;
     for (const Entry& entry : entries)
         if (named(first, entry.text) == first.end()) all.push_back(entry);
     return all;
+}
+
+/// Entries that the application put into the list itself are kept.
+void TvComboBox::State::adopt(HWND combo) {
+    const LRESULT now = SendMessageA(combo, CB_GETCOUNT, 0, 0);
+    if (now == count) return;
+    std::vector<Entry> found;
+    for (int i = 0; i < now; ++i) {
+        const std::string text = entryAt(combo, i);
+        const bool isRecent = count > 0 && std::count(recent.begin(), recent.end(), text) > 0;
+        const bool isOwn = std::any_of(entries.begin(), entries.end(),
+                                       [&](const Entry& entry) { return entry.text == text; });
+        if (isRecent && !isOwn) continue;
+        found.push_back({text, SendMessageA(combo, CB_GETITEMDATA, static_cast<WPARAM>(i), 0)});
+    }
+    entries = std::move(found);
 }
 
 /// Puts the entries into the list; the text stays.
@@ -162,8 +183,9 @@ int TvComboBox::State::show(HWND combo) {
         if (at < 0)
             all = 0;
         else
-            SendMessageA(combo, CB_SETITEMDATA, static_cast<WPARAM>(at), entry.key);
+            SendMessageA(combo, CB_SETITEMDATA, static_cast<WPARAM>(at), entry.data);
     }
+    count = SendMessageA(combo, CB_GETCOUNT, 0, 0);
     const int at = find(combo, CB_FINDSTRINGEXACT, text);
     if (at >= 0 && entryAt(combo, at) == text)
         SendMessageA(combo, CB_SETCURSEL, static_cast<WPARAM>(at), 0);
@@ -208,7 +230,7 @@ int TvComboBox::fill(UDManager& keys) {
         const UINT id = ids[i];
         const RWCString description = keys.getKeyDesc(id);
         state_->entries.push_back(
-            {(description.empty() ? keys.getKey(id) : description).str(), id});
+            {(description.empty() ? keys.getKey(id) : description).str(), dataOf(id)});
     }
     return put();
 }
@@ -238,6 +260,7 @@ void TvComboBox::setCompletion(int on) {
 
 void TvComboBox::setRecent(const toolbox::SettingName& section, const CString& entry, int most) {
     State& state = *state_;
+    if (getHWND()) state.adopt(getHWND());
     state.section = section.text().str();
     state.name = entry.str();
     state.most = std::clamp(most, 1, kMostRecent);
@@ -257,6 +280,7 @@ int TvComboBox::remember() {
     if (!getHWND() || state.most == 0) return 0;
     const std::string text = windowText(getHWND());
     if (!canBeKept(text)) return 0;
+    state.adopt(getHWND());
     state.recent = withNewest(state.recent, text, static_cast<std::size_t>(state.most));
     int stored = 1;
     for (std::size_t i = 0; i < state.recent.size(); ++i)

@@ -29,7 +29,8 @@ TvControl::~TvControl() {
 int TvControl::attach(HWND control) {
     detach();
     char name[64] = "";
-    if (!control || !GetClassNameA(control, name, sizeof name) || !accepts(name)) return 0;
+    // Of a class that was made from a system's one, that one's name.
+    if (!control || !RealGetWindowClassA(control, name, sizeof name) || !accepts(name)) return 0;
     const auto self = reinterpret_cast<DWORD_PTR>(this);
     if (!SetWindowSubclass(control, keeper, kKeeper, 0) ||
         !SetWindowSubclass(control, procedure, numberOf(this), self))

@@ -39,8 +39,7 @@ void TvEdit::attached() {
     State& state = *state_;
     state.limitBefore = pass(EM_GETLIMITTEXT, 0, 0);
     state.marginBefore = HIWORD(pass(EM_GETMARGINS, 0, 0));
-    const std::wstring cue = wideOf(state.cue.view());
-    state.drawsCue = !pass(EM_SETCUEBANNER, FALSE, reinterpret_cast<LPARAM>(cue.c_str()));
+    if (!state.cue.empty()) setCue(CString(state.cue));
     limit();
     layOut();
     state.reason.attach(getHWND());
@@ -54,7 +53,7 @@ void TvEdit::detaching() {
     state.note.hide();
     state.reason.detach();
     state.fault = CString();
-    if (!state.drawsCue && !state.cue.empty())
+    if (!state.drawsCue && !state.cue.empty())  // the system has it
         pass(EM_SETCUEBANNER, FALSE, reinterpret_cast<LPARAM>(L""));
     if (state.longest) pass(EM_LIMITTEXT, static_cast<WPARAM>(state.limitBefore), 0);
     pass(EM_SETMARGINS, EC_RIGHTMARGIN, MAKELPARAM(0, state.marginBefore));

@@ -141,8 +141,9 @@ void TvStatusBar::show(int pane) {
     const auto at = static_cast<std::size_t>(pane);
     const bool isHint = pane == 0 && !state.hint.empty();
     const Alignment alignment = isHint ? AtLeft : state.panes[at].alignment;
-    const std::string text = std::string(static_cast<std::size_t>(alignment), '\t') +
-                             (isHint ? state.hint : state.texts[at]);
+    std::string text = std::string(static_cast<std::size_t>(alignment), '\t') +
+                       (isHint ? state.hint : state.texts[at]);
+    if (alignment == AtRight) text += ' ';  // off the edge
     SendMessageA(getHWND(), SB_SETTEXTA, static_cast<WPARAM>(pane),
                  reinterpret_cast<LPARAM>(text.c_str()));
 }

@@ -131,7 +131,7 @@ TEST_F(Bars, PanesShareTheBarAndKeepTheirTexts) {
     EXPECT_EQ(place(1).right - place(1).left, fixed);
     EXPECT_EQ(place(0).right, rest + 200);
     EXPECT_EQ(pane(0), "one two ");
-    EXPECT_EQ(pane(1), "\t\tx = 12.5");
+    EXPECT_EQ(pane(1), "\t\tx = 12.5 ");
     EXPECT_EQ(bar.getText(1), "x = 12.5");
 }
 

@@ -113,9 +113,14 @@ TEST_F(Combo, RemembersRecentEntries) {
     DestroyWindow(box);
     box = make(CBS_DROPDOWNLIST);
     combo.attach(box);
-    combo.fill({"S235", "S275"});
+    for (const char* text : {"S235", "S275"})  // the application's own way
+        SendMessageA(box, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
     combo.setRecent("Steel", "Grade", 2);
     EXPECT_EQ(entries(box), "last;S275;S235;") << "from the settings";
+    SendMessageA(box, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>("S460"));
+    SendMessageA(box, CB_SETCURSEL, 3, 0);
+    EXPECT_EQ(combo.remember(), 1);
+    EXPECT_EQ(entries(box), "S460;last;S275;S235;");
     GMSG::setUseRegistry(1);
     GMSG::destroyStaticVars();
 }

@@ -33,14 +33,21 @@ int find(HWND combo, UINT how, const std::string& text) {
         SendMessageA(combo, how, kFromTheStart, reinterpret_cast<LPARAM>(text.c_str())));
 }
 
-std::string entryAt(HWND combo, int index) {
-    const LRESULT length = SendMessageA(combo, CB_GETLBTEXTLEN, static_cast<WPARAM>(index), 0);
+/// In characters of the combo box: nothing is converted on the way.
+template <class Character>
+std::basic_string<Character> rawEntryAt(HWND combo, WPARAM index, decltype(SendMessageA)& send) {
+    const LRESULT length = send(combo, CB_GETLBTEXTLEN, index, 0);
     if (length <= 0) return {};
-    std::string text(static_cast<std::size_t>(length) + 1, '\0');
-    const LRESULT copied = SendMessageA(combo, CB_GETLBTEXT, static_cast<WPARAM>(index),
-                                        reinterpret_cast<LPARAM>(text.data()));
+    std::basic_string<Character> text(static_cast<std::size_t>(length) + 1, Character());
+    const LRESULT copied = send(combo, CB_GETLBTEXT, index, reinterpret_cast<LPARAM>(text.data()));
     text.resize(static_cast<std::size_t>(std::max<LRESULT>(copied, 0)));
     return text;
+}
+
+std::string entryAt(HWND combo, int index) {
+    const auto at = static_cast<WPARAM>(index);
+    if (!IsWindowUnicode(combo)) return rawEntryAt<char>(combo, at, SendMessageA);
+    return bytesOf(rawEntryAt<wchar_t>(combo, at, SendMessageW));
 }
 
 bool hasTexts(HWND combo) {

@@ -4,6 +4,7 @@
 #include "control_fixture.h"
 #include "support/picture.h"
 #include "toolbox/command_manager.h"
+#include "toolbox/numbers.h"
 
 namespace {
 
@@ -347,6 +348,8 @@ TEST_F(ControlFixture, LeaksNothing) {
         const HWND field = add("EDIT", 0, 1, 60), label = add("STATIC", 0, 2, 100);
         TvEdit edit;
         edit.attach(field);
+        edit.setNumber(TvLong());
+        SendMessageA(field, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>("x"));  // is refused
         edit.setUnits("mm");
         edit.setFault("wrong");
         TvStatic link;

@@ -166,6 +166,7 @@ class TB_API TvToolBar : public Tool {
     int create(HWND parent, int controlId = 0, int dpi = 0);
     /// Takes over a tool bar that exists, with its buttons.
     int attach(HWND toolBar);
+    /// Null when there is none, or it was destroyed.
     [[nodiscard]] HWND getHWND() const;
 
     /// Pictures from a bitmap resource: a strip of pictures `width` pixels wide at 96 DPI, 0 for as
@@ -177,6 +178,7 @@ class TB_API TvToolBar : public Tool {
 
     /// Appends a button. The picture's index counts from 0; the tip may have a hint.
     int addButton(int command, int picture, const TvTip& tip = TvTip());
+    /// Appends a gap.
     int addSeparator();
     /// The window of a TvStatusBar, for hints; see TvToolTip.
     void setStatusBar(HWND bar);

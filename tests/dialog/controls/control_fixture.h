@@ -13,6 +13,11 @@
 
 namespace toolbox::testing {
 
+/// Sends a message whose second parameter may be a pointer.
+inline LRESULT tell(HWND window, UINT message, WPARAM word = 0, const void* data = nullptr) {
+    return SendMessageA(window, message, word, reinterpret_cast<LPARAM>(data));
+}
+
 inline BOOL CALLBACK findTip(HWND window, LPARAM found) {
     if (isOfClass(window, TOOLTIPS_CLASSA) && IsWindowVisible(window))
         *reinterpret_cast<std::string*>(found) = textOf(window);

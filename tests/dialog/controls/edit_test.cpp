@@ -37,10 +37,9 @@ TEST_F(Edit, TakesTheCharactersOfANumberByEveryWay) {
     EXPECT_EQ(tipShown(), "The character 'x' cannot be entered here.");
     type("0");
     EXPECT_EQ(tipShown(), "");
-    const std::function<void()> ways[] = {[] { press('V', {VK_CONTROL}); },
-                                          [] { press(VK_INSERT, {VK_SHIFT}); },
-                                          [&] { SendMessageA(field, WM_PASTE, 0, 0); },
-                                          [&] { SendMessageA(field, WM_COMMAND, WM_PASTE, 0); }};
+    const std::function<void()> ways[] = {
+        [] { press('V', {VK_CONTROL}); }, [] { press(VK_INSERT, {VK_SHIFT}); },
+        [&] { tell(field, WM_PASTE); }, [&] { tell(field, WM_COMMAND, WM_PASTE); }};
     for (const auto& way : ways) {
         for (const auto& [pasted, wanted] :
              {std::pair{"3,25\r\n", "3,25"}, std::pair{"3.25abc", "1"},
@@ -54,7 +53,7 @@ TEST_F(Edit, TakesTheCharactersOfANumberByEveryWay) {
         }
     }
     set("1");
-    SendMessageA(field, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>("x"));  // as what is dropped
+    tell(field, EM_REPLACESEL, TRUE, "x");  // as what is dropped
     EXPECT_EQ(text(), "1");
     set("program's own");
     EXPECT_EQ(text(), "program's own") << "free";
@@ -151,7 +150,7 @@ TEST_F(Edit, StepsByKeysAndWheel) {
     turnWheel(WHEEL_DELTA);
     EXPECT_EQ(text(), "5") << "without the focus";
     SetFocus(field);
-    SendMessageA(field, EM_SETREADONLY, TRUE, 0);
+    tell(field, EM_SETREADONLY, TRUE);
     press(VK_UP);
     EXPECT_EQ(text(), "5") << "read only";
 }
@@ -166,7 +165,7 @@ TEST_F(Edit, TakesAFormulaWhereOneIsAllowed) {
 }
 
 TEST_F(Edit, ShowsUnitsCueAndMark) {
-    const auto right = [&] { return HIWORD(SendMessageA(field, EM_GETMARGINS, 0, 0)); };
+    const auto right = [&] { return HIWORD(tell(field, EM_GETMARGINS)); };
     const auto look = [&] {
         UpdateWindow(field);
         pumpMessages();

@@ -15,10 +15,10 @@ class Combo : public ControlFixture {
     }
     [[nodiscard]] static std::string entries(HWND box) {
         std::string all;
-        const LRESULT count = SendMessageA(box, CB_GETCOUNT, 0, 0);
+        const LRESULT count = tell(box, CB_GETCOUNT);
         for (WPARAM i = 0; static_cast<LRESULT>(i) < count; ++i) {
             char text[200] = "";
-            SendMessageA(box, CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(text));
+            tell(box, CB_GETLBTEXT, i, text);
             all += std::string(text) + ";";
         }
         return all;
@@ -58,18 +58,16 @@ TEST_F(Combo, IsFilledFromResourcesAndKeepsItsTextAndItsWidth) {
     EXPECT_EQ(combo.fill(700), 1);
     EXPECT_EQ(entries(box), "S235;S275;S355 with a long description of the steel;");
     EXPECT_EQ(textOf(box), "mine");
-    const LRESULT wide = SendMessageA(box, CB_GETDROPPEDWIDTH, 0, 0);
+    const LRESULT wide = tell(box, CB_GETDROPPEDWIDTH);
     EXPECT_GT(wide, 200);
-    SendMessageA(
-        box, CB_ADDSTRING, 0,
-        reinterpret_cast<LPARAM>("the application's own entry, which is the longest of all"));
-    EXPECT_GT(SendMessageA(box, CB_GETDROPPEDWIDTH, 0, 0), wide);
+    tell(box, CB_ADDSTRING, 0, "the application's own entry, which is the longest of all");
+    EXPECT_GT(tell(box, CB_GETDROPPEDWIDTH), wide);
     EXPECT_EQ(combo.fill({"short", std::string(3000, 'm').c_str()}), 1);
-    EXPECT_LE(SendMessageA(box, CB_GETDROPPEDWIDTH, 0, 0), GetSystemMetrics(SM_CXSCREEN));
+    EXPECT_LE(tell(box, CB_GETDROPPEDWIDTH), GetSystemMetrics(SM_CXSCREEN));
     EXPECT_EQ(combo.fill(799), 0) << "no such text";
     EXPECT_EQ(combo.fill(std::vector<CString>()), 1);
     EXPECT_EQ(entries(box), "");
-    EXPECT_LT(SendMessageA(box, CB_GETDROPPEDWIDTH, 0, 0), 200);
+    EXPECT_LT(tell(box, CB_GETDROPPEDWIDTH), 200);
 }
 
 TEST_F(Combo, LeavesTheWheelToItsParentWhileItIsClosed) {
@@ -78,15 +76,15 @@ TEST_F(Combo, LeavesTheWheelToItsParentWhileItIsClosed) {
         TvComboBox own;
         ASSERT_EQ(own.attach(box), 1);
         own.fill({"a", "b", "c"});
-        SendMessageA(box, CB_SETCURSEL, 1, 0);
+        tell(box, CB_SETCURSEL, 1);
         SetFocus(box);
         pointAt(box);
         wheels = 0;
         turnWheel(-WHEEL_DELTA);
-        EXPECT_EQ(SendMessageA(box, CB_GETCURSEL, 0, 0), 1) << kind;
+        EXPECT_EQ(tell(box, CB_GETCURSEL), 1) << kind;
         EXPECT_EQ(wheels, 1) << kind;
-        SendMessageA(box, CB_SHOWDROPDOWN, TRUE, 0);
-        SendMessageA(box, WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), 0);
+        tell(box, CB_SHOWDROPDOWN, TRUE);
+        tell(box, WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA));
         EXPECT_EQ(wheels, 1) << kind;
         DestroyWindow(box);
     }
@@ -114,11 +112,11 @@ TEST_F(Combo, RemembersRecentEntries) {
     box = make(CBS_DROPDOWNLIST);
     combo.attach(box);
     for (const char* text : {"S235", "S275"})  // the application's own way
-        SendMessageA(box, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
+        tell(box, CB_ADDSTRING, 0, text);
     combo.setRecent("Steel", "Grade", 2);
     EXPECT_EQ(entries(box), "last;S275;S235;") << "from the settings";
-    SendMessageA(box, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>("S460"));
-    SendMessageA(box, CB_SETCURSEL, 3, 0);
+    tell(box, CB_ADDSTRING, 0, "S460");
+    tell(box, CB_SETCURSEL, 3);
     EXPECT_EQ(combo.remember(), 1);
     EXPECT_EQ(entries(box), "S460;last;S275;S235;");
     GMSG::setUseRegistry(1);

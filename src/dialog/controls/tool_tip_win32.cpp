@@ -81,6 +81,7 @@ struct TvToolTip::State {
 
 /// What the pointer is over; null for nothing.
 const TvToolTip::Tipped* TvToolTip::State::at(HWND window) const {
+    if (!IsWindowEnabled(GetAncestor(window, GA_ROOT))) return nullptr;  // a dialog is over it
     POINT pointer{};
     GetCursorPos(&pointer);
     const HWND under = WindowFromPoint(pointer);

@@ -11,15 +11,15 @@
 //
 // Reading stops at the first fault. Its field gets the focus, its text is selected, and a balloon
 // beside it says what is wrong; the balloon goes when the user types, leaves the field, or moves or
-// closes the dialog. Nothing of a form with a fault is stored: while the function runs each variable
-// has what was entered, so that rules between fields see it, and at the first fault all of them get
-// back what they had.
+// closes the dialog. Nothing of a form with a fault is stored: while the function runs each
+// variable has what was entered, so that rules between fields see it, and at the first fault all of
+// them get back what they had.
 //
 // A field that the user did not touch gives back the value it was filled with, with all its digits;
 // it, too, is checked by its rule. A disabled or hidden field whose entry is wrong does the same.
 //
-// A control that the template lacks is no fault of the user: the operation is 0, its variable stays,
-// the trace of category TvExchange::kTrace tells, and the other fields are exchanged.
+// A control that the template lacks is no fault of the user: the operation is 0, its variable
+// stays, the trace of category TvExchange::kTrace tells, and the other fields are exchanged.
 //
 // TvDialog and TvPropertyPage own one; it works on any dialog window.
 #pragma once
@@ -76,9 +76,9 @@ class TB_API TvExchange {
     /// another fill(), read() or verify().
     void takeBack();
 
-    // Fields. The result is 1 when the field was filled or read; 0 when it was not: there is no such
-    // control, its entry is at fault, or another was before. Called outside of the operations above
-    // they do nothing.
+    // Fields. The result is 1 when the field was filled or read; 0 when it was not: there is no
+    // such control, its entry is at fault, or another was before. Called outside of the operations
+    // above they do nothing.
 
     // A text, up to the longest that its rule or `limit` allows (0 and less: any length), more
     // than which cannot be typed. Line ends are those of the control. Control characters are
@@ -113,9 +113,9 @@ class TB_API TvExchange {
 
     // One entry of a list box (of single selection) or combo box: its place in the list from 0, or
     // its text, upper and lower case told apart. -1, an entry beyond the list, or a text that it
-    // does not have choose none, and are given back while none is chosen. In a combo box with an edit
-    // field any text may be typed, up to `limit` characters (0: any length); the place of one that
-    // the list does not have is -1.
+    // does not have choose none, and are given back while none is chosen. In a combo box with an
+    // edit field any text may be typed, up to `limit` characters (0: any length); the place of one
+    // that the list does not have is -1.
     int choice(int id, int& index);
     int choice(int id, CString& value, int limit = 0);
 

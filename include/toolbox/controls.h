@@ -91,10 +91,10 @@ class TB_API TvControl {
 /// has both, the hint for the status bar; without a line break the text is both.
 class TB_API TvTip {
   public:
-    TvTip() = default;                                          ///< no text
-    TvTip(const char* text) : text_(text) {}                    ///< the text; null is empty
-    TvTip(const CString& text) : text_(text) {}                 ///< the text
-    TvTip(unsigned short resource) : resource_(resource) {}     ///< a resource; 0 is empty
+    TvTip() = default;                                       ///< no text
+    TvTip(const char* text) : text_(text) {}                 ///< the text; null is empty
+    TvTip(const CString& text) : text_(text) {}              ///< the text
+    TvTip(unsigned short resource) : resource_(resource) {}  ///< a resource; 0 is empty
     TvTip(int resource) : TvTip(static_cast<unsigned short>(resource)) {}  ///< the same
     /// A function without arguments that returns a text.
     template <class Ask>
@@ -114,9 +114,9 @@ namespace toolbox {
 
 /// What a number field asks of its number: TvEdit::setNumber() makes it of a typed one.
 struct EditNumber {
-    bool isInteger = false;     ///< no decimal sign, no exponent
-    bool isUnsigned = false;    ///< no minus sign
-    bool takesFormulas = false; ///< a text that begins with '=' is one
+    bool isInteger = false;      ///< no decimal sign, no exponent
+    bool isUnsigned = false;     ///< no minus sign
+    bool takesFormulas = false;  ///< a text that begins with '=' is one
     /// Whether a text is an entry; a reason when it is not.
     std::function<bool(const CString& text, CString* why)> check;
     /// Moves an entry by steps of a size; false when there is none to move, or nothing beyond.

@@ -11,15 +11,15 @@
 //
 // Reading stops at the first fault. Its field gets the focus, its text is selected, and a balloon
 // beside it says what is wrong; the balloon goes when the user types, leaves the field, or moves or
-// closes the dialog. Nothing of a form with a fault is stored: while the function runs each variable
-// has what was entered, so that rules between fields see it, and at the first fault all of them get
-// back what they had.
+// closes the dialog. Nothing of a form with a fault is stored: while the function runs each
+// variable has what was entered, so that rules between fields see it, and at the first fault all of
+// them get back what they had.
 //
 // A field that the user did not touch gives back the value it was filled with, with all its digits;
 // it, too, is checked by its rule. A disabled or hidden field whose entry is wrong does the same.
 //
-// A control that the template lacks is no fault of the user: the operation is 0, its variable stays,
-// the trace of category TvExchange::kTrace tells, and the other fields are exchanged.
+// A control that the template lacks is no fault of the user: the operation is 0, its variable
+// stays, the trace tells, with every category, and the other fields are exchanged.
 //
 // TvDialog and TvPropertyPage own one; it works on any dialog window.
 #pragma once
@@ -27,11 +27,13 @@
 #include <functional>
 #include <initializer_list>
 #include <memory>
+#include <vector>
 
 #include "toolbox/dates.h"
 #include "toolbox/export.h"
 #include "toolbox/formats.h"
 #include "toolbox/messages.h"
+#include "toolbox/numbers.h"
 #include "toolbox/strings.h"
 #include "toolbox/text.h"
 #include "toolbox/win_types.h"
@@ -39,9 +41,6 @@
 #if !defined(_WIN32)
 #error "toolbox/exchange.h needs windows: it exists on Windows only"
 #endif
-
-template <class T>
-class TvNumber;
 
 /// The fields of one dialog, and what they were filled with. It may die before or after the window.
 /// All variables must live as long as fill() or read() runs, and until takeBack() where that is
@@ -52,9 +51,6 @@ class TB_API TvExchange {
     /// when the object is gone, the operation that called it ends with 0 and touches no variable
     /// any more.
     using Fields = std::function<void(TvExchange& fields)>;
-
-    /// Category of traces: a control that the template lacks, or that cannot hold such a value.
-    static constexpr unsigned long kTrace = 0x00010000;
 
     /// For a dialog with its controls. Borrowed.
     explicit TvExchange(HWND dialog);
@@ -76,9 +72,9 @@ class TB_API TvExchange {
     /// another fill(), read() or verify().
     void takeBack();
 
-    // Fields. The result is 1 when the field was filled or read; 0 when it was not: there is no such
-    // control, its entry is at fault, or another was before. Called outside of the operations above
-    // they do nothing.
+    // Fields. The result is 1 when the field was filled or read; 0 when it was not: there is no
+    // such control, its entry is at fault, or another was before. Called outside of the operations
+    // above they do nothing.
 
     // A text, up to the longest that its rule or `limit` allows (0 and less: any length), more
     // than which cannot be typed. Line ends are those of the control. Control characters are
@@ -89,12 +85,12 @@ class TB_API TvExchange {
 
     // A number by its rule and format, without padding. Its units are not shown; they may be typed
     // after the number.
-    int number(int id, TvNumber<short>& value);
-    int number(int id, TvNumber<unsigned short>& value);
-    int number(int id, TvNumber<long>& value);
-    int number(int id, TvNumber<unsigned long>& value);
-    int number(int id, TvNumber<float>& value);
-    int number(int id, TvNumber<double>& value);
+    int number(int id, TvShort& value);
+    int number(int id, TvUShort& value);
+    int number(int id, TvLong& value);
+    int number(int id, TvULong& value);
+    int number(int id, TvFloat& value);
+    int number(int id, TvDouble& value);
     // A number without a rule of its own: any, or from `minimum` to `maximum`. Reals are shown with
     // `decimals`, as short as the value needs when that is negative.
     int number(int id, int& value);
@@ -102,7 +98,8 @@ class TB_API TvExchange {
     int number(int id, double& value, int decimals = -1);
     int number(int id, double& value, double minimum, double maximum, int decimals = -1);
 
-    /// A check box. The int is 1 or 0, and 2 for the third state of a box that has one.
+    // A check box. The int is 1 or 0, and 2 for the third state of a box that has one, which a bool
+    // takes for false.
     int check(int id, bool& value);
     int check(int id, int& value);
 
@@ -113,9 +110,9 @@ class TB_API TvExchange {
 
     // One entry of a list box (of single selection) or combo box: its place in the list from 0, or
     // its text, upper and lower case told apart. -1, an entry beyond the list, or a text that it
-    // does not have choose none, and are given back while none is chosen. In a combo box with an edit
-    // field any text may be typed, up to `limit` characters (0: any length); the place of one that
-    // the list does not have is -1.
+    // does not have choose none, and are given back while none is chosen. In a combo box with an
+    // edit field any text may be typed, up to `limit` characters (0: any length); the place of one
+    // that the list does not have is -1.
     int choice(int id, int& index);
     int choice(int id, CString& value, int limit = 0);
 
@@ -168,5 +165,11 @@ class TB_API TvExchange {
 
   private:
     struct State;
-    std::unique_ptr<State> state_;
+    class Run;
+
+    template <class T>
+    int typedNumber(int id, TvNumber<T>& value);
+    int radioGroup(const std::vector<int>& ids, int& value);
+
+    std::shared_ptr<State> state_;  // also held by the operation that runs
 };

@@ -94,7 +94,7 @@ class TB_API TvNumberRules {
     void drop();
 
     // The rules of each type set them.
-    CString message_;         ///< a template, empty for the library's sentences
+    CString message_;          ///< a template, empty for the library's sentences
     unsigned char rules_ = 0;  ///< active ones
 
   private:

@@ -92,6 +92,6 @@ class TB_API Val {
     int select(unsigned short id) const;
 
     HWND dialog_;
-    HWND before_;   // the parent to go back to
-    Val* older_;    // the one made before, borrowed
+    HWND before_;  // the parent to go back to
+    Val* older_;   // the one made before, borrowed
 };

@@ -155,9 +155,12 @@ class TB_API TvExchange {
     [[nodiscard]] int faultControl() const;
     /// What is wrong with it; empty when nothing is.
     [[nodiscard]] CString faultText() const;
+    /// Leads the user to the fault again, when there is one: after the dialog, a page say, was shown.
+    /// A fault of a hidden dialog is only noted.
+    void showFault();
     /// The balloon goes; the fault stays noted.
     void hideFault();
-    /// Whether the balloon is shown. Null when it is not. For tests and screen readers.
+    /// The balloon's window; null while none is shown. For tests and screen readers.
     [[nodiscard]] HWND balloon() const;
 
     /// The dialog; null when its window is gone.

@@ -70,6 +70,7 @@ bool TvExchange::State::endReading() {
 }
 
 void TvExchange::State::showFault() {
+    if (!(GetWindowLongPtrA(dialog, GWL_STYLE) & WS_VISIBLE)) return;
     const HWND control = GetDlgItem(dialog, faultId);
     const CString why = faultWhy;
     if (!control || !takesInput(control)) {
@@ -158,12 +159,14 @@ bool TvExchange::isReading() const {
 int TvExchange::isTouched(int id) const {
     const std::shared_ptr<State> state = state_;
     const auto found = state->filled.find(id);
+    if (state->pass == State::Pass::filling) return 0;
     return found != state->filled.end() && state->isAlive() && !State::isUntouched(found->second);
 }
 
 int TvExchange::isTouched() const {
     const std::shared_ptr<State> state = state_;
-    if (!state->isAlive()) return 0;
+    // A control tells of a change before it is known as what fills the field.
+    if (!state->isAlive() || state->pass == State::Pass::filling) return 0;
     for (const auto& [id, field] : state->filled)
         if (!State::isUntouched(field)) return 1;
     return 0;
@@ -175,6 +178,11 @@ int TvExchange::faultControl() const {
 
 CString TvExchange::faultText() const {
     return state_->faultWhy;
+}
+
+void TvExchange::showFault() {
+    const std::shared_ptr<State> state = state_;
+    if (state->faultId && state->isAlive()) state->showFault();
 }
 
 void TvExchange::hideFault() {

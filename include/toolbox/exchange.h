@@ -155,8 +155,8 @@ class TB_API TvExchange {
     [[nodiscard]] int faultControl() const;
     /// What is wrong with it; empty when nothing is.
     [[nodiscard]] CString faultText() const;
-    /// Leads the user to the fault again, when there is one: after the dialog, a page say, was shown.
-    /// A fault of a hidden dialog is only noted.
+    /// Leads the user to the fault again, when there is one: after the dialog, a page say, was
+    /// shown. A fault of a hidden dialog is only noted.
     void showFault();
     /// The balloon goes; the fault stays noted.
     void hideFault();

@@ -16,8 +16,8 @@
 //     if (sheet.run(frame)) beam.recompute();
 //
 // A page is made when it is shown first; a page that never was takes no part in what follows. The
-// user leaves a page only when its fields are right. OK and Apply store the fields of all pages, or of
-// none: at a fault, and when a page's confirmed() refuses, its page is shown with the fault, and
+// user leaves a page only when its fields are right. OK and Apply store the fields of all pages, or
+// of none: at a fault, and when a page's confirmed() refuses, its page is shown with the fault, and
 // every variable has what it had. Apply is enabled while any field differs from what it was filled
 // with, and by changed().
 //
@@ -36,9 +36,9 @@ class TvPropertySheet;
 
 /// A page: a dialog that its sheet opens and closes, whose template has the title of its tab as
 /// caption. Of a dialog's operations opened(), exchange(), command(), notified(), help(),
-/// destroyed() and handleMessage() are what they are in any dialog. confirmed() is told at OK and at
-/// Apply, of every page that was shown, when the fields of all are stored; cancelled() when the user
-/// cancels the sheet, which stays open when a page answers 0.
+/// destroyed() and handleMessage() are what they are in any dialog. confirmed() is told at OK and
+/// at Apply, of every page that was shown, when the fields of all are stored; cancelled() when the
+/// user cancels the sheet, which stays open when a page answers 0.
 class TB_API TvPropertyPage : public TvDialog {
   public:
     /// As TvDialog; no window yet.
@@ -91,13 +91,13 @@ class TB_API TvPropertySheet {
     /// Shows the sheet over the middle of its owner and returns when it is closed: what close() was
     /// given; 1 when something was stored, by OK or by Apply before; otherwise 0, also when the
     /// sheet was not made, which the user was told. Meanwhile the program's other windows take no
-    /// input. A null owner stands for the process's frame. 0 at once for a sheet that is open or has
-    /// no page.
+    /// input. A null owner stands for the process's frame. 0 at once for a sheet that is open or
+    /// has no page.
     int run(HWND owner);
     /// Shows the sheet and returns its window, which stays until it is closed or its owner is
-    /// destroyed; null when it was not made, which the user was told, or was closed meanwhile. It is
-    /// registered with the process's frame, when there is one, for the keys of dialogs and Ctrl+Tab
-    /// from page to page; other message loops ask isDialogMessage().
+    /// destroyed; null when it was not made, which the user was told, or was closed meanwhile. It
+    /// is registered with the process's frame, when there is one, for the keys of dialogs and
+    /// Ctrl+Tab from page to page; other message loops ask isDialogMessage().
     HWND open(HWND owner);
     /// Closes it without asking and without storing; run() returns `result`. 0 when it is not open.
     int close(int result);

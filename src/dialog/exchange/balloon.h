@@ -26,8 +26,8 @@ class Balloon {
     [[nodiscard]] HWND window() const { return tip_; }
 
   private:
-    static LRESULT CALLBACK watch(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-                                  UINT_PTR, DWORD_PTR balloon);
+    static LRESULT CALLBACK watch(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                  DWORD_PTR balloon);
     void follow(HWND control);
 
     HWND tip_ = nullptr;

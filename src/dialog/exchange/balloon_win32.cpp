@@ -1,11 +1,11 @@
 // A tracked tooltip, which neither waits nor goes by itself. The windows that end it are subclassed
 // while it is shown; no timer is needed.
-#include "dialog/exchange/balloon.h"
-
 #include <commctrl.h>
 
 #include <algorithm>
 #include <utility>
+
+#include "dialog/exchange/balloon.h"
 
 namespace toolbox::dialog {
 namespace {

@@ -1,6 +1,6 @@
-// What an exchange holds, and how one field goes through it whatever its kind: filled, compared with
-// what it was filled with, read, or at fault. Kept alive by the operations that use it, since any
-// message to a control may end in the application, which may delete the exchange.
+// What an exchange holds, and how one field goes through it whatever its kind: filled, compared
+// with what it was filled with, read, or at fault. Kept alive by the operations that use it, since
+// any message to a control may end in the application, which may delete the exchange.
 #pragma once
 
 #include <any>
@@ -114,8 +114,8 @@ int TvExchange::State::fill(int id, const Value& current,
 }
 
 template <class Value>
-bool TvExchange::State::enter(int id, Value& value,
-                              const toolbox::dialog::FieldKind<Value>& kind, CString* why) {
+bool TvExchange::State::enter(int id, Value& value, const toolbox::dialog::FieldKind<Value>& kind,
+                              CString* why) {
     const std::string entry = kind.entry();
     const auto found = filled.find(id);
     const Value* const given =

@@ -1,11 +1,10 @@
 // Texts are read as the system keeps them, in UTF-16, so that no character becomes another unseen.
-#include "dialog/exchange/field_controls.h"
-
 #include <commctrl.h>
 
 #include <algorithm>
 #include <cstddef>
 
+#include "dialog/exchange/field_controls.h"
 #include "dialog/exchange/field_text.h"
 
 namespace toolbox::dialog {
@@ -126,8 +125,8 @@ std::string ChoiceControl::textAt(int index) const {
     const LRESULT length = send(CB_GETLBTEXTLEN, LB_GETTEXTLEN, asWord(index));
     if (length < 0) return {};
     std::string text(static_cast<std::size_t>(length) + 1, '\0');
-    const LRESULT copied = send(CB_GETLBTEXT, LB_GETTEXT, asWord(index),
-                                reinterpret_cast<LPARAM>(text.data()));
+    const LRESULT copied =
+        send(CB_GETLBTEXT, LB_GETTEXT, asWord(index), reinterpret_cast<LPARAM>(text.data()));
     text.resize(static_cast<std::size_t>(std::clamp<LRESULT>(copied, 0, length)));
     return text;
 }
@@ -136,9 +135,9 @@ int ChoiceControl::find(const std::string& text) const {
     // The system finds without regard to case, and begins anew at the end of the list.
     if (text.empty()) return -1;
     for (int last = -1;;) {
-        const auto found = static_cast<int>(send(CB_FINDSTRINGEXACT, LB_FINDSTRINGEXACT,
-                                                 asWord(last),
-                                                 reinterpret_cast<LPARAM>(text.c_str())));
+        const auto found =
+            static_cast<int>(send(CB_FINDSTRINGEXACT, LB_FINDSTRINGEXACT, asWord(last),
+                                  reinterpret_cast<LPARAM>(text.c_str())));
         if (found <= last) return -1;
         if (textAt(found) == text) return found;
         last = found;

@@ -36,7 +36,8 @@ std::optional<DateParts> splitDate(std::string_view text) {
     DateParts parts;
     for (std::size_t i = 0; i < parts.numbers.size(); ++i) {
         const std::size_t start = text.find_first_not_of(' ');
-        if (i > 0 && start != std::string_view::npos && std::string_view("/-.").find(text[start]) != std::string_view::npos)
+        if (i > 0 && start != std::string_view::npos &&
+            std::string_view("/-.").find(text[start]) != std::string_view::npos)
             text = base::trimmed(text.substr(start + 1));
         else
             text = base::trimmed(text);
@@ -144,9 +145,9 @@ bool scanDate(std::string_view text, bool mayBeEmpty, TarvDate& date, CString* w
     }
     if (why) {
         constexpr int kExample[] = {2026, 12, 31};
-        *why = entered ? printed(kNoSuchDay)
-                       : printed(kDateOrder,
-                                 dateText(TarvDate(kExample[0], kExample[1], kExample[2])));
+        *why = entered
+                   ? printed(kNoSuchDay)
+                   : printed(kDateOrder, dateText(TarvDate(kExample[0], kExample[1], kExample[2])));
     }
     return false;
 }

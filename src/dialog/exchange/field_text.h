@@ -1,5 +1,5 @@
-// What the fields of a dialog show and what a text typed into them means, without any window: texts,
-// dates in the order of the message service's language, formatted values.
+// What the fields of a dialog show and what a text typed into them means, without any window:
+// texts, dates in the order of the message service's language, formatted values.
 #pragma once
 
 #include <string_view>
@@ -26,8 +26,8 @@ bool canStore(std::string_view text, int limit, bool severalLines, CString* why)
 [[nodiscard]] CString dateText(const TarvDate& date);
 /// "2026-08-01"; empty for an invalid date.
 [[nodiscard]] CString sortedDateText(const TarvDate& date);
-/// Reads such texts: one of the first, or year, month and day. The empty text is date 0 0 0 when it may be empty.
-/// `date` is unchanged and `why` a reason when it is refused.
+/// Reads such texts: one of the first, or year, month and day. The empty text is date 0 0 0 when it
+/// may be empty. `date` is unchanged and `why` a reason when it is refused.
 bool scanDate(std::string_view text, bool mayBeEmpty, TarvDate& date, CString* why);
 
 /// What a field shows of a value; see TvExchange::value().

@@ -36,12 +36,12 @@ struct TvPropertyPage::Link {
 };
 
 struct TvPropertySheet::State {
-    /// Makes the window, of `self`. False when it was not made, which the user was told, or has gone
-    /// already.
+    /// Makes the window, of `self`. False when it was not made, which the user was told, or has
+    /// gone already.
     static bool make(const std::shared_ptr<State>& self, HWND owner);
     void wasInitialized(HWND made);
-    static LRESULT CALLBACK watch(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-                                  UINT_PTR, DWORD_PTR state);
+    static LRESULT CALLBACK watch(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                  DWORD_PTR state);
     void ended();
 
     /// The system's sheet has nothing to show any more: OK or Cancel was chosen.
@@ -89,8 +89,8 @@ struct TvPropertySheet::State {
     int notices = 0;         // inside of so many of the system's notifications to a page
     bool isClosing = false;
     bool isPlaced = false;
-    bool isStored = false;    // since OK or Apply was chosen
-    bool roundIsOver = false; // the pages were stored, or refused, for the button chosen
+    bool isStored = false;     // since OK or Apply was chosen
+    bool roundIsOver = false;  // the pages were stored, or refused, for the button chosen
     bool deletes = false;
     bool registered = false;
     int result = 0;

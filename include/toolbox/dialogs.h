@@ -105,20 +105,23 @@ class TB_API TvWindowPlace {
     /// `name` is the entry in the settings' section "Places".
     explicit TvWindowPlace(const toolbox::SettingName& name);
 
-    /// Puts the window where it stood. A hidden window stays hidden; one that was maximized is
-    /// shown so only when it is visible, otherwise that is taken up by wasMaximized(). Without
-    /// `withSize` it keeps its size. 0, and the window is left as it is, when nothing is kept.
+    /// Puts the window where it stood, with the size that it had or, without `withSize`, with that
+    /// which it has. A window that is visible is maximized if it was; a hidden one stays hidden,
+    /// and wasMaximized() tells how to show it. 0, and the window is left as it is, when nothing is
+    /// kept.
     int restore(HWND window, int withSize);
+    /// The window stands where the program put it: save() keeps nothing until it is moved.
+    void setPut(HWND window);
     /// Keeps the place that the window has while it is neither minimized nor maximized, and whether
-    /// it was maximized. Nothing is written while it stands where restore() put it. 0 when it could
+    /// it is maximized. Nothing is written while it stands where restore() put it. 0 when it could
     /// not be kept.
     int save(HWND window);
-    /// 1 when the window was maximized when its place was kept: how to show it at the start.
+    /// 1 when the window was maximized when its place was kept.
     [[nodiscard]] int wasMaximized() const { return maximized_; }
 
   private:
     CString name_;
-    RECT put_{};  // where restore() put it; empty: nowhere
+    RECT put_{};  // where the program put it; empty: nowhere
     int maximized_ = 0;
 };
 
@@ -211,8 +214,8 @@ class TB_API TvDialog {
 
     /// How open() shows a window.
     enum class Showing {
-        hidden,    ///< not at all
-        inactive,  ///< without making it the active window
+        hidden,    ///< not at all; its place is that of its template, or the kept one
+        inactive,  ///< the same, without making it the active window
         active     ///< as the active window, with the focus in its first control
     };
     /// What open() does, shown as wanted.

@@ -50,6 +50,7 @@ INT_PTR TvDialog::received(UINT message, WPARAM wParam, LPARAM lParam) {
     const Watch self(state_->life);
     LRESULT result = 0;
     const int done = handleMessage(message, wParam, lParam, result);
+    if (message == WM_DESTROY && !self.gone() && state_->place) state_->place->save(window);
     if (message == WM_NCDESTROY) {
         if (!self.gone()) ended();
     } else if (done) {
@@ -63,6 +64,7 @@ INT_PTR TvDialog::received(UINT message, WPARAM wParam, LPARAM lParam) {
 
 INT_PTR TvDialog::handled(UINT message, WPARAM wParam, LPARAM lParam) {
     const HWND window = state_->window;
+    const std::shared_ptr<toolbox::dialog::Sizer> sizer = state_->sizer;
     const ParentScope parent(window);
     switch (message) {
         case WM_COMMAND:
@@ -74,6 +76,15 @@ INT_PTR TvDialog::handled(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_HELP:
             askedForHelp(*reinterpret_cast<const HELPINFO*>(lParam));
             return answer(window, message, TRUE);
+        case WM_SIZE:
+            if (sizer) sizer->follow();
+            return FALSE;
+        case WM_GETMINMAXINFO:
+            if (sizer) sizer->limit(*reinterpret_cast<MINMAXINFO*>(lParam));
+            return FALSE;
+        case WM_ERASEBKGND:
+            if (sizer) sizer->excludeControls(reinterpret_cast<HDC>(wParam));
+            return FALSE;  // what is left is the system's
         default:
             return FALSE;
     }
@@ -151,6 +162,8 @@ void TvDialog::ended() {
     state.window = nullptr;
     state.before = nullptr;
     state.fields.reset();
+    state.sizer.reset();
+    state.place.reset();
     destroyed();
     if (!self.gone() && state.deletes && !state.window) delete this;
 }

@@ -17,9 +17,10 @@
 // 1 for done or yes and 0 for refused or no; without a window every operation on it is refused.
 #pragma once
 
-#include <concepts>
 #include <functional>
 #include <memory>
+#include <string>
+#include <string_view>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -28,6 +29,7 @@
 #include "toolbox/detail/watch.h"
 #include "toolbox/export.h"
 #include "toolbox/formats.h"
+#include "toolbox/numbers.h"
 #include "toolbox/settings.h"
 #include "toolbox/strings.h"
 #include "toolbox/win_types.h"
@@ -40,8 +42,6 @@
 
 class TvString;
 class UDManager;
-template <class T>
-class TvNumber;
 
 /// What all attached objects have in common. A class derived from one of them may handle messages
 /// of its own before or after those of the base.
@@ -114,9 +114,10 @@ namespace toolbox {
 
 /// What a number field asks of its number: TvEdit::setNumber() makes it of a typed one.
 struct EditNumber {
-    bool isInteger = false;      ///< no decimal sign, no exponent
-    bool isUnsigned = false;     ///< no minus sign
-    bool takesFormulas = false;  ///< a text that begins with '=' is one
+    /// The characters of an entry.
+    std::function<bool(char)> allows;
+    /// Those of an entry that begins with '='; without it there are no formulas.
+    std::function<bool(char)> allowsInFormula;
     /// Whether a text is an entry; a reason when it is not.
     std::function<bool(const CString& text, CString* why)> check;
     /// Moves an entry by steps of a size; false when there is none to move, or nothing beyond.
@@ -178,7 +179,21 @@ class TB_API TvEdit : public TvControl {
 
   private:
     struct State;
+    void limit();
+    LRESULT input(UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT typed(WPARAM character, LPARAM data);
+    bool pressed(WPARAM key);
+    [[nodiscard]] std::string beforeSelection() const;
+    void paste(const std::string& text);
+    void insert(std::string_view text);
+    void refuse(unsigned int reason, const std::string& what);
     LRESULT edited(UINT message, WPARAM wParam, LPARAM lParam);
+    [[nodiscard]] bool hasMargin() const;
+    void layOut();
+    LRESULT painted(UINT message, WPARAM wParam, LPARAM lParam);
+    void drawMargin(HDC given);
+    void drawCue(HDC given);
+
     std::unique_ptr<State> state_;
 };
 
@@ -223,6 +238,10 @@ class TB_API TvComboBox : public TvControl {
 
   private:
     struct State;
+    int put();
+    void widen();
+    void setListWidth();
+
     std::unique_ptr<State> state_;
 };
 
@@ -250,6 +269,13 @@ class TB_API TvStatic : public TvControl {
 
   private:
     struct State;
+    void become(int kind);
+    void go();
+    void draw(HDC context);
+    LRESULT painted(UINT message, WPARAM context);
+    LRESULT hit(UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT linked(UINT message, WPARAM wParam, LPARAM lParam);
+
     std::unique_ptr<State> state_;
 };
 
@@ -307,8 +333,10 @@ class TB_API TvToolTip : public TvControl {
     /// How long the pointer rests before a tip is shown, in milliseconds; the system's from the
     /// start.
     void setDelay(unsigned int milliseconds);
-    /// Hides the tip that is shown.
+    /// Hides the tip that is shown; it stays hidden until the pointer has left what it is for.
     void hide();
+    /// The text of what the pointer is over has changed: hides it and asks for it anew.
+    void update();
     /// The window that shows tips, null before the first; for tests and for a look of its own.
     [[nodiscard]] HWND getTipWindow() const;
 
@@ -318,6 +346,10 @@ class TB_API TvToolTip : public TvControl {
 
   private:
     struct State;
+    struct Tipped;
+    void look();
+    void moveTo(const Tipped* found);
+    void rested();
     std::unique_ptr<State> state_;
 };
 
@@ -372,6 +404,12 @@ class TB_API TvStatusBar : public TvControl {
 
   private:
     struct State;
+    void layOut();
+    void show(int pane);
+    [[nodiscard]] bool hasPane(int pane) const;
+    void placeProgress();
+    void showGrip();
+
     std::unique_ptr<State> state_;
 };
 
@@ -424,26 +462,35 @@ class TB_API TvToolBar : public Tool {
     struct State;
     int setState(int commandId, BYTE bit, int status);
     std::unique_ptr<State> state_;
-    toolbox::detail::Watched<> life_;
+    toolbox::detail::Watched<> alive_;
 };
 
 template <class T>
 void TvEdit::setNumber(const TvNumber<T>& rule, double step) {
-    const auto number = std::make_shared<const TvNumber<T>>(rule);
-    toolbox::EditNumber asked;
-    asked.isInteger = std::integral<T>;
-    asked.isUnsigned = std::unsigned_integral<T>;
-    asked.check = [number](const CString& text, CString* why) {
-        T value{};
-        return number->scan(text, value, why);
+    struct Numbers {
+        TvNumber<T> number;
+        TvNumber<T> plain;      // without formulas
+        TvNumber<T> unlimited;  // what is beyond the limits can be moved
     };
-    asked.move = [number](CString& text, int steps, double size) {
+    const auto made = std::make_shared<Numbers>(Numbers{rule, rule, rule});
+    made->plain.allowFormula(false);
+    made->unlimited.setToDefaults();
+    toolbox::EditNumber asked;
+    asked.allows = [made](char c) { return made->plain.allows(c); };
+    if (rule.allowsFormula())
+        asked.allowsInFormula = [made](char c) { return made->number.allows(c); };
+    asked.check = [made](const CString& text, CString* why) {
         T value{};
-        if (!number->scan(text, value, nullptr)) return false;
-        const T moved = number->step(value, steps, size);
+        return made->number.scan(text, value, why);
+    };
+    asked.move = [made](CString& text, int steps, double size) {
+        T value{};
+        if (!made->unlimited.scan(text, value, nullptr)) return false;
+        const T moved = made->number.step(value, steps, size);
         if (moved == value) return false;
-        text = number->print(moved);
+        text = made->number.print(moved);
         return true;
     };
     setNumber(asked, step);
+    if (!rule.units().empty()) setUnits(rule.units());
 }

@@ -1,10 +1,9 @@
 // A tracked tooltip, which neither waits nor goes by itself. The windows that end it are subclassed
 // while it is shown; no timer is needed.
-#include <commctrl.h>
-
 #include <algorithm>
 #include <utility>
 
+#include "dialog/common_controls.h"
 #include "dialog/exchange/balloon.h"
 
 namespace toolbox::dialog {

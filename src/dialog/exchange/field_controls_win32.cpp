@@ -1,9 +1,8 @@
 // Texts are read as the system keeps them, in UTF-16, so that no character becomes another unseen.
-#include <commctrl.h>
-
 #include <algorithm>
 #include <cstddef>
 
+#include "dialog/common_controls.h"
 #include "dialog/exchange/field_controls.h"
 #include "dialog/exchange/field_text.h"
 

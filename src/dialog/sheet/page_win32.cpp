@@ -1,10 +1,8 @@
 // A page is a dialog that the system's sheet creates. Its window is watched before the dialog's own
 // procedure sees a message: the system's notifications are the page's, not its controls'.
+#include "dialog/common_controls.h"
 #include "dialog/sheet/sheet_state.h"
 #include "toolbox/exchange.h"
-
-// After windows.h.
-#include <commctrl.h>
 
 using toolbox::detail::Watch;
 

@@ -5,7 +5,9 @@
 #include <memory>
 #include <vector>
 
+#include "dialog/common_controls.h"
 #include "dialog/other_windows_win32.h"
+#include "toolbox/detail/watch.h"
 #include "toolbox/property_sheets.h"
 #include "window/dialog_template.h"
 
@@ -39,6 +41,9 @@ struct TvPropertySheet::State {
     /// Makes the window, of `self`. False when it was not made, which the user was told, or has
     /// gone already.
     static bool make(const std::shared_ptr<State>& self, HWND owner);
+    [[nodiscard]] bool mayOpen() const { return !window && !isOpening && !pages.empty(); }
+    bool describePages(std::vector<HPROPSHEETPAGE>& described, HWND owner);
+    static int CALLBACK callback(HWND window, UINT message, LPARAM);
     void wasInitialized(HWND made);
     static LRESULT CALLBACK watch(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                   DWORD_PTR state);
@@ -55,6 +60,7 @@ struct TvPropertySheet::State {
     /// Gives the variables of the pages back what they had, and shows the page that refuses. False.
     bool refuse(TvPropertyPage& page);
     void show(const TvPropertyPage& page) const;
+    [[nodiscard]] int current() const;  // page that is shown; -1 for none
     /// Calls `use` with each page that has a window and is still there, until it gives false. False
     /// then, and when the sheet was closed meanwhile.
     template <class Use>
@@ -71,8 +77,10 @@ struct TvPropertySheet::State {
         Notice& operator=(const Notice&) = delete;
 
       private:
-        State& state_;
+        std::shared_ptr<State> state_;
     };
+
+    inline static State* making = nullptr;  // the sheet that the system is making
 
     TvPropertySheet* sheet = nullptr;  // null when it was deleted
     CString title;
@@ -90,7 +98,8 @@ struct TvPropertySheet::State {
     bool isClosing = false;
     bool isPlaced = false;
     bool isStored = false;     // since OK or Apply was chosen
-    bool roundIsOver = false;  // the pages were stored, or refused, for the button chosen
+    bool roundIsOver = false;  // the pages were asked for the button chosen
+    bool isRoundStored = false;
     bool deletes = false;
     bool registered = false;
     int result = 0;

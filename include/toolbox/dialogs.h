@@ -223,8 +223,8 @@ class TB_API TvDialog {
     /// What open() does, shown as wanted.
     HWND open(HWND owner, Showing showing);
     /// Makes this the object of a modeless dialog that somebody else created with a procedure of
-    /// its own, which hears what this object leaves. opened() follows. 0 when this is open, the
-    /// window is no dialog, or it has an object.
+    /// its own, which hears what this object leaves, but for commands. opened() follows. 0 when
+    /// this is open, the window is no dialog, or it has an object.
     int adopt(HWND dialog);
 
   private:

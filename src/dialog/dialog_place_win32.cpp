@@ -27,7 +27,10 @@ void TvDialog::arrange() {
     if (self.gone() || !state.stays()) return;
     state.place.reset();
     if (name) state.place.emplace(name);
-    if (state.place && state.place->restore(window, isSizable)) return;
+    if (state.place && state.place->restore(window, isSizable)) {
+        if (state.place->wasMaximized() && state.takesFocus) ShowWindow(window, SW_SHOWMAXIMIZED);
+        return;
+    }
     const Box wanted = state.takesFocus ? overOwner(window, state.owner) : boxOf(window);
     place(window, ontoScreens(wanted, workAreas(), isSizable));
     if (!self.gone() && state.place) state.place->setPut(window);

@@ -56,7 +56,8 @@ INT_PTR TvDialog::received(UINT message, WPARAM wParam, LPARAM lParam) {
         const INT_PTR taken = handled(message, wParam, lParam);
         if (taken) return taken;
     }
-    return before ? before(window, message, wParam, lParam) : FALSE;
+    // A command is this object's alone: the procedure of tools would send every one to the frame.
+    return before && message != WM_COMMAND ? before(window, message, wParam, lParam) : FALSE;
 }
 
 INT_PTR TvDialog::handled(UINT message, WPARAM wParam, LPARAM lParam) {

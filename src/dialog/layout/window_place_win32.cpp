@@ -45,7 +45,7 @@ int TvWindowPlace::restore(HWND window, int withSize) {
     if (!kept || !IsWindow(window)) return 0;
     if (IsIconic(window) || IsZoomed(window)) ShowWindow(window, SW_SHOWNOACTIVATE);
     place(window, placeAgain(*kept, boxOf(window), withSize != 0, screenDpi(), workAreas()));
-    maximized_ = kept->isMaximized;
+    maximized_ = kept->isMaximized && (GetWindowLongPtrA(window, GWL_STYLE) & WS_MAXIMIZEBOX);
     setPut(window);
     if (maximized_ && IsWindowVisible(window)) ShowWindow(window, SW_SHOWMAXIMIZED);
     return 1;

@@ -1,13 +1,13 @@
 // Message loops, the frame's too, give the messages of a modeless sheet to IsDialogMessage, which
-// knows nothing of pages. It asks the thread's message filters first: there Ctrl+Tab and its kin are
-// taken while such a sheet is open.
-#include "dialog/common_controls.h"
+// knows nothing of pages. It asks the thread's message filters first: there Ctrl+Tab and its kin
+// are taken while such a sheet is open.
 #include "dialog/sheet/open_sheets_win32.h"
 
 #include <algorithm>
 #include <utility>
 #include <vector>
 
+#include "dialog/common_controls.h"
 #include "toolbox/property_sheets.h"
 
 namespace {
@@ -23,9 +23,8 @@ bool isFiltering = false;
 /// The modeless sheet that a message goes to; null for none.
 HWND sheetOf(const MSG& message) {
     const auto& all = modelessSheets();
-    const auto found = std::ranges::find_if(all, [&](HWND sheet) {
-        return sheet == message.hwnd || IsChild(sheet, message.hwnd);
-    });
+    const auto found = std::ranges::find_if(
+        all, [&](HWND sheet) { return sheet == message.hwnd || IsChild(sheet, message.hwnd); });
     return found == all.end() ? nullptr : *found;
 }
 

@@ -26,8 +26,12 @@ bool TvPropertySheet::State::storeOnce(bool closing) {
 }
 
 bool TvPropertySheet::State::storeAll(bool closing) {
-    const auto stored = [&](TvPropertyPage& page) { return TvPropertyPage::Link::store(page) || refuse(page); };
-    const auto agreed = [&](TvPropertyPage& page) { return TvPropertyPage::Link::agrees(page) || refuse(page); };
+    const auto stored = [&](TvPropertyPage& page) {
+        return TvPropertyPage::Link::store(page) || refuse(page);
+    };
+    const auto agreed = [&](TvPropertyPage& page) {
+        return TvPropertyPage::Link::agrees(page) || refuse(page);
+    };
     if (!eachPage(stored) || !eachPage(agreed)) return false;
     isStored = true;
     if (closing)

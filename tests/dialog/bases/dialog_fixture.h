@@ -12,7 +12,7 @@
 #include "toolbox/dialogs.h"
 #include "toolbox/messages.h"
 
-/// Notes each operation, and does in it what the test put under its name.
+/// Notes each operation, and does in it, once, what the test put under its name.
 class TestDialog : public TvDialog {
   public:
     explicit TestDialog(const toolbox::ResourceName& name = IDD_PLAIN) : TvDialog(name) {}
@@ -69,7 +69,8 @@ class TestDialog : public TvDialog {
         if (what != "activated" && what.rfind("command", 0) != 0) log += what + " ";
         const auto found = inside.find(what);
         if (found == inside.end()) return;
-        const auto action = found->second;
+        const auto action = std::move(found->second);
+        inside.erase(found);
         action();
     }
 };
@@ -81,7 +82,7 @@ class DialogFixture : public ::testing::Test {
         GMSG::language = GMSG::English;
     }
     ~DialogFixture() override {
-        DestroyWindow(owner);
+        if (IsWindow(owner)) DestroyWindow(owner);
         toolbox::testing::pumpMessages();
         GMSG::destroyStaticVars();
         GMSG::language = GMSG::French;

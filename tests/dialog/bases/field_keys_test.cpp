@@ -40,9 +40,9 @@ TEST(FieldKeys, AreThoseThatEditAText) {
 }
 
 TEST(FieldKeys, AreToldByTheirCharactersToo) {
-    for (const unsigned c : {'a', 'Z', '0', ' ', 0xE9, 0x01, 0x03, 0x16, 0x18, 0x1A, 0x08, 0x0D})
+    for (const unsigned c : {0x61u, 0x5Au, 0x30u, 0x20u, 0xE9u, 1u, 3u, 22u, 24u, 26u, 8u, 13u})
         EXPECT_TRUE(isFieldCharacter(c)) << std::hex << c;
-    for (const unsigned c : {0x13, 0x0E, 0x06, 0x00}) EXPECT_FALSE(isFieldCharacter(c)) << c;
+    for (const unsigned c : {0x13u, 0x0Eu, 0x06u, 0x00u}) EXPECT_FALSE(isFieldCharacter(c)) << c;
 }
 
 TEST(FieldClasses, AreKnownByAnySpelling) {

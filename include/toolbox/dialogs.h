@@ -262,6 +262,7 @@ class TB_API TvDialog {
 /// to the frame's accelerators.
 class TB_API CToolDialog : public TvDialog {
   public:
+    /// As TvDialog's.
     explicit CToolDialog(const toolbox::ResourceName& name);
     /// Ends the window, and the tool that create() made.
     ~CToolDialog() override;

@@ -40,6 +40,7 @@ class ModalRun {
     bool ownerTakesInput_;
     OtherWindowsOff others_;
     std::optional<ParentScope> parent_;
+    HHOOK hook_;
     ModalRun* outer_;
 };
 

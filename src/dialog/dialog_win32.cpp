@@ -1,14 +1,13 @@
 // How dialogs open and close. The object may be deleted in every call that leads back to the
 // application; what run() needs after that stands on its stack.
+#include "dialog/common_controls.h"
 #include "dialog/dialog_state_win32.h"
 #include "dialog/open_dialogs_win32.h"
 #include "toolbox/windowing.h"
 #include "window/dialog_template.h"
 
-// After windows.h.
-#include <commctrl.h>
-
 using toolbox::detail::Watch;
+using toolbox::dialog::isDialogWindow;
 using toolbox::dialog::ModalRun;
 using toolbox::dialog::ParentScope;
 using toolbox::window::FoundTemplate;
@@ -26,11 +25,6 @@ void makeSizable(TemplateCopy& copy) {
 
 bool isChild(HWND window) {
     return (GetWindowLongPtrA(window, GWL_STYLE) & WS_CHILD) != 0;
-}
-
-bool isDialog(HWND window) {
-    char name[8] = "";
-    return GetClassNameA(window, name, sizeof name) && lstrcmpA(name, "#32770") == 0;
 }
 
 /// Always 0.
@@ -148,7 +142,8 @@ HWND TvDialog::open(HWND owner, Showing showing) {
 
 int TvDialog::adopt(HWND dialog) {
     State& state = *state_;
-    if (state.window || state.run || state.opening || find(dialog) || !isDialog(dialog)) return 0;
+    if (state.window || state.run || state.opening || find(dialog) || !isDialogWindow(dialog))
+        return 0;
     const Watch self(state.life);
     state.owner = GetWindow(dialog, GW_OWNER);
     if (!prepare(state.owner)) return 0;
@@ -184,6 +179,6 @@ void TvDialog::join() {
     if (state.owner && isChild(state.owner) && !isChild(state.window))
         SetWindowSubclass(state.owner, ownerProcedure, identity(this), 0);
     MDI* const frame = MDIApplication::getPMDI();
-    const bool isPage = isChild(state.window) && isDialog(GetAncestor(state.window, GA_ROOT));
+    const bool isPage = isChild(state.window) && isDialogWindow(GetAncestor(state.window, GA_ROOT));
     if (!state.run && frame && !isPage) state.registered = frame->registerModeless(state.window);
 }

@@ -5,12 +5,25 @@ namespace toolbox::dialog {
 namespace {
 
 ModalRun* innermost = nullptr;
+bool isFiltering = false;  // asking a dialog asks the filter again
+
+/// The loop of a modal dialog knows the keys of that one only. Modeless ones that were opened over
+/// it have theirs.
+LRESULT CALLBACK filter(int code, WPARAM word, LPARAM message) {
+    if (code != MSGF_DIALOGBOX || isFiltering) return CallNextHookEx(nullptr, code, word, message);
+    isFiltering = true;
+    MSG copy = *reinterpret_cast<const MSG*>(message);
+    const int taken = TvDialog::isDialogMessage(copy);
+    isFiltering = false;
+    return taken ? 1 : CallNextHookEx(nullptr, code, word, message);
+}
 
 }  // namespace
 
 ModalRun::ModalRun(HWND owner)
     : owner_(owner ? GetAncestor(owner, GA_ROOT) : nullptr),
       ownerTakesInput_(owner_ && IsWindowEnabled(owner_)),
+      hook_(SetWindowsHookExA(WH_MSGFILTER, filter, nullptr, GetCurrentThreadId())),
       outer_(innermost) {
     others_.switchOff();
     innermost = this;
@@ -18,6 +31,7 @@ ModalRun::ModalRun(HWND owner)
 
 ModalRun::~ModalRun() {
     innermost = outer_;
+    if (hook_) UnhookWindowsHookEx(hook_);
     others_.switchOn();
     if (ending_ || !window_ || !IsWindow(owner_)) return;
     // The window was destroyed from outside, which the system does not take for an end: its owner

@@ -8,11 +8,21 @@
 namespace {
 
 std::map<HWND, TvDialog*>& dialogs() {
-    static std::map<HWND, TvDialog*> all;
+    static auto& all = *new std::map<HWND, TvDialog*>;  // outlives dialogs that are static, too
     return all;
 }
 
+/// The window that a child window is inside of.
+HWND outerOf(HWND window) {
+    return GetWindowLongPtrA(window, GWL_STYLE) & WS_CHILD ? GetParent(window) : nullptr;
+}
+
 }  // namespace
+
+bool toolbox::dialog::isDialogWindow(HWND window) {
+    char name[8] = "";
+    return GetClassNameA(window, name, sizeof name) && lstrcmpA(name, "#32770") == 0;
+}
 
 void toolbox::dialog::enter(HWND window, TvDialog& dialog) {
     dialogs()[window] = &dialog;
@@ -28,10 +38,14 @@ TvDialog* TvDialog::find(HWND window) {
 }
 
 int TvDialog::isDialogMessage(MSG& message) {
-    // The dialog around the window that the message goes to: handling it may change the table.
-    for (HWND window = message.hwnd; window; window = GetAncestor(window, GA_PARENT)) {
-        const TvDialog* const dialog = find(window);
-        if (dialog && !dialog->isModal()) return IsDialogMessageA(window, &message);
+    // The outermost dialog around the window that the message goes to: those inside are its pages.
+    HWND dialog = nullptr;
+    HWND outermost = nullptr;
+    for (HWND window = message.hwnd; window; window = outerOf(window)) {
+        if (find(window)) dialog = window;
+        outermost = window;
     }
-    return 0;
+    if (!dialog || find(dialog)->isModal()) return 0;
+    if (dialog != outermost && toolbox::dialog::isDialogWindow(outermost)) return 0;
+    return IsDialogMessageA(dialog, &message);
 }

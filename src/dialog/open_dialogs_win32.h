@@ -12,4 +12,7 @@ namespace toolbox::dialog {
 void enter(HWND window, TvDialog& dialog);
 void remove(HWND window);
 
+/// The window is a dialog of the system's, be it one of these or not.
+[[nodiscard]] bool isDialogWindow(HWND window);
+
 }  // namespace toolbox::dialog

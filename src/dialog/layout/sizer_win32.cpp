@@ -93,6 +93,7 @@ void Sizer::add(HWND control, const EdgeShares& shares) {
 }
 
 void Sizer::makeGrip() {
+    if (!(styleOf(dialog_) & WS_THICKFRAME)) return;  // a page, which another window sizes
     RECT inside{};
     GetClientRect(dialog_, &inside);
     grip_ = CreateWindowExA(

@@ -56,12 +56,13 @@ TEST_F(FrameDialog, KeepsTheKeysThatEditItsFields) {
     open();
     TestDialog dialog;
     LoopScript script(frame);
-    script.run([&] {
-              dialog.open(nullptr);
-              EXPECT_EQ(GetWindow(dialog.getHWND(), GW_OWNER), frame.getFrame());
-              EXPECT_EQ(frame.registerModeless(dialog.getHWND()), 0) << "it is already";
-              typeText("lol");  // L is an accelerator of its own
-          })
+    script
+        .run([&] {
+            dialog.open(nullptr);
+            EXPECT_EQ(GetWindow(dialog.getHWND(), GW_OWNER), frame.getFrame());
+            EXPECT_EQ(frame.registerModeless(dialog.getHWND()), 0) << "it is already";
+            typeText("lol");  // L is an accelerator of its own
+        })
         .until([&] { return textOf(dialog.getHWND(), IDC_NAME) == "lol"; })
         .run([&] {
             SendMessageA(dialog.control(IDC_NAME), EM_SETSEL, 0, -1);
@@ -96,10 +97,11 @@ TEST_F(FrameDialog, AsksTheFrameForHelpThatItHasNot) {
     open();
     TestDialog dialog;
     LoopScript script(frame);
-    script.run([&] {
-              dialog.open(nullptr);
-              pressKey(VK_F1);
-          })
+    script
+        .run([&] {
+            dialog.open(nullptr);
+            pressKey(VK_F1);
+        })
         .until([&] { return dialog.log == "opened help 1001 "; })
         .run([&] {
             EXPECT_EQ(taken(), "");
@@ -213,6 +215,33 @@ TEST_F(ToolDialogTest, EndsWithItsManagerItsFrameOrByItself) {
     last.create(*manager, 8);
     DestroyWindow(frame.getFrame());
     EXPECT_EQ(last.getHWND(), nullptr);
+}
+
+BOOL CALLBACK takeTip(HWND window, LPARAM text) {
+    if (isOfClass(window, "tooltips_class32") && IsWindowVisible(window))
+        *reinterpret_cast<std::string*>(text) = textOf(window);
+    return TRUE;
+}
+
+/// The text of the tip that is shown; empty while there is none.
+std::string shownTip() {
+    std::string text;
+    EnumThreadWindows(GetCurrentThreadId(), takeTip, reinterpret_cast<LPARAM>(&text));
+    return text;
+}
+
+TEST_F(ToolDialogTest, TipsTellWhatItsCommandsDo) {
+    openFrame();
+    Palette palette;
+    palette.create(*manager, 8);
+    manage(palette.getTool());
+    palette.show(1);
+    pumpMessages();
+    moveMouse(palette.control(IDC_LINE), {10, 5});
+    EXPECT_TRUE(pumpUntil([] { return shownTip() == "Line"; })) << shownTip();
+    moveMouse(palette.control(IDC_CIRCLE), {10, 5});
+    EXPECT_TRUE(pumpUntil([] { return shownTip().empty(); })) << "it has no text";
+    manager.reset();
 }
 
 /// The window is above the other, further up or at the top.

@@ -58,9 +58,9 @@ POINT middleOf(const RECT& area) {
 }
 
 void expectSame(const RECT& a, const RECT& b) {
-    EXPECT_TRUE(EqualRect(&a, &b)) << a.left << " " << a.top << " " << a.right << " " << a.bottom
-                                   << ", " << b.left << " " << b.top << " " << b.right << " "
-                                   << b.bottom;
+    EXPECT_TRUE(EqualRect(&a, &b))
+        << a.left << " " << a.top << " " << a.right << " " << a.bottom << ", " << b.left << " "
+        << b.top << " " << b.right << " " << b.bottom;
 }
 
 TEST_F(DialogPlace, IsTheMiddleOfTheOwnerAsFarAsTheScreenAllows) {

@@ -168,6 +168,24 @@ TEST_F(DialogTest, StartsInTheRightControl) {
     EXPECT_EQ(IsDlgButtonChecked(radio.getHWND(), IDC_CIRCLE), BST_CHECKED);
 }
 
+TEST_F(DialogTest, HasItsKeysOverAModalDialogToo) {
+    TestDialog modal, modeless;
+    DialogScript script;
+    script.run([&](HWND top) { EXPECT_NE(modeless.open(top), nullptr); })
+        .run([](HWND) { typeText("a\tb"); })
+        .waitUntil("typed", [&](HWND) { return textOf(modeless.getHWND(), IDC_NOTE) == "b"; })
+        .run([](HWND) { pressKey(VK_RETURN); })
+        .waitUntil("confirmed", [&](HWND) { return !modeless.isOpen(); })
+        .run([&](HWND top) {
+            EXPECT_EQ(top, modal.getHWND());
+            typeText("c\td");
+        })
+        .waitUntil("typed", [&](HWND top) { return textOf(top, IDC_NOTE) == "d"; })
+        .run([](HWND) { pressKey(VK_ESCAPE); });
+    EXPECT_EQ(modal.run(owner), 0);
+    EXPECT_EQ(modeless.log, "opened confirmed destroyed ");
+}
+
 TEST_F(DialogTest, HeedsDisabledButtons) {
     TestDialog dialog;
     const HWND window = dialog.open(owner);

@@ -41,13 +41,13 @@ TEST(Screens, HoldWhatStandsOnThemAndTakeWhatDoesNot) {
         Box expected;
     } cases[] = {
         {{10, 10, 200, 200}, false, {10, 10, 200, 200}},
-        {{900, 200, 1100, 400}, false, {900, 200, 1100, 400}},      // on two of them
-        {{900, 20, 1100, 220}, false, {800, 20, 1000, 220}},        // but not in the corner between
+        {{900, 200, 1100, 400}, false, {900, 200, 1100, 400}},  // on two of them
+        {{900, 20, 1100, 220}, false, {800, 20, 1000, 220}},    // but not in the corner between
         {{-50, 600, 150, 800}, false, {0, 500, 200, 700}},
         {{100, -1000, 300, -950}, false, {100, -900, 300, -850}},
         {{5000, 5000, 5100, 5100}, false, {1700, 500, 1800, 600}},  // the nearest
         {{1790, 200, 1990, 300}, false, {1600, 200, 1800, 300}},
-        {{100, 100, 3100, 300}, false, {0, 100, 3000, 300}},        // its left corner is seen
+        {{100, 100, 3100, 300}, false, {0, 100, 3000, 300}},  // its left corner is seen
         {{100, 100, 3100, 300}, true, {0, 100, 1000, 300}},
         {{1200, 50, 1300, 5000}, true, {1200, 100, 1300, 600}},
     };
@@ -64,15 +64,16 @@ TEST(Middle, MayLieBetweenPixels) {
 TEST(Sizes, AreScaledToTheDotsOfAnInch) {
     const struct {
         int pixels, from, to, expected;
-    } cases[] = {{200, 96, 96, 200}, {200, 96, 144, 300}, {300, 144, 96, 200}, {101, 96, 144, 152},
-                 {-100, 96, 144, -150}, {100, 0, 96, 100}, {100, 96, 0, 100},
-                 {1'000'000, 96, 2400, 25'000'000}};
+    } cases[] = {{200, 96, 96, 200},    {200, 96, 144, 300},
+                 {300, 144, 96, 200},   {101, 96, 144, 152},
+                 {-100, 96, 144, -150}, {100, 0, 96, 100},
+                 {100, 96, 0, 100},     {1'000'000, 96, 2400, 25'000'000}};
     for (const auto& c : cases) EXPECT_EQ(scaled(c.pixels, c.from, c.to), c.expected) << c.pixels;
 }
 
 TEST(KeptPlaces, AreReadAsTheyWerePrinted) {
-    for (const KeptPlace& place : {KeptPlace{{-1200, 30, -200, 530}, 96, false},
-                                   KeptPlace{{0, 0, 1, 1}, 144, true}})
+    for (const KeptPlace& place :
+         {KeptPlace{{-1200, 30, -200, 530}, 96, false}, KeptPlace{{0, 0, 1, 1}, 144, true}})
         EXPECT_EQ(scanPlace(printPlace(place)), place);
     EXPECT_EQ(printPlace({{-5, 6, 95, 56}, 120, true}), "-5 6 100 50 120 max");
 }

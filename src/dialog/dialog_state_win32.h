@@ -58,6 +58,7 @@ struct TvDialog::State {
     DLGPROC before = nullptr;                  // the procedure of an adopted window
     toolbox::dialog::ModalRun* run = nullptr;  // on the stack of run()
     bool made = false;
+    bool adopted = false;
     bool opening = false;     // inside the system's call that makes the window
     bool closing = false;     // asked to close meanwhile
     bool takesFocus = false;  // its first control does when it is opened

@@ -59,7 +59,7 @@ TvDialog::~TvDialog() {
     detach();
     if (state.run)
         state.run->end(0);
-    else if (state.before)
+    else if (state.adopted)
         SetWindowLongPtrA(window, DWLP_DLGPROC, reinterpret_cast<LONG_PTR>(state.before));
     else
         DestroyWindow(window);
@@ -149,6 +149,7 @@ int TvDialog::adopt(HWND dialog) {
     if (!prepare(state.owner)) return 0;
     state.before = reinterpret_cast<DLGPROC>(
         SetWindowLongPtrA(dialog, DWLP_DLGPROC, reinterpret_cast<LONG_PTR>(&TvDialog::procedure)));
+    state.adopted = true;
     state.takesFocus = false;
     initialized(dialog);
     return !self.gone() && state.window ? 1 : 0;

@@ -193,6 +193,16 @@ TEST_F(ToolDialogTest, SendsItsCommandsAndKeepsItsOwnControls) {
     }
 }
 
+TEST_F(ToolDialogTest, LeavesAWindowThatItTookOverToItsTool) {
+    openFrame();
+    const std::unique_ptr<ToolDlg> tool(manager->createAndManageToolDlg(8, IDD_PALETTE));
+    manage(tool.get());
+    { EXPECT_EQ(Palette().attach(tool.get()), 1); }
+    ASSERT_NE(tool->getHWND(), nullptr);
+    SendDlgItemMessageA(tool->getHWND(), IDC_LINE, BM_CLICK, 0, 0);
+    EXPECT_EQ(taken(), "1006 ");
+}
+
 TEST_F(ToolDialogTest, EndsWithItsManagerItsFrameOrByItself) {
     openFrame();
     auto palette = std::make_unique<Palette>();

@@ -86,8 +86,12 @@ class TB_API TvDialogLayout {
 
     /// What was said of one control, in percent.
     struct Shares {
-        int control;                   ///< its number
-        int left, top, right, bottom;  ///< how far each edge moves
+        int control;  ///< its number
+        // How far each edge moves.
+        int left;
+        int top;
+        int right;
+        int bottom;
     };
     /// All that was said.
     [[nodiscard]] const std::vector<Shares>& controls() const { return controls_; }

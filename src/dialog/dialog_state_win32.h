@@ -65,6 +65,6 @@ struct TvDialog::State {
     TvDialogLayout layout;
     std::shared_ptr<toolbox::dialog::Sizer> sizer;  // kept by who uses it
     std::optional<TvWindowPlace> place;
-    std::shared_ptr<TvExchange> fields;
+    std::unique_ptr<TvExchange> fields;
     toolbox::detail::Watched<> life;
 };

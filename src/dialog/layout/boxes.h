@@ -37,8 +37,8 @@ struct EdgeShares {
 /// True when no part of the box is off the screens, which do not overlap: it may stand on several.
 [[nodiscard]] bool isOnScreens(const Box& box, std::span<const Box> screens);
 
-/// The box moved, as far as it must be, onto the screen that has most of it, or else the nearest. Of
-/// one that is larger than that, the left upper corner is there; with `mayShrink` it becomes as
+/// The box moved, as far as it must be, onto the screen that has most of it, or else the nearest.
+/// Of one that is larger than that, the left upper corner is there; with `mayShrink` it becomes as
 /// large as the screen. Without screens it stays where it is.
 [[nodiscard]] Box ontoScreens(const Box& box, std::span<const Box> screens, bool mayShrink);
 

@@ -1,5 +1,5 @@
-// A dialog's controls, while the user sizes it. All controls of one parent move in one step, and what
-// they cover is not erased before: nothing flickers.
+// A dialog's controls, while the user sizes it. All controls of one parent move in one step, and
+// what they cover is not erased before: nothing flickers.
 #include "dialog/layout/sizer_win32.h"
 
 #include <algorithm>
@@ -70,8 +70,7 @@ int depth(HWND window) {
 
 }  // namespace
 
-Sizer::Sizer(HWND dialog, const TvDialogLayout& layout)
-    : dialog_(dialog), outside_(boxOf(dialog)) {
+Sizer::Sizer(HWND dialog, const TvDialogLayout& layout) : dialog_(dialog), outside_(boxOf(dialog)) {
     for (const TvDialogLayout::Shares& said : layout.controls()) {
         const HWND control = findControl(dialog, said.control);
         if (control) add(control, {said.left, said.top, said.right, said.bottom});
@@ -96,10 +95,10 @@ void Sizer::add(HWND control, const EdgeShares& shares) {
 void Sizer::makeGrip() {
     RECT inside{};
     GetClientRect(dialog_, &inside);
-    grip_ = CreateWindowExA(0, "SCROLLBAR", "",
-                            WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | SBS_SIZEGRIP |
-                                SBS_SIZEBOXBOTTOMRIGHTALIGN,
-                            0, 0, inside.right, inside.bottom, dialog_, nullptr, nullptr, nullptr);
+    grip_ = CreateWindowExA(
+        0, "SCROLLBAR", "",
+        WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | SBS_SIZEGRIP | SBS_SIZEBOXBOTTOMRIGHTALIGN, 0, 0,
+        inside.right, inside.bottom, dialog_, nullptr, nullptr, nullptr);
     if (!grip_) return;
     // The controls come before it, in whose corner it may lie.
     SetWindowPos(grip_, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);

@@ -40,9 +40,8 @@ TvWindowPlace::TvWindowPlace(const toolbox::SettingName& name) : name_(name.text
 
 int TvWindowPlace::restore(HWND window, int withSize) {
     RWCString text;
-    const auto kept = GMSG::getProfile(kSection, name_, text, RWCString())
-                          ? scanPlace(text.view())
-                          : std::nullopt;
+    const auto kept = GMSG::getProfile(kSection, name_, text, RWCString()) ? scanPlace(text.view())
+                                                                           : std::nullopt;
     if (!kept || !IsWindow(window)) return 0;
     if (IsIconic(window) || IsZoomed(window)) ShowWindow(window, SW_SHOWNOACTIVATE);
     place(window, placeAgain(*kept, boxOf(window), withSize != 0, screenDpi(), workAreas()));

@@ -1,5 +1,5 @@
-// Cuts a text into the parts of a number in one pass, then converts: reals by std::from_chars, after
-// a comma became a point; integers digit by digit, since an exponent may add or take zeros.
+// Cuts a text into the parts of a number in one pass, then converts: reals by std::from_chars,
+// after a comma became a point; integers digit by digit, since an exponent may add or take zeros.
 #include "base/entered_number.h"
 
 #include <algorithm>
@@ -209,8 +209,8 @@ EntryCheck readEntry(std::string_view text, bool oneReading, Number& out) {
     const EntryParts parts = entryParts(text);
     if (parts.fault != EntryFault::none) return {parts.fault, parts.position};
     const bool hasSign = parts.sign != std::string_view::npos;
-    const bool thousands = hasSign && text[parts.sign] == ',' && oneReading &&
-                           separatesThousands(text, parts.sign);
+    const bool thousands =
+        hasSign && text[parts.sign] == ',' && oneReading && separatesThousands(text, parts.sign);
     if constexpr (std::is_floating_point_v<Number>) {
         if (thousands) return {EntryFault::twoReadings, parts.sign};
         return {readReal(text, parts, out), parts.position};

@@ -1,5 +1,5 @@
-// Numbers as people type them: digits, one decimal sign (point or comma), an exponent; a sign before
-// and blanks around them. Nothing else is a number, and none is clipped.
+// Numbers as people type them: digits, one decimal sign (point or comma), an exponent; a sign
+// before and blanks around them. Nothing else is a number, and none is clipped.
 #pragma once
 
 #include <cstddef>

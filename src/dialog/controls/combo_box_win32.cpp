@@ -124,7 +124,8 @@ int TvComboBox::accepts(const char* className) const {
 }
 
 void TvComboBox::attached() {
-    if (hasField(getHWND())) state_->field.attach(FindWindowExA(getHWND(), nullptr, "Edit", nullptr));
+    if (hasField(getHWND()))
+        state_->field.attach(FindWindowExA(getHWND(), nullptr, "Edit", nullptr));
     widen();
 }
 
@@ -206,7 +207,8 @@ int TvComboBox::fill(UDManager& keys) {
     for (std::size_t i = 0; i < ids.entries(); ++i) {
         const UINT id = ids[i];
         const RWCString description = keys.getKeyDesc(id);
-        state_->entries.push_back({(description.empty() ? keys.getKey(id) : description).str(), id});
+        state_->entries.push_back(
+            {(description.empty() ? keys.getKey(id) : description).str(), id});
     }
     return put();
 }
@@ -258,9 +260,9 @@ int TvComboBox::remember() {
     state.recent = withNewest(state.recent, text, static_cast<std::size_t>(state.most));
     int stored = 1;
     for (std::size_t i = 0; i < state.recent.size(); ++i)
-        stored &= GMSG::writeProfile(state.section.c_str(),
-                                     (state.name + std::to_string(i + 1)).c_str(),
-                                     state.recent[i].c_str());
+        stored &=
+            GMSG::writeProfile(state.section.c_str(), (state.name + std::to_string(i + 1)).c_str(),
+                               state.recent[i].c_str());
     const Watch self(life_);
     put();
     return !self.gone() && stored;
@@ -299,8 +301,8 @@ LRESULT TvComboBox::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case CB_ADDSTRING:
         case CB_INSERTSTRING:
             if (!hasTexts(getHWND())) break;
-            state_->widest = std::max(
-                state_->widest, FontContext(getHWND()).width(messageText(getHWND(), lParam)));
+            state_->widest = std::max(state_->widest,
+                                      FontContext(getHWND()).width(messageText(getHWND(), lParam)));
             setListWidth();
             break;
         case CB_RESETCONTENT:

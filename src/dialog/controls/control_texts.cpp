@@ -28,8 +28,8 @@ bool isInsertionAtEnd(const FieldText& before, const FieldText& after) {
     const std::size_t length = after.text.size();
     if (after.from != length || after.to != length) return false;  // the caret is elsewhere
     if (before.to != before.text.size()) return false;
-    return length > before.from && before.text.compare(0, before.from, after.text, 0,
-                                                       before.from) == 0;
+    return length > before.from &&
+           before.text.compare(0, before.from, after.text, 0, before.from) == 0;
 }
 
 std::vector<std::string> withNewest(std::vector<std::string> entries, const std::string& newest,

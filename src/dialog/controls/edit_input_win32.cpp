@@ -125,8 +125,7 @@ void TvEdit::paste(const std::string& text) {
     DWORD from = 0;
     DWORD to = 0;
     pass(EM_GETSEL, reinterpret_cast<WPARAM>(&from), reinterpret_cast<LPARAM>(&to));
-    const auto stays =
-        static_cast<std::size_t>(GetWindowTextLengthA(getHWND())) - (to - from);
+    const auto stays = static_cast<std::size_t>(GetWindowTextLengthA(getHWND())) - (to - from);
     const auto most = static_cast<std::size_t>(pass(EM_GETLIMITTEXT, 0, 0));
     const std::string before = beforeSelection();
     const Insertion where{before, most > stays ? most - stays : 0, (style & ES_MULTILINE) != 0};

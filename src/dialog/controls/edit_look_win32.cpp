@@ -16,8 +16,8 @@ int gap() {
 
 /// The background of a field, as its parent wants it.
 HBRUSH background(HWND field, HDC context) {
-    const bool isPlain = IsWindowEnabled(field) &&
-                         !(GetWindowLongA(field, GWL_STYLE) & ES_READONLY);
+    const bool isPlain =
+        IsWindowEnabled(field) && !(GetWindowLongA(field, GWL_STYLE) & ES_READONLY);
     const auto brush = reinterpret_cast<HBRUSH>(
         SendMessageA(GetParent(field), isPlain ? WM_CTLCOLOREDIT : WM_CTLCOLORSTATIC,
                      reinterpret_cast<WPARAM>(context), reinterpret_cast<LPARAM>(field)));

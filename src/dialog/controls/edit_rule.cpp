@@ -1,5 +1,5 @@
-// The rule of a field is a table of characters. Leaving characters out of a pasted text is harmless,
-// but out of a number it makes another number: that is taken whole or not at all.
+// The rule of a field is a table of characters. Leaving characters out of a pasted text is
+// harmless, but out of a number it makes another number: that is taken whole or not at all.
 #include "dialog/controls/edit_rule.h"
 
 #include "base/trimmed.h"
@@ -21,7 +21,8 @@ std::size_t place(char c) {
 }  // namespace
 
 EditRule::EditRule() {
-    for (std::size_t i = 0; i < allowed_.size(); ++i) allowed_[i] = !isControl(static_cast<char>(i));
+    for (std::size_t i = 0; i < allowed_.size(); ++i)
+        allowed_[i] = !isControl(static_cast<char>(i));
 }
 
 EditRule EditRule::ofText(const TvString& rule) {

@@ -14,8 +14,8 @@ struct TvEdit::State {
     [[nodiscard]] UINT_PTR timer() const { return reinterpret_cast<UINT_PTR>(this); }
 
     toolbox::controls::EditRule rule;
-    std::function<bool(const CString&, CString*)> check;       // none: every text is right
-    std::function<bool(CString&, int steps, double)> move;     // none: no number
+    std::function<bool(const CString&, CString*)> check;    // none: every text is right
+    std::function<bool(CString&, int steps, double)> move;  // none: no number
     double stepSize = 1;
     int longest = 0;  // characters that the rule lets the user type; 0: as many as without it
     CString units;

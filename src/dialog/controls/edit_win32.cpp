@@ -1,8 +1,8 @@
 // An edit field: its rule, its mark, its number.
-#include "dialog/controls/edit_state_win32.h"
 #include <algorithm>
 
 #include "base/trimmed.h"
+#include "dialog/controls/edit_state_win32.h"
 #include "toolbox/text.h"
 
 using namespace toolbox::controls;

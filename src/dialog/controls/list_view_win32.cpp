@@ -76,9 +76,9 @@ CString TvListView::getText(int row, int column) const {
         item.iSubItem = column;
         item.pszText = text.data();
         item.cchTextMax = static_cast<int>(text.size());
-        const auto length = static_cast<std::size_t>(
-            SendMessageA(getHWND(), LVM_GETITEMTEXTA, static_cast<WPARAM>(row),
-                         reinterpret_cast<LPARAM>(&item)));
+        const auto length = static_cast<std::size_t>(SendMessageA(getHWND(), LVM_GETITEMTEXTA,
+                                                                  static_cast<WPARAM>(row),
+                                                                  reinterpret_cast<LPARAM>(&item)));
         if (length + 1 < text.size()) return CString(text.substr(0, length));
         text.resize(2 * text.size());  // there may be more
     }

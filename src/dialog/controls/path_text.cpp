@@ -31,13 +31,14 @@ std::size_t nameStart(std::string_view path, std::size_t root) {
     return separator == kNone || separator < root ? root : separator + 1;
 }
 
-/// The name with dots in its middle, as many of its characters as fit.
+/// The name, or as many of its characters as fit with dots in its middle.
 std::string shortenedName(std::string_view name, int width, const Measure& measure) {
     const auto kept = [&](std::size_t count) {
         const std::size_t tail = (count + 1) / 2;
         return std::string(name.substr(0, count - tail)) + std::string(kDots) +
                std::string(name.substr(name.size() - tail));
     };
+    if (measure(name) <= width) return std::string(name);
     std::size_t fits = 0;
     std::size_t tooMany = name.size();
     while (tooMany - fits > 1) {

@@ -86,8 +86,7 @@ std::string TvStatic::State::shown(HWND window, const FontContext& font) const {
     if (kind != path) return text;
     RECT area{};
     GetClientRect(window, &area);
-    return shortenedPath(text, area.right,
-                         [&](std::string_view part) { return font.width(part); });
+    return shortenedPath(text, area.right, [&](std::string_view part) { return font.width(part); });
 }
 
 /// Where the text of a link stands, in the window's client area.
@@ -98,7 +97,7 @@ RECT TvStatic::State::linkArea(HWND window) const {
     const int width = std::min<int>(font.width(windowText(window)), area.right);
     const int height = std::min<int>(font.height(), area.bottom);
     const UINT side = sideOf(window);
-    const int left = side == DT_RIGHT ? area.right - width
+    const int left = side == DT_RIGHT    ? area.right - width
                      : side == DT_CENTER ? (area.right - width) / 2
                                          : 0;
     const int top = hasStyle(window, SS_CENTERIMAGE) ? (area.bottom - height) / 2 : 0;
@@ -175,9 +174,9 @@ void TvStatic::draw(HDC context) {
     GetClientRect(window, &area);
     const FontContext font(window, context);
     const Watch self(life_);
-    const auto brush = reinterpret_cast<HBRUSH>(
-        SendMessageA(GetParent(window), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(context),
-                     reinterpret_cast<LPARAM>(window)));
+    const auto brush = reinterpret_cast<HBRUSH>(SendMessageA(GetParent(window), WM_CTLCOLORSTATIC,
+                                                             reinterpret_cast<WPARAM>(context),
+                                                             reinterpret_cast<LPARAM>(window)));
     if (self.gone() || !getHWND()) return;
     FillRect(context, &area, brush ? brush : GetSysColorBrush(COLOR_BTNFACE));
     SetBkMode(context, TRANSPARENT);

@@ -90,9 +90,9 @@ int TvStatusBar::create(HWND frame, int controlId) {
     INITCOMMONCONTROLSEX classes{sizeof classes, ICC_BAR_CLASSES};
     InitCommonControlsEx(&classes);
     const HWND bar = CreateWindowExA(
-        0, STATUSCLASSNAMEA, "", WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | CCS_BOTTOM | SBARS_SIZEGRIP,
-        0, 0, 0, 0, frame, reinterpret_cast<HMENU>(static_cast<INT_PTR>(controlId)), nullptr,
-        nullptr);
+        0, STATUSCLASSNAMEA, "",
+        WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | CCS_BOTTOM | SBARS_SIZEGRIP, 0, 0, 0, 0, frame,
+        reinterpret_cast<HMENU>(static_cast<INT_PTR>(controlId)), nullptr, nullptr);
     if (attach(bar)) return 1;
     if (bar) DestroyWindow(bar);
     return 0;

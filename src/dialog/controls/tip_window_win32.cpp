@@ -1,5 +1,5 @@
-// A tracked tool tip of the system: its place and its time are ours, its look the user's. The record
-// of its one tool has the size that every version of the common controls takes.
+// A tracked tool tip of the system: its place and its time are ours, its look the user's. The
+// record of its one tool has the size that every version of the common controls takes.
 #include "dialog/controls/tip_window_win32.h"
 
 #include <commctrl.h>
@@ -51,9 +51,8 @@ int TipWindow::create(HWND owner) {
     INITCOMMONCONTROLSEX classes{sizeof classes, ICC_BAR_CLASSES};
     InitCommonControlsEx(&classes);
     window_ = CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr,
-                              WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, CW_USEDEFAULT,
-                              CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, owner, nullptr, nullptr,
-                              nullptr);
+                              WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, CW_USEDEFAULT, CW_USEDEFAULT,
+                              CW_USEDEFAULT, CW_USEDEFAULT, owner, nullptr, nullptr, nullptr);
     if (!window_) return 0;
     TOOLINFOA tool = recordOf(owner);
     char none[] = "";

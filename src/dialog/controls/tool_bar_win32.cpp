@@ -1,5 +1,5 @@
-// A tool bar as a tool. The bar notifies itself, so that its clicks come here, wherever it lies; who
-// lies inside notifies its parent.
+// A tool bar as a tool. The bar notifies itself, so that its clicks come here, wherever it lies;
+// who lies inside notifies its parent.
 #include <algorithm>
 
 #include "dialog/controls/window_text_win32.h"
@@ -190,8 +190,8 @@ int TvToolBar::create(HWND parent, int controlId, int dpi) {
     InitCommonControlsEx(&classes);
     const HWND bar = CreateWindowExA(
         0, TOOLBARCLASSNAMEA, nullptr,
-        WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TBSTYLE_FLAT | CCS_TOP | CCS_NODIVIDER, 0, 0, 0, 0,
-        parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(controlId)), nullptr, nullptr);
+        WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TBSTYLE_FLAT | CCS_TOP | CCS_NODIVIDER, 0, 0, 0,
+        0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(controlId)), nullptr, nullptr);
     if (!attach(bar)) {
         if (bar) DestroyWindow(bar);
         return 0;
@@ -209,8 +209,8 @@ int TvToolBar::attach(HWND toolBar) {
 
 int TvToolBar::setPictures(HINSTANCE module, int bitmap, int width) {
     if (!getHWND()) return 0;
-    const auto strip = static_cast<HBITMAP>(LoadImageA(
-        module, MAKEINTRESOURCEA(bitmap), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION));
+    const auto strip = static_cast<HBITMAP>(
+        LoadImageA(module, MAKEINTRESOURCEA(bitmap), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION));
     BITMAP record{};
     if (!strip || !GetObjectA(strip, sizeof record, &record)) return 0;
     const SIZE from{width > 0 ? width : record.bmHeight, record.bmHeight};

@@ -11,7 +11,7 @@ using toolbox::detail::Watch;
 
 namespace {
 
-constexpr UINT kLook = 50;                // ms between two looks at the pointer
+constexpr UINT kLook = 50;                 // ms between two looks at the pointer
 constexpr ULONGLONG kShortestShow = 5000;  // ms
 constexpr ULONGLONG kShowPerCharacter = 70;
 
@@ -74,9 +74,9 @@ struct TvToolTip::State {
     UINT delay = GetDoubleClickTime();
     Phase phase = Phase::none;
     Tipped current;
-    ULONGLONG since = 0;    // the pointer rests or the tip is shown
-    ULONGLONG wait = 0;     // for how long
-    bool looks = false;     // the timer runs
+    ULONGLONG since = 0;  // the pointer rests or the tip is shown
+    ULONGLONG wait = 0;   // for how long
+    bool looks = false;   // the timer runs
 };
 
 /// What the pointer is over; null for nothing.

@@ -33,11 +33,11 @@ std::string bytesOf(std::wstring_view text) {
     text = text.substr(0, kMostCharacters);
     if (text.empty()) return {};
     std::string out(kMostBytes * text.size(), '\0');
-    out.resize(static_cast<std::size_t>(std::max(
-        WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, text.data(),
-                            static_cast<int>(text.size()), out.data(),
-                            static_cast<int>(out.size()), "\x01", nullptr),
-        0)));
+    out.resize(static_cast<std::size_t>(
+        std::max(WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, text.data(),
+                                     static_cast<int>(text.size()), out.data(),
+                                     static_cast<int>(out.size()), "\x01", nullptr),
+                 0)));
     return out;
 }
 
@@ -70,8 +70,7 @@ std::string messageText(HWND window, LPARAM text) {
 
 bool isOwn(HWND window) {
     DWORD process = 0;
-    return window && GetWindowThreadProcessId(window, &process) &&
-           process == GetCurrentProcessId();
+    return window && GetWindowThreadProcessId(window, &process) && process == GetCurrentProcessId();
 }
 
 std::string clipboardText(HWND window) {
@@ -88,8 +87,8 @@ std::string clipboardText(HWND window) {
 FontContext::FontContext(HWND window, HDC context)
     : window_(window), context_(context ? context : GetDC(window)), isOwnContext_(!context) {
     const LRESULT font = SendMessageA(window, WM_GETFONT, 0, 0);
-    before_ = SelectObject(context_, font ? reinterpret_cast<HGDIOBJ>(font)
-                                          : GetStockObject(SYSTEM_FONT));
+    before_ = SelectObject(context_,
+                           font ? reinterpret_cast<HGDIOBJ>(font) : GetStockObject(SYSTEM_FONT));
 }
 
 FontContext::~FontContext() {

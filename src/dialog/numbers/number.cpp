@@ -1,6 +1,4 @@
 // Typed numbers: reading a text, judging a number, and the sentences about both.
-#include "toolbox/numbers.h"
-
 #include <algorithm>
 #include <cmath>
 #include <type_traits>
@@ -12,6 +10,7 @@
 #include "dialog/numbers/number_rules.h"
 #include "dialog/numbers/number_step.h"
 #include "dialog/numbers/number_text.h"
+#include "toolbox/numbers.h"
 #include "toolbox/text.h"
 
 namespace {
@@ -222,8 +221,7 @@ T TvNumber<T>::step(T value, int steps, double size) const {
     for (std::size_t more = 0; more <= forbiddenValues_.size(); ++more) {
         const auto further = static_cast<long long>(more);
         const long long count = steps < 0 ? steps - further : steps + further;
-        const T result =
-            std::clamp(numbers::decimalStep(value, count, size), minimum_, maximum_);
+        const T result = std::clamp(numbers::decimalStep(value, count, size), minimum_, maximum_);
         if (!isForbidden(result)) return result;
         if (steps == 0) break;
     }
@@ -232,7 +230,9 @@ T TvNumber<T>::step(T value, int steps, double size) const {
 
 template <class T>
 bool TvNumber<T>::couldBecome(const CString& text) const {
-    const auto hasShape = [](char c) { return static_cast<unsigned char>(c) >= ' ' && c != '\177'; };
+    const auto hasShape = [](char c) {
+        return static_cast<unsigned char>(c) >= ' ' && c != '\177';
+    };
     if (allowsFormula() && numbers::isFormula(text.view()))
         return std::ranges::all_of(text.view(), hasShape);
     const base::EntryParts parts = base::entryParts(text.view());

@@ -97,9 +97,9 @@ bool computeFormula(std::string_view text, bool oneReading, double& result, CStr
 CString resultText(double result) {
     constexpr int kDigits = 15;
     char text[40];
-    const char* const end = std::to_chars(text, text + sizeof text, result,
-                                          std::chars_format::scientific, kDigits - 1)
-                                .ptr;
+    const char* const end =
+        std::to_chars(text, text + sizeof text, result, std::chars_format::scientific, kDigits - 1)
+            .ptr;
     return CString(text, static_cast<std::size_t>(end - text));
 }
 

@@ -31,9 +31,9 @@ CString sentence(Sentence id, std::initializer_list<std::string_view> arguments)
     const std::string words = text::loadText(static_cast<unsigned int>(id));
     std::string all;
     for (std::size_t i = 0; i < words.size(); ++i) {
-        const std::size_t number =
-            words[i] == '%' && i + 1 < words.size() ? static_cast<std::size_t>(words[i + 1] - '1')
-                                                    : arguments.size();
+        const std::size_t number = words[i] == '%' && i + 1 < words.size()
+                                       ? static_cast<std::size_t>(words[i + 1] - '1')
+                                       : arguments.size();
         if (number < arguments.size()) {
             all += arguments.begin()[number];
             ++i;

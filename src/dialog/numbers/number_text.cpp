@@ -1,4 +1,5 @@
-// Shortest texts: the digits are std::to_chars's, the layout of point and exponent is the library's.
+// Shortest texts: the digits are std::to_chars's, the layout of point and exponent is the
+// library's.
 #include "dialog/numbers/number_text.h"
 
 #include <array>

@@ -160,7 +160,8 @@ TEST_F(NumberRules, ShowNumbersInTheirFormat) {
                  {"8,2", 1e300, "1e+300"},
                  {"8,2", HUGE_VAL, "     inf"}};
     for (const auto& c : cases)
-        EXPECT_EQ(with("TVDOUBLE||||| " + std::string(c.format)).print(c.value), c.text) << c.format;
+        EXPECT_EQ(with("TVDOUBLE||||| " + std::string(c.format)).print(c.value), c.text)
+            << c.format;
     TvDouble number;
     EXPECT_TRUE(number.setFormat(80, 79, Left));
     EXPECT_FALSE(number.setFormat(81, 2));

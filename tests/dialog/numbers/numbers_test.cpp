@@ -29,10 +29,17 @@ TEST(NumberSteps, AreDecimal) {
         double value;
         int steps;
         double size, result;
-    } cases[] = {{1.1, 1, 0.1, 1.2},        {0.3, -3, 0.1, 0},         {-0.05, 1, 0.1, 0.05},
-                 {5, -7, 2.5, -12.5},       {1e300, 1, 0.1, 1e300},    {1e22, 1, 1e6, 1.0000000000000001e22},
-                 {5e-324, 1, 5e-324, 1e-323}, {DBL_MAX, 1, DBL_MAX, DBL_MAX},
-                 {-DBL_MAX, INT_MAX, -DBL_MAX, -DBL_MAX}, {2, 0, 0.1, 2}, {2, 3, -0.5, 0.5}};
+    } cases[] = {{1.1, 1, 0.1, 1.2},
+                 {0.3, -3, 0.1, 0},
+                 {-0.05, 1, 0.1, 0.05},
+                 {5, -7, 2.5, -12.5},
+                 {1e300, 1, 0.1, 1e300},
+                 {1e22, 1, 1e6, 1.0000000000000001e22},
+                 {5e-324, 1, 5e-324, 1e-323},
+                 {DBL_MAX, 1, DBL_MAX, DBL_MAX},
+                 {-DBL_MAX, INT_MAX, -DBL_MAX, -DBL_MAX},
+                 {2, 0, 0.1, 2},
+                 {2, 3, -0.5, 0.5}};
     for (const auto& c : cases)
         EXPECT_EQ(bitsOf(TvDouble().step(c.value, c.steps, c.size)), bitsOf(c.result)) << c.value;
     EXPECT_EQ(TvDouble().step(3, 1, HUGE_VAL), 3);
@@ -59,14 +66,10 @@ TEST(NumberFormulas, GiveTheDecimalsThatAPersonExpects) {
     TvDouble number;
     EXPECT_FALSE(scanned(number, "=3*1.35").taken) << "off at first";
     number.allowFormula(true);
-    for (const auto& [text, value] : {std::pair{"=3*1.35", 4.05},
-                                      std::pair{" = 3 * 1,35 ", 4.05},
-                                      std::pair{"=0.1+0.2", 0.3},
-                                      std::pair{"=1/3", 0.333333333333333},
-                                      std::pair{"=sqrt(2,25)*(1+1)^2", 6.0},
-                                      std::pair{"=1,250*2", 2.5},
-                                      std::pair{"=0*-1", 0.0},
-                                      std::pair{"12", 12.0}}) {
+    for (const auto& [text, value] :
+         {std::pair{"=3*1.35", 4.05}, std::pair{" = 3 * 1,35 ", 4.05}, std::pair{"=0.1+0.2", 0.3},
+          std::pair{"=1/3", 0.333333333333333}, std::pair{"=sqrt(2,25)*(1+1)^2", 6.0},
+          std::pair{"=1,250*2", 2.5}, std::pair{"=0*-1", 0.0}, std::pair{"12", 12.0}}) {
         expectTaken(number, text, value);
         EXPECT_FALSE(std::signbit(scanned(number, text).value)) << text;
     }
@@ -89,7 +92,8 @@ TEST(NumberFormulas, SayWhereTheyAreWrong) {
           {"=3*", "Formula, character 4: A value is missing here."},
           {" =(3", "Formula, character 3: This parenthesis is not closed."},
           {"=3 $", "Formula, character 4: This character has no place in a formula."},
-          {std::string("=3\0", 3), "Formula, character 3: This character has no place in a formula."},
+          {std::string("=3\0", 3),
+           "Formula, character 3: This character has no place in a formula."},
           {"=1+B7*2", "Formula, character 4: No cell can be named here."},
           {"=2*PI", "Formula, character 4: No function has this name."},
           {"=1/0", "The formula has no result: a division by zero, or too large a number."},

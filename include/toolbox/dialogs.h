@@ -294,3 +294,5 @@ class TB_API CToolDialog : public TvDialog {
 
     std::unique_ptr<Parts> parts_;
 };
+
+#include "toolbox/property_sheets.h"  // pages are dialogs

@@ -100,7 +100,9 @@ TEST_F(ExchangeFaults, LeadTheUserToTheFirstOne) {
             EXPECT_TRUE(IsWindowVisible(fields->balloon()));
             EXPECT_EQ(told(), fields->faultText());
             const char* const text = language == GMSG::English ? c.english : c.french;
-            if (text) EXPECT_EQ(told(), text);
+            if (text) {
+                EXPECT_EQ(told(), text);
+            }
         }
     }
 }

@@ -93,7 +93,10 @@ TEST_F(ExchangeOfFields, StoresWhatWasEntered) {
     send(IDC_CHOICE, CB_SETCURSEL, 3);
     send(IDC_LIST, LB_SETCURSEL, 3);
     type(IDC_DATE, "2/29/2028");
-    const SYSTEMTIME time{.wYear = 1999, .wMonth = 12, .wDay = 31};
+    SYSTEMTIME time{};
+    time.wYear = 1999;
+    time.wMonth = 12;
+    time.wDay = 31;
     send(IDC_PICKER, DTM_SETSYSTEMTIME, GDT_VALID, &time);
     type(IDC_VALUE, "7.25");
     read();
@@ -180,7 +183,6 @@ TEST_F(ExchangeOfFields, LetsNoMoreBeTypedThanTheRuleAllows) {
         SetFocus(control(id));
         const HWND focus = GetFocus();
         SendMessageA(focus, EM_SETSEL, 0, -1);
-        const std::string pasted(1 << 20, 'x');
         SendMessageA(focus, EM_REPLACESEL, 0, reinterpret_cast<LPARAM>("12345678"));
         typeText(std::string(12, '9'));
         pumpMessages();

@@ -23,7 +23,9 @@ std::optional<TarvDate> dateIn(std::string_view text, bool mayBeEmpty = false) {
     CString why;
     const bool taken = scanDate(text, mayBeEmpty, date, &why);
     EXPECT_EQ(taken, why.IsEmpty()) << text;
-    if (!taken) EXPECT_EQ(date, TarvDate(1999, 9, 9)) << text;
+    if (!taken) {
+        EXPECT_EQ(date, TarvDate(1999, 9, 9)) << text;
+    }
     return taken ? std::optional(date) : std::nullopt;
 }
 

@@ -61,7 +61,9 @@ TEST_F(SheetEnds, MayComeInAnyOperation) {
                 EXPECT_TRUE(wasCalled);
                 EXPECT_TRUE(openDialogs().empty());
                 EXPECT_TRUE(!sheet || !sheet->isOpen());
-                if (way.keepsOwner) EXPECT_TRUE(IsWindowEnabled(owner));
+                if (way.keepsOwner) {
+                    EXPECT_TRUE(IsWindowEnabled(owner));
+                }
             }
         }
     }
@@ -120,10 +122,11 @@ TEST_F(SheetEnds, AreToldWhenTheSheetCannotBeMade) {
     broken.add(bad);
     for (const bool modal : {true, false}) {
         BoxAnswerer answerer({IDOK});
-        if (modal)
+        if (modal) {
             EXPECT_EQ(broken.run(owner), 0);
-        else
+        } else {
             EXPECT_EQ(broken.open(owner), nullptr);
+        }
         ASSERT_EQ(answerer.seen().size(), 1u);
         EXPECT_NE(answerer.seen()[0].text.find("NO_SUCH_PAGE"), std::string::npos);
         EXPECT_EQ(broken.wasMade(), 0);

@@ -21,8 +21,9 @@
 // every variable has what it had. Apply is enabled while any field differs from what it was filled
 // with, and by changed().
 //
-// Pages are borrowed and must live as long as the sheet is open: deleting one closes it. Sheet and
-// pages may be deleted in any of their operations.
+// Pages are borrowed, or members of a class derived from the sheet's. Deleting one closes an open
+// sheet, which is not told, since it may be on its own end. Sheet and pages may be deleted in any of
+// their operations.
 #pragma once
 
 #include <memory>
@@ -43,7 +44,7 @@ class TB_API TvPropertyPage : public TvDialog {
   public:
     /// As TvDialog; no window yet.
     explicit TvPropertyPage(const toolbox::ResourceName& name);
-    /// Closes its sheet.
+    /// Closes its sheet and leaves it.
     ~TvPropertyPage() override;
 
     /// The title of its tab, instead of the template's caption; from the next opening on.

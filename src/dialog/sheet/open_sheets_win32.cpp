@@ -1,13 +1,13 @@
 // Message loops, the frame's too, give the messages of a modeless sheet to IsDialogMessage, which
-// knows nothing of pages. It asks the thread's message filters first: there Ctrl+Tab and its kin are
-// taken while such a sheet is open.
-#include "dialog/common_controls.h"
+// knows nothing of pages. It asks the thread's message filters first: there Ctrl+Tab and its kin
+// are taken while such a sheet is open.
 #include "dialog/sheet/open_sheets_win32.h"
 
 #include <algorithm>
 #include <utility>
 #include <vector>
 
+#include "dialog/common_controls.h"
 #include "toolbox/property_sheets.h"
 
 namespace {
@@ -23,15 +23,9 @@ bool isFiltering = false;
 /// The modeless sheet that a message goes to; null for none.
 HWND sheetOf(const MSG& message) {
     const auto& all = modelessSheets();
-    const auto found = std::ranges::find_if(all, [&](HWND sheet) {
-        return sheet == message.hwnd || IsChild(sheet, message.hwnd);
-    });
+    const auto found = std::ranges::find_if(
+        all, [&](HWND sheet) { return sheet == message.hwnd || IsChild(sheet, message.hwnd); });
     return found == all.end() ? nullptr : *found;
-}
-
-bool turnsPages(const MSG& message) {
-    if (message.message != WM_KEYDOWN || GetKeyState(VK_CONTROL) >= 0) return false;
-    return message.wParam == VK_TAB || message.wParam == VK_PRIOR || message.wParam == VK_NEXT;
 }
 
 bool handledBy(HWND sheet, MSG& message) {
@@ -40,7 +34,7 @@ bool handledBy(HWND sheet, MSG& message) {
 
 LRESULT CALLBACK filterMessage(int code, WPARAM wParam, LPARAM lParam) {
     auto& message = *reinterpret_cast<MSG*>(lParam);
-    if (code == MSGF_DIALOGBOX && !isFiltering && turnsPages(message)) {
+    if (code == MSGF_DIALOGBOX && !isFiltering && toolbox::dialog::turnsPages(message)) {
         if (const HWND sheet = sheetOf(message)) {
             isFiltering = true;  // the sheet asks the filters, too
             const bool handled = handledBy(sheet, message);
@@ -52,6 +46,11 @@ LRESULT CALLBACK filterMessage(int code, WPARAM wParam, LPARAM lParam) {
 }
 
 }  // namespace
+
+bool toolbox::dialog::turnsPages(const MSG& message) {
+    if (message.message != WM_KEYDOWN || GetKeyState(VK_CONTROL) >= 0) return false;
+    return message.wParam == VK_TAB || message.wParam == VK_PRIOR || message.wParam == VK_NEXT;
+}
 
 void toolbox::dialog::enterSheet(HWND sheet, bool isModal) {
     if (isModal) return;

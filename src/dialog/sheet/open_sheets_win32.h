@@ -9,4 +9,7 @@ namespace toolbox::dialog {
 void enterSheet(HWND sheet, bool isModal);
 void removeSheet(HWND sheet);
 
+/// A key that goes from page to page: Ctrl with Tab, Page Up or Page Down.
+[[nodiscard]] bool turnsPages(const MSG& message);
+
 }  // namespace toolbox::dialog

@@ -28,7 +28,7 @@ TvPropertyPage::TvPropertyPage(const toolbox::ResourceName& name)
 TvPropertyPage::~TvPropertyPage() {
     deleteWhenClosed(0);  // it is being deleted
     if (const HWND window = getHWND()) RemoveWindowSubclass(window, Link::watch, kSubclass);
-    if (const auto sheet = link_->sheet) sheet->remove(*this);
+    if (link_->sheet) link_->sheet->remove(*this);
 }
 
 void TvPropertyPage::setTitle(const CString& title) {
@@ -58,7 +58,8 @@ int TvPropertyPage::leaving() {
 INT_PTR CALLBACK TvPropertyPage::Link::procedure(HWND window, UINT message, WPARAM, LPARAM lParam) {
     if (message != WM_INITDIALOG) return FALSE;
     const auto& described = *reinterpret_cast<const PROPSHEETPAGEA*>(lParam);
-    auto* const page = reinterpret_cast<TvPropertyPage*>(described.lParam);
+    TvPropertyPage* const page = *reinterpret_cast<TvPropertyPage* const*>(described.lParam);
+    if (!page) return FALSE;
     const Watch self(page->link_->life);
     page->link_->isChanged = false;
     // The dialog hears of everything else itself.
@@ -92,17 +93,18 @@ LRESULT TvPropertyPage::Link::notified(TvPropertyPage& page, const NMHDR& note) 
     const TvPropertySheet::State::Notice notice(*sheet);
     switch (note.code) {
         case PSN_SETACTIVE:
-            page.entered();
+            sheet->entering = &page;
             return 0;
         case PSN_KILLACTIVE:
             sheet->roundIsOver = false;
-            return !mayLeave(page);
+            return !sheet->isAllowed && !mayLeave(page);
         case PSN_APPLY: {
+            if (sheet->isAllowed) return PSNRET_NOERROR;
             const bool closing = reinterpret_cast<const PSHNOTIFY&>(note).lParam != 0;
             return sheet->storeOnce(closing) ? PSNRET_NOERROR : PSNRET_INVALID_NOCHANGEPAGE;
         }
         case PSN_QUERYCANCEL:
-            return !sheet->mayCancel();
+            return !sheet->isAllowed && !sheet->mayCancel();
         case PSN_RESET:
             sheet->others.switchOn();
             return 0;
@@ -140,6 +142,10 @@ bool TvPropertyPage::Link::mayLeave(TvPropertyPage& page) {
     TvExchange* const fields = page.fields();
     if (fields && !fields->verify([&page](TvExchange& all) { page.exchange(all); })) return false;
     return !self.gone() && page.leaving();
+}
+
+void TvPropertyPage::Link::tellEntered(TvPropertyPage& page) {
+    page.entered();
 }
 
 bool TvPropertyPage::Link::mayCancel(TvPropertyPage& page) {

@@ -1,7 +1,9 @@
 // What a sheet does with its pages: storing all of them or none, and showing one.
 #include <algorithm>
+#include <utility>
 
 #include "dialog/common_controls.h"
+#include "dialog/sheet/open_sheets_win32.h"
 #include "dialog/sheet/sheet_state.h"
 #include "toolbox/exchange.h"
 
@@ -16,6 +18,28 @@ bool TvPropertySheet::State::eachPage(Use use) {
     return true;
 }
 
+bool TvPropertySheet::State::mayLeave() {
+    const int index = current();
+    return index < 0 ||
+           (TvPropertyPage::Link::mayLeave(*pages[static_cast<std::size_t>(index)]) && isOpen());
+}
+
+void TvPropertySheet::State::tellEntered() {
+    if (passing > 0 || isOpening || !isOpen()) return;
+    if (TvPropertyPage* const page = std::exchange(entering, nullptr))
+        TvPropertyPage::Link::tellEntered(*page);
+}
+
+bool TvPropertySheet::State::turnPage(const MSG& key) {
+    if (!toolbox::dialog::turnsPages(key)) return false;
+    const auto count = static_cast<int>(pages.size());
+    const bool isBack =
+        key.wParam == VK_PRIOR || (key.wParam == VK_TAB && GetKeyState(VK_SHIFT) < 0);
+    const int next = (current() + (isBack ? count - 1 : 1)) % count;
+    SendMessageA(window, PSM_SETCURSEL, static_cast<WPARAM>(next), 0);
+    return true;
+}
+
 bool TvPropertySheet::State::storeOnce(bool closing) {
     // The system asks each page; the first answers for all.
     if (!roundIsOver) {
@@ -26,8 +50,12 @@ bool TvPropertySheet::State::storeOnce(bool closing) {
 }
 
 bool TvPropertySheet::State::storeAll(bool closing) {
-    const auto stored = [&](TvPropertyPage& page) { return TvPropertyPage::Link::store(page) || refuse(page); };
-    const auto agreed = [&](TvPropertyPage& page) { return TvPropertyPage::Link::agrees(page) || refuse(page); };
+    const auto stored = [&](TvPropertyPage& page) {
+        return TvPropertyPage::Link::store(page) || refuse(page);
+    };
+    const auto agreed = [&](TvPropertyPage& page) {
+        return TvPropertyPage::Link::agrees(page) || refuse(page);
+    };
     if (!eachPage(stored) || !eachPage(agreed)) return false;
     isStored = true;
     if (closing)
@@ -72,14 +100,21 @@ int TvPropertySheet::State::current() const {
     return found == pages.end() ? -1 : static_cast<int>(found - pages.begin());
 }
 
-void TvPropertySheet::State::show(const TvPropertyPage& page) const {
+void TvPropertySheet::State::show(const TvPropertyPage& page) {
     const auto index = std::ranges::find(pages, &page) - pages.begin();
-    if (index != current()) SendMessageA(window, PSM_SETCURSEL, static_cast<WPARAM>(index), 0);
+    if (index == current()) return;
+    isAllowed = true;  // the user does not leave the other page
+    SendMessageA(window, PSM_SETCURSEL, static_cast<WPARAM>(index), 0);
+    isAllowed = false;
+    tellEntered();
 }
 
 void TvPropertySheet::State::remove(TvPropertyPage& page) {
+    const std::shared_ptr<State> self = std::move(page.link_->sheet);
     std::erase(pages, &page);
-    page.link_->sheet.reset();
+    std::ranges::replace(slots, &page, nullptr);
+    if (entering == &page) entering = nullptr;
+    isMute = window != nullptr;
     close(0);
 }
 

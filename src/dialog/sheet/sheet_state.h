@@ -28,6 +28,7 @@ struct TvPropertyPage::Link {
     static bool agrees(TvPropertyPage& page);
     static bool mayLeave(TvPropertyPage& page);
     static bool mayCancel(TvPropertyPage& page);
+    static void tellEntered(TvPropertyPage& page);
     static void refill(TvPropertyPage& page);
 
     toolbox::ResourceName name;
@@ -49,17 +50,29 @@ struct TvPropertySheet::State {
                                   DWORD_PTR state);
     void ended();
 
+    /// What the user or the program wants of the system's sheet.
+    enum class Wish { none, ok, apply, cancel, turn };
+    [[nodiscard]] static Wish wishOf(UINT message, WPARAM wParam, LPARAM lParam);
+    /// Asks the pages first: what they do may end the window, which the system's sheet would not
+    /// survive inside of its own notifications. False: it is refused, or the sheet was closed.
+    bool allows(Wish wish);
+    LRESULT pass(UINT message, WPARAM wParam, LPARAM lParam);
+    /// Tells a page that it is shown, when the system's sheet has done with it.
+    void tellEntered();
+    bool turnPage(const MSG& key);
+
     /// The system's sheet has nothing to show any more: OK or Cancel was chosen.
     [[nodiscard]] bool isDone() const;
     /// Ends the window, at once or as soon as the system's sheet lets it.
     bool close(int outcome);
-    /// Stores all pages once for each time that OK or Apply is chosen.
+    bool mayLeave();
+    /// Where the system asks page by page all the same: the first answers for all.
     bool storeOnce(bool closing);
     bool storeAll(bool closing);
     bool mayCancel();
     /// Gives the variables of the pages back what they had, and shows the page that refuses. False.
     bool refuse(TvPropertyPage& page);
-    void show(const TvPropertyPage& page) const;
+    void show(const TvPropertyPage& page);
     [[nodiscard]] int current() const;  // page that is shown; -1 for none
     /// Calls `use` with each page that has a window and is still there, until it gives false. False
     /// then, and when the sheet was closed meanwhile.
@@ -90,16 +103,21 @@ struct TvPropertySheet::State {
     HWND window = nullptr;
     std::shared_ptr<State> kept;  // this, while there is a window
     std::vector<toolbox::window::TemplateCopy> templates;
+    std::vector<TvPropertyPage*> slots;  // what the system's pages point to; null: deleted
     toolbox::dialog::OtherWindowsOff others;
     bool isModal = false;
     bool wasMade = false;
     bool isOpening = false;  // inside the system's call that makes the window
-    int notices = 0;         // inside of so many of the system's notifications to a page
+    int passing = 0;         // inside of so many messages to the system's sheet
+    bool isAllowed = false;  // the pages were asked about the message
+    TvPropertyPage* entering = nullptr;
+    int notices = 0;  // inside of so many of the system's notifications to a page
     bool isClosing = false;
     bool isPlaced = false;
     bool isStored = false;     // since OK or Apply was chosen
     bool roundIsOver = false;  // the pages were asked for the button chosen
     bool isRoundStored = false;
+    bool isMute = false;  // a page was deleted, perhaps with the sheet: that is not told
     bool deletes = false;
     bool registered = false;
     int result = 0;

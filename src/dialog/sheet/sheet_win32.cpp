@@ -56,13 +56,6 @@ void place(HWND sheet) {
     SetWindowPos(sheet, nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-/// What the user or the program does to the sheet's buttons, after which it may have nothing to
-/// show any more.
-bool isButton(UINT message) {
-    return message == WM_COMMAND || message == WM_CLOSE || message == WM_SYSCOMMAND ||
-           message == PSM_PRESSBUTTON || message == PSM_APPLY;
-}
-
 /// Sent to a sheet that was closed while the system could not let it go.
 UINT endMessage() {
     static const UINT message = RegisterWindowMessageA("toolbox.EndSheet");
@@ -74,8 +67,9 @@ UINT endMessage() {
 bool TvPropertySheet::State::describePages(std::vector<HPROPSHEETPAGE>& described, HWND owner) {
     templates.clear();
     templates.reserve(pages.size());
-    for (TvPropertyPage* const page : pages) {
-        const TvPropertyPage::Link& link = *page->link_;
+    slots = pages;
+    for (TvPropertyPage*& slot : slots) {
+        const TvPropertyPage::Link& link = *slot->link_;
         const auto found = toolbox::window::findTemplate(link.name.get());
         if (found) templates.emplace_back(found);
         PROPSHEETPAGEA asked{};
@@ -85,7 +79,7 @@ bool TvPropertySheet::State::describePages(std::vector<HPROPSHEETPAGE>& describe
         asked.pResource = found ? templates.back().get() : nullptr;
         asked.pszTitle = link.title;
         asked.pfnDlgProc = TvPropertyPage::Link::procedure;
-        asked.lParam = reinterpret_cast<LPARAM>(page);
+        asked.lParam = reinterpret_cast<LPARAM>(&slot);
         described.push_back(found ? CreatePropertySheetPageA(&asked) : nullptr);
         if (described.back()) continue;
         reportNotMade(link.name.text(), owner);
@@ -101,7 +95,7 @@ bool TvPropertySheet::State::make(const std::shared_ptr<State>& self, HWND owner
     MDI* const frame = MDIApplication::getPMDI();
     if (!owner && frame) owner = frame->getFrame();
     if (owner) owner = GetAncestor(owner, GA_ROOT);
-    state.wasMade = state.isClosing = state.isPlaced = state.isStored = false;
+    state.wasMade = state.isClosing = state.isPlaced = state.isStored = state.isMute = false;
     state.result = 0;
     INITCOMMONCONTROLSEX classes{sizeof classes, ICC_TAB_CLASSES};
     InitCommonControlsEx(&classes);
@@ -131,8 +125,10 @@ bool TvPropertySheet::State::make(const std::shared_ptr<State>& self, HWND owner
         return false;
     }
     if (state.isClosing && state.window) DestroyWindow(state.window);
-    if (!state.window) return false;
-    if (!state.isModal && frame) state.registered = frame->registerModeless(state.window);
+    if (state.window && !state.isModal && frame)
+        state.registered = frame->registerModeless(state.window);
+    state.tellEntered();
+    if (!state.isOpen()) return false;
     return true;
 }
 
@@ -167,10 +163,80 @@ LRESULT CALLBACK TvPropertySheet::State::watch(HWND window, UINT message, WPARAM
         showButtonTexts(window);
         place(window);
     }
-    if (isButton(message)) state->roundIsOver = false;
-    const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
-    if (isButton(message) && state->isOpen() && state->isDone()) state->close(state->isStored);
-    return result;
+    return state->pass(message, wParam, lParam);
+}
+
+TvPropertySheet::State::Wish TvPropertySheet::State::wishOf(UINT message, WPARAM wParam,
+                                                            LPARAM lParam) {
+    constexpr WPARAM kSystemCommand = 0xFFF0;
+    const auto ofButton = [](WPARAM button) {
+        return button == PSBTN_OK         ? Wish::ok
+               : button == PSBTN_APPLYNOW ? Wish::apply
+               : button == PSBTN_CANCEL   ? Wish::cancel
+                                          : Wish::none;
+    };
+    switch (message) {
+        case WM_COMMAND:
+            return wParam == IDOK           ? Wish::ok
+                   : wParam == kApplyButton ? Wish::apply
+                   : wParam == IDCANCEL     ? Wish::cancel
+                                            : Wish::none;
+        case WM_SYSCOMMAND:
+            return (wParam & kSystemCommand) == SC_CLOSE ? Wish::cancel : Wish::none;
+        case WM_CLOSE:
+            return Wish::cancel;
+        case PSM_PRESSBUTTON:
+            return ofButton(wParam);
+        case PSM_APPLY:
+            return Wish::apply;
+        case PSM_SETCURSEL:
+        case PSM_SETCURSELID:
+            return Wish::turn;
+        case WM_NOTIFY:
+            return reinterpret_cast<const NMHDR*>(lParam)->code == TCN_SELCHANGING ? Wish::turn
+                                                                                   : Wish::none;
+        default:
+            return Wish::none;
+    }
+}
+
+LRESULT TvPropertySheet::State::pass(UINT message, WPARAM wParam, LPARAM lParam) {
+    const std::shared_ptr<State> self = kept;
+    const HWND sheetWindow = window;
+    if (message == PSM_ISDIALOGMESSAGE && turnPage(*reinterpret_cast<const MSG*>(lParam)))
+        return TRUE;
+    const Wish wish =
+        isOpen() && !isOpening && !isAllowed ? wishOf(message, wParam, lParam) : Wish::none;
+    if (wish != Wish::none && !allows(wish)) {
+        // The tab control is answered that its tab stays.
+        if (message == WM_NOTIFY && window) SetWindowLongPtrA(window, DWLP_MSGRESULT, TRUE);
+        return message == WM_NOTIFY;
+    }
+    if (wish != Wish::none) isAllowed = true;
+    ++passing;
+    const LRESULT answer = DefSubclassProc(sheetWindow, message, wParam, lParam);
+    --passing;
+    if (wish == Wish::none) return answer;
+    isAllowed = false;
+    if (isOpen() && isDone())
+        close(isStored);
+    else
+        tellEntered();
+    return answer;
+}
+
+bool TvPropertySheet::State::allows(Wish wish) {
+    switch (wish) {
+        case Wish::ok:
+        case Wish::apply:
+            return mayLeave() && storeAll(wish == Wish::ok);
+        case Wish::cancel:
+            if (!mayCancel()) return false;
+            others.switchOn();
+            return true;
+        default:
+            return mayLeave();
+    }
 }
 
 bool TvPropertySheet::State::isDone() const {
@@ -199,9 +265,10 @@ void TvPropertySheet::State::ended() {
     window = nullptr;
     others.switchOn();
     templates.clear();
+    entering = nullptr;
     const std::shared_ptr<State> self = std::move(kept);
-    if (sheet) sheet->destroyed();
-    if (sheet && deletes && !window) delete sheet;
+    if (sheet && !isMute) sheet->destroyed();
+    if (sheet && !isMute && deletes && !window) delete sheet;
 }
 
 TvPropertySheet::State::Notice::Notice(State& state) : state_(state.kept) {
@@ -223,6 +290,7 @@ TvPropertySheet::~TvPropertySheet() {
     state->sheet = nullptr;
     for (TvPropertyPage* const page : state->pages) page->link_->sheet.reset();
     state->pages.clear();
+    std::ranges::fill(state->slots, nullptr);
     state->close(0);
 }
 

@@ -5,6 +5,8 @@ A page's `text` block is what its program prints. What it adds or changes is com
 includes a changed header of src/, and linked before the library as it was built: so what a page adds
 to a class or table of the public headers stands at its end.
 
+A page for Windows has resource scripts too.
+
 The copy passes the checks of a change: that of the layers here, those of format and comments, which
 need tools that the tests do not, with --checks.
 """
@@ -20,7 +22,8 @@ import pages  # beside this file
 from pages import run
 
 parser = argparse.ArgumentParser()
-for name in ("page", "source", "archive", "compiler", "emulator", "flags", "libraries"):
+for name in ("page", "source", "archive", "compiler", "resource-compiler", "emulator", "flags",
+             "libraries"):
     parser.add_argument("--" + name, default="")
 parser.add_argument("--checks", action="store_true")
 options = parser.parse_args()
@@ -61,6 +64,10 @@ def build_and_run(root, files):
     for name in sorted(sources):
         objects.append(root / (name.replace("/", "_") + ".o"))
         run(options.compiler, *flags, "-c", root / name, "-o", objects[-1])
+    for name in (name for name in files if name.endswith(".rc")):
+        objects.append(root / (name.replace("/", "_") + ".o"))
+        run(options.resource_compiler, "--codepage=1252", f"-I{root / 'resources'}",
+            f"-I{(root / name).parent}", root / name, "-o", objects[-1])
     program = root / "page.exe"
     run(options.compiler, *flags, *objects, options.archive, *options.libraries.split(), "-o",
         program)

@@ -266,6 +266,8 @@ void TvPropertySheet::State::ended() {
     others.switchOn();
     templates.clear();
     entering = nullptr;
+    // A sent message may have ended it, for which the loop of run() does not wake up.
+    if (isModal) PostThreadMessageA(GetCurrentThreadId(), WM_NULL, 0, 0);
     const std::shared_ptr<State> self = std::move(kept);
     if (sheet && !isMute) sheet->destroyed();
     if (sheet && !isMute && deletes && !window) delete sheet;

@@ -162,6 +162,7 @@ int TvExchange::number(int id, double& value, double minimum, double maximum, in
 
 int TvExchange::check(int id, int& value) {
     return State::with(state_, id, [&](State& state, HWND control) {
+        if (!isButton(control)) return state.tellUnfit(id);
         const auto chosen = [control] {
             return static_cast<int>(SendMessageA(control, BM_GETCHECK, 0, 0));
         };
@@ -174,6 +175,7 @@ int TvExchange::check(int id, int& value) {
 
 int TvExchange::check(int id, bool& value) {
     return State::with(state_, id, [&](State& state, HWND control) {
+        if (!isButton(control)) return state.tellUnfit(id);
         FieldKind<bool> kind;
         kind.entry = [control] {
             const bool checked = SendMessageA(control, BM_GETCHECK, 0, 0) == BST_CHECKED;
@@ -207,6 +209,7 @@ int TvExchange::radioGroup(const std::vector<int>& ids, int& value) {
     for (const int id : ids) {
         const HWND button = state->controlOf(id);
         if (!button) return 0;
+        if (!isRadioButton(button)) return State::tellUnfit(id);
         buttons.push_back(button);
     }
     if (buttons.empty()) return 0;

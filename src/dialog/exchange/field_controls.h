@@ -53,6 +53,9 @@ class ChoiceControl {
     Kind kind_ = Kind::none;
 };
 
+/// A check box or radio button; a radio button.
+[[nodiscard]] bool isButton(HWND control);
+[[nodiscard]] bool isRadioButton(HWND control);
 /// The button of the group that is chosen, from 0; -1 for none.
 [[nodiscard]] int chosenOf(const std::vector<HWND>& buttons);
 void chooseOf(const std::vector<HWND>& buttons, int chosen);

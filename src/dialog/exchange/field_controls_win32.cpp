@@ -143,6 +143,14 @@ int ChoiceControl::find(const std::string& text) const {
     }
 }
 
+bool isButton(HWND control) {
+    return SendMessageA(control, WM_GETDLGCODE, 0, 0) & (DLGC_BUTTON | DLGC_RADIOBUTTON);
+}
+
+bool isRadioButton(HWND control) {
+    return SendMessageA(control, WM_GETDLGCODE, 0, 0) & DLGC_RADIOBUTTON;
+}
+
 int chosenOf(const std::vector<HWND>& buttons) {
     const auto chosen = std::ranges::find_if(buttons, [](HWND button) {
         return SendMessageA(button, BM_GETCHECK, 0, 0) == BST_CHECKED;

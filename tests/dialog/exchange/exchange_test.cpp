@@ -112,7 +112,7 @@ TEST_F(ExchangeOfFields, StoresWhatWasEntered) {
     EXPECT_EQ(form.date, TarvDate(2028, 2, 29));
     EXPECT_EQ(form.picked, TarvDate(1999, 12, 31));
     EXPECT_EQ(form.value.getValue(), 7.25);
-    send(IDC_PICKER, DTM_SETSYSTEMTIME, GDT_NONE);
+    send(IDC_PICKER, DTM_SETSYSTEMTIME, GDT_NONE, &time);
     read();
     EXPECT_EQ(form.picked, TarvDate(0, 0, 0));
 }

@@ -22,8 +22,8 @@
 // with, and by changed().
 //
 // Pages are borrowed, or members of a class derived from the sheet's. Deleting one closes an open
-// sheet, which is not told, since it may be on its own end. Sheet and pages may be deleted in any of
-// their operations.
+// sheet, which is not told, since it may be on its own end. Sheet and pages may be deleted in any
+// of their operations.
 #pragma once
 
 #include <memory>

@@ -30,6 +30,8 @@ TvDialog* TvDialog::find(HWND window) {
 int TvDialog::isDialogMessage(MSG& message) {
     // The dialog around the window that the message goes to: handling it may change the table.
     for (HWND window = message.hwnd; window; window = GetAncestor(window, GA_PARENT)) {
+        // A page of a sheet has its keys from the sheet.
+        if (dynamic_cast<TvPropertyPage*>(find(window))) return 0;
         const TvDialog* const dialog = find(window);
         if (dialog && !dialog->isModal()) return IsDialogMessageA(window, &message);
     }

@@ -62,6 +62,17 @@ UINT endMessage() {
     return message;
 }
 
+/// Takes the message back that ended() woke the loop with.
+void removeWakeUp() {
+    const auto ofThread = reinterpret_cast<HWND>(-1);
+    MSG message{};
+    while (PeekMessageA(&message, ofThread, endMessage(), endMessage(), PM_REMOVE)) {
+        if (message.message != WM_QUIT) continue;  // that one passes any filter
+        PostQuitMessage(static_cast<int>(message.wParam));
+        return;
+    }
+}
+
 }  // namespace
 
 bool TvPropertySheet::State::describePages(std::vector<HPROPSHEETPAGE>& described, HWND owner) {
@@ -267,7 +278,7 @@ void TvPropertySheet::State::ended() {
     templates.clear();
     entering = nullptr;
     // A sent message may have ended it, for which the loop of run() does not wake up.
-    if (isModal) PostThreadMessageA(GetCurrentThreadId(), WM_NULL, 0, 0);
+    if (isModal) PostThreadMessageA(GetCurrentThreadId(), endMessage(), 0, 0);
     const std::shared_ptr<State> self = std::move(kept);
     if (sheet && !isMute) sheet->destroyed();
     if (sheet && !isMute && deletes && !window) delete sheet;
@@ -314,18 +325,17 @@ int TvPropertySheet::run(HWND owner) {
     if (!State::make(state, owner)) return state->result;
     const ParentScope parent(state->window);
     MSG message{};
-    while (state->window) {
-        const BOOL got = GetMessageA(&message, nullptr, 0, 0);
-        if (got <= 0) {
-            state->close(0);
-            if (got == 0) PostQuitMessage(static_cast<int>(message.wParam));
-            break;
-        }
+    BOOL got = TRUE;
+    while (state->window && (got = GetMessageA(&message, nullptr, 0, 0)) > 0) {
         if (SendMessageA(state->window, PSM_ISDIALOGMESSAGE, 0, reinterpret_cast<LPARAM>(&message)))
             continue;
         TranslateMessage(&message);
         DispatchMessageA(&message);
     }
+    const auto code = static_cast<int>(message.wParam);
+    if (got <= 0) state->close(0);
+    removeWakeUp();
+    if (got == 0) PostQuitMessage(code);  // for the loop around this one
     return state->result;
 }
 

@@ -253,6 +253,7 @@ TEST_F(Sheets, GetTheirKeysFromAnyLoop) {
     message.hwnd = GetFocus();
     message.message = WM_KEYDOWN;
     message.wParam = VK_TAB;
+    EXPECT_EQ(TvDialog::isDialogMessage(message), 0);
     EXPECT_EQ(TvPropertySheet::isDialogMessage(message), 1);
     EXPECT_EQ(focusedControl(), IDC_BUTTON);
     message.hwnd = owner;

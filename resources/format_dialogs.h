@@ -7,3 +7,7 @@
 #define IDC_FORMAT_LEFT 1204
 #define IDC_FORMAT_RIGHT 1205
 #define IDC_FORMAT_PREVIEW 1206
+// What a field may hold, beside it, and what is wrong with the sample, below it.
+#define IDC_FORMAT_WIDTH_RANGE 1207
+#define IDC_FORMAT_DECIMALS_RANGE 1208
+#define IDC_FORMAT_WARNING 1209

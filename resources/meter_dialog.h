@@ -6,3 +6,5 @@
 #define IDC_METER_LINE_1 2034
 #define IDC_METER_BAR 2044
 #define IDC_METER_ELAPSED 2054
+// The time left; a template may do without it.
+#define IDC_METER_LEFT 2064

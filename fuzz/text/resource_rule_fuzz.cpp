@@ -1,16 +1,11 @@
-// The rules of a validated text are those that a plain split of the resource text gives, and they
-// judge texts as a plain reading of them does; its sets hold the characters that their intervals
-// list. The limits of a number's rule judge as two numbers do.
+// The rules of a validated text are the same again after they are written into a resource text, and
+// they judge texts as a plain reading of them does; a set holds the characters that it lists. The
+// limits of a number's rule enclose what it accepts.
 #include <algorithm>
 #include <array>
-#include <charconv>
-#include <cmath>
 #include <cstdint>
-#include <cstdlib>
 #include <optional>
-#include <sstream>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "require.h"
@@ -19,45 +14,7 @@
 
 namespace {
 
-/// A set of characters another way: as a list of them, read off the front of the definition.
-struct SetModel {
-    std::string members;
-    bool valid = true;
-
-    explicit SetModel(std::string_view rest) {
-        while (!rest.empty()) {
-            const bool interval = rest.starts_with("[[");
-            const auto at = [&](std::size_t i) { return static_cast<signed char>(rest[i]); };
-            valid = !interval || (rest.size() >= 6 && rest.substr(4, 2) == "]]" && at(2) <= at(3));
-            if (!valid) return;
-            const std::size_t first = interval ? 2 : 0;
-            for (int c = at(first); c <= at(interval ? 3 : 0); ++c) members += static_cast<char>(c);
-            rest.remove_prefix(interval ? 6 : 1);
-        }
-    }
-    [[nodiscard]] bool has(char c) const { return members.find(c) != std::string::npos; }
-};
-
 using Texts = std::vector<std::string>;
-
-Texts split(const std::string& text, char separator, std::size_t atLeast) {
-    Texts fields;
-    std::istringstream rest(text);
-    for (std::string field; std::getline(rest, field, separator);) fields.push_back(field);
-    fields.resize(std::max(fields.size(), atLeast));
-    return fields;
-}
-
-/// Blanks, a sign and digits; nothing else, and nothing that an int does not hold.
-std::optional<int> decimal(std::string_view text) {
-    text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
-    text = text.substr(0, text.find_last_not_of(' ') + 1);
-    if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
-    int value = 0;
-    const auto [end, error] = std::from_chars(text.begin(), text.end(), value);
-    if (error != std::errc() || end != text.end()) return {};
-    return value;
-}
 
 struct Rules {
     int bits = 0;
@@ -71,13 +28,22 @@ struct Rules {
 
     bool operator==(const Rules&) const = default;
 
+    /// The resource text that says the same.
+    [[nodiscard]] std::string written() const {
+        const auto number = [](int n) { return n == -1 ? "" : std::to_string(n); };
+        std::string text = "TVSTRING|" + (bits & TvString::HasMessage ? message : "") + '|' +
+                           number(least) + '|' + number(most) + '|' + initial + '|' + valid + '|' +
+                           invalid;
+        for (const std::string& value : forbidden) text += '|' + value;
+        return text;
+    }
     /// What neither set refuses of a text.
-    [[nodiscard]] std::string kept(const std::string& text) const {
-        const SetModel allowed(valid), refused(invalid);
-        std::string all;
-        for (const char c : text)
-            if ((valid.empty() || allowed.has(c)) && !refused.has(c)) all += c;
-        return all;
+    [[nodiscard]] std::string kept(std::string text) const {
+        const TvCharSet allowed((CString(valid))), refused((CString(invalid)));
+        std::erase_if(text, [&](char c) {
+            return (!valid.empty() && !allowed.charIsInSet(c)) || refused.charIsInSet(c);
+        });
+        return text;
     }
     [[nodiscard]] int broken(const std::string& text) const {
         const auto length = static_cast<int>(text.size());
@@ -91,31 +57,6 @@ struct Rules {
         return rules;
     }
 };
-
-std::optional<Rules> modelOf(const std::string& resource) {
-    const Texts fields = split(resource, '|', 7);
-    if (fields[0] != "TVSTRING") return {};
-    Rules rules;
-    const auto takeText = [&](std::string& out, const std::string& field, int bit) {
-        if (field.empty()) return;
-        out = field;
-        rules.bits |= bit;
-    };
-    const auto takeNumber = [&](int& out, const std::string& field, int bit) {
-        out = decimal(field).value_or(-1);
-        if (decimal(field)) rules.bits |= bit;
-    };
-    takeText(rules.message, fields[1], TvString::HasMessage);
-    takeNumber(rules.least, fields[2], TvString::MinLength);
-    takeNumber(rules.most, fields[3], TvString::MaxLength);
-    takeText(rules.initial, fields[4], TvString::HasDefault);
-    takeText(rules.valid, fields[5], TvString::ValidChars);
-    takeText(rules.invalid, fields[6], TvString::InvalidChars);
-    std::copy_if(fields.begin() + 7, fields.end(), std::back_inserter(rules.forbidden),
-                 [](const std::string& field) { return !field.empty(); });
-    if (!rules.forbidden.empty()) rules.bits |= TvString::ForbiddenValues;
-    return rules;
-}
 
 /// The library's reading, through either kind of text.
 template <class Text>
@@ -137,12 +78,15 @@ std::optional<Rules> parsed(unsigned int id) {
 constexpr unsigned int kRule = 1;
 constexpr unsigned short kRange = 2;
 
+/// A set of intervals of one character each, made of what a set lists, is the same set.
 void checkSet(const std::string& definition, const std::string& text) {
     const TvCharSet set((CString(definition)));
-    const SetModel model(definition);
-    require(set.isValid() == model.valid);
-    require(set.getDetailedCharsSet() == model.members);
-    const auto has = [&](char c) { return model.has(c); };
+    const std::string members = set.getDetailedCharsSet().str();
+    std::string intervals;
+    for (const char c : members) intervals += std::string("[[") + c + c + "]]";
+    const TvCharSet again((CString(intervals)));
+    require(again.isValid() && again.getDetailedCharsSet().str() == members);
+    const auto has = [&](char c) { return members.find(c) != std::string::npos; };
     for (const char c : text.substr(0, 16)) require(set.charIsInSet(c) == has(c));
     require(set.allStringCharsAreInSet(text) == std::ranges::all_of(text, has));
     require(set.atLeastOneStringCharIsInSet(text) == std::ranges::any_of(text, has));
@@ -165,39 +109,29 @@ void checkText(const Rules& rules, const std::string& text) {
 void checkRules(toolbox::testing::FakedTexts& texts, const std::string& resource,
                 const std::string& text) {
     texts.strings.put(kRule, resource);
-    std::optional<Rules> rules = modelOf(resource);
-    // A text with the tag but not one rule counts as one that failed to parse.
-    if (rules && rules->bits == 0) rules.reset();
-    require(parsed<CString>(kRule) == rules);
+    const std::optional<Rules> rules = parsed<CString>(kRule);
     require(parsed<RWCString>(kRule) == rules);
-    if (rules)
-        checkText(*rules, text);
-    else
+    if (!rules) {
         require(TvString(kRule).rules() == 0);
+        return;
+    }
+    checkText(*rules, text);
+    texts.strings.put(kRule, rules->written());
+    require(parsed<CString>(kRule) == rules);
 }
 
-/// The fields between commas, of which several in a row count as one.
+/// What is accepted has no gap, and what is refused is told.
 void checkRange(toolbox::testing::FakedTexts& texts, const std::string& resource) {
     texts.strings.put(kRange, resource);
-    Texts fields = split(resource.substr(0, 257), ',', 0);
-    std::erase(fields, "");
-    fields.resize(3);
-    const auto limit = [&](std::size_t field) {
-        const std::size_t digits = fields[field].find_first_not_of(" \t\n\v\f\r+-");
-        // What the C library takes for hexadecimal is a 0 here.
-        const bool hexadecimal = digits != std::string::npos && fields[field][digits] == '0' &&
-                                 (fields[field][digits + 1] | 0x20) == 'x';
-        return hexadecimal ? 0.0 : std::strtod(fields[field].c_str(), nullptr);
-    };
-    const double least = limit(1);
-    const double most = limit(2);
-    for (double x : {0.0, least, most, std::nextafter(least, -HUGE_VAL),
-                     std::nextafter(most, HUGE_VAL), least / 2 + most / 2}) {
+    std::string accepted;
+    for (double x : {-1e300, -1000.0, -1.0, 0.0, 0.5, 1.0, 99.0, 1e6, 1e300}) {
         texts.prompt.boxes.clear();
-        const bool accepted = fields[2].empty() ? !resource.empty() : least <= x && x <= most;
-        require(GMSG::checkDouble(x, kRange) == accepted);
-        require(texts.prompt.boxes.size() == (accepted || resource.empty() ? 0 : 1));
+        const bool accepts = GMSG::checkDouble(x, kRange) != 0;
+        require(texts.prompt.boxes.size() == (accepts || resource.empty() ? 0 : 1));
+        if (accepted.empty() || accepts != (accepted.back() == 'y'))
+            accepted += accepts ? 'y' : 'n';
     }
+    require(accepted.size() < 3 || accepted == "nyn");
 }
 
 }  // namespace

@@ -42,11 +42,13 @@ class TB_API FormatType {
     /// A record got from UDManager is a copy: hand the changes back with setKeyDesc() and
     /// setKeyFormat().
     ///
-    /// Widths are accepted from 1 (reals: 2) to 9999, decimals to width - 2; a description is one
-    /// that reads back from a profile, so without '|' and without blanks around it. The dialogs,
-    /// DLG_FORMAT_NUMBER, DLG_FORMAT_REAL and DLG_FORMAT_STRING, are resources of GMSG's module or
-    /// of the application, in GMSG's language where they exist in it: include format_dialogs.rc and
-    /// toolbox_texts.rc in the program's resource script. 0 without them.
+    /// Widths are accepted from 1 (reals: 2) to 80, decimals to width - 2; a width or decimals that
+    /// were beyond and are not touched stay. The dialog names these limits, and warns when its
+    /// sample does not fit. A description is one that reads back from a profile, so without '|' and
+    /// without blanks around it. The dialogs, DLG_FORMAT_NUMBER, DLG_FORMAT_REAL and
+    /// DLG_FORMAT_STRING, are resources of GMSG's module or of the application, in GMSG's language
+    /// where they exist in it: include format_dialogs.rc and toolbox_texts.rc in the program's
+    /// resource script. 0 without them.
     virtual int setFormatDlg(HWND parent, UDKeyData& key) = 0;
 #endif
     /// The saved form: width (and decimals) right-aligned in 4 columns, each with a "-", then "L"
@@ -131,6 +133,8 @@ class TB_API NumberFormat : public virtual FormatType {
     /// exponent and as many decimals as the width has room for, counting two digits of the
     /// exponent: its third is cut off ("1e+00" for 123456 in 5 columns).
     [[nodiscard]] RWCString getString(int value) const;
+    /// 1 when the value prints in full: all its digits, no exponent.
+    [[nodiscard]] int fits(int value) const;
 
   private:
     int width_ = 0;
@@ -184,6 +188,10 @@ class TB_API RealFormat : public virtual FormatType {
     /// sign and a point fit the width; otherwise with an exponent, cut as NumberFormat's. Zero and
     /// negative values count a column for the sign, even when none is printed.
     virtual RWCString getString(double value);
+    /// 1 when the value prints with all the format's decimals, without exponent and with nothing
+    /// cut off. Zero needs a column for the sign here, too. An override of getString() is not
+    /// asked.
+    [[nodiscard]] int fits(double value) const;
 
   private:
     int width_ = 0;
@@ -234,6 +242,8 @@ class TB_API StringFormat : public virtual FormatType {
 
     /// The text, padded to the width; a longer one keeps its start whatever the justification.
     [[nodiscard]] RWCString getString(const RWCString& text) const;
+    /// 1 when nothing of the text is cut off.
+    [[nodiscard]] int fits(const RWCString& text) const;
 
   private:
     int width_ = 0;

@@ -1,5 +1,6 @@
 // A progress meter (Windows only): a modeless dialog with a caption, two lines of text, a bar, a
-// clock of the time elapsed and a cancel button, shown while a job runs in the caller's own thread.
+// clock of the time elapsed and a cancel button, shown while a job runs in the caller's own thread;
+// and with the time left, once it can be told, where the template has a control 2064 for it.
 //
 //     TarvMeter::setInstance(instance);              // its resources have the dialog "DLG_METER"
 //     TarvMeter meter;
@@ -13,9 +14,9 @@
 // The meter lives by the job's calls: every operation first handles the messages that wait for the
 // thread, unless said otherwise. Their handlers run inside the call, and may delete the dialog and
 // the meter: the call then does nothing more and answers as a meter without dialog, 0 for numbers.
-// Keys are not a dialog's: the button that has the focus is pressed by Space, not by Enter or
-// Escape. Where there is no dialog every operation is harmless. Its parent window is disabled while
-// it is up.
+// While isCancelEnabled() the dialog that is active has a dialog's keys: Escape and Enter cancel.
+// Where there is no dialog every operation is harmless. Its parent window is disabled while it is
+// up.
 #pragma once
 
 #include <ctime>
@@ -127,7 +128,8 @@ class TB_API TarvMeter {
     INT_PTR handleDialog(HWND dialog, UINT message, WPARAM wParam);
     /// dispatch(); false when the meter was deleted by it.
     [[nodiscard]] bool pumped() const;
-    void showElapsed() const;
+    void showTimes() const;
+    void showTimeLeft(long elapsed) const;
     void showWaitCursor();
     void restoreCursor();
     void release();

@@ -11,31 +11,40 @@ namespace {
 constexpr int kSampleInteger = -1234;
 constexpr double kSampleReal = 1234.56789;
 
-// The saved form has four columns for each number.
-constexpr int kWidest = 9999;
-
-/// A whole number between two limits; blanks around it are ignored.
-std::optional<int> numberWithin(std::string_view text, int minimum, int maximum) {
+/// A whole number; blanks around it are ignored.
+std::optional<int> wholeNumber(std::string_view text) {
     text = base::trimmed(text);
     int number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (error != std::errc() || end != text.data() + text.size()) return {};
-    if (number < minimum || number > maximum) return {};
     return number;
+}
+
+bool isWithin(std::optional<int> number, int minimum, int maximum) {
+    return number && *number >= minimum && *number <= maximum;
 }
 
 }  // namespace
 
-std::optional<EntryFault> enterFormat(const FormatEntry& entry, FormatType& format) {
+int narrowestEntry(const FormatType& format) {
+    return format.isReal() ? 2 : 1;
+}
+
+std::optional<EntryFault> enterFormat(const FormatEntry& entry, const FormatType& before,
+                                      FormatType& format) {
     if (entry.description.find('|') != std::string::npos)
         return EntryFault{EntryField::description};
-    const int narrowest = format.isReal() ? 2 : 1;
-    const auto width = numberWithin(entry.width, narrowest, kWidest);
-    if (!width) return EntryFault{EntryField::width, narrowest, kWidest};
-    const int mostDecimals = *width - 2;
+    const auto width = wholeNumber(entry.width);
+    const bool keepsWidth = width == before.getWidth();
+    const int narrowest = narrowestEntry(format);
+    if (!keepsWidth && !isWithin(width, narrowest, kWidestEntry))
+        return EntryFault{EntryField::width, narrowest, kWidestEntry};
     if (format.isReal()) {
-        const auto decimals = numberWithin(entry.decimals, 0, mostDecimals);
-        if (!decimals) return EntryFault{EntryField::decimals, 0, mostDecimals};
+        const auto decimals = wholeNumber(entry.decimals);
+        const bool keepsDecimals = keepsWidth && decimals == before.getPrecision();
+        const int most = mostDecimals(*width);
+        if (!keepsDecimals && !isWithin(decimals, 0, most))
+            return EntryFault{EntryField::decimals, 0, most};
         format.setWidth(*width);
         format.setPrecision(*decimals);
     } else {
@@ -54,6 +63,12 @@ RWCString previewOf(FormatType& format, std::string_view text) {
     else if (format.isString())
         field = StringFormat(format).getString(RWCString(text));
     return RWCString("|") + field + "|";
+}
+
+bool previewFits(FormatType& format, std::string_view text) {
+    if (format.isReal()) return RealFormat(format).fits(kSampleReal);
+    if (format.isNumber()) return NumberFormat(format).fits(kSampleInteger);
+    return !format.isString() || StringFormat(format).fits(RWCString(text));
 }
 
 }  // namespace toolbox::format

@@ -82,13 +82,15 @@ RWCString printedWithExponent(double value, long long precision, int sign, int w
     return printed(value, true, std::min(precision, room), width, justify);
 }
 
+base::ShortNumber wholeNumber(int value) {
+    return {static_cast<std::uint64_t>(std::abs(static_cast<long long>(value))), 0,
+            base::ShortNumber::kNoExponent, value < 0};
+}
+
 RWCString numberInField(int value, int width, Justification justify) {
-    const int sign = value < 0 ? 1 : 0;
-    const base::ShortNumber number{
-        static_cast<std::uint64_t>(std::abs(static_cast<long long>(value))), 0,
-        base::ShortNumber::kNoExponent, value < 0};
+    const base::ShortNumber number = wholeNumber(value);
     const int length = number.length();
-    if (length > width) return printedWithExponent(value, width, sign, width, justify);
+    if (length > width) return printedWithExponent(value, width, value < 0, width, justify);
     return writtenInField(length, width, justify, [&](char* out) { number.write(out); });
 }
 
@@ -118,6 +120,24 @@ RWCString layOutNumber(int value, int width, Justification justify) {
 RWCString layOutReal(double value, int width, int precision, Justification justify) {
     width = std::min(width, kWidestField);
     return asFarAsMemoryGoes([&] { return realInField(value, width, precision, justify); });
+}
+
+bool numberFits(int value, int width) {
+    return wholeNumber(value).length() <= width;
+}
+
+bool realFits(double value, int width, int precision) {
+    width = std::min(width, kWidestField);
+    Scratch text;
+    if (!std::isfinite(value)) return base::printFixed(text, value, 0) - text <= width;
+    // Where the layout takes an exponent or fewer decimals there is no room for all of them.
+    const long long decimals = std::max(precision, 0);
+    const long long room = static_cast<long long>(width) - (value <= 0.0 ? 1 : 0);
+    const long long digits = base::integerDigits(std::fabs(value));
+    if (digits >= room || decimals > room - digits - 1) return false;
+    // Rounding may give a digit more. Decimals beyond kMaxPrecision are zeros.
+    const int printed = static_cast<int>(std::min<long long>(decimals, base::kMaxPrecision));
+    return base::printFixed(text, value, printed) - text + (decimals - printed) <= width;
 }
 
 }  // namespace toolbox::format

@@ -20,4 +20,8 @@ inline constexpr int kWidestField = 1 << 24;
 [[nodiscard]] RWCString layOutNumber(int value, int width, Justification justify);
 [[nodiscard]] RWCString layOutReal(double value, int width, int precision, Justification justify);
 
+// Whether the layout holds all digits and decimals, without exponent and without a cut.
+[[nodiscard]] bool numberFits(int value, int width);
+[[nodiscard]] bool realFits(double value, int width, int precision);
+
 }  // namespace toolbox::format

@@ -103,3 +103,7 @@ RWCString NumberFormat::getTypeName(HWND window) const {
 RWCString NumberFormat::getString(int value) const {
     return layOutNumber(value, getWidth(), getJustify());
 }
+
+int NumberFormat::fits(int value) const {
+    return numberFits(value, getWidth());
+}

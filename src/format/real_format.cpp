@@ -119,3 +119,7 @@ RWCString RealFormat::getTypeName(HWND window) const {
 RWCString RealFormat::getString(double value) {
     return layOutReal(value, getWidth(), getPrecision(), getJustify());
 }
+
+int RealFormat::fits(double value) const {
+    return realFits(value, getWidth(), getPrecision());
+}

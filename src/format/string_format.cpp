@@ -103,3 +103,7 @@ RWCString StringFormat::getTypeName(HWND window) const {
 RWCString StringFormat::getString(const RWCString& text) const {
     return inField(text.view(), getWidth(), getJustify());
 }
+
+int StringFormat::fits(const RWCString& text) const {
+    return static_cast<long long>(text.length()) <= getWidth();
+}

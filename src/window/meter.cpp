@@ -98,7 +98,11 @@ void TarvMeter::deleteMeter() {
 }
 
 void TarvMeter::enableCancel(int enable) {
-    if (meter_) EnableWindow(GetDlgItem(meter_, IDCANCEL), enable != 0);
+    if (!meter_) return;
+    const HWND button = GetDlgItem(meter_, IDCANCEL);
+    EnableWindow(button, enable != 0);
+    // Nothing has the focus where the button lost it by being disabled: keys would go nowhere.
+    if (enable && GetActiveWindow() == meter_ && !IsChild(meter_, GetFocus())) SetFocus(button);
 }
 
 int TarvMeter::isCancelEnabled() const {

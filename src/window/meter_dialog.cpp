@@ -1,10 +1,12 @@
-// The progress meter's dialog: its clock, its button, and the messages that keep it alive.
+// The progress meter's dialog: its clocks, its button, and the messages that keep it alive.
 #include "meter_dialog.h"
 
 #include "base/template_text.h"
+#include "toolbox/messages.h"
 #include "toolbox/meter.h"
 #include "toolbox/platform.h"
 #include "toolbox/processes.h"
+#include "window/time_left.h"
 
 namespace {
 
@@ -45,6 +47,7 @@ bool TarvMeter::pumped() const {
     MSG message;
     while (!self.gone() && PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
         if (message.message == WM_QUIT) cancelMeter();
+        if (isCancelEnabled() && IsDialogMessageA(meter_, &message)) continue;
         TranslateMessage(&message);
         DispatchMessageA(&message);
     }
@@ -85,7 +88,7 @@ INT_PTR TarvMeter::handleDialog(HWND dialog, UINT message, WPARAM wParam) {
             centreOnScreen(dialog);
             return TRUE;
         case WM_TIMER:
-            showElapsed();
+            showTimes();
             return TRUE;
         case WM_COMMAND:
             if (LOWORD(wParam) != IDOK && LOWORD(wParam) != IDCANCEL) return FALSE;
@@ -102,12 +105,34 @@ INT_PTR TarvMeter::handleDialog(HWND dialog, UINT message, WPARAM wParam) {
     }
 }
 
-void TarvMeter::showElapsed() const {
+namespace {
+
+struct Clock {
     int hours = 0;
     int minutes = 0;
     int seconds = 0;
-    Secs2HMS(static_cast<long>(std::difftime(now(), start_)), &hours, &minutes, &seconds);
+
+    explicit Clock(long all) { Secs2HMS(all, &hours, &minutes, &seconds); }
+};
+
+}  // namespace
+
+void TarvMeter::showTimes() const {
+    const long elapsed = static_cast<long>(std::difftime(now(), start_));
+    const Clock clock(elapsed);
     char text[40];
-    toolbox::base::printTemplate(text, sizeof text, "%02d:%02d:%02d", hours, minutes, seconds);
+    toolbox::base::printTemplate(text, sizeof text, "%02d:%02d:%02d", clock.hours, clock.minutes,
+                                 clock.seconds);
     SetDlgItemTextA(meter_, IDC_METER_ELAPSED, text);
+    if (GetDlgItem(meter_, IDC_METER_LEFT)) showTimeLeft(elapsed);
+}
+
+void TarvMeter::showTimeLeft(long elapsed) const {
+    constexpr unsigned short kTimeLeft = 1220;
+    RWCString text;
+    if (const auto left = toolbox::window::timeLeft(elapsed, position_, rangeHigh_)) {
+        const Clock clock(*left);
+        GMSG::getString(kTimeLeft, text, clock.hours, clock.minutes, clock.seconds);
+    }
+    SetDlgItemTextA(meter_, IDC_METER_LEFT, text);
 }

@@ -13,8 +13,6 @@
 #include <utility>
 #include <vector>
 
-#include "base/short_number.h"
-
 namespace toolbox::base {
 namespace {
 
@@ -33,17 +31,11 @@ TEST(NumberPrinters, StayWithinTheirDigits) {
     const std::pair<std::string, const char*> cases[] = {
         {print(printFixed, 0.3, -4), "0"},
         {print(printFixed, 0.125, 2), "0.12"},
-        {print(printExponent, 5e-324, 2), "4.94e-324"},
         {print(printGeneral, 1e10, 3, true), "1.00e+010"},
-        {print(printGcvt, 0.0999999999, 3), "0.1"},
         {print(printGcvt, 99999999.5, 8), "1.e+008"},
         {print(printGcvt, 7.0, 0), "7."}};
     for (const auto& [printed, text] : cases) EXPECT_EQ(printed, text);
     EXPECT_EQ(print(printFixed, -DBL_MAX, kMaxPrecision + 9).size(), 311u + kMaxPrecision);
-    // Far below the last decimal, too, the quick way does it.
-    ShortNumber zero;
-    for (const double value : {0x1.8p-12, 0x1.8p-20, 0x1.8p-80})
-        EXPECT_TRUE(roundFixed(value, 2, zero)) << value;
 }
 
 #if defined(__GLIBC__)

@@ -20,24 +20,16 @@ class Mutate(unittest.TestCase):
         mutate.JOURNAL = mutate.ROOT / "journal"
         self.file = mutate.ROOT / "a.cpp"
 
-    def mutants(self, text):
-        self.file.write_text(text)
-        return mutate.mutants_of(self.file)
-
     def test_mutants(self):
         for text, wanted in {
                 "x = a <= b;": {"x = a < b;"},
-                "if (f(a)) g;": {"if (!(f(a))) g;"},
-                "if (int i = 1; i) g;": {"if (int i = 2; i) g;"},
-                "return true;": {"return false;"},
                 "x = 0x10 + 1.5;": {"x = 0x10 - 1.5;"},
-                "; list.add(f(1));": {"; ;", "; list.add(f(2));"},
                 "std::vector<int> v; T&& t; for (a; f(x); g(y)) h; Type name(a);": set(),
                 "// a < b\n\"a < b\" 'a' /* 1 */\n#if A < 1\n": set()}.items():
             with self.subTest(text):
-                made = {text[:m.start] + m.text + text[m.end:] for m in self.mutants(text)}
-                self.assertEqual({each.replace(";;", "; ;") for each in wanted},
-                                 {each.replace(";;", "; ;") for each in made})
+                self.file.write_text(text)
+                self.assertEqual(wanted, {text[:m.start] + m.text + text[m.end:]
+                                          for m in mutate.mutants_of(self.file)})
 
     def test_restores(self):
         text = "y;\r\nx = a < b;\r\n"

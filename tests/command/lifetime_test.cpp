@@ -86,9 +86,8 @@ TEST(Lifetime, TellsTheNeighboursOfAToolThatLeaves) {
             (itself ? world.first : world.second)->remove(&world.command(10));
         };
         EXPECT_EQ(world.command(10).setEnableStatus(0), 1);
-        EXPECT_EQ(world.first->take(), "e10=0 ");
         EXPECT_EQ(world.second->take(), itself ? "e10=0 " : "");
-        EXPECT_EQ(world.third->take(), "e10=0 ");
+        EXPECT_EQ(world.first->take() + world.third->take(), "e10=0 e10=0 ");
     }
 }
 
@@ -122,9 +121,6 @@ TEST(Lifetime, ForgetsCommandsWhereverTheyAre) {
         second.add(command.get());
         Command stranger(20, 0, 0, 1);
         EXPECT_EQ(first.setSel(&stranger), 1);
-        EXPECT_TRUE(stranger.isChecked());
-        EXPECT_EQ(first.setSel(command.get()), 1);
-        EXPECT_EQ(first.setSel(&stranger), 1);
         command.reset();
         EXPECT_EQ(first.getNumCommand(), 0) << "also of the context that it was added to first";
         EXPECT_EQ(second.getNumCommand(), 0);
@@ -135,24 +131,6 @@ TEST(Lifetime, ForgetsCommandsWhereverTheyAre) {
     gone->setSel(&left);
     gone.reset();
     EXPECT_EQ(left.setCheckStatus(0), 1);
-}
-
-TEST(Lifetime, ForgetsObjectsOfAnEarlierManager) {
-    const SetPointer<Tool> none;
-    GCOMMBase earlier(nullptr, nullptr);
-    {
-        Context context(1);
-        ToldTool tool(2);
-        Command command(10, 0, 0, 1);
-        earlier.manage(&context, 0);
-        earlier.manage(&tool, 0);
-        earlier.manage(&command, none, 1, 0);
-        GCOMMBase later(nullptr, nullptr);
-        EXPECT_EQ(Tool::getGCOMMBase(), &later);
-    }
-    EXPECT_FALSE(earlier[10]);
-    EXPECT_EQ(earlier.getContext(1), nullptr);
-    EXPECT_EQ(earlier.getTool(2), nullptr);
 }
 
 }  // namespace

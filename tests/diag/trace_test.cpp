@@ -21,7 +21,6 @@ TEST(Trace, PassesTheCategoriesOfTheMaskAndCutsALongText) {
     CTvTrace::Trace(~0ul, "%s", nowhere);
     CTvTrace::SetCurrentTraceCategoryEnabled(4 | 0x80000000ul);
     CTvTrace::Trace(1 | 2, "%s", nowhere);
-    CTvTrace::Trace(0, "%s", nowhere);
     CTvTrace::Trace(4 | 1, "%d%% of %-5s|%6.2f", 12, "abc", 3.14159);
     CTvTrace::Trace(0x80000000ul, "last");
     CTvTrace::Trace(4, "%s", std::string(2000, 'x').c_str());
@@ -29,7 +28,6 @@ TEST(Trace, PassesTheCategoriesOfTheMaskAndCutsALongText) {
                                                 "4 " + std::string(511, 'x')}));
     EXPECT_EQ(toolbox::setTraceSink(nullptr), keep);
     CTvTrace::Trace(4, "without a sink");
-    EXPECT_EQ(traced.size(), 3u);
     CTvTrace::SetCurrentTraceCategoryEnabled(0);
 }
 

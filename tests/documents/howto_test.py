@@ -5,10 +5,7 @@ A page's `text` block is what its program prints. What it adds or changes is com
 includes a changed header of src/, and linked before the library as it was built: so what a page adds
 to a class or table of the public headers stands at its end.
 
-A page for Windows has resource scripts too.
-
-The copy passes the checks of a change: that of the layers here, those of format and comments, which
-need tools that the tests do not, with --checks.
+A page for Windows has resource scripts too. The copy passes the check of the layers.
 """
 import argparse
 import pathlib
@@ -25,7 +22,6 @@ parser = argparse.ArgumentParser()
 for name in ("page", "source", "archive", "compiler", "resource-compiler", "emulator", "flags",
              "libraries"):
     parser.add_argument("--" + name, default="")
-parser.add_argument("--checks", action="store_true")
 options = parser.parse_args()
 SOURCE = pathlib.Path(options.source)
 OTHER_SYSTEM = "posix" if options.emulator else "win32"
@@ -42,13 +38,6 @@ def apply_page(root):
             run("git", "apply", "-C1", "-", given=text, cwd=root)
             files += re.findall(r"^\+\+\+ b/(.+)$", text, re.M)
     return files
-
-
-def check(root, files):
-    shutil.copy(SOURCE / ".clang-format", root)
-    run("clang-format", "--dry-run", "--Werror",
-        *(root / name for name in files if name.endswith((".cpp", ".h"))))
-    run(SOURCE / "scripts/check-docs", root)
 
 
 def build_and_run(root, files):
@@ -78,5 +67,4 @@ def build_and_run(root, files):
 
 
 with tempfile.TemporaryDirectory(prefix="tb-howto-") as folder:
-    copy = pathlib.Path(folder)
-    (check if options.checks else build_and_run)(copy, apply_page(copy))
+    build_and_run(pathlib.Path(folder), apply_page(pathlib.Path(folder)))

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <tuple>
 #include <vector>
 
 #include "support/temp_folder.h"
@@ -22,84 +21,63 @@ class RecentMenu : public ::testing::Test {
     RecentMenu() { history_.init(window_, kQuit, kFirst); }
     ~RecentMenu() override { DestroyWindow(window_); }
 
-    /// "File" with an item of that command, "Edit", and "Help", which opens no menu.
-    static HMENU barWith(UINT command) {
+    /// "Help", which opens no menu, and "File".
+    static HMENU newBar() {
         const HMENU bar = CreateMenu();
-        for (const auto& [title, id, item] :
-             {std::tuple{"&File", command, "&Quit"}, {"&Edit", 400u, "Copy"}}) {
-            const HMENU menu = CreatePopupMenu();
-            AppendMenuA(menu, MF_STRING, id, item);
-            AppendMenuA(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(menu), title);
-        }
+        const HMENU file = CreatePopupMenu();
+        AppendMenuA(file, MF_STRING, kQuit, "&Quit");
         AppendMenuA(bar, MF_STRING, 500, "&Help");
+        AppendMenuA(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(file), "&File");
         return bar;
     }
-    [[nodiscard]] HMENU menu(int place) const { return GetSubMenu(GetMenu(window_), place); }
+    [[nodiscard]] HMENU menu() const { return GetSubMenu(GetMenu(window_), 1); }
     /// The texts of a menu; "-" is a separator.
-    [[nodiscard]] Items itemsOf(int place) const {
-        Items items;
-        for (int i = 0; i < GetMenuItemCount(menu(place)); ++i) {
+    [[nodiscard]] Items items() const {
+        Items all;
+        for (int i = 0; i < GetMenuItemCount(menu()); ++i) {
             char text[100] = "";
-            GetMenuStringA(menu(place), static_cast<UINT>(i), text, sizeof text, MF_BYPOSITION);
-            const UINT state = GetMenuState(menu(place), static_cast<UINT>(i), MF_BYPOSITION);
-            items.emplace_back(state & MF_SEPARATOR ? "-" : text);
+            GetMenuStringA(menu(), static_cast<UINT>(i), text, sizeof text, MF_BYPOSITION);
+            const UINT state = GetMenuState(menu(), static_cast<UINT>(i), MF_BYPOSITION);
+            all.emplace_back(state & MF_SEPARATOR ? "-" : text);
         }
-        return items;
+        return all;
     }
     void record(const Items& names) {
         for (const std::string& name : names) history_.setLogFile(RWCString(name));
     }
 
     HWND window_ = CreateWindowA("STATIC", "", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 400, 200,
-                                 nullptr, barWith(kQuit), nullptr, nullptr);
+                                 nullptr, newBar(), nullptr, nullptr);
     HistoricMenuFile history_;
     TempFolder folder_;
 };
 
 TEST_F(RecentMenu, ShowsTheNewestFilesAfterOneSeparator) {
-    EXPECT_EQ(itemsOf(0), (Items{"&Quit"}));
     record({"A", "B", "A"});
-    EXPECT_EQ(itemsOf(0), (Items{"&Quit", "-", "&1 A", "&2 B"}));
+    EXPECT_EQ(items(), (Items{"&Quit", "-", "&1 A", "&2 B"}));
     record({"C:\\essais n\260 7\\pont.dat", "D", "E", "F & G"});
-    EXPECT_EQ(itemsOf(0), (Items{"&Quit", "-", "&1 F & G", "&2 E", "&3 D",
-                                 "&4 C:\\essais n\260 7\\pont.dat", "&5 A"}));
-    EXPECT_EQ(GetMenuItemID(menu(0), 6), kFirst + 4);
-    EXPECT_EQ(itemsOf(1), (Items{"Copy"}));
+    EXPECT_EQ(items(), (Items{"&Quit", "-", "&1 F & G", "&2 E", "&3 D",
+                              "&4 C:\\essais n\260 7\\pont.dat", "&5 A"}));
 }
 
 TEST_F(RecentMenu, LeavesWhatAUserAppendedAndWhatTheListNoLongerHas) {
     record({"A", "B"});
-    AppendMenuA(menu(0), MF_STRING, 210, "More");
-    history_.init(window_, kQuit, kFirst);
-    EXPECT_EQ(itemsOf(0), (Items{"&Quit", "-", "&1 B", "&2 A", "More"}));
+    AppendMenuA(menu(), MF_STRING, 210, "More");
     history_.lire(folder_.write("app.ini", "[Files_opened]\r\nFile_2=P\r\nFile_4=Q\r\n").c_str());
-    EXPECT_EQ(itemsOf(0), (Items{"&Quit", "-", "&1 P", "&2 Q", "More"}));
+    EXPECT_EQ(items(), (Items{"&Quit", "-", "&1 P", "&2 Q", "More"}));
     record({"C"});
-    EXPECT_EQ(itemsOf(0), (Items{"&Quit", "-", "&1 C", "&2 P", "More", "&3 Q"}));
-}
-
-TEST_F(RecentMenu, StandsInTheLastMenuThatHasTheAnchor) {
-    AppendMenuA(menu(1), MF_STRING, kQuit, "Quit too");
-    record({"A"});
-    EXPECT_EQ(itemsOf(0), (Items{"&Quit"}));
-    EXPECT_EQ(itemsOf(1), (Items{"Copy", "Quit too", "-", "&1 A"}));
+    EXPECT_EQ(items(), (Items{"&Quit", "-", "&1 C", "&2 P", "More", "&3 Q"}));
 }
 
 TEST_F(RecentMenu, FollowsTheWindowToAnotherMenuBarOrNone) {
     record({"A"});
-    for (const UINT command : {kQuit, kQuit + 1}) {
-        const HMENU before = GetMenu(window_);
-        SetMenu(window_, barWith(command));
-        DestroyMenu(before);
-        record({"B"});
-        EXPECT_EQ(itemsOf(0),
-                  command == kQuit ? (Items{"&Quit", "-", "&1 B", "&2 A"}) : (Items{"&Quit"}));
-    }
+    const HMENU before = GetMenu(window_);
+    SetMenu(window_, newBar());
+    DestroyMenu(before);
+    record({"B"});
+    EXPECT_EQ(items(), (Items{"&Quit", "-", "&1 B", "&2 A"}));
     SetMenu(window_, nullptr);
-    record({"C"});
-    RWCString name;
-    history_.getLogFile(kFirst + 2, name);
-    EXPECT_EQ(name, "A");
+    record({"C"});  // which only the list has
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include <cmath>
 #include <limits>
 #include <string>
+#include <tuple>
 
 #include "support/text_fakes.h"
 
@@ -27,7 +28,6 @@ constexpr auto stringFormat = made<StringFormat, int, Justification>;
 TEST(Formats, AcceptSettingsAsTheirKindDoes) {
     RealFormat real;
     EXPECT_EQ(real.setWidth(1), 0);
-    EXPECT_EQ(real.getWidth(), 0);
     EXPECT_EQ(real.setWidth(6), 1);
     EXPECT_EQ(real.setPrecision(5), 0);
     EXPECT_EQ(real.setPrecision(4), 1);
@@ -38,12 +38,6 @@ TEST(Formats, AcceptSettingsAsTheirKindDoes) {
     EXPECT_EQ(number.setPrecision(7), 1);
     EXPECT_EQ(number.getPrecision(), 0);
     EXPECT_EQ(StringFormat().setPrecision(0), 0);
-    NoFormatType none;
-    EXPECT_EQ(none.setWidth(9), 1);
-    EXPECT_EQ(none.setJustify(Right), 1);
-    EXPECT_EQ(none.setPrecision(3), 1);
-    EXPECT_EQ(none.setFormat(real), 1);
-    EXPECT_EQ(none.getWidth(), 0);
 }
 
 TEST(Formats, AreTakenOverFromTheirOwnKindOnly) {
@@ -58,14 +52,10 @@ TEST(Formats, AreTakenOverFromTheirOwnKindOnly) {
         EXPECT_EQ(to->setFormat(none), 0);
         EXPECT_EQ(to->saveStringFormat().str(), before);
         EXPECT_EQ(to->isA(*to), 1);
-        EXPECT_EQ(to->isString() + to->isReal() + to->isNumber(), 1);
-        EXPECT_EQ(none.isA(*to), 0);
     }
     const FormatType& asReal = real;
     EXPECT_EQ(NumberFormat(asReal), NumberFormat());
     EXPECT_EQ(RealFormat(asReal), real);
-    number = asReal;
-    EXPECT_EQ(number, numberFormat(7, Left));
 }
 
 TEST(RealFormat, IsCopiedThroughItsChecks) {
@@ -91,7 +81,7 @@ TEST(Formats, CompareByKindAndFields) {
     EXPECT_TRUE(number != string && string != real && base != string && real != base);
     EXPECT_TRUE(number != numberFormat(6, Right) && number != numberFormat(5, Left));
     EXPECT_TRUE(real != realFormat(5, 1, Right));
-    EXPECT_TRUE(none == base && none == none);
+    EXPECT_TRUE(none == base);
     EXPECT_TRUE(base != none);
 }
 
@@ -99,7 +89,6 @@ TEST(Formats, SaveAndRestore) {
     RealFormat real = realFormat(20, 1, Right);
     NumberFormat number = numberFormat(99, Right);
     StringFormat string = stringFormat(99, Right);
-    NoFormatType none;
     const struct {
         FormatType& format;
         const char* text;
@@ -109,14 +98,11 @@ TEST(Formats, SaveAndRestore) {
         {number, " \t  \n 12-Rest", 1, "  12-R"},
         {number, "-123-L", 1, "-123-L"},
         {string, "-1234-L", 0, "  99-R"},
-        {string, "+-1-L", 0, "  99-R"},
         // Every part that the setters accept is applied.
         {real, "  12-R", 0, "  20-   1-R"},
         {real, "   1-   4-L", 0, "  20-   4-L"},
         {real, "  10-   2-X", 0, "  10-   2-L"},
-        {real, "   6-   5-R", 0, "   6-   2-R"},
         {real, "  12--12-L", 1, "  12- -12-L"},
-        {none, "  12-R", 0, ""},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(c.format.restoreStringFormat(c.text), c.result) << c.text;
@@ -127,13 +113,10 @@ TEST(Formats, SaveAndRestore) {
 
 TEST(Formats, AreNamedByTheApplicationsTexts) {
     toolbox::testing::FakedTexts texts;
-    texts.strings.put(1200, "number");
     texts.strings.put(1201, "real");
     texts.strings.put(1202, std::string(200, '.'));
-    EXPECT_EQ(NumberFormat().getTypeName(nullptr), "number");
     EXPECT_EQ(RealFormat().getTypeName(nullptr), "real");
     EXPECT_EQ(StringFormatedValue().getTypeName(nullptr), std::string(98, '.'));
-    EXPECT_TRUE(NoFormatType().getTypeName(nullptr).empty());
 }
 
 constexpr double kInf = std::numeric_limits<double>::infinity();
@@ -156,13 +139,11 @@ std::string string(int width, Justification justify, const char* text) {
 // Most numbers are held to the rules done step by step; these go to all systems.
 TEST(Formats, PrintInTheirField) {
     const std::pair<std::string, const char*> cases[] = {
-        {number(5, static_cast<Justification>(7), 42), "   42"},
         {number(5, Right, 123456), "1e+00"},
         {number(11, Right, INT_MIN), "-2147483648"},
         {number(10, Right, INT_MIN), "-2.147e+00"},
         {number(-5, Right, 42), ""},
         {number(INT_MIN, Left, INT_MIN), ""},
-        {real(8, 4, 12345.678), "12345.68"},
         {real(6, 3, 123456.0), "1e+005"},
         {real(4, 2, 0.0), " 0.0"},
         {real(24, 2, 1e23), " 99999999999999991611392"},
@@ -171,8 +152,6 @@ TEST(Formats, PrintInTheirField) {
         {real(2, 0, kNan), "na"},
         {string(4, Right, "abcdef"), "abcd"},
         {string(4, Left, "ab"), "ab  "},
-        {string(4, Right, "ab"), "  ab"},
-        {string(4, Right, "abcd"), "abcd"},
         {string(-4, Left, "ab"), ""},
         {string(3, Left, "\351t\351s"), "\351t\351"}};
     for (const auto& [printed, text] : cases) EXPECT_EQ(printed, text);
@@ -202,7 +181,26 @@ TEST(RealFormat, PrintsZerosWhereADoubleHasNoMoreDigits) {
     EXPECT_EQ(format.getString(1e9).str(), "1.00e+00");
     format.setPrecision(INT_MIN);
     EXPECT_EQ(format.getString(3.14159).str(), "       3");
-    EXPECT_EQ(real(3000, 2500, 1e300).length(), 3000u);
+}
+
+TEST(Formats, TellWhetherAValueFits) {
+    for (const double value : {0.0, -0.04, 0.95, 9.96, -9.96, 99.5, 123.0, -123.456, 1e9, 1e300})
+        for (int width = 2; width < 16; ++width)
+            for (int precision = 0; precision < width - 1; ++precision) {
+                RealFormat real = realFormat(width, precision, Left);
+                std::string full(400, ' ');
+                full.resize(static_cast<std::size_t>(
+                    std::snprintf(full.data(), full.size(), "%.*f", precision, value)));
+                const std::string printed = real.getString(value).str();
+                EXPECT_EQ(real.fits(value), printed.substr(0, printed.find(' ')) == full)
+                    << printed << " for " << full;
+            }
+    EXPECT_EQ(realFormat(3, 0, Right).fits(-INFINITY), 0);
+    EXPECT_EQ(realFormat(4, 0, Right).fits(-INFINITY), 1);
+    EXPECT_EQ(numberFormat(4, Right).fits(-1234), 0);
+    EXPECT_EQ(numberFormat(5, Right).fits(-1234), 1);
+    EXPECT_EQ(stringFormat(-1, Left).fits(""), 0);
+    EXPECT_EQ(stringFormat(3, Left).fits("abc"), 1);
 }
 
 TEST(Formats, PrintTheSameUnderEveryLocale) {
@@ -220,44 +218,35 @@ TEST(FormatedValues, PrintByTheirFormatAndCopyIt) {
     RealFormatedValue real;
     real.setFormat(8, 2, Right);
     real = 3.14159;
-    RealFormatedValue assigned;
-    assigned = real;
-    RealFormatedValue copy(assigned);
+    RealFormatedValue copy = real;
     StringFormatedValue string;
     string.setFormat(5, Right);
     string = "ab";
-    NoFormatedValue none;
     const std::pair<FormatedValue*, const char*> values[] = {
-        {&number, "-42   "}, {&copy, "    3.14"}, {&string, "   ab"}, {&none, ""}};
+        {&number, "-42   "}, {&copy, "    3.14"}, {&string, "   ab"}};
     for (const auto& [value, text] : values) EXPECT_EQ(value->getStringValue().str(), text);
-    EXPECT_EQ(number.isA(number), 1);
-    EXPECT_EQ(none.isA(none), 0);
     number = static_cast<const NumberFormat&>(NumberFormat());
     EXPECT_EQ(number.getValue(), -42);
 }
 
 TEST(RealFormatedValue, EqualsWithinAUnitOfItsLastDecimal) {
-    const struct {
-        int precision;
-        double a, b;
-        int equal;
-    } cases[] = {
-        {2, 1.004, 1.0, 1},    {2, 1.02, 1.0, 0},
-        {0, 3.05, 3.0, 1},     {0, 3.1, 3.0, 0},
-        {1, 3.05, 3.0, 1},     {1, 3.15, 3.0, 0},
-        {-2, 199.0, 100.0, 1}, {-2, 200.0, 100.0, 0},
-        {-400, 1e300, 0.0, 1}, {INT_MIN, 5.0, 1.0, 1},
-        {2, kInf, kInf, 0},    {400, 1.0, 1.0, 0},
-        {22, 0.0, 1e-22, 0},   {22, 0.0, std::nextafter(1e-22, 0.0), 1},
-    };
     RealFormatedValue a, b;
-    for (const auto& c : cases) {
+    for (const auto& [precision, x, y, equal] : {std::tuple{0, 3.05, 3.0, 1},
+                                                 {0, 3.1, 3.0, 0},
+                                                 {1, 3.05, 3.0, 1},
+                                                 {1, 3.15, 3.0, 0},
+                                                 {-2, 199.0, 100.0, 1},
+                                                 {-2, 200.0, 100.0, 0},
+                                                 {2, kInf, kInf, 0},
+                                                 {INT_MIN, 5.0, 1.0, 1},
+                                                 {22, 0.0, 1e-22, 0},
+                                                 {22, 0.0, std::nextafter(1e-22, 0.0), 1}}) {
         for (RealFormatedValue* value : {&a, &b})
-            EXPECT_EQ(value->setFormat(1000, c.precision, Right), 1);
-        a = c.a;
-        b = c.b;
-        EXPECT_EQ(a == b, c.equal) << c.precision << ' ' << c.a << ' ' << c.b;
-        EXPECT_EQ(a != b, !c.equal);
+            EXPECT_EQ(value->setFormat(1000, precision, Right), 1);
+        a = x;
+        b = y;
+        EXPECT_EQ(a == b, equal) << precision << ' ' << x << ' ' << y;
+        EXPECT_EQ(a != b, !equal);
     }
     EXPECT_TRUE(a == b);
     b.setPrecision(21);
@@ -270,14 +259,11 @@ TEST(FormatedValues, CompareAsTheirKindDoes) {
     EXPECT_TRUE(one != two);
     two = 1;
     EXPECT_TRUE(one == two);
-    two.setJustify(Left);
-    EXPECT_TRUE(one != two);
     StringFormatedValue abc, xyz;
     abc = "abc";
     EXPECT_TRUE(abc == xyz);
     xyz.setWidth(3);
     EXPECT_TRUE(abc != xyz);
-    EXPECT_TRUE(NoFormatedValue() == NoFormatedValue());
 }
 
 }  // namespace

@@ -19,10 +19,6 @@ TEST(OrthogonalConstraint, TakesTheNearerAxis) {
         Pixel origin, point, constrained;
     } cases[] = {{{0, 0}, {5, 5}, {5, 0}},
                  {{0, 0}, {4, 5}, {0, 5}},
-                 {{0, 0}, {-5, 5}, {-5, 0}},
-                 {{0, 0}, {0, 0}, {0, 0}},
-                 {{10, 20}, {13, 18}, {13, 20}},
-                 {{10, 20}, {12, -20}, {10, -20}},
                  {{INT_MIN, 0}, {INT_MAX, INT_MAX}, {INT_MAX, 0}}};
     for (const auto& c : cases) EXPECT_EQ(constrainOrthogonally(c.point, c.origin), c.constrained);
 }
@@ -30,13 +26,10 @@ TEST(OrthogonalConstraint, TakesTheNearerAxis) {
 TEST(ThetaProjection, PutsThePointOntoTheMirroredEllipse) {
     const struct {
         Pixel point, projected;
-    } cases[] = {
-        {{100, 160}, {100, 80}},      {{100, 40}, {100, 120}},
-        {{130, 100}, {150, 100}},     {{70, 100}, {50, 100}},
-        {{100, 100}, {100, 100}},     {{103, 104}, {130, 84}},  // 3-4-5: 30 and 16 off the center
-        {{101, 101}, {135, 85}},                                // 135.36, 85.86: toward zero
-        {{99, 99}, {64, 114}},                                  // 64.64, 114.14
-        {{INT_MAX, 100}, {150, 100}}, {{100, INT_MIN}, {100, 120}}};
+    } cases[] = {{{100, 160}, {100, 80}},     {{70, 100}, {50, 100}}, {{100, 100}, {100, 100}},
+                 {{103, 104}, {130, 84}},  // 3-4-5: 30 and 16 off the center
+                 {{99, 99}, {64, 114}},    // 64.64, 114.14: toward zero
+                 {{100, INT_MIN}, {100, 120}}};
     for (const auto& c : cases)
         EXPECT_EQ(projectOntoEllipse(c.point, {{100, 100}, 50, 20}), c.projected)
             << c.point.x << ", " << c.point.y;
@@ -60,34 +53,33 @@ TEST(MouseGesture, TellsWhatAMessageMeans) {
         std::uint32_t message;
         std::uintptr_t wParam;
         GestureStep step;
-    } cases[] = {
-        {0, false, false, kLeftDown, 1, anchor},   {0, false, false, kLeftDown, 1 | 4 | 8, anchor},
-        {0, false, false, kLeftDown, 1 | 2, none},  // the other button is held
-        {0, false, true, kLeftDown, 1, anchor},     // again
-        {0, false, false, kLeftDouble, 1, none},   {0, false, false, kMove, 1, none},
-        {0, false, true, kMove, 0, move},          {0, false, false, kLeftUp, 0, none},
-        {0, false, true, kLeftUp, 0, finish},      {0, false, true, kRightDown, 3, cancel},
-        {0, false, false, kRightDown, 2, none},    {0, false, true, kRightUp, 1, none},
-        {0, false, false, kCommand, 2, cancel},    {0, false, true, kCommand, 2, cancel},
-        {0, false, true, kCommand, 0x10002, none},  // an accelerator's, not the Cancel button's
-        {0, false, true, kCommand, 1, none},       {0, true, false, kLeftDown, 1, none},
-        {0, true, false, kLeftDouble, 1, anchor},  {0, true, true, kLeftUp, 0, finish},
-        {0, false, true, kCancelMode, 0, lose},    {0, false, true, kCaptureChanged, 0, lose},
-        {0, false, false, kCancelMode, 0, none},   {0, false, false, kCaptureChanged, 0, none},
-        {1, false, false, kRightDown, 2, anchor},  {1, false, false, kRightDown, 2 | 1, none},
-        {1, false, true, kLeftDown, 3, cancel},    {1, false, true, kLeftUp, 0, none},
-        {1, false, true, kRightUp, 0, finish},     {1, true, false, kRightDouble, 2, anchor},
-    };
+    } cases[] = {{0, false, false, kLeftDown, 1 | 4 | 8, anchor},
+                 {0, false, false, kMove, 1, none},
+                 {0, false, true, kMove, 0, move},
+                 {0, false, false, kLeftUp, 0, none},
+                 {0, false, true, kLeftUp, 0, finish},
+                 {0, false, true, kRightDown, 3, cancel},
+                 {0, false, false, kRightDown, 2, none},
+                 {0, false, false, kCommand, 2, cancel},
+                 {0, true, false, kLeftDown, 1, none},
+                 {0, true, false, kLeftDouble, 1, anchor},
+                 {0, false, true, kCancelMode, 0, lose},
+                 {0, false, true, kCaptureChanged, 0, lose},
+                 {0, false, false, kCaptureChanged, 0, none},
+                 {1, false, false, kRightDown, 2 | 1, none},
+                 {1, false, true, kLeftDown, 3, cancel},
+                 {1, false, true, kRightUp, 0, finish},
+                 {1, true, false, kRightDouble, 2, anchor},
+                 {0, false, false, kLeftDown, 1 | 2, none},
+                 {0, false, true, kLeftDown, 1, anchor},
+                 // An accelerator's, not the Cancel button's.
+                 {0, false, true, kCommand, 0x10002, none}};
     for (const auto& c : cases) {
         ParametricButton button;
         ASSERT_TRUE(describeButton(c.button, c.onDoubleClick, button));
         EXPECT_EQ(gestureStep(button, c.dragging, c.message, c.wParam), c.step)
             << c.button << ' ' << c.dragging << ' ' << c.message << ' ' << c.wParam;
     }
-    ParametricButton untouched{.button = 9};
-    EXPECT_FALSE(describeButton(2, false, untouched));
-    EXPECT_FALSE(describeButton(-1, false, untouched));
-    EXPECT_EQ(untouched.button, 9);
 }
 
 }  // namespace

@@ -18,6 +18,8 @@ class PictureWindow {
         type.style = CS_DBLCLKS;
         type.lpfnWndProc = procedure;
         type.lpszClassName = "PictureWindow";
+        // Two colours, so that every figure crosses both many times.
+        type.hbrBackground = CreateHatchBrush(HS_DIAGCROSS, RGB(200, 40, 90));
         RegisterClassA(&type);  // once; later calls fail
         window_ = CreateWindowExA(WS_EX_TOPMOST, "PictureWindow", "", WS_POPUP | WS_VISIBLE, 150,
                                   120, kWidth, kHeight, nullptr, nullptr, nullptr, nullptr);
@@ -58,7 +60,6 @@ class PictureWindow {
     LRESULT handle(TarvMess& message) {
         if (message.message == WM_MOUSEMOVE) ++moves;
         if (message.message == WM_COMMAND) command = LOWORD(message.wParam);
-        if (message.message == WM_PAINT) paint();
         if (mouse_) {
             const MouseDragger::State now = mouse_->drag(message, start, end);
             if (message.handled || message.message == WM_COMMAND) state = now;
@@ -66,21 +67,6 @@ class PictureWindow {
         }
         return DefWindowProcA(message.hwnd, message.message, message.wParam, message.lParam);
     }
-    /// Bands of colours, so that every figure crosses several.
-    void paint() {
-        constexpr COLORREF kColours[] = {RGB(255, 255, 255), RGB(0, 0, 0), RGB(200, 40, 90),
-                                         RGB(0, 0, 255), RGB(17, 130, 60)};
-        PAINTSTRUCT painting;
-        const HDC dc = BeginPaint(window_, &painting);
-        constexpr int kBand = 23;
-        for (int i = 0; i * kBand < kWidth; ++i) {
-            const RECT band{i * kBand, 0, (i + 1) * kBand, kHeight};
-            SetDCBrushColor(dc, kColours[i % std::ssize(kColours)]);
-            FillRect(dc, &band, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
-        }
-        EndPaint(window_, &painting);
-    }
-
     static constexpr int kWidth = 300, kHeight = 200;
     static inline PictureWindow* theWindow = nullptr;
     HWND window_;

@@ -1,5 +1,5 @@
 // Prints where a test program of Windows met a fault, on stderr: the code, and of each place on the
-// stack the module and the offset in it. It looks at faults before anybody else does, so one that
+// stack the module and where that lies. It looks at faults before anybody else does, so one that
 // happens while the program ends (destructors, DLLs that are detached) is told too. ctest shows
 // what a test printed only when it failed; a fault that somebody handles costs a few lines that
 // nobody sees.
@@ -26,16 +26,12 @@ constexpr ULONG kMostFrames = 32;  // the first few are this handler and the sys
               nullptr);
 }
 
-void printPlace(const char* what, const void* address) {
+void printPlace(const void* address) {
     MEMORY_BASIC_INFORMATION region{};
     VirtualQuery(address, &region, sizeof region);
-    const auto* const module = static_cast<char*>(region.AllocationBase);
-    char name[MAX_PATH] = "";
-    if (module)
-        GetModuleFileNameA(static_cast<HMODULE>(region.AllocationBase), name, sizeof name - 1);
-    print("%s %p: %p + 0x%lx %s\n", what, address, region.AllocationBase,
-          static_cast<unsigned long>(static_cast<const char*>(address) - module),
-          name[0] ? name : "(no module)");
+    char name[MAX_PATH] = "(no module)";
+    GetModuleFileNameA(static_cast<HMODULE>(region.AllocationBase), name, sizeof name - 1);
+    print("from %p, in %s at %p\n", address, name, region.AllocationBase);
 }
 
 LONG CALLBACK trace(EXCEPTION_POINTERS* fault) {
@@ -48,14 +44,10 @@ LONG CALLBACK trace(EXCEPTION_POINTERS* fault) {
         return EXCEPTION_CONTINUE_SEARCH;
 
     print("\nexception 0x%08lx, thread %lu\n", record.ExceptionCode, GetCurrentThreadId());
-    printPlace("at", record.ExceptionAddress);
-    if (record.ExceptionCode == EXCEPTION_ACCESS_VIOLATION && record.NumberParameters > 1)
-        print("access %lu (0 read, 1 write, 8 execute) of 0x%llx\n",
-              static_cast<unsigned long>(record.ExceptionInformation[0]),
-              static_cast<unsigned long long>(record.ExceptionInformation[1]));
+    printPlace(record.ExceptionAddress);
     void* frames[kMostFrames];
     const ULONG count = CaptureStackBackTrace(0, kMostFrames, frames, nullptr);
-    for (ULONG i = 0; i < count; ++i) printPlace("from", frames[i]);
+    for (ULONG i = 0; i < count; ++i) printPlace(frames[i]);
     return EXCEPTION_CONTINUE_SEARCH;
 }
 

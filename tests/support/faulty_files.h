@@ -9,21 +9,7 @@
 #include "toolbox/platform.h"
 
 /// The calls that can be made to fail.
-enum class FileCall {
-    open,
-    createLike,
-    read,
-    readAt,
-    write,
-    seek,
-    size,
-    flush,
-    flushFolder,
-    copy,
-    replace,
-    remove,
-    count
-};
+enum class FileCall { createLike, read, readAt, write, seek, size, flush, flushFolder, replace };
 
 /// In use from its construction to its end, for files that are open already as well:
 ///
@@ -39,7 +25,7 @@ class FaultyFiles final : public toolbox::platform::FileSystem {
     FaultyFiles() : real_(*toolbox::platform::current().files), guard_(slot(), *this) {}
 
     /// Makes the `nth` call from now on, counted from 1, fail; those after it work again unless
-    /// `forGood`. A failing write or copy does nothing at all.
+    /// `forGood`. A failing write does nothing at all.
     void fail(FileCall call, int nth, ErrorCode error, bool forGood = false) {
         plan(call) = {made(call) + nth, error, 0, false, forGood};
     }
@@ -57,30 +43,24 @@ class FaultyFiles final : public toolbox::platform::FileSystem {
 
     ErrorCode open(const char* name, std::uint32_t access, std::uint32_t share,
                    std::uint32_t disposition, FileHandle& out) override {
-        out = toolbox::platform::kNoFile;
-        if (const Plan* fault = due(FileCall::open)) return fault->error;
         return real_.open(name, access, share, disposition, out);
     }
     ErrorCode close(FileHandle file) override { return real_.close(file); }
     ErrorCode read(FileHandle file, void* buffer, std::uint32_t n, std::uint32_t& got) override {
-        got = 0;
-        const Plan* fault = due(FileCall::read);
-        if (fault && !fault->shortens) return fault->error;
-        return real_.read(file, buffer, fault ? std::min(n, fault->bytes) : n, got);
+        return transfer(FileCall::read, n, got,
+                        [&](std::uint32_t most) { return real_.read(file, buffer, most, got); });
     }
     ErrorCode readAt(FileHandle file, std::uint64_t offset, void* buffer, std::uint32_t n,
                      std::uint32_t& got) override {
-        got = 0;
-        const Plan* fault = due(FileCall::readAt);
-        if (fault && !fault->shortens) return fault->error;
-        return real_.readAt(file, offset, buffer, fault ? std::min(n, fault->bytes) : n, got);
+        return transfer(FileCall::readAt, n, got, [&](std::uint32_t most) {
+            return real_.readAt(file, offset, buffer, most, got);
+        });
     }
     ErrorCode write(FileHandle file, const void* buffer, std::uint32_t n,
                     std::uint32_t& written) override {
-        written = 0;
-        const Plan* fault = due(FileCall::write);
-        if (fault && !fault->shortens) return fault->error;
-        return real_.write(file, buffer, fault ? std::min(n, fault->bytes) : n, written);
+        return transfer(FileCall::write, n, written, [&](std::uint32_t most) {
+            return real_.write(file, buffer, most, written);
+        });
     }
     ErrorCode seek(FileHandle file, std::int64_t distance, SeekFrom from,
                    std::uint64_t& position) override {
@@ -101,7 +81,6 @@ class FaultyFiles final : public toolbox::platform::FileSystem {
     }
     std::vector<FoundFile> find(const char* pattern) override { return real_.find(pattern); }
     ErrorCode copy(const char* from, const char* to, bool failIfExists) override {
-        if (const Plan* fault = due(FileCall::copy)) return fault->error;
         return real_.copy(from, to, failIfExists);
     }
     ErrorCode replace(const char* from, const char* to) override {
@@ -124,10 +103,7 @@ class FaultyFiles final : public toolbox::platform::FileSystem {
         if (const Plan* fault = due(FileCall::flushFolder)) return fault->error;
         return real_.flushFolderOf(name);
     }
-    ErrorCode remove(const char* name) override {
-        if (const Plan* fault = due(FileCall::remove)) return fault->error;
-        return real_.remove(name);
-    }
+    ErrorCode remove(const char* name) override { return real_.remove(name); }
     ErrorCode createTemporary(const char* prefix, std::string& name) override {
         return real_.createTemporary(prefix, name);
     }
@@ -160,12 +136,20 @@ class FaultyFiles final : public toolbox::platform::FileSystem {
         bool shortens = false;
         bool forGood = false;
     };
-    static constexpr std::size_t kCalls = static_cast<std::size_t>(FileCall::count);
+    static constexpr std::size_t kCalls = static_cast<std::size_t>(FileCall::replace) + 1;
 
     static toolbox::platform::FileSystem*& slot() { return toolbox::platform::current().files; }
     static std::size_t index(FileCall call) { return static_cast<std::size_t>(call); }
     Plan& plan(FileCall call) { return plans_[index(call)]; }
 
+    /// Makes `call` of at most `n` bytes, fewer where that is planned.
+    template <class Call>
+    ErrorCode transfer(FileCall kind, std::uint32_t n, std::uint32_t& done, const Call& call) {
+        done = 0;
+        const Plan* fault = due(kind);
+        if (fault && !fault->shortens) return fault->error;
+        return call(fault ? std::min(n, fault->bytes) : n);
+    }
     /// Counts a call; the fault that is due in it, or null.
     const Plan* due(FileCall call) {
         const int now = ++made_[index(call)];

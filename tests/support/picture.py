@@ -1,10 +1,6 @@
-#!/usr/bin/env python3
-"""Pictures of the screen: reads portable pixmaps, tells how much is drawn in them, writes PNG
-files. As a program:  picture.py FOLDER FILE.ppm...  puts a PNG of each into the folder.
-"""
+"""Pictures of the screen: reads portable pixmaps, tells how much is drawn in them, writes PNG files."""
 import pathlib
 import struct
-import sys
 import zlib
 from collections import Counter
 
@@ -41,9 +37,3 @@ class Picture:
 def _chunk(file, kind, data):
     file.write(struct.pack(">I", len(data)) + kind + data)
     file.write(struct.pack(">I", zlib.crc32(kind + data)))
-
-
-if __name__ == "__main__":
-    for bitmap in map(pathlib.Path, sys.argv[2:]):
-        if bitmap.exists():
-            Picture.read(bitmap).write_png(pathlib.Path(sys.argv[1]) / (bitmap.stem + ".png"))

@@ -1,10 +1,7 @@
 // What the dialogs accept: the rules of their fields, on every system.
 #include <gtest/gtest.h>
 
-#include <climits>
-
 #include "format/format_entry.h"
-#include "text/message_ranges.h"
 
 namespace {
 
@@ -17,18 +14,22 @@ Format made(Fields... fields) {
     return format;
 }
 
+/// Edits a format in place.
+template <class Format>
+auto entered(const FormatEntry& entry, Format& format) {
+    return enterFormat(entry, Format(format), format);
+}
+
 TEST(FormatEntry, SetsWhatWasEntered) {
     auto format = made<RealFormat>(8, 2, Right);
-    EXPECT_FALSE(enterFormat({"Length", " 4", "2 ", Left}, format));
+    EXPECT_FALSE(entered({"Length", " 4", "2 ", Left}, format));
     EXPECT_EQ(format.saveStringFormat(), "   4-   2-L");
-    EXPECT_FALSE(enterFormat({"", "9999", "9997", Right}, format));
-    EXPECT_EQ(format.saveStringFormat(), "9999-9997-R");
+    EXPECT_FALSE(entered({"", "80", "78", Right}, format));
+    EXPECT_EQ(format.saveStringFormat(), "  80-  78-R");
     auto number = made<NumberFormat>(5, Right);
-    EXPECT_FALSE(enterFormat({"", "1", "no matter", Left}, number));
+    EXPECT_FALSE(entered({"", "1", "no matter", Left}, number));
     EXPECT_EQ(number.saveStringFormat(), "   1-L");
-    const auto fault = enterFormat({"", "0", ""}, number);
-    ASSERT_TRUE(fault);
-    EXPECT_EQ(fault->minimum, 1);
+    EXPECT_TRUE(entered({"", "0", ""}, number));
 }
 
 TEST(FormatEntry, NamesTheFirstFieldThatIsRefusedAndItsLimits) {
@@ -36,23 +37,31 @@ TEST(FormatEntry, NamesTheFirstFieldThatIsRefusedAndItsLimits) {
         FormatEntry entry;
         EntryField field;
         int minimum, maximum;
-    } cases[] = {{{"", "", "0"}, EntryField::width, 2, 9999},
-                 {{"", "1", "0"}, EntryField::width, 2, 9999},
-                 {{"", "10000", "0"}, EntryField::width, 2, 9999},
-                 {{"", "8 mm", "-1"}, EntryField::width, 2, 9999},
+    } cases[] = {{{"", "1", "0"}, EntryField::width, 2, 80},
+                 {{"", "81", "0"}, EntryField::width, 2, 80},
                  {{"", "8", "7"}, EntryField::decimals, 0, 6},
-                 {{"", "8", "-1"}, EntryField::decimals, 0, 6},
                  {{"a|b", "0", "-1"}, EntryField::description, 0, 0}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.entry.width + ", " + c.entry.decimals);
         auto format = made<RealFormat>(12, 3, Right);
-        const auto fault = enterFormat(c.entry, format);
+        const auto fault = entered(c.entry, format);
         ASSERT_TRUE(fault);
         EXPECT_EQ(fault->field, c.field);
         EXPECT_EQ(fault->minimum, c.minimum);
         EXPECT_EQ(fault->maximum, c.maximum);
         EXPECT_EQ(format.saveStringFormat(), "  12-   3-R");
     }
+}
+
+TEST(FormatEntry, KeepsWhatWasBeyondTheLimitsUntilItIsTouched) {
+    auto wide = made<RealFormat>(300, 200, Right);
+    EXPECT_FALSE(entered({"", "300", "200", Left}, wide));
+    EXPECT_EQ(wide.saveStringFormat(), " 300- 200-L");
+    EXPECT_FALSE(entered({"", "300", "298", Left}, wide));
+    EXPECT_EQ(entered({"", "299", "200", Left}, wide)->field, EntryField::width);
+    EXPECT_EQ(entered({"", "80", "298", Left}, wide)->field, EntryField::decimals);
+    NumberFormat none;
+    EXPECT_FALSE(entered({"", "0", "", Left}, none));
 }
 
 TEST(FormatEntry, PreviewsASampleBetweenTheEdgesOfItsColumn) {
@@ -62,13 +71,9 @@ TEST(FormatEntry, PreviewsASampleBetweenTheEdgesOfItsColumn) {
     EXPECT_EQ(previewOf(real, "text"), "|   1234.57|");
     EXPECT_EQ(previewOf(number, "text"), "|   -1234|");
     EXPECT_EQ(previewOf(words, "abcd"), "|abcd  |");
-}
-
-TEST(LeadingNumber, StaysWithinItsType) {
-    using toolbox::text::leadingNumber;
-    EXPECT_EQ(leadingNumber<int>("-12 mm"), -12);
-    EXPECT_EQ(leadingNumber<int>("2147483648"), INT_MAX);
-    EXPECT_EQ(leadingNumber<long>("-99999999999999999999"), LONG_MIN);
+    EXPECT_TRUE(previewFits(real, "text") && previewFits(number, "text"));
+    EXPECT_TRUE(previewFits(words, "abcdef"));
+    EXPECT_FALSE(previewFits(words, "abcdefg"));
 }
 
 }  // namespace

@@ -45,22 +45,17 @@ inline UDKeyData makeKey(const char* key, const FormatType& format, const char* 
     return data;
 }
 
+template <class Format, class... Fields>
+Format made(Fields... fields) {
+    Format format;
+    format.setFormat(fields...);
+    return format;
+}
 inline NumberFormat number(int width, Justification justify = Right) {
-    NumberFormat format;
-    format.setFormat(width, justify);
-    return format;
+    return made<NumberFormat>(width, justify);
 }
-
 inline RealFormat real(int width, int precision) {
-    RealFormat format;
-    format.setFormat(width, precision, Right);
-    return format;
-}
-
-inline StringFormat string(int width) {
-    StringFormat format;
-    format.setFormat(width, Left);
-    return format;
+    return made<RealFormat>(width, precision, Right);
 }
 
 /// A number below `n`, the same in every run.
@@ -83,7 +78,7 @@ class KeysFixture : public ::testing::Test {
     void declareUsualKeys() {
         declare(1, makeKey("VOLT", number(5), "Voltage"));
         declare(2, makeKey("A", real(8, 2), "Area"));
-        declare(3, makeKey("NAME", string(6), "Name"));
+        declare(3, makeKey("NAME", made<StringFormat>(6, Left), "Name"));
         UDKeyData length = makeKey("LEN", real(8, 2), "Length");
         length.setUnitsStr("TVUNITS");
         length.setHeaderStr("L");

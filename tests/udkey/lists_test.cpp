@@ -12,7 +12,6 @@ class Selection : public KeysFixture {
 using Matching = Selection;
 
 TEST_F(Selection, IsWalkedFromNowhereToItsLastId) {
-    EXPECT_EQ(manager_.setFirstSelection(), 0);
     EXPECT_EQ(manager_.setNextSelection(), 0);
     EXPECT_EQ(manager_.setSelection(Ids{3, 1, 2}), 1);
     EXPECT_EQ(manager_.getSelectionId(), kNone);
@@ -21,18 +20,14 @@ TEST_F(Selection, IsWalkedFromNowhereToItsLastId) {
     EXPECT_EQ(walked, "312");
     EXPECT_EQ(manager_.getSelectionId(), 2u) << "the cursor stays at the end";
     EXPECT_EQ(manager_.setFirstSelection(), 1);
-    EXPECT_EQ(manager_.getSelectionId(), 3u);
-    EXPECT_EQ(manager_.setSelectionId(1), 1);
     EXPECT_EQ(manager_.setSelectionId(4), 0);
-    EXPECT_EQ(manager_.getSelectionId(), 1u);
 }
 
 TEST_F(Selection, TakesOnlyKeysAndEachOnce) {
     manager_.createGroup(50);
     EXPECT_EQ(manager_.addSelectionId(2), 1);
     EXPECT_EQ(manager_.addSelectionId(3), 1);
-    EXPECT_EQ(manager_.addSelectionId(2), 0);
-    EXPECT_EQ(manager_.addSelectionId(50), 0) << "a group";
+    for (const UINT id : {2u, 50u}) EXPECT_EQ(manager_.addSelectionId(id), 0);
     for (const Ids& refused : {Ids{}, Ids{1, 99}}) {
         EXPECT_EQ(manager_.setFirstSelection(), 1);
         EXPECT_EQ(manager_.setSelection(refused), 0);
@@ -41,28 +36,9 @@ TEST_F(Selection, TakesOnlyKeysAndEachOnce) {
     }
     EXPECT_EQ(manager_.setSelection(Ids{4, 4}), 1);
     EXPECT_EQ(manager_.getSelection(), Ids{4});
-    EXPECT_EQ(manager_.getSelectionId(), 4u) << "a single id is current at once";
-    EXPECT_EQ(manager_.setSelection(99), 0);
-    EXPECT_TRUE(manager_.getSelection().isEmpty());
-}
-
-TEST_F(Selection, IsEachManagersOwn) {
-    manager_.setSelection(1);
-    TestManager copy(manager_);
-    copy.addSelectionId(2);
-    copy.removeMatchingId(1);
-    EXPECT_EQ(manager_.getSelection(), Ids{1});
-    EXPECT_EQ(manager_.isMatching(1), 1);
-    copy = manager_;
-    EXPECT_EQ(copy.getSelection(), Ids{1});
 }
 
 TEST_F(Selection, GoesToTheClipboardAsAToken) {
-    class Refusing final : public toolbox::platform::Clipboard {
-      public:
-        toolbox::platform::ErrorCode setText(const char*) override { return ERROR_ACCESS_DENIED; }
-        std::string text() override { return {}; }
-    } refusing;
     auto& clipboard = toolbox::platform::current().clipboard;
     clipboard->setText("before");
     EXPECT_EQ(manager_.setSelTokenToClip(), 0);
@@ -70,22 +46,20 @@ TEST_F(Selection, GoesToTheClipboardAsAToken) {
     manager_.setSelection(1);
     EXPECT_EQ(manager_.setSelTokenToClip(), 1);
     EXPECT_EQ(clipboard->text(), "$VOLT$");
-    toolbox::platform::Replaced<toolbox::platform::Clipboard> guard(clipboard, refusing);
-    EXPECT_EQ(manager_.setSelTokenToClip(), 0);
 }
 
 TEST_F(Selection, EndsWithTheKeysAndEveryManagerMatchesTheNewOnes) {
     TestManager second(manager_);
     EXPECT_EQ(second.setSelection(1), 1);
     EXPECT_EQ(second.setMatching(Ids{1}), 1);
+    EXPECT_TRUE(manager_.getSelection().isEmpty()) << "each has its own";
+    EXPECT_EQ(manager_.isMatching(2), 1);
     restart();
     EXPECT_EQ(second.getSelectionId(), kNone) << "not before the start";
     manager_.initUDApp();
     TestManager third;
     for (TestManager* manager : {&second, &third}) {
-        EXPECT_EQ(manager->getSelectionId(), kNone);
         EXPECT_TRUE(manager->getSelection().isEmpty());
-        EXPECT_EQ(manager->setSelTokenToClip(), 0);
         EXPECT_EQ(manager->getMatching(), (Ids{1, 2, 3, 4}));
         manager->values[1] = "7";
         EXPECT_EQ(manager->getParseString("$VOLT$", 1), "7");
@@ -97,21 +71,16 @@ TEST_F(Selection, EndsWithTheKeysAndEveryManagerMatchesTheNewOnes) {
 }
 
 TEST_F(Matching, HoldsKeysAndGroupsEachOnce) {
-    EXPECT_EQ(manager_.getMatching(), (Ids{1, 2, 3, 4})) << "all keys at the start";
     manager_.addIdToGroup(2, 50);
     EXPECT_EQ(manager_.setMatching(Ids{50, 3, 50}), 1);
     EXPECT_EQ(manager_.isMatching(50), 1);
     EXPECT_EQ(manager_.isMatching(2), 0) << "only through its group";
-    EXPECT_EQ(manager_.addMatchingId(3), 0);
     EXPECT_EQ(manager_.addMatchingId(99), 0);
     EXPECT_EQ(manager_.addMatchingId(2), 1);
     EXPECT_EQ(manager_.getMatching(), (Ids{2, 3}));
-    EXPECT_EQ(manager_.setMatching(Ids{}), 0);
-    EXPECT_EQ(manager_.getMatching(), (Ids{2, 3})) << "an empty list changes nothing";
+    EXPECT_EQ(manager_.setMatching(Ids{}), 0) << "changes nothing";
     EXPECT_EQ(manager_.setMatching(Ids{1, 99}), 0);
     EXPECT_EQ(manager_.getMatching(), (Ids{1, 2, 3, 4})) << "an unknown id resets the set";
-    manager_.freeMatchingKey();
-    EXPECT_TRUE(manager_.getMatching().isEmpty());
 }
 
 TEST_F(Matching, TakesIdsOutAndInAsAPlainListDoes) {

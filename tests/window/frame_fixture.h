@@ -56,6 +56,10 @@ struct Document : MDIWindowObject {
     ~Document() override { log.push_back(name + " deleted"); }
 
     LRESULT handleMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
+        if (vanishes && message == WM_QUERYENDSESSION) {
+            destroy();
+            return 1;
+        }
         const bool isPrivate = message >= 0x3E0 && message <= 0x3E8;
         if (message == WM_QUERYENDSESSION || message == WM_ENDSESSION || message == WM_COMMAND ||
             message == WM_CLOSE || isPrivate) {
@@ -69,23 +73,22 @@ struct Document : MDIWindowObject {
     Log& log;
     std::string name;
     int agrees = 1;
+    bool vanishes = false;  ///< when it is asked
 };
 
 struct TestFrame : MDI {
     using MDI::doFrameCommand;
     using MDI::MDI;
     HWND createFramePane() override {
-        return withPane ? CreateWindowExA(0, "STATIC", "pane", WS_CHILD | WS_BORDER, 0, 0, 500, 42,
-                                          getFrame(), nullptr, getInstance(), nullptr)
-                        : nullptr;
+        if (!withPane) return nullptr;
+        return CreateWindowExA(0, "STATIC", "pane", WS_CHILD | WS_BORDER, 0, 0, 500, 42, getFrame(),
+                               nullptr, getInstance(), nullptr);
     }
     LRESULT frameWndProc(TarvMess& message) override {
-        if (message.message == WM_ACTIVATE && LOWORD(message.wParam) != WA_INACTIVE) ++activations;
         if (refusesItself && message.message == WM_NCCREATE) return 0;
         return MDI::frameWndProc(message);
     }
     bool withPane = false, refusesItself = false;
-    int activations = 0;
 };
 
 struct FrameTest : ::testing::Test {
@@ -108,16 +111,19 @@ struct FrameTest : ::testing::Test {
     /// Opens the frame; the log starts afterwards.
     void open() {
         ASSERT_EQ(frame.initMainWindow(SW_SHOWNORMAL), 1);
+        EXPECT_EQ(frame.initMainWindow(SW_SHOWNORMAL), 0) << "once";
+        EXPECT_EQ(log.front(), "classRegistered");
+        EXPECT_EQ(log.back(), "frameCreated");
         MoveWindow(frame.getFrame(), 20, 20, 700, 600, TRUE);
         toolbox::testing::pumpMessages();
         log.clear();
     }
-    Document& addDocument(const char* name, unsigned long style = WS_VISIBLE) {
+    Document& addDocument(const char* name) {
         auto* const document = new Document(log);
         document->name = name;
         const short place = MDI::kDefaultPlace;
-        EXPECT_EQ(document->create("TestDocument", name, style | WS_OVERLAPPEDWINDOW, place, place,
-                                   place, place, 0),
+        EXPECT_EQ(document->create("TestDocument", name, WS_VISIBLE | WS_OVERLAPPEDWINDOW, place,
+                                   place, place, place, 0),
                   1);
         toolbox::testing::pumpMessages();
         return *document;

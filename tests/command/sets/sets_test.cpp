@@ -10,12 +10,7 @@ namespace {
 
 int cells[40];
 
-/// Shows what no user of a set sees. Elements are named by small numbers.
-struct Probe : SetPointerVoid {
-    using SetPointerVoid::reallocMem;
-    using SetPointerVoid::SetPointerVoid;
-};
-
+/// Elements are named by small numbers.
 void* at(int number) {
     return &cells[number];
 }
@@ -48,13 +43,11 @@ TEST(Sets, KeepOrderAndRefuseWhatTheyHold) {
 
     EXPECT_EQ(set.remove(at(1)), 1) << "the first of them";
     EXPECT_EQ(set.removeByIndex(2), 1);
-    EXPECT_EQ(set.remove(at(9)), 0);
     EXPECT_EQ(numbers(set), (Numbers{3, 1, 1}));
     EXPECT_EQ(set.findItem(at(1)), 1);
     EXPECT_EQ(set.findItem(at(2)), -1);
 
     EXPECT_EQ(set.replaceItem(0, at(1)), 0) << "held elsewhere";
-    EXPECT_EQ(set.replaceItem(1, at(1)), 1) << "the same again";
     EXPECT_EQ(set.replaceItem(2, at(5)), 1);
     EXPECT_EQ(set.exchangeItem(0, 2), 1);
     EXPECT_EQ(set.exchangeItem(2, 2), 0);
@@ -82,13 +75,9 @@ TEST(Sets, CombineInOrderWithAndWithoutNull) {
     EXPECT_EQ(numbers(set += left), (Numbers{9, 2, 5, 4})) << "null refused by the set itself";
     EXPECT_EQ(numbers(set *= left), (Numbers{2, 4}));
     EXPECT_EQ(numbers(set -= right), (Numbers{4}));
-    SetPointerVoid emptied = right;
-    EXPECT_EQ(numbers(emptied -= emptied), (Numbers{}));
+    EXPECT_EQ(numbers(set -= set), (Numbers{}));
     set = left;
-    EXPECT_EQ(numbers(set), (Numbers{4, 2, 2}));
-    SetPointerVoid& same = set;
-    set = same;
-    EXPECT_EQ(set.nItem(), 3);
+    EXPECT_EQ(numbers(set = *&set), (Numbers{4, 2, 2}));
     EXPECT_FALSE(set == setOf({4, 2, 2})) << "identity, not content";
 }
 
@@ -105,16 +94,11 @@ TEST(Sets, RefuseNullWhereTheyAreTold) {
 }
 
 TEST(Sets, StayAsTheyAreWhenTheyCannotGrow) {
-    Probe huge(0, std::numeric_limits<int>::max());
+    SetPointerVoid huge(0, std::numeric_limits<int>::max());
     EXPECT_EQ(huge.insert(at(1)), 0) << "one slot more than an int counts";
     EXPECT_EQ(huge.nItem(), 0);
 
-    Probe set(0, -4);  // an increment that makes no sense
-    ASSERT_EQ(set.reallocMem(3), 1);
-    for (int i = 0; i < 4; ++i) set.add(at(i));
-    EXPECT_EQ(set.reallocMem(2), 0) << "less than it holds";
-    EXPECT_EQ(set.reallocMem(-1), 0);
-    EXPECT_EQ(numbers(set), (Numbers{0, 1, 2, 3}));
+    EXPECT_EQ(numbers(setOf({0, 1, 2, 3}, 0, -4)), (Numbers{0, 1, 2, 3})) << "no sense";
 #if !defined(__SANITIZE_ADDRESS__)  // which ends the process instead
     struct Page {
         unsigned char bytes[1 << 17];

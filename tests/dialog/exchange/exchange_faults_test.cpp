@@ -308,10 +308,6 @@ TEST_F(ExchangeFaults, OfAnExceptionStoreNothing) {
 }
 
 TEST_F(ExchangeFaults, LeaveNothingBehind) {
-    const auto handles = [] {
-        return GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS) +
-               GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
-    };
     const auto once = [&] {
         const HWND window = make();
         TvExchange own(window);
@@ -321,10 +317,7 @@ TEST_F(ExchangeFaults, LeaveNothingBehind) {
         EXPECT_NE(own.balloon(), nullptr);
         DestroyWindow(window);
     };
-    for (int i = 0; i < 10; ++i) once();
-    const DWORD before = handles();
-    for (int i = 0; i < 200; ++i) once();
-    EXPECT_LE(handles(), before + 2);
+    expectNoHandlesLeft(200, once);
 }
 
 }  // namespace

@@ -135,10 +135,6 @@ TEST_F(SheetEnds, AreToldWhenTheSheetCannotBeMade) {
 }
 
 TEST_F(SheetEnds, LeaveNothingBehind) {
-    const auto handles = [] {
-        return GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS) +
-               GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
-    };
     const auto once = [&] {
         open();
         sheet->showPage(1);
@@ -148,10 +144,7 @@ TEST_F(SheetEnds, LeaveNothingBehind) {
         press(IDCANCEL);
         EXPECT_EQ(sheet->isOpen(), 0);
     };
-    for (int i = 0; i < 10; ++i) once();
-    const DWORD before = handles();
-    for (int i = 0; i < 200; ++i) once();
-    EXPECT_LE(handles(), before + 2);
+    expectNoHandlesLeft(200, once);
 }
 
 }  // namespace

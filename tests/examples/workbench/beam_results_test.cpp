@@ -3,7 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -16,22 +19,14 @@ Section ipe300() {
 }
 
 Beam beamWith(double uniform, std::vector<PointLoad> loads) {
-    Beam beam;
-    beam.span = 6;
-    beam.uniform = uniform;
-    beam.loads = std::move(loads);
-    return beam;
+    return {.name = {}, .section = {}, .span = 6, .uniform = uniform, .loads = std::move(loads)};
 }
 
 /// Largest moment by size and the deflection at midspan, by sums over a thousand slices: the
 /// deflection as the work of the moment on that of a unit force there.
-struct Summed {
-    double moment = 0;
-    double deflection = 0;
-};
-Summed sum(const Beam& beam, const Section& section) {
+std::pair<double, double> sum(const Beam& beam, const Section& section) {
     const double q = beam.uniform + 0.00981 * section.mass, span = beam.span;
-    Summed summed;
+    double largest = 0, deflection = 0;
     constexpr int kSlices = 6000;
     for (int i = 0; i < kSlices; ++i) {
         const double x = span * (i + 0.5) / kSlices;
@@ -41,12 +36,11 @@ Summed sum(const Beam& beam, const Section& section) {
                 load.force *
                 (x < load.position ? (span - load.position) * x : load.position * (span - x)) /
                 span;
-        if (std::fabs(moment) > std::fabs(summed.moment)) summed.moment = moment;
+        if (std::fabs(moment) > std::fabs(largest)) largest = moment;
         const double unit = std::min(x, span - x) / 2;
-        summed.deflection += moment * unit * span / kSlices;
+        deflection += moment * unit * span / kSlices;
     }
-    summed.deflection *= 1e8 / (210000 * section.iY);
-    return summed;
+    return {largest, deflection * 1e8 / (210000 * section.iY)};
 }
 
 TEST(BeamComputer, AgreesWithASumOverTheBeam) {
@@ -62,10 +56,9 @@ TEST(BeamComputer, AgreesWithASumOverTheBeam) {
     };
     for (const Beam& beam : beams) {
         const BeamResults results = computer.compute(beam, section);
-        const Summed summed = sum(beam, section);
-        EXPECT_NEAR(results.moment, summed.moment, std::fabs(summed.moment) * 1e-3);
-        EXPECT_NEAR(results.deflection, summed.deflection,
-                    1e-4 * std::fabs(summed.deflection) + 1e-6);
+        const auto [moment, deflection] = sum(beam, section);
+        EXPECT_NEAR(results.moment, moment, std::fabs(moment) * 1e-3);
+        EXPECT_NEAR(results.deflection, deflection, 1e-4 * std::fabs(deflection) + 1e-6);
         double load = (beam.uniform + 0.00981 * section.mass) * beam.span;
         for (const PointLoad& point : beam.loads) load += point.force;
         EXPECT_NEAR(results.leftReaction + results.rightReaction, load, 1e-5);

@@ -5,8 +5,6 @@
 
 #include <chrono>
 #include <cstring>
-#include <tuple>
-#include <utility>
 #include <vector>
 
 #include "project/crc32.h"
@@ -19,6 +17,11 @@ namespace {
 constexpr std::size_t kHeaderSize = 160;
 constexpr std::size_t kCounts = kHeaderSize + 136;  // where the first record starts
 constexpr std::size_t kBareBeam = 72;               // bytes of a beam without loads
+constexpr std::size_t kIndex = 43 * 8 + 148;
+
+std::string zeroed(std::string bytes, std::size_t start, std::size_t size) {
+    return bytes.replace(start, size, size, '\0');
+}
 
 /// The record that describes the project.
 std::string counts(int beams, int labels) {
@@ -46,12 +49,12 @@ class ProjectStore : public ::testing::Test {
 
     [[nodiscard]] std::string bytes() const { return folder.read("frame.tbf"); }
     void setBytes(const std::string& content) const { folder.write("frame.tbf", content); }
-    /// Puts data in place of a record of the same size, with its checksum.
-    void putRecord(std::size_t start, const std::string& data) const {
+    /// The file with data in place of a record of the same size, with its checksum.
+    [[nodiscard]] std::string withRecord(std::size_t start, const std::string& data) const {
         VarRecord record;
         record.setData(static_cast<unsigned>(data.size()), data.data());
         record << static_cast<int>(crc32(data));
-        setBytes(bytes().replace(start, record.getLen(), record.getPData(), record.getLen()));
+        return bytes().replace(start, record.getLen(), record.getPData(), record.getLen());
     }
     /// Where the record of a beam starts: its name is the second field.
     [[nodiscard]] std::size_t recordOf(const char* beam) const {
@@ -76,112 +79,60 @@ TEST_F(ProjectStore, GivesBackWhatWasSaved) {
     EXPECT_TRUE(loaded.created == created);
 }
 
-TEST_F(ProjectStore, KeepsAnotherFileWhole) {
-    EXPECT_EQ(load().error, 0);
+TEST_F(ProjectStore, RefusesWhatIsNoProjectAndKeepsWhatItCannotReplace) {
     const std::string before = bytes();
     EXPECT_EQ(saveProject(project, (folder / "none/frame.tbf").c_str(), created, {}), kNotWritten);
     EXPECT_EQ(bytes(), before);
-
-    EXPECT_EQ(loadProject((folder / "absent.tbf").c_str(), {}).error, kNotRead);
+    setBytes('\2' + before.substr(1));
+    EXPECT_EQ(load().error, kTooNew);
     setBytes("Dear Sir or Madam, the bridge holds.");
     EXPECT_EQ(load().error, kNotAProject);
+    EXPECT_EQ(loadProject((folder / "absent.tbf").c_str(), {}).error, kNotRead);
     const APIFile other(file.c_str(), GENERIC_READ | GENERIC_WRITE, 0, OPEN_EXISTING);
     ASSERT_TRUE(other.isValid());
     EXPECT_EQ(load().error, kNotRead) << "another program keeps it to itself";
 }
 
 TEST_F(ProjectStore, LoadsWhatADamagedFileStillHolds) {
-    const std::string whole = bytes();
-    struct Damage {
+    const std::string whole = bytes(), indexless = whole.substr(0, whole.size() - kIndex);
+    const std::size_t beam1 = recordOf("P1"), beam5 = recordOf("P5"), beam6 = recordOf("P6");
+    // The number of loads is the last field before them: P5 has none, P6 one.
+    std::string tooShort = whole.substr(beam5, kBareBeam);
+    std::string tooLong = whole.substr(beam6, kBareBeam + 16);
+    tooShort[kBareBeam - 4] = 1;
+    tooLong[kBareBeam - 4] = 0;
+    const struct {
         const char* what;
         std::string bytes;
-        std::size_t lost;
+        std::size_t expected, loaded;
+    } cases[] = {
+        {"its header is gone", zeroed(whole, 0, kHeaderSize - 8), 42, 42},
+        {"its index is gone", indexless, 42, 42},
+        {"a beam is gone with the start of its block, and so is its label",
+         zeroed(whole, recordOf("P7") - 132, 152), 42, 40},
+        {"only half of it is left", whole.substr(0, whole.size() / 2), 42, 21},
+        {"the counts have the length 0", zeroed(whole, kCounts - 4, 4), 42, 42},
+        {"the counts tell of too few beams", withRecord(kCounts, counts(39, 2)), 42, 42},
+        {"the counts tell of too few labels", withRecord(kCounts, counts(40, 1)), 42, 42},
+        {"the counts tell of nothing", withRecord(kCounts, counts(0, 0)), 42, 42},
+        {"the counts tell of too many", withRecord(kCounts, counts(41, 2)), 43, 42},
+        {"only the index tells", zeroed(whole, kHeaderSize, 136), 42, 42},
+        {"nothing tells", zeroed(indexless, kHeaderSize, 136), 0, 42},
+        {"one identifier comes twice", withRecord(beam5, whole.substr(beam1, kBareBeam)), 42, 41},
+        {"a beam without its load", withRecord(beam5, tooShort), 42, 41},
+        {"a load without a beam", withRecord(beam6, tooLong), 42, 41},
     };
-    std::string headless = whole, holed = whole, indexless = whole;
-    std::memset(headless.data(), '?', kHeaderSize - 8);
-    // With the start of its block.
-    std::memset(holed.data() + recordOf("P7") - 132, '?', 152);
-    indexless.resize(whole.size() - 41 * 8 - 148);
-    const Damage damages[] = {
-        {"its header is gone", headless, 0},
-        {"its index is gone", indexless, 0},
-        // With its label.
-        {"a beam is gone", holed, 2},
-        {"only half of it is left", whole.substr(0, whole.size() / 2), 21},
-    };
-    for (const Damage& damage : damages) {
-        SCOPED_TRACE(damage.what);
-        setBytes(damage.bytes);
+    for (const auto& test : cases) {
+        SCOPED_TRACE(test.what);
+        setBytes(test.bytes);
         const LoadedProject loaded = load();
         EXPECT_EQ(loaded.error, kDamaged);
-        EXPECT_EQ(loaded.expected, 42u);
-        EXPECT_EQ(loaded.loaded, 42 - damage.lost);
+        EXPECT_EQ(loaded.expected, test.expected);
+        EXPECT_EQ(loaded.loaded, test.loaded);
+        EXPECT_EQ(loaded.project.beams().size() + loaded.project.labels().size(), test.loaded);
         for (const Beam& beam : loaded.project.beams()) EXPECT_TRUE(beam == *project.beam(beam.id));
         for (const Label& label : loaded.project.labels())
             EXPECT_TRUE(label == *project.label(label.id));
-    }
-}
-
-TEST_F(ProjectStore, MissesWhatTheCountsDoNotTell) {
-    const auto expectAll = [&](const char* what) {
-        SCOPED_TRACE(what);
-        const LoadedProject loaded = load();
-        EXPECT_EQ(loaded.error, kDamaged);
-        EXPECT_EQ(loaded.expected, 42u);
-        EXPECT_EQ(loaded.loaded, 42u);
-        EXPECT_TRUE(loaded.project == project);
-    };
-    std::string empty = bytes();
-    std::memset(empty.data() + kCounts - 4, 0, 4);
-    setBytes(empty);
-    expectAll("the counts have the length 0");
-
-    for (const auto& [beams, labels] : {std::pair{1, 0}, {40, 1}, {39, 2}, {0, 0}}) {
-        ASSERT_EQ(saveProject(project, file.c_str(), created, {}), 0);
-        putRecord(kCounts, counts(beams, labels));
-        expectAll("the counts are too small");
-    }
-    putRecord(kCounts, counts(41, 2));
-    const LoadedProject loaded = load();
-    EXPECT_EQ(loaded.error, kDamaged);
-    EXPECT_EQ(loaded.expected, 43u);
-    EXPECT_EQ(loaded.loaded, 42u);
-}
-
-TEST_F(ProjectStore, TellsHowManyThereAreWithoutTheCounts) {
-    std::string content = bytes();
-    std::memset(content.data() + kHeaderSize, 0, 136);
-    setBytes(content);
-    EXPECT_EQ(load().error, kDamaged);
-    EXPECT_EQ(load().expected, 42u) << "the index knows";
-
-    content.resize(content.size() - 42 * 8 - 148);
-    setBytes(content);
-    const LoadedProject loaded = load();
-    EXPECT_EQ(loaded.error, kDamaged);
-    EXPECT_EQ(loaded.expected, 0u);
-    EXPECT_EQ(loaded.loaded, 42u);
-}
-
-TEST_F(ProjectStore, MissesABeamWhoseIdentifierComesTwice) {
-    putRecord(recordOf("P5"), bytes().substr(recordOf("P1"), kBareBeam));
-    const LoadedProject loaded = load();
-    EXPECT_EQ(loaded.error, kDamaged);
-    EXPECT_EQ(loaded.expected, 42u);
-    EXPECT_EQ(loaded.loaded, 41u);
-    EXPECT_EQ(loaded.project.beams().size(), 39u);
-}
-
-TEST_F(ProjectStore, TakesRecordsOfTheirSizeOnly) {
-    // The number of loads is the last field before them: P5 has none, P6 one.
-    for (const auto& [beam, loads, size] :
-         {std::tuple{"P5", '\1', kBareBeam}, {"P6", '\0', kBareBeam + 16}}) {
-        ASSERT_EQ(saveProject(project, file.c_str(), created, {}), 0);
-        std::string data = bytes().substr(recordOf(beam), size);
-        data[kBareBeam - 4] = loads;
-        putRecord(recordOf(beam), data);
-        EXPECT_EQ(load().error, kDamaged) << beam;
-        EXPECT_EQ(load().loaded, 41u) << beam;
     }
 }
 
@@ -206,14 +157,12 @@ TEST_F(ProjectStore, LoadsBeamsWhoseIdentifiersDescend) {
         at = content.find("P" + std::to_string(i) + '\0', at) - 4;
         std::int32_t length = 0;  // with the checksum
         std::memcpy(&length, content.data() + at - 4, 4);
-        VarRecord record;
-        record << kCount + 1 - i;
-        const std::string data(std::string(record.getPData(), 4) +
-                               content.substr(at + 4, static_cast<std::size_t>(length) - 8));
-        VarRecord sum;
-        sum << static_cast<int>(crc32(data));
-        content.replace(at, data.size() + 4, data + std::string(sum.getPData(), 4));
-        at += data.size();
+        const std::int32_t id = kCount + 1 - i;
+        std::memcpy(content.data() + at, &id, 4);
+        const std::size_t end = at + static_cast<std::size_t>(length) - 4;
+        const std::uint32_t sum = crc32(content.substr(at, end - at));
+        std::memcpy(content.data() + end, &sum, 4);
+        at = end;
     }
     setBytes(content);
     const auto start = std::chrono::steady_clock::now();
@@ -228,38 +177,20 @@ TEST_F(ProjectStore, LoadsBeamsWhoseIdentifiersDescend) {
 TEST_F(ProjectStore, NoticesEveryBitThatFlips) {
     const std::string whole = bytes();
     struct Record {
-        const char* what;
         std::size_t start, size, lost;
     };
-    const Record records[] = {
-        {"counts", kCounts, 12, 0},
-        {"beam", recordOf("P5"), 76, 1},
-        {"label", whole.find("$NAME$ : f") - 32, 164, 1},
-    };
-    for (const Record& record : records) {
-        for (std::size_t i = 0; i < record.size; ++i) {
-            SCOPED_TRACE(record.what + std::to_string(i));
+    for (const Record& record : {Record{kCounts, 12, 0}, Record{recordOf("P5"), 76, 1},
+                                 Record{whole.find("$NAME$ : f") - 32, 164, 1}}) {
+        for (std::size_t i = record.start; i < record.start + record.size; ++i) {
             std::string content = whole;
-            content[record.start + i] ^= static_cast<char>(1 << i % 8);
+            content[i] ^= static_cast<char>(1 << i % 8);
             setBytes(content);
             const LoadedProject loaded = load();
-            ASSERT_EQ(loaded.error, kDamaged);
-            ASSERT_EQ(loaded.expected, 42u);
-            ASSERT_EQ(loaded.loaded, 42 - record.lost);
+            ASSERT_EQ(loaded.error, kDamaged) << i;
+            ASSERT_EQ(loaded.expected, 42u) << i;
+            ASSERT_EQ(loaded.loaded, 42 - record.lost) << i;
         }
     }
-}
-
-TEST(Crc32, IsThatOfTheStandard) {
-    EXPECT_EQ(crc32("123456789"), 0xCBF43926u);
-    EXPECT_EQ(crc32(""), 0u);
-}
-
-TEST_F(ProjectStore, RefusesAProjectOfALaterVersion) {
-    std::string content = bytes();
-    content[0] = 2;
-    setBytes(content);
-    EXPECT_EQ(load().error, kTooNew);
 }
 
 }  // namespace

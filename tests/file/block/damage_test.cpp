@@ -89,20 +89,4 @@ TEST_P(DamagedIndex, OfEqualEntriesTheFirstCounts) {
 
 INSTANTIATE_TEST_SUITE_P(WalkedAndInATable, DamagedIndex, testing::Values(0, 100));
 
-TEST(ManyEntries, TakeMemoryForThemselvesOnly) {
-    TempFolder folder;
-    std::string entries;
-    for (std::uint32_t i = 0; i < 200000; ++i) entries += word(i % 5 ? i : 3) + word(i);
-    const std::string bytes = header(210, 1, 160) + record(210, {0xFFFFFFEF, entries});
-    const std::string name = folder.write("index.dat", bytes);
-    largestAllocation = 0;
-    TarvFileRead file;
-    ASSERT_EQ(file.open(name.c_str()), 1);
-    TarvBlocFile out;
-    for (unsigned long id = 0; id < 10; ++id) EXPECT_EQ(file.getBloc(id * 19999, out), 0);
-    EXPECT_EQ(file.getIndex()->getOffset(3), 0u);
-    EXPECT_EQ(file.getIndex()->getOffset(4), 4u);
-    EXPECT_LE(largestAllocation, bytes.size() + (1u << 20));
-}
-
 }  // namespace

@@ -26,9 +26,6 @@ class Damaged {
         std::iota(from_.begin(), from_.end(), std::size_t{0});
     }
 
-    void fill(std::size_t at, std::size_t n, char byte) {
-        for (std::size_t i = at; i < std::min(at + n, bytes.size()); ++i) bytes[i] = byte;
-    }
     void insert(std::size_t at, const std::string& more) {
         isMoved_ = true;
         bytes.insert(at, more);
@@ -125,60 +122,30 @@ inline Truth truthOf(const Original& original, const Damaged& damaged) {
     return truth;
 }
 
-/// Kinds of damage; `chance` chooses where and how much.
-inline constexpr const char* kDamages[] = {"flip",     "insert", "delete",  "swap", "zero sector",
-                                           "truncate", "ones",   "garbage", "word"};
-
-/// Deleted bytes can make another whole block; bytes of chance, of an index without entries.
-constexpr bool mayDeceive(std::size_t kind) {
-    return kind == 2 || kind == 7;
-}
+/// Kinds of damage that move bytes or make up lengths; `chance` chooses where and how much. Deleted
+/// bytes can make another whole block.
+inline constexpr const char* kDamages[] = {"insert", "swap", "word", "delete"};
+inline constexpr std::size_t kDeceives = 3;
 
 template <class Chance>
 void damage(Damaged& file, const Original& original, std::size_t kind, Chance&& chance) {
     const std::size_t size = file.bytes.size();
-    if (size == 0) return;
     const std::size_t at = chance(size);
     const auto record = [&](std::size_t i) { return original.records[i]; };
     const std::size_t count = original.records.size();
-    constexpr std::size_t kSector = 512;
-    switch (kind) {
-        case 0:
-            file.bytes[at] = static_cast<char>(file.bytes[at] ^ (1 << chance(8)));
-            break;
-        case 1:
-            file.insert(at, std::string(1 + chance(8), static_cast<char>(chance(256))));
-            break;
-        case 2:
-            file.erase(at, 1 + chance(8));
-            break;
-        case 3:
-            if (count >= 2) {
-                const std::size_t i = chance(count - 1);
-                file.swap(record(i).from, record(i + 1).from, record(i + 1).to);
-            }
-            break;
-        case 4:
-            file.fill(at / kSector * kSector, kSector, '\0');
-            break;
-        case 5:
-            file.erase(at, size - at);
-            break;
-        case 6:
-            file.fill(at, 1 + chance(200), '\xFF');
-            break;
-        case 7:
-            for (std::size_t i = at; i < std::min(size, at + 1 + chance(200)); ++i)
-                file.bytes[i] = static_cast<char>(chance(256));
-            break;
-        default:  // a word of a block's head, where the lengths are
-            if (count > 0) {
-                const std::size_t word = record(chance(count)).from + 4 * chance(35);
-                const std::uint32_t value =
-                    chance(3) ? static_cast<std::uint32_t>(chance(400)) : 0xFFFFFFFFu >> chance(20);
-                for (std::size_t i = 0; i < 4 && word + i < size; ++i)
-                    file.bytes[word + i] = static_cast<char>(value >> 8 * i);
-            }
+    if (kind == 0) {
+        file.insert(at, std::string(1 + chance(8), static_cast<char>(chance(256))));
+    } else if (kind == kDeceives) {
+        file.erase(at, 1 + chance(8));
+    } else if (kind == 1 && count >= 2) {
+        const std::size_t i = chance(count - 1);
+        file.swap(record(i).from, record(i + 1).from, record(i + 1).to);
+    } else if (kind == 2 && count > 0) {  // of a block's head, where the lengths are
+        const std::size_t word = record(chance(count)).from + 4 * chance(35);
+        const std::uint32_t value =
+            chance(3) ? static_cast<std::uint32_t>(chance(400)) : 0xFFFFFFFFu >> chance(20);
+        for (std::size_t i = 0; i < 4 && word + i < size; ++i)
+            file.bytes[word + i] = static_cast<char>(value >> 8 * i);
     }
 }
 

@@ -45,10 +45,9 @@ class Session(unittest.TestCase):
         FOLDER.rename(FIRST_FAILURE)
         LOG.rename(FIRST_FAILURE / LOG.name)
         again = cls.drive()
-        print(f"WARNING: the session ended with {code} at first"
-              f" and with {again} when it was repeated.\n"
-              f"WARNING: look at the log and the pictures of the first in {FIRST_FAILURE}:"
-              " was it the machine, or a race?", file=sys.stderr, flush=True)
+        print(f"WARNING: the session ended with {code}, then with {again}. Look at the log and the"
+              f" pictures of the first in {FIRST_FAILURE}: was it the machine, or a race?",
+              file=sys.stderr, flush=True)
         if again:
             raise AssertionError(f"the session ended with {again} twice; pictures are in {FOLDER}")
 

@@ -1,11 +1,10 @@
 // The modal dialogs that edit a key's format and description, one template for each kind. They are
 // the formats' own operation but know keys and texts, so they are here.
-#include "format_dialogs.h"
-
 #include <string>
 
 #include "base/trimmed.h"
 #include "format/format_entry.h"
+#include "format_dialogs.h"
 #include "toolbox/keys.h"
 #include "toolbox/messages.h"
 #include "toolbox/platform.h"
@@ -20,7 +19,9 @@ enum TextId : unsigned short {
     kWidthRange = 1210,
     kDecimalsRange = 1211,
     kNoBarInDescription = 1212,
-    kSampleText = 1213
+    kSampleText = 1213,
+    kRange = 1214,
+    kSampleCut = 1215
 };
 
 constexpr std::size_t kNumberCharacters = 9;  // more than is accepted, so that it can be refused
@@ -56,6 +57,7 @@ class FormatDialog {
     void command(int control, int notification);
     void confirm();
     void showPreview();
+    void showRange(int control, int minimum, int maximum);
     void refuse(const format::EntryFault& fault);
     void limit(int control, std::size_t characters);
     /// Puts what the fields hold into the draft's format, unless there is a fault.
@@ -98,6 +100,7 @@ void FormatDialog::open(HWND dialog) {
     SetDlgItemInt(dialog, IDC_FORMAT_DECIMALS, static_cast<UINT>(format.getPrecision()), TRUE);
     CheckRadioButton(dialog, IDC_FORMAT_LEFT, IDC_FORMAT_RIGHT,
                      format.getJustify() == Left ? IDC_FORMAT_LEFT : IDC_FORMAT_RIGHT);
+    showRange(IDC_FORMAT_WIDTH_RANGE, format::narrowestEntry(format), format::kWidestEntry);
     filled_ = true;
     showPreview();
 }
@@ -120,16 +123,28 @@ std::optional<format::EntryFault> FormatDialog::enter() {
     const bool left = IsDlgButtonChecked(dialog_, IDC_FORMAT_LEFT) == BST_CHECKED;
     return format::enterFormat({textIn(IDC_FORMAT_DESCRIPTION), textIn(IDC_FORMAT_WIDTH),
                                 textIn(IDC_FORMAT_DECIMALS), left ? Left : Right},
-                               *draft_.getFormat());
+                               *key_.getFormat(), *draft_.getFormat());
+}
+
+void FormatDialog::showRange(int control, int minimum, int maximum) {
+    RWCString range;
+    if (minimum <= maximum) GMSG::getString(kRange, range, minimum, maximum);
+    SetDlgItemTextA(dialog_, control, range);
 }
 
 void FormatDialog::showPreview() {
     RWCString text;
+    RWCString warning;
     if (!enter()) {
         RWCString sample;
         GMSG::getString(kSampleText, sample);
         text = format::previewOf(*draft_.getFormat(), sample.view());
+        if (!format::previewFits(*draft_.getFormat(), sample.view()))
+            GMSG::getString(kSampleCut, warning);
+        showRange(IDC_FORMAT_DECIMALS_RANGE, 0,
+                  format::mostDecimals(draft_.getFormat()->getWidth()));
     }
+    SetDlgItemTextA(dialog_, IDC_FORMAT_WARNING, warning);
     SetDlgItemTextA(dialog_, IDC_FORMAT_PREVIEW, text);
     // Of a column wider than the control the side is shown on which the value stands.
     const WPARAM end = draft_.getFormat()->getJustify() == Left ? 0 : text.length();

@@ -1,0 +1,78 @@
+// What the system's own dialogs need around them: everything else of the program waits, the current
+// folder stays, and what went wrong is said.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <string_view>
+
+#include "dialog/pickers/pick_flow.h"
+#include "toolbox/windowing.h"
+
+namespace toolbox::pickers {
+
+/// Numbers of texts.
+enum TextId : unsigned short {
+    kReplaceFile = 1390,
+    kForeignName = 1391,
+    kNotShown = 1392,
+    kIsOpen = 1393,
+    kNoMemory = 1394,
+    kErrorNumber = 1395
+};
+
+/// A text with its arguments.
+template <class... Args>
+[[nodiscard]] CString textWith(TextId id, const Args&... args) {
+    RWCString text;
+    GMSG::getString(id, text, args...);
+    return CString(text);
+}
+
+[[nodiscard]] std::wstring systemName(std::string_view bytes);
+[[nodiscard]] std::u16string portableName(const wchar_t* name, std::size_t length);
+
+/// Puts the name into the answer, or what can be shown of it.
+void addName(SourceAnswer& answer, const std::u16string& name);
+
+/// The window that a dialog is put over: the top of `owner`, or for null the frame's window, or the
+/// active one.
+[[nodiscard]] HWND ownerOf(HWND owner);
+
+/// Switches the frame's dialogs and accelerators off while it lives, where there is a frame, and
+/// puts the current folder back at its end. The frame may end first.
+class [[nodiscard]] DialogPhase {
+  public:
+    DialogPhase();
+    ~DialogPhase();
+    DialogPhase(const DialogPhase&) = delete;
+    DialogPhase& operator=(const DialogPhase&) = delete;
+
+  private:
+    MDI* frame_;
+    bool wasFrozen_ = false;
+    std::wstring folder_;
+};
+
+/// The system's dialogs with the questions that the library asks of the user.
+class SystemSource : public PickSource {
+  public:
+    explicit SystemSource(HWND owner) : owner_(owner) {}
+    [[nodiscard]] bool exists(const CString& name) override;
+    bool mayReplace(const CString& name) override;
+    void tellForeign(const CString& name) override;
+    [[nodiscard]] bool asksAgain() const override { return true; }
+
+  protected:
+    [[nodiscard]] HWND owner() const { return owner_; }
+
+  private:
+    HWND owner_;
+};
+
+/// Asks the handler, or else the source, and reports through the message service what could not be
+/// shown.
+[[nodiscard]] PickAnswer pickBy(const PickQuestion& question, PickSource& system);
+
+}  // namespace toolbox::pickers

@@ -65,7 +65,8 @@ struct PickAnswer {
 };
 
 /// Answers dialogs instead of the user. A name that it gives is treated like one that was typed:
-/// it gets the extension, the folder is remembered.
+/// it gets the extension, the folder is remembered. Where the user would be asked again, as for a
+/// file to open that is not there, the dialog ends as cancelled.
 class TB_API PickHandler {
   public:
     virtual ~PickHandler();

@@ -19,8 +19,8 @@ namespace {
 
 using Kind = PickQuestion::Kind;
 
-constexpr std::size_t kOneName = 0x8000;           // the system's longest
-constexpr std::size_t kSeveralNames = 0x100000;    // some thousands
+constexpr std::size_t kOneName = 0x8000;            // the system's longest
+constexpr std::size_t kSeveralNames = 0x100000;     // some thousands
 constexpr std::size_t kMostCharacters = 0x4000000;  // where growing ends
 
 /// One call of the system's dialog, with what it points to.
@@ -33,13 +33,12 @@ class FileDialogCall {
         ask_.nFilterIndex = filter_.empty() ? 0 : static_cast<DWORD>(question.filterIndex) + 1;
         ask_.lpstrInitialDir = folder_.empty() ? nullptr : folder_.c_str();
         ask_.lpstrTitle = title_.empty() ? nullptr : title_.c_str();
-        // When saving the extension is the library's business: the system would add it to a name
-        // that has that of another type.
-        const bool saves = question.kind == Kind::save;
-        ask_.lpstrDefExt = saves || extension_.empty() ? nullptr : extension_.c_str();
-        ask_.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_NOCHANGEDIR | OFN_PATHMUSTEXIST |
-                     (saves ? OFN_NOREADONLYRETURN : OFN_FILEMUSTEXIST) |
-                     (question.kind == Kind::openSeveral ? OFN_ALLOWMULTISELECT : 0);
+        // Neither an extension nor OFN_FILEMUSTEXIST for one name: the system adds extensions to
+        // names that have one of another type, and may look for the file before it has added one.
+        ask_.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_NOCHANGEDIR | OFN_PATHMUSTEXIST;
+        if (question.kind == Kind::save) ask_.Flags |= OFN_NOREADONLYRETURN;
+        if (question.kind == Kind::openSeveral)
+            ask_.Flags |= OFN_ALLOWMULTISELECT | OFN_FILEMUSTEXIST;
     }
 
     pickers::SourceAnswer run() {
@@ -99,7 +98,6 @@ class FileDialogCall {
     std::wstring filter_ = pickers::systemName(pickers::systemFilter(question_.filters));
     std::wstring folder_ = pickers::systemName(question_.folder.view());
     std::wstring title_ = pickers::systemName(question_.title.view());
-    std::wstring extension_ = pickers::systemName(question_.extension.view());
     std::wstring buffer_;
 };
 
@@ -170,7 +168,8 @@ int TvFileDialog::setFilterText(unsigned short id) {
 }
 
 void TvFileDialog::setFilterIndex(int index) {
-    const bool isThere = index >= 0 && static_cast<std::size_t>(index) < state_->question.filters.size();
+    const bool isThere =
+        index >= 0 && static_cast<std::size_t>(index) < state_->question.filters.size();
     state_->question.filterIndex = isThere ? index : 0;
 }
 

@@ -49,8 +49,7 @@ std::wstring pathOf(PCIDLIST_ABSOLUTE folder) {
 
 /// Puts the dialog on its folder when it stands, and keeps it open for a name that is no folder's.
 int CALLBACK folderEvent(HWND dialog, UINT message, LPARAM, LPARAM start) {
-    if (message == BFFM_INITIALIZED && start)
-        SendMessageW(dialog, BFFM_SETSELECTIONW, TRUE, start);
+    if (message == BFFM_INITIALIZED && start) SendMessageW(dialog, BFFM_SETSELECTIONW, TRUE, start);
     return message == BFFM_VALIDATEFAILEDW ? 1 : 0;
 }
 

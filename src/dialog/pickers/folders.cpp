@@ -16,8 +16,7 @@ bool isSeparator(char c) {
 
 /// Characters of the root that a path begins with; 0 for a relative one.
 std::size_t rootLength(std::string_view path) {
-    if (path.size() >= 2 && path[1] == ':')
-        return path.size() > 2 && isSeparator(path[2]) ? 3 : 2;
+    if (path.size() >= 2 && path[1] == ':') return path.size() > 2 && isSeparator(path[2]) ? 3 : 2;
     if (path.size() < 2 || !isSeparator(path[0]) || !isSeparator(path[1]))
         return !path.empty() && isSeparator(path[0]) ? 1 : 0;
     const std::size_t server = path.find_first_of(kSeparators, 2);

@@ -28,18 +28,29 @@ void startAt(PickQuestion& question, const std::string& name) {
         question.file = CString(fileNameOf(name));
 }
 
+/// The files to open; false when one of them is not there.
+bool acceptFiles(PickQuestion& question, SourceAnswer& answer, PickSource& source) {
+    for (CString& name : answer.names) {
+        name = existingName(name, question.extension, source);
+        if (source.exists(name)) continue;
+        source.tell(PickSource::Fault::missing, name);
+        startAt(question, name.str());
+        return false;
+    }
+    return true;
+}
+
 /// Brings the names to what they stand for; false for one that is not taken.
 bool accept(PickQuestion& question, SourceAnswer& answer, PickSource& source) {
     if (!answer.foreign.empty()) {
-        source.tellForeign(answer.foreign);
+        source.tell(PickSource::Fault::foreign, answer.foreign);
         return false;
     }
-    if (question.kind == Kind::open || question.kind == Kind::openSeveral)
-        for (CString& name : answer.names) name = existingName(name, question.extension, source);
-    if (question.kind != Kind::save) return true;
+    if (question.kind == Kind::folder) return true;
+    if (question.kind != Kind::save) return acceptFiles(question, answer, source);
     CString& name = answer.names.front();
-    name = withExtension(name.str(), question.filters, answer.filterIndex,
-                         question.extension.view());
+    name =
+        withExtension(name.str(), question.filters, answer.filterIndex, question.extension.view());
     if (!source.exists(name) || source.mayReplace(name)) return true;
     startAt(question, name.str());
     return false;

@@ -23,8 +23,10 @@ class PickSource {
     [[nodiscard]] virtual bool exists(const CString& name);
     /// Whether a file that is there may be replaced.
     virtual bool mayReplace(const CString& name) = 0;
-    /// Says that the name cannot be used.
-    virtual void tellForeign(const CString& name) = 0;
+    /// Why a name is not taken.
+    enum class Fault { foreign, missing };
+    /// Says it.
+    virtual void tell(Fault fault, const CString& name) = 0;
     /// Whether the dialog is shown again after a name that was not taken.
     [[nodiscard]] virtual bool asksAgain() const = 0;
 };

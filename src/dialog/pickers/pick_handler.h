@@ -9,7 +9,7 @@ class HandlerSource final : public PickSource {
   public:
     SourceAnswer ask(const PickQuestion& question) override;
     bool mayReplace(const CString& name) override;
-    void tellForeign(const CString&) override {}
+    void tell(Fault, const CString&) override {}
     [[nodiscard]] bool asksAgain() const override { return false; }
 };
 

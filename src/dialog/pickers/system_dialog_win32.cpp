@@ -71,9 +71,9 @@ bool SystemSource::mayReplace(const CString& name) {
                MB_YESNO | MB_DEFBUTTON2 | MB_ICONEXCLAMATION | MB_TASKMODAL) == IDYES;
 }
 
-void SystemSource::tellForeign(const CString& name) {
-    platform::current().prompt->messageBox(owner_, textWith(kForeignName, name),
-                                           GMSG::getAppTitle(),
+void SystemSource::tell(Fault fault, const CString& name) {
+    const TextId text = fault == Fault::foreign ? kForeignName : kNoFile;
+    platform::current().prompt->messageBox(owner_, textWith(text, name), GMSG::getAppTitle(),
                                            MB_OK | MB_ICONEXCLAMATION | MB_TASKMODAL);
 }
 

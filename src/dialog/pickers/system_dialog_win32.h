@@ -19,7 +19,8 @@ enum TextId : unsigned short {
     kNotShown = 1392,
     kIsOpen = 1393,
     kNoMemory = 1394,
-    kErrorNumber = 1395
+    kErrorNumber = 1395,
+    kNoFile = 1396
 };
 
 /// A text with its arguments.
@@ -61,7 +62,7 @@ class SystemSource : public PickSource {
     explicit SystemSource(HWND owner) : owner_(owner) {}
     [[nodiscard]] bool exists(const CString& name) override;
     bool mayReplace(const CString& name) override;
-    void tellForeign(const CString& name) override;
+    void tell(Fault fault, const CString& name) override;
     [[nodiscard]] bool asksAgain() const override { return true; }
 
   protected:

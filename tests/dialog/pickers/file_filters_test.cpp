@@ -50,12 +50,18 @@ TEST(FileFilters, MatchNamesWithoutRegardToCase) {
     const std::string manyA(2000, 'a');
     const std::string manyStars = "*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*b";
     const Case cases[] = {
-        {"plan.TBF", "*.tbf", true},    {"plan.tbf.bak", "*.tbf", false},
-        {"plan", "*.tbf", false},       {"plan", "*.*", true},
-        {"a.tar.gz", "*.tar.gz", true}, {"plan.d7", "*.d?", true},
-        {"plan.d", "*.d?", false},      {"\311T\311.x", "\351t\351*", true},
-        {"", "*", true},                {"ab", "a*b*", true},
-        {"aab", "*ab", true},           {manyA.c_str(), manyStars.c_str(), false},
+        {"plan.TBF", "*.tbf", true},
+        {"plan.tbf.bak", "*.tbf", false},
+        {"plan", "*.tbf", false},
+        {"plan", "*.*", true},
+        {"a.tar.gz", "*.tar.gz", true},
+        {"plan.d7", "*.d?", true},
+        {"plan.d", "*.d?", false},
+        {"\311T\311.x", "\351t\351*", true},
+        {"", "*", true},
+        {"ab", "a*b*", true},
+        {"aab", "*ab", true},
+        {manyA.c_str(), manyStars.c_str(), false},
     };
     for (const Case& c : cases) EXPECT_EQ(matchesPattern(c.name, c.pattern), c.matches) << c.name;
 }
@@ -69,11 +75,11 @@ TEST(FileFilters, CompleteTheNameThatIsSaved) {
     const Case cases[] = {
         {"C:\\a.b\\plan", 0, "C:\\a.b\\plan.tbf"},
         {"plan.TBF", 0, "plan.TBF"},
-        {"plan.dxf", 0, "plan.dxf"},          // of another type
+        {"plan.dxf", 0, "plan.dxf"},  // of another type
         {"Project 1.2", 0, "Project 1.2.tbf"},
         {"plan.", 0, "plan.tbf"},
         {".hidden", 0, ".hidden.tbf"},
-        {"plan", 1, "plan.dwg"},              // the type's own goes before the default
+        {"plan", 1, "plan.dwg"},  // the type's own goes before the default
         {"plan", 2, "plan.tbf"},
         {"Project 1.2", 2, "Project 1.2"},    // all files
         {"plan", 7, "plan.tbf"},              // no such type

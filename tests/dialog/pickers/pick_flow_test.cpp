@@ -49,7 +49,9 @@ class ScriptedSource : public PickSource {
         told.push_back("replace " + name.str());
         return agrees;
     }
-    void tellForeign(const CString& name) override { told.push_back("foreign " + name.str()); }
+    void tell(Fault fault, const CString& name) override {
+        told.push_back((fault == Fault::foreign ? "foreign " : "missing ") + name.str());
+    }
     bool asksAgain() const override { return true; }
 };
 
@@ -98,9 +100,11 @@ TEST_F(PickFlow, ReplacesWithTheUsersConsent) {
 
 TEST_F(PickFlow, OpensTheFileThatANameWithoutExtensionMeans) {
     source_.files = {"/a/plan.tbf", "/a/bare"};
-    source_.answers = {chosen("/a/plan"), chosen("/a/bare")};
+    source_.answers = {chosen("/a/plan"), chosen("/b/typo"), chosen("/a/bare")};
     EXPECT_EQ(ask(Kind::open).names, std::vector<CString>{"/a/plan.tbf"});
     EXPECT_EQ(ask(Kind::open).names, std::vector<CString>{"/a/bare"});
+    EXPECT_EQ(source_.told, std::vector<std::string>{"missing /b/typo"});
+    EXPECT_EQ(source_.asked.back(), "/b|typo");
 }
 
 TEST_F(PickFlow, TellsOfANameThatCannotBeWrittenAndReturnsNone) {

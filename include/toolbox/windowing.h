@@ -111,8 +111,13 @@ class TB_API MDI {
     void freezeAccelerator();
     void thawAccelerator();
     [[nodiscard]] int isAcceleratorFrozen() const;
-    /// 1 when the message was an accelerator's and has become its command; 0 while frozen.
+    /// 1 when the message was an accelerator's and has become its command; 0 while frozen, and for
+    /// a key that the window it goes to, or one that this is a child of, keeps for itself: a dialog
+    /// with a field keeps those that edit its text.
     int translateAccelerator(HWND window, HACCEL table, MSG* message);
+    /// The message by which windows are asked whether they keep a key; lParam points to its MSG.
+    /// One that answers other than 0 does.
+    [[nodiscard]] static UINT getKeyQuestion();
     /// Makes a table the current one, null for none. Always 1.
     int setMDIAccel(HACCEL table);
 

@@ -105,9 +105,9 @@ class TB_API TvWindowPlace {
     /// `name` is the entry in the settings' section "Places".
     explicit TvWindowPlace(const toolbox::SettingName& name);
 
-    /// Puts the window where it stood. A hidden window stays hidden; one that was maximized is shown
-    /// so only when it is visible, otherwise that is taken up by wasMaximized(). Without `withSize`
-    /// it keeps its size. 0, and the window is left as it is, when nothing is kept.
+    /// Puts the window where it stood. A hidden window stays hidden; one that was maximized is
+    /// shown so only when it is visible, otherwise that is taken up by wasMaximized(). Without
+    /// `withSize` it keeps its size. 0, and the window is left as it is, when nothing is kept.
     int restore(HWND window, int withSize);
     /// Keeps the place that the window has while it is neither minimized nor maximized, and whether
     /// it was maximized. Nothing is written while it stands where restore() put it. 0 when it could
@@ -134,15 +134,15 @@ class TB_API TvDialog {
     TvDialog& operator=(const TvDialog&) = delete;
 
     /// Shows the dialog and returns when it is closed: what close() was given, 1 for confirmed, 0
-    /// for cancelled, destroyed, or not made, which the user was told. Meanwhile the program's other
-    /// windows take no input. A null owner stands for the process's frame. 0 at once for a dialog
-    /// that is open.
+    /// for cancelled, destroyed, or not made, which the user was told. Meanwhile the program's
+    /// other windows take no input. A null owner stands for the process's frame. 0 at once for a
+    /// dialog that is open.
     int run(HWND owner);
     /// Shows the dialog and returns its window, which stays until it is closed or `owner` is
-    /// destroyed; null when it was not made, which the user was told, or has been closed already. It
-    /// is registered with the process's frame, when there is one, for Tab, Enter and Escape; other
-    /// message loops ask isDialogMessage(). A template with WS_CHILD becomes a child of `owner`
-    /// and is left where it is. Null at once for a dialog that is open.
+    /// destroyed; null when it was not made, which the user was told, or has been closed already.
+    /// It is registered with the process's frame, when there is one, for Tab, Enter and Escape;
+    /// other message loops ask isDialogMessage(). A template with WS_CHILD becomes a child of
+    /// `owner` and is left where it is. Null at once for a dialog that is open.
     HWND open(HWND owner);
     /// Closes it; run() returns `result`. 0 when it is not open.
     int close(int result);
@@ -168,8 +168,8 @@ class TB_API TvDialog {
 
     /// The dialog that has this window; null when none has it.
     [[nodiscard]] static TvDialog* find(HWND window);
-    /// The exchange of its fields, to report a fault from confirmed() (TvExchange::fail()); null when
-    /// the dialog is not open.
+    /// The exchange of its fields, to report a fault from confirmed() (TvExchange::fail()); null
+    /// when the dialog is not open.
     [[nodiscard]] TvExchange* fields() const;
     /// For message loops that are not the frame's: 1 when the message was one of an open modeless
     /// dialog, which then has handled it.
@@ -178,8 +178,8 @@ class TB_API TvDialog {
   protected:
     // What a dialog does. Each operation may close the dialog or delete the object.
 
-    /// The window has its controls and is not shown yet. The fields are filled afterwards. The first
-    /// control that takes it gets the focus, unless focus() gave it to another.
+    /// The window has its controls and is not shown yet. The fields are filled afterwards. The
+    /// first control that takes it gets the focus, unless focus() gave it to another.
     virtual void opened();
     /// Names the fields and their values: to fill them, and to read them when OK is chosen.
     virtual void exchange(TvExchange& fields);
@@ -217,9 +217,9 @@ class TB_API TvDialog {
     };
     /// What open() does, shown as wanted.
     HWND open(HWND owner, Showing showing);
-    /// Makes this the object of a modeless dialog that somebody else created with a procedure of its
-    /// own, which hears what this object leaves. opened() follows. 0 when this is open, the window
-    /// is no dialog, or it has an object.
+    /// Makes this the object of a modeless dialog that somebody else created with a procedure of
+    /// its own, which hears what this object leaves. opened() follows. 0 when this is open, the
+    /// window is no dialog, or it has an object.
     int adopt(HWND dialog);
 
   private:

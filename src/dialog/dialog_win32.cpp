@@ -147,13 +147,12 @@ HWND TvDialog::open(HWND owner, Showing showing) {
 
 int TvDialog::adopt(HWND dialog) {
     State& state = *state_;
-    if (state.window || state.run || state.opening || find(dialog) || !isDialog(dialog))
-        return 0;
+    if (state.window || state.run || state.opening || find(dialog) || !isDialog(dialog)) return 0;
     const Watch self(state.life);
     state.owner = GetWindow(dialog, GW_OWNER);
     if (!prepare(state.owner)) return 0;
-    state.before = reinterpret_cast<DLGPROC>(SetWindowLongPtrA(
-        dialog, DWLP_DLGPROC, reinterpret_cast<LONG_PTR>(&TvDialog::procedure)));
+    state.before = reinterpret_cast<DLGPROC>(
+        SetWindowLongPtrA(dialog, DWLP_DLGPROC, reinterpret_cast<LONG_PTR>(&TvDialog::procedure)));
     state.takesFocus = false;
     initialized(dialog);
     return !self.gone() && state.window ? 1 : 0;

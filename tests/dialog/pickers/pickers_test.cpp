@@ -141,13 +141,12 @@ TEST_F(Pickers, OpenThousandsOfFiles) {
         names += '"' + name + ".dat\" ";
     }
     DialogScript script;
-    script.run([&](HWND dialog) {
-        enterName(dialog, names);
-    });
+    script.run([&](HWND dialog) { enterName(dialog, names); });
     ASSERT_EQ(dialog_.openSeveral(owner_), 1);
     ASSERT_EQ(dialog_.getFiles().size(), std::size_t{kFiles});
     EXPECT_EQ(dialog_.getFile(), inFolder("a rather long name of measured values 0.dat"));
-    EXPECT_EQ(dialog_.getFiles().back(), inFolder("a rather long name of measured values 1499.dat"));
+    EXPECT_EQ(dialog_.getFiles().back(),
+              inFolder("a rather long name of measured values 1499.dat"));
 }
 
 TEST_F(Pickers, TellOfANameThatTheProgramCannotWrite) {
@@ -200,8 +199,8 @@ TEST_F(Pickers, MakeTheRestOfTheProgramWait) {
 
 TEST_F(Pickers, SurviveWhatIsDeletedMeanwhile) {
     auto dialog = std::make_unique<TvFileDialog>();
-    auto frame = std::make_unique<MDI>(GetModuleHandleA(nullptr), nullptr, MDI::ConstructInfo(),
-                                       nullptr);
+    auto frame =
+        std::make_unique<MDI>(GetModuleHandleA(nullptr), nullptr, MDI::ConstructInfo(), nullptr);
     DialogScript script;
     script.run([&](HWND window) {
         dialog.reset();

@@ -1,0 +1,98 @@
+// What the list of keys shows, without a window: its rows, which follow the group, the filter and
+// the order, and what is selected, which follows the keys rather than the rows.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "dialog/keys/folded_text.h"
+#include "toolbox/strings.h"
+#include "toolbox/win_types.h"
+
+namespace toolbox::keys {
+
+using Ids = std::vector<UINT>;
+
+/// What is known of a key without asking the application.
+struct ListedKey {
+    UINT id = 0;
+    CString key;
+    CString description;
+    CString header;
+};
+
+/// The current keys, in the order of their declaration.
+[[nodiscard]] std::vector<ListedKey> currentKeys();
+
+class KeyListModel {
+  public:
+    // What the rows are made of. They change with the next arrange().
+
+    void setKeys(std::vector<ListedKey> keys);
+    /// Keys that come first, in this order; each counts once, and what is no key does not.
+    void setChosen(const Ids& ids);
+    /// None: all keys.
+    void setGroup(std::optional<std::unordered_set<UINT>> members) { group_ = std::move(members); }
+    void setFilter(std::string_view typed) { filter_ = Words(typed); }
+    void arrange();
+
+    [[nodiscard]] std::size_t rowCount() const { return rows_.size(); }
+    /// Of a row that is there.
+    [[nodiscard]] const ListedKey& row(std::size_t row) const { return keys_[rows_[row]].shown; }
+    [[nodiscard]] std::optional<std::size_t> rowOf(UINT id) const;
+    [[nodiscard]] Ids ids() const;
+    [[nodiscard]] bool contains(UINT id) const { return places_.contains(id); }
+    /// The first row at or after `from`, then from the top, whose key begins with the text; case and
+    /// accents do not count.
+    [[nodiscard]] std::optional<std::size_t> find(std::string_view text, std::size_t from) const;
+
+    [[nodiscard]] const Ids& chosen() const { return chosen_; }
+    /// Among the chosen keys, from 1; 0 for one that is not chosen.
+    [[nodiscard]] std::size_t placeOf(UINT id) const;
+
+    // What is selected. Keys that are out of sight stay selected until select() says otherwise, but
+    // those that are no key any more do not.
+
+    void select(const Ids& ids);
+    [[nodiscard]] bool isSelected(UINT id) const { return selected_.contains(id); }
+    /// Those in sight, in the order of the rows.
+    [[nodiscard]] Ids selection() const;
+
+    // Orders that the selected keys in sight would have. None when that changes nothing. Keys out of
+    // sight keep their places.
+
+    /// The chosen ones one place up (-1) or down (1) among those in sight.
+    [[nodiscard]] std::optional<Ids> shifted(int by) const;
+    /// In front of a row, which may be the one after the last. A key that is not chosen becomes so,
+    /// but not below the chosen ones.
+    [[nodiscard]] std::optional<Ids> movedBefore(std::size_t row) const;
+    /// Chosen, at the end, or not chosen any more.
+    [[nodiscard]] std::optional<Ids> toggled(bool chosen) const;
+
+  private:
+    struct Entry {
+        ListedKey shown;
+        std::string searched;  ///< key and description, folded
+        std::size_t keyLength;  ///< of the folded key, with which it begins
+    };
+    [[nodiscard]] bool isInSight(const Entry& entry) const;
+    void addRow(UINT id);
+    /// Rows that chosen keys have; they are the first ones.
+    [[nodiscard]] std::size_t chosenRows() const;
+
+    std::vector<Entry> keys_;
+    std::unordered_map<UINT, std::size_t> places_;  ///< in keys_
+    Ids chosen_;
+    std::unordered_map<UINT, std::size_t> order_;  ///< places in chosen_, from 1
+    std::optional<std::unordered_set<UINT>> group_;
+    Words filter_;
+    std::vector<std::size_t> rows_;                 ///< places in keys_
+    std::unordered_map<UINT, std::size_t> rowsById_;
+    std::unordered_set<UINT> selected_;
+};
+
+}  // namespace toolbox::keys

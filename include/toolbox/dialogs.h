@@ -105,20 +105,23 @@ class TB_API TvWindowPlace {
     /// `name` is the entry in the settings' section "Places".
     explicit TvWindowPlace(const toolbox::SettingName& name);
 
-    /// Puts the window where it stood. A hidden window stays hidden; one that was maximized is
-    /// shown so only when it is visible, otherwise that is taken up by wasMaximized(). Without
-    /// `withSize` it keeps its size. 0, and the window is left as it is, when nothing is kept.
+    /// Puts the window where it stood, with the size that it had or, without `withSize`, with that
+    /// which it has. A window that is visible is maximized if it was; a hidden one stays hidden,
+    /// and wasMaximized() tells how to show it. 0, and the window is left as it is, when nothing is
+    /// kept.
     int restore(HWND window, int withSize);
+    /// The window stands where the program put it: save() keeps nothing until it is moved.
+    void setPut(HWND window);
     /// Keeps the place that the window has while it is neither minimized nor maximized, and whether
-    /// it was maximized. Nothing is written while it stands where restore() put it. 0 when it could
+    /// it is maximized. Nothing is written while it stands where restore() put it. 0 when it could
     /// not be kept.
     int save(HWND window);
-    /// 1 when the window was maximized when its place was kept: how to show it at the start.
+    /// 1 when the window was maximized when its place was kept.
     [[nodiscard]] int wasMaximized() const { return maximized_; }
 
   private:
     CString name_;
-    RECT put_{};  // where restore() put it; empty: nowhere
+    RECT put_{};  // where the program put it; empty: nowhere
     int maximized_ = 0;
 };
 
@@ -168,6 +171,8 @@ class TB_API TvDialog {
 
     /// The dialog that has this window; null when none has it.
     [[nodiscard]] static TvDialog* find(HWND window);
+    /// Reads the fields and, when they are right, confirms, and stays open. 1 when it is confirmed.
+    int apply();
     /// The exchange of its fields, to report a fault from confirmed() (TvExchange::fail()); null
     /// when the dialog is not open.
     [[nodiscard]] TvExchange* fields() const;
@@ -211,8 +216,8 @@ class TB_API TvDialog {
 
     /// How open() shows a window.
     enum class Showing {
-        hidden,    ///< not at all
-        inactive,  ///< without making it the active window
+        hidden,    ///< not at all; its place is that of its template, or the kept one
+        inactive,  ///< the same, without making it the active window
         active     ///< as the active window, with the focus in its first control
     };
     /// What open() does, shown as wanted.
@@ -233,12 +238,8 @@ class TB_API TvDialog {
     void join();
     void arrange();
     INT_PTR commanded(int control, int notification);
-    void confirm();
     void cancel();
     void askedForHelp(const HELPINFO& about);
-    bool fillFields();
-    bool readFields();
-    void takeBackFields();
     void detach();
     void ended();
 
@@ -246,41 +247,50 @@ class TB_API TvDialog {
 };
 
 /// A modeless dialog with commands and controls of its own: a palette. Its buttons whose number is
-/// that of a command of the manager send it to the manager's frame and follow its status, as those
-/// of a ToolDlg; all other controls are the derived class's, as in any dialog. It is owned by the
-/// frame and stands above it from the moment that it is made. It keeps the place of its template or
-/// that of placeName(), and is shown without becoming the active window.
+/// that of a command of the command manager send it to the manager's frame and follow its status,
+/// as those of a ToolDlg do; all other controls are the derived class's, as in any dialog. The
+/// frame owns it: it stands above it from the moment that it is made. It is shown without becoming
+/// the active window; its place is that of its template, or the one kept under placeName().
 ///
 ///     CToolDialog palette(IDD_PALETTE);
 ///     palette.create(manager, TOOL_PALETTE);      // hidden, managed
-///     tools.add(palette.getTool());
+///     tools.add(palette.getTool());               // then manager.manage(count, records, tools...)
+///     palette.show(1);
+///
+/// Enter reads the fields and confirms without closing; Escape makes the frame the active window;
+/// the close button hides the palette, if cancelled() agrees. Without a field it leaves all keys
+/// to the frame's accelerators.
 class TB_API CToolDialog : public TvDialog {
   public:
     explicit CToolDialog(const toolbox::ResourceName& name);
-    /// Ends the tool and the window.
+    /// Ends the window, and the tool that create() made.
     ~CToolDialog() override;
 
     /// Makes the window, hidden and owned by the manager's frame, and its tool, which the manager
-    /// manages. 0 when it is made already or could not be, which the user was told.
+    /// manages. 0 when it is open or could not be made, which the user was told, and when the tool
+    /// was refused.
     int create(GCOMMBase& manager, unsigned long toolId);
-    /// Takes over what createAndManageToolDlg() made: the tool stays the caller's. 0 for null, a
-    /// tool without window, or when this has one already.
+    /// Takes over the window of a tool, that of createAndManageToolDlg() for one; the tool stays
+    /// the caller's. 0 for null, a tool without window, and when this is open.
     int attach(ToolDlg* tool);
-
-    /// The tool; null before one is made and after the window is gone. Owned, unless attached.
-    [[nodiscard]] ToolDlg* getTool() const;
-    // Shows, without making it the active window, or hides it. 0 without window.
+    /// Shows the window, without making it the active one, or hides it. 0 without window.
     int show(int visible);
 
+    /// The tool that create() made, owned by this; null without it, and when the window is gone.
+    [[nodiscard]] ToolDlg* getTool() const;
+
   protected:
-    int handleMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
-    /// The tip of a control, when the mouse rests on it: the default takes text `control` of the
-    /// resources, of "hint\ntip" the part after the line break. Empty: none.
+    /// The tip of a control, "hint\ntip" or one text for both, asked when the mouse rests on it:
+    /// the default is the text of the resources that has the number of a command. Empty: none.
     virtual CString toolTip(int control);
-    void opened() override;
-    void destroyed() override;
+    /// Classes that replace it pass on what they leave.
+    int handleMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
 
   private:
-    struct Tools;
-    std::unique_ptr<Tools> tools_;
+    struct Parts;
+
+    void addTips();
+    int commanded(int control, int notification);
+
+    std::unique_ptr<Parts> parts_;
 };

@@ -19,7 +19,7 @@
 // it, too, is checked by its rule. A disabled or hidden field whose entry is wrong does the same.
 //
 // A control that the template lacks is no fault of the user: the operation is 0, its variable
-// stays, the trace of category TvExchange::kTrace tells, and the other fields are exchanged.
+// stays, the trace tells, with every category, and the other fields are exchanged.
 //
 // TvDialog and TvPropertyPage own one; it works on any dialog window.
 #pragma once
@@ -27,11 +27,13 @@
 #include <functional>
 #include <initializer_list>
 #include <memory>
+#include <vector>
 
 #include "toolbox/dates.h"
 #include "toolbox/export.h"
 #include "toolbox/formats.h"
 #include "toolbox/messages.h"
+#include "toolbox/numbers.h"
 #include "toolbox/strings.h"
 #include "toolbox/text.h"
 #include "toolbox/win_types.h"
@@ -39,9 +41,6 @@
 #if !defined(_WIN32)
 #error "toolbox/exchange.h needs windows: it exists on Windows only"
 #endif
-
-template <class T>
-class TvNumber;
 
 /// The fields of one dialog, and what they were filled with. It may die before or after the window.
 /// All variables must live as long as fill() or read() runs, and until takeBack() where that is
@@ -52,9 +51,6 @@ class TB_API TvExchange {
     /// when the object is gone, the operation that called it ends with 0 and touches no variable
     /// any more.
     using Fields = std::function<void(TvExchange& fields)>;
-
-    /// Category of traces: a control that the template lacks, or that cannot hold such a value.
-    static constexpr unsigned long kTrace = 0x00010000;
 
     /// For a dialog with its controls. Borrowed.
     explicit TvExchange(HWND dialog);
@@ -89,12 +85,12 @@ class TB_API TvExchange {
 
     // A number by its rule and format, without padding. Its units are not shown; they may be typed
     // after the number.
-    int number(int id, TvNumber<short>& value);
-    int number(int id, TvNumber<unsigned short>& value);
-    int number(int id, TvNumber<long>& value);
-    int number(int id, TvNumber<unsigned long>& value);
-    int number(int id, TvNumber<float>& value);
-    int number(int id, TvNumber<double>& value);
+    int number(int id, TvShort& value);
+    int number(int id, TvUShort& value);
+    int number(int id, TvLong& value);
+    int number(int id, TvULong& value);
+    int number(int id, TvFloat& value);
+    int number(int id, TvDouble& value);
     // A number without a rule of its own: any, or from `minimum` to `maximum`. Reals are shown with
     // `decimals`, as short as the value needs when that is negative.
     int number(int id, int& value);
@@ -102,7 +98,8 @@ class TB_API TvExchange {
     int number(int id, double& value, int decimals = -1);
     int number(int id, double& value, double minimum, double maximum, int decimals = -1);
 
-    /// A check box. The int is 1 or 0, and 2 for the third state of a box that has one.
+    // A check box. The int is 1 or 0, and 2 for the third state of a box that has one, which a bool
+    // takes for false.
     int check(int id, bool& value);
     int check(int id, int& value);
 
@@ -158,9 +155,12 @@ class TB_API TvExchange {
     [[nodiscard]] int faultControl() const;
     /// What is wrong with it; empty when nothing is.
     [[nodiscard]] CString faultText() const;
+    /// Leads the user to the fault again, when there is one: after the dialog, a page say, was
+    /// shown. A fault of a hidden dialog is only noted.
+    void showFault();
     /// The balloon goes; the fault stays noted.
     void hideFault();
-    /// Whether the balloon is shown. Null when it is not. For tests and screen readers.
+    /// The balloon's window; null while none is shown. For tests and screen readers.
     [[nodiscard]] HWND balloon() const;
 
     /// The dialog; null when its window is gone.
@@ -168,5 +168,11 @@ class TB_API TvExchange {
 
   private:
     struct State;
-    std::unique_ptr<State> state_;
+    class Run;
+
+    template <class T>
+    int typedNumber(int id, TvNumber<T>& value);
+    int radioGroup(const std::vector<int>& ids, int& value);
+
+    std::shared_ptr<State> state_;  // also held by the operation that runs
 };

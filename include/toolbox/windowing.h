@@ -160,6 +160,12 @@ class TB_API MDI {
     [[nodiscard]] HMENU getCurrentMenu() const;
     [[nodiscard]] HMENU getFrameMenu() const;
 
+    /// Keeps room for a strip at the frame's bottom, below the client window, for as long as it is
+    /// visible; its height is the strip's own. A child of the frame, borrowed: it is forgotten when
+    /// it is destroyed. Null for none; the one before stays where it is.
+    void setStatusBar(HWND strip);
+    [[nodiscard]] HWND getStatusBar() const;
+
     /// Null before the window is created and after it is destroyed, as the client is.
     [[nodiscard]] HWND getFrame() const;
     /// The client window, which holds the documents.
@@ -218,6 +224,8 @@ class TB_API MDI {
     LRESULT moved(const TarvMess& message);
     LRESULT created(const TarvMess& message);
     LRESULT resized(const TarvMess& message);
+    void layOut(HWND frame);
+    LRESULT childEnded(const TarvMess& message);
     LRESULT closing(const TarvMess& message);
     LRESULT commanded(const TarvMess& message, HWND child);
     LRESULT systemCommanded(const TarvMess& message);

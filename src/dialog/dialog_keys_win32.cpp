@@ -14,12 +14,6 @@ BOOL CALLBACK lookForField(HWND window, LPARAM found) {
     return FALSE;
 }
 
-bool hasField(HWND dialog) {
-    bool found = false;
-    EnumChildWindows(dialog, lookForField, reinterpret_cast<LPARAM>(&found));
-    return found;
-}
-
 bool isHeld(int key) {
     return GetKeyState(key) < 0;
 }
@@ -36,6 +30,12 @@ HWND chosenOf(HWND dialog, HWND control) {
 }
 
 }  // namespace
+
+bool hasField(HWND dialog) {
+    bool found = false;
+    EnumChildWindows(dialog, lookForField, reinterpret_cast<LPARAM>(&found));
+    return found;
+}
 
 void giveFirstFocus(HWND dialog) {
     const HWND focus = GetFocus();

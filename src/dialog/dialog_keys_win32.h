@@ -8,6 +8,9 @@ namespace toolbox::dialog {
 /// Gives the focus to the first control that takes it, unless one of the dialog has it.
 void giveFirstFocus(HWND dialog);
 
+/// One of the controls that are seen has a text to edit.
+[[nodiscard]] bool hasField(HWND dialog);
+
 /// True for a key that the frame's accelerators leave to the dialog.
 [[nodiscard]] bool keeps(HWND dialog, const MSG& message);
 

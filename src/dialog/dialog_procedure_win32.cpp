@@ -44,12 +44,10 @@ INT_PTR CALLBACK TvDialog::procedure(HWND window, UINT message, WPARAM wParam, L
 INT_PTR TvDialog::received(UINT message, WPARAM wParam, LPARAM lParam) {
     const HWND window = state_->window;
     const DLGPROC before = state_->before;
-    if (message == MDI::getKeyQuestion())
-        return answer(window, message,
-                      toolbox::dialog::keeps(window, *reinterpret_cast<const MSG*>(lParam)));
     const Watch self(state_->life);
     LRESULT result = 0;
     const int done = handleMessage(message, wParam, lParam, result);
+    if (message == WM_DESTROY && !self.gone() && state_->place) state_->place->save(window);
     if (message == WM_NCDESTROY) {
         if (!self.gone()) ended();
     } else if (done) {
@@ -63,6 +61,10 @@ INT_PTR TvDialog::received(UINT message, WPARAM wParam, LPARAM lParam) {
 
 INT_PTR TvDialog::handled(UINT message, WPARAM wParam, LPARAM lParam) {
     const HWND window = state_->window;
+    const std::shared_ptr<toolbox::dialog::Sizer> sizer = state_->sizer;
+    if (message == MDI::getKeyQuestion())
+        return answer(window, message,
+                      toolbox::dialog::keeps(window, *reinterpret_cast<const MSG*>(lParam)));
     const ParentScope parent(window);
     switch (message) {
         case WM_COMMAND:
@@ -74,6 +76,15 @@ INT_PTR TvDialog::handled(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_HELP:
             askedForHelp(*reinterpret_cast<const HELPINFO*>(lParam));
             return answer(window, message, TRUE);
+        case WM_SIZE:
+            if (sizer) sizer->follow();
+            return FALSE;
+        case WM_GETMINMAXINFO:
+            if (sizer) sizer->limit(*reinterpret_cast<MINMAXINFO*>(lParam));
+            return FALSE;
+        case WM_ERASEBKGND:
+            if (sizer) sizer->excludeControls(reinterpret_cast<HDC>(wParam));
+            return FALSE;  // what is left is the system's
         default:
             return FALSE;
     }
@@ -91,8 +102,10 @@ void TvDialog::initialized(HWND window) {
     join();
     if (!stays()) return;
     opened();
-    if (!stays() || !fillFields() || !stays()) return;
-    arrange();
+    if (!stays()) return;
+    state.fields = std::make_unique<TvExchange>(window);
+    state.fields->fill([this](TvExchange& each) { exchange(each); });
+    if (stays()) arrange();
     if (stays() && state.takesFocus) toolbox::dialog::giveFirstFocus(window);
 }
 
@@ -106,24 +119,24 @@ INT_PTR TvDialog::commanded(int control, int notification) {
     const HWND button = this->control(control);
     if (button && !IsWindowEnabled(button))
         MessageBeep(0);
-    else if (control == IDOK)
-        confirm();
-    else
+    else if (control == IDOK) {
+        if (apply()) close(1);
+    } else
         cancel();
     return TRUE;
 }
 
-void TvDialog::confirm() {
+int TvDialog::apply() {
     State& state = *state_;
     const Watch self(state.life);
     const auto stays = [&] { return !self.gone() && state.stays(); };
-    if (!readFields() || !stays()) return;
+    if (!state.fields || !state.fields->read([this](TvExchange& each) { exchange(each); }))
+        return 0;
+    if (!stays()) return 0;
     const int agreed = confirmed();
-    if (!stays()) return;
-    if (agreed)
-        close(1);
-    else
-        takeBackFields();
+    if (!stays()) return 0;
+    if (!agreed && state.fields) state.fields->takeBack();
+    return agreed != 0;
 }
 
 void TvDialog::cancel() {
@@ -151,6 +164,8 @@ void TvDialog::ended() {
     state.window = nullptr;
     state.before = nullptr;
     state.fields.reset();
+    state.sizer.reset();
+    state.place.reset();
     destroyed();
     if (!self.gone() && state.deletes && !state.window) delete this;
 }

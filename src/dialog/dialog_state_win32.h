@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 
+#include "dialog/layout/sizer_win32.h"
 #include "dialog/other_windows_win32.h"
 #include "dialog/parent_scope.h"
 #include "toolbox/detail/watch.h"
@@ -62,6 +63,8 @@ struct TvDialog::State {
     bool deletes = false;
     bool registered = false;  // with the frame
     TvDialogLayout layout;
-    std::shared_ptr<TvExchange> fields;
+    std::shared_ptr<toolbox::dialog::Sizer> sizer;  // kept by who uses it
+    std::optional<TvWindowPlace> place;
+    std::unique_ptr<TvExchange> fields;
     toolbox::detail::Watched<> life;
 };

@@ -61,6 +61,7 @@ TvDialog::~TvDialog() {
     State& state = *state_;
     const HWND window = state.window;
     if (!window) return;
+    if (state.place) state.place->save(window);
     detach();
     if (state.run)
         state.run->end(0);

@@ -145,6 +145,17 @@ HMENU MDI::getFrameMenu() const {
     return state_->frameMenu;
 }
 
+void MDI::setStatusBar(HWND strip) {
+    state_->statusBar = strip;
+    if (state_->frame) layOut(state_->frame);
+}
+
+HWND MDI::getStatusBar() const {
+    // A handle may be given to another window when its own is gone.
+    const HWND strip = state_->statusBar;
+    return strip && state_->frame && IsChild(state_->frame, strip) ? strip : nullptr;
+}
+
 HWND MDI::getFrame() const {
     return state_->frame;
 }

@@ -185,7 +185,9 @@ TEST(ScanSingle, ReadsOneNumberAndNothingElse) {
     expectScans<unsigned long>("4294967295", true, 4294967295UL);
     expectScans<double>(" 1.5e3", true, 1500);
     expectScans<float>("0.1", true, 0.1f);
-    for (const char* bad : {"1,5", "inf", "nan", "1e999", "e5", "1.5."})
+    expectScans<double>("1,5", true, 1.5);
+    expectScans<unsigned long>("5e2", true, 500);
+    for (const char* bad : {"1,5,", "inf", "nan", "1e999", "1e-999", "e5", "1.5."})
         expectScans<double>(bad, false, 0);
 }
 

@@ -117,7 +117,7 @@ class TB_API TvFileDialog {
     /// The file types: names and patterns in turn, with bars between them, several patterns of a
     /// type with semicolons: "Drawings|*.dwg;*.dxf|All files|*.*". Bars at the end are ignored. 0
     /// for a text without types, with a name that has no pattern, or with an empty part: the types
-    /// stay, and the trace says so.
+    /// stay, and the trace tells, with every category.
     int setFilter(const CString& filter);
     int setFilter(const char* filter) { return setFilter(CString(filter)); }
     /// The text of a resource, in the program's language.

@@ -16,9 +16,19 @@ static_assert(kLetters.size() == 0x40);
 constexpr unsigned char kFirst = 0xC0;
 
 void appendFolded(std::string& out, unsigned char c) {
-    constexpr auto kOthers = std::to_array<std::pair<unsigned char, std::string_view>>(
-        {{0x83, "f"}, {0x8A, "s"}, {0x8C, "oe"}, {0x8E, "z"}, {0x9A, "s"}, {0x9C, "oe"},
-         {0x9E, "z"}, {0x9F, "y"}, {0xA0, " "}, {0xC6, "ae"}, {0xDF, "ss"}, {0xE6, "ae"}});
+    constexpr auto kOthers =
+        std::to_array<std::pair<unsigned char, std::string_view>>({{0x83, "f"},
+                                                                   {0x8A, "s"},
+                                                                   {0x8C, "oe"},
+                                                                   {0x8E, "z"},
+                                                                   {0x9A, "s"},
+                                                                   {0x9C, "oe"},
+                                                                   {0x9E, "z"},
+                                                                   {0x9F, "y"},
+                                                                   {0xA0, " "},
+                                                                   {0xC6, "ae"},
+                                                                   {0xDF, "ss"},
+                                                                   {0xE6, "ae"}});
     if (c >= 'A' && c <= 'Z') {
         out.push_back(static_cast<char>(c - 'A' + 'a'));
         return;
@@ -29,8 +39,9 @@ void appendFolded(std::string& out, unsigned char c) {
         return;
     }
     const auto* const other =
-        c < 0x80 ? kOthers.end()
-                 : std::ranges::find(kOthers, c, &std::pair<unsigned char, std::string_view>::first);
+        c < 0x80
+            ? kOthers.end()
+            : std::ranges::find(kOthers, c, &std::pair<unsigned char, std::string_view>::first);
     if (other != kOthers.end())
         out += other->second;
     else

@@ -16,7 +16,8 @@ class Words {
   public:
     Words() = default;
     explicit Words(std::string_view typed);
-    /// True for every text when there are no words. The text is folded already.
+    [[nodiscard]] bool areNone() const { return words_.empty(); }
+    /// True for every text when there are none. The text is folded already.
     [[nodiscard]] bool areIn(std::string_view foldedText) const;
 
   private:

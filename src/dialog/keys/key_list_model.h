@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -17,22 +18,24 @@ namespace toolbox::keys {
 
 using Ids = std::vector<UINT>;
 
-/// What is known of a key without asking the application.
-struct ListedKey {
-    UINT id = 0;
-    CString key;
-    CString description;
-    CString header;
+/// What keys are searched by.
+struct KeyTexts {
+    RWCString key;
+    RWCString description;
 };
 
 /// The current keys, in the order of their declaration.
-[[nodiscard]] std::vector<ListedKey> currentKeys();
+[[nodiscard]] Ids currentKeys();
 
 class KeyListModel {
   public:
+    /// `texts` gives those of a key that is there; it is asked when something is searched.
+    explicit KeyListModel(std::function<KeyTexts(UINT)> texts) : texts_(std::move(texts)) {}
+
     // What the rows are made of. They change with the next arrange().
 
-    void setKeys(std::vector<ListedKey> keys);
+    /// Each key once; their texts may have changed.
+    void setKeys(const Ids& ids);
     /// Keys that come first, in this order; each counts once, and what is no key does not.
     void setChosen(const Ids& ids);
     /// None: all keys.
@@ -42,13 +45,13 @@ class KeyListModel {
 
     [[nodiscard]] std::size_t rowCount() const { return rows_.size(); }
     /// Of a row that is there.
-    [[nodiscard]] const ListedKey& row(std::size_t row) const { return keys_[rows_[row]].shown; }
+    [[nodiscard]] UINT row(std::size_t row) const { return keys_[rows_[row]].id; }
     [[nodiscard]] std::optional<std::size_t> rowOf(UINT id) const;
     [[nodiscard]] Ids ids() const;
     [[nodiscard]] bool contains(UINT id) const { return places_.contains(id); }
-    /// The first row at or after `from`, then from the top, whose key begins with the text; case and
-    /// accents do not count.
-    [[nodiscard]] std::optional<std::size_t> find(std::string_view text, std::size_t from) const;
+    /// The first row at or after `from`, then from the top, whose key begins with the text; case
+    /// and accents do not count.
+    [[nodiscard]] std::optional<std::size_t> find(std::string_view text, std::size_t from);
 
     [[nodiscard]] const Ids& chosen() const { return chosen_; }
     /// Among the chosen keys, from 1; 0 for one that is not chosen.
@@ -62,8 +65,8 @@ class KeyListModel {
     /// Those in sight, in the order of the rows.
     [[nodiscard]] Ids selection() const;
 
-    // Orders that the selected keys in sight would have. None when that changes nothing. Keys out of
-    // sight keep their places.
+    // Orders that the selected keys in sight would have. None when that changes nothing. Keys out
+    // of sight keep their places.
 
     /// The chosen ones one place up (-1) or down (1) among those in sight.
     [[nodiscard]] std::optional<Ids> shifted(int by) const;
@@ -75,23 +78,27 @@ class KeyListModel {
 
   private:
     struct Entry {
-        ListedKey shown;
-        std::string searched;  ///< key and description, folded
-        std::size_t keyLength;  ///< of the folded key, with which it begins
+        UINT id = 0;
+        std::size_t place = 0;      ///< among the chosen keys, from 1
+        std::size_t row = 0;        ///< from 1; 0: out of sight
+        std::string searched = {};  ///< key and description, folded; empty: not asked for yet
+        std::size_t keyLength = 0;  ///< of the folded key, with which it begins
     };
-    [[nodiscard]] bool isInSight(const Entry& entry) const;
-    void addRow(UINT id);
+    [[nodiscard]] const Entry* entryOf(UINT id) const;
+    /// With what it is searched by.
+    Entry& searchable(Entry& entry);
+    [[nodiscard]] bool isInSight(Entry& entry);
+    void addRow(std::size_t place);
     /// Rows that chosen keys have; they are the first ones.
     [[nodiscard]] std::size_t chosenRows() const;
 
+    std::function<KeyTexts(UINT)> texts_;
     std::vector<Entry> keys_;
     std::unordered_map<UINT, std::size_t> places_;  ///< in keys_
     Ids chosen_;
-    std::unordered_map<UINT, std::size_t> order_;  ///< places in chosen_, from 1
     std::optional<std::unordered_set<UINT>> group_;
     Words filter_;
-    std::vector<std::size_t> rows_;                 ///< places in keys_
-    std::unordered_map<UINT, std::size_t> rowsById_;
+    std::vector<std::size_t> rows_;  ///< places in keys_
     std::unordered_set<UINT> selected_;
 };
 

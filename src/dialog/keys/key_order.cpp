@@ -33,7 +33,7 @@ std::optional<Ids> KeyListModel::movedBefore(std::size_t row) const {
     if (moved.empty()) return std::nullopt;
     row = std::min(row, rows);
 
-    const auto stays = [&](std::size_t at) { return !isSelected(this->row(at).id); };
+    const auto stays = [&](std::size_t at) { return !isSelected(this->row(at)); };
     Ids order = chosen_;
     std::erase_if(order, [&](UINT id) { return isSelected(id) && rowOf(id); });
     // In front of the next one in sight that stays; behind the last one where there is none.
@@ -41,11 +41,11 @@ std::optional<Ids> KeyListModel::movedBefore(std::size_t row) const {
     std::size_t anchor = row;
     while (anchor < rows && !stays(anchor)) ++anchor;
     if (anchor < rows) {
-        place = std::ranges::find(order, this->row(anchor).id);
+        place = std::ranges::find(order, this->row(anchor));
     } else {
         anchor = row;
         while (anchor > 0 && !stays(anchor - 1)) --anchor;
-        if (anchor > 0) place = std::ranges::find(order, this->row(anchor - 1).id) + 1;
+        if (anchor > 0) place = std::ranges::find(order, this->row(anchor - 1)) + 1;
     }
     order.insert(place, moved.begin(), moved.end());
     return order == chosen_ ? std::nullopt : std::optional(std::move(order));

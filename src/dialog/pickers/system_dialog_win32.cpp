@@ -1,20 +1,14 @@
-// The frame is looked at again at the end of a dialog: it may have been closed from within.
+// What is around the system's dialogs.
 #include "dialog/pickers/system_dialog_win32.h"
 
+#include "dialog/dialog_phase_win32.h"
 #include "dialog/pickers/pick_handler.h"
 #include "dialog/pickers/wide_names.h"
 #include "toolbox/messages.h"
 #include "toolbox/platform.h"
-#include "toolbox/windowing.h"
 
 namespace toolbox::pickers {
 namespace {
-
-std::wstring currentFolder() {
-    std::wstring folder(GetCurrentDirectoryW(0, nullptr), L'\0');
-    folder.resize(GetCurrentDirectoryW(static_cast<DWORD>(folder.size()), folder.data()));
-    return folder;
-}
 
 /// The system takes longer names only with a prefix that keeps it from looking at them.
 std::wstring nameOfAnyLength(const CString& name) {
@@ -47,20 +41,6 @@ HWND ownerOf(HWND owner) {
     return frame && frame->getFrame() ? frame->getFrame() : GetActiveWindow();
 }
 
-DialogPhase::DialogPhase() : frame_(MDIApplication::getPMDI()), folder_(currentFolder()) {
-    if (!frame_) return;
-    wasFrozen_ = frame_->isAcceleratorFrozen() != 0;
-    frame_->freezeAccelerator();
-    frame_->setModelessDispatch(0);
-}
-
-DialogPhase::~DialogPhase() {
-    if (!folder_.empty() && currentFolder() != folder_) SetCurrentDirectoryW(folder_.c_str());
-    if (!frame_ || frame_ != MDIApplication::getPMDI()) return;
-    frame_->setModelessDispatch(1);
-    if (!wasFrozen_) frame_->thawAccelerator();
-}
-
 bool SystemSource::exists(const CString& name) {
     return GetFileAttributesW(nameOfAnyLength(name).c_str()) != INVALID_FILE_ATTRIBUTES;
 }
@@ -77,14 +57,14 @@ void SystemSource::tell(Fault fault, const CString& name) {
                                            MB_OK | MB_ICONEXCLAMATION | MB_TASKMODAL);
 }
 
-PickAnswer pickBy(const PickQuestion& question, PickSource& system) {
+PickAnswer pickBy(const PickQuestion& question, SystemSource& system) {
     if (PickHandler::installed()) {
         HandlerSource handler;
         return pick(question, handler);
     }
     PickAnswer answer;
     {
-        const DialogPhase phase;
+        const dialog::DialogPhase phase(system.owner());
         answer = pick(question, system);
     }
     if (answer.outcome == PickOutcome::notShown)

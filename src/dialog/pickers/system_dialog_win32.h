@@ -1,5 +1,5 @@
-// What the system's own dialogs need around them: everything else of the program waits, the current
-// folder stays, and what went wrong is said.
+// What the system's own dialogs need around them: their owner, names in 16-bit characters, and
+// saying what went wrong.
 #pragma once
 
 #include <windows.h>
@@ -8,7 +8,6 @@
 #include <string_view>
 
 #include "dialog/pickers/pick_flow.h"
-#include "toolbox/windowing.h"
 
 namespace toolbox::pickers {
 
@@ -41,21 +40,6 @@ void addName(SourceAnswer& answer, const std::u16string& name);
 /// active one.
 [[nodiscard]] HWND ownerOf(HWND owner);
 
-/// Switches the frame's dialogs and accelerators off while it lives, where there is a frame, and
-/// puts the current folder back at its end. The frame may end first.
-class [[nodiscard]] DialogPhase {
-  public:
-    DialogPhase();
-    ~DialogPhase();
-    DialogPhase(const DialogPhase&) = delete;
-    DialogPhase& operator=(const DialogPhase&) = delete;
-
-  private:
-    MDI* frame_;
-    bool wasFrozen_ = false;
-    std::wstring folder_;
-};
-
 /// The system's dialogs with the questions that the library asks of the user.
 class SystemSource : public PickSource {
   public:
@@ -64,16 +48,14 @@ class SystemSource : public PickSource {
     bool mayReplace(const CString& name) override;
     void tell(Fault fault, const CString& name) override;
     [[nodiscard]] bool asksAgain() const override { return true; }
-
-  protected:
     [[nodiscard]] HWND owner() const { return owner_; }
 
   private:
     HWND owner_;
 };
 
-/// Asks the handler, or else the source, and reports through the message service what could not be
-/// shown.
-[[nodiscard]] PickAnswer pickBy(const PickQuestion& question, PickSource& system);
+/// Asks the handler, or else the system's dialog, and reports through the message service what
+/// could not be shown.
+[[nodiscard]] PickAnswer pickBy(const PickQuestion& question, SystemSource& system);
 
 }  // namespace toolbox::pickers

@@ -122,7 +122,6 @@ void TvKeyListDialog::State::insertTokens() {
     if (!self.gone()) post(kShowButtons);
 }
 
-/// Enter in the filter goes on to what it found.
 void TvKeyListDialog::State::enterFromFilter() {
     if (selection().empty() && model.rowCount() > 0) {
         focused = model.row(0);
@@ -135,6 +134,9 @@ void TvKeyListDialog::State::enterFromFilter() {
 
 bool TvKeyListDialog::State::clicked(int button) {
     switch (button) {
+        case IDC_KEY_LIST:
+            enterFromFilter();
+            return true;
         case IDC_KEY_LIST_CHOSEN:
             toggleChosen();
             return true;
@@ -145,10 +147,7 @@ bool TvKeyListDialog::State::clicked(int button) {
             shift(1);
             return true;
         case IDC_KEY_LIST_FORMAT:
-            if (GetFocus() == dialog.control(IDC_KEY_LIST_FILTER))
-                enterFromFilter();
-            else
-                edit(true);
+            edit(true);
             return true;
         case IDC_KEY_LIST_DESCRIPTION:
             edit(false);

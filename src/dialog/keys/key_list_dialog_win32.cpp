@@ -165,6 +165,7 @@ void TvKeyListDialog::opened() {
     state.posted = 0;
     state.field.look(getHWND());
     state.list.attach(getHWND(), IDC_KEY_LIST);
+    state.filterField.attach(getHWND(), IDC_KEY_LIST_FILTER);
     state.list.addKeyColumns();
     state.list.fitColumns();
     state.fillGroups();

@@ -1,77 +1,91 @@
 // Rows, filter and selection of the list of keys.
 #include "dialog/keys/key_list_model.h"
 
+#include <algorithm>
 #include <utility>
 
-#include "toolbox/keys.h"
+#include "udkey/shared.h"
 
 namespace toolbox::keys {
 
 Ids currentKeys() {
     Ids keys;
-    for (auto it = UDManager::getKeywordIterator(); it();) keys.push_back(it.key());
+    const udkey::Shared* const all = udkey::shared().get();
+    if (!all) return keys;
+    keys.reserve(all->keys.entries().size());
+    for (const udkey::KeyEntry& entry : all->keys.entries()) keys.push_back(entry.id());
     return keys;
 }
 
 void KeyListModel::setKeys(const Ids& ids) {
     keys_.clear();
     places_.clear();
+    searched_.clear();
     rows_.clear();
     keys_.reserve(ids.size());
     places_.reserve(ids.size());
-    for (const UINT id : ids)
-        if (places_.try_emplace(id, keys_.size()).second) keys_.push_back({id});
+    for (const UINT id : ids) {
+        places_.push_back({id, keys_.size()});
+        keys_.push_back({id});
+    }
+    std::ranges::stable_sort(places_, {}, &Place::id);
     std::erase_if(selected_, [&](UINT id) { return !contains(id); });
     setChosen(Ids(chosen_));
+}
+
+std::size_t KeyListModel::find(UINT id) const {
+    const auto found = std::ranges::lower_bound(places_, id, {}, &Place::id);
+    return found != places_.end() && found->id == id ? found->at : keys_.size();
 }
 
 void KeyListModel::setChosen(const Ids& ids) {
     for (Entry& entry : keys_) entry.place = 0;
     Ids chosen;
     for (const UINT id : ids) {
-        const auto found = places_.find(id);
-        if (found == places_.end() || keys_[found->second].place != 0) continue;
+        const std::size_t at = find(id);
+        if (at == keys_.size() || keys_[at].place != 0) continue;
         chosen.push_back(id);
-        keys_[found->second].place = chosen.size();
+        keys_[at].place = chosen.size();
     }
     chosen_ = std::move(chosen);
 }
 
-KeyListModel::Entry& KeyListModel::searchable(Entry& entry) {
-    if (entry.searched.empty()) {
-        const KeyTexts texts = texts_(entry.id);
-        entry.searched = folded(texts.key.view());
-        entry.keyLength = entry.searched.size();
-        entry.searched += '\n';
-        entry.searched += folded(texts.description.view());
+const KeyListModel::Searched& KeyListModel::searched(std::size_t place) {
+    searched_.resize(keys_.size());
+    Searched& searched = searched_[place];
+    if (searched.text.empty()) {
+        const KeyTexts texts = texts_(keys_[place].id);
+        searched.text = folded(texts.key.view());
+        searched.keyLength = searched.text.size();
+        searched.text += '\n';
+        searched.text += folded(texts.description.view());
     }
-    return entry;
+    return searched;
 }
 
-bool KeyListModel::isInSight(Entry& entry) {
-    return (!group_ || group_->contains(entry.id)) &&
-           (filter_.areNone() || filter_.areIn(searchable(entry).searched));
+bool KeyListModel::isInSight(std::size_t place) {
+    return (!group_ || group_->contains(keys_[place].id)) &&
+           (filter_.areNone() || filter_.areIn(searched(place).text));
 }
 
 void KeyListModel::addRow(std::size_t place) {
-    Entry& entry = keys_[place];
-    entry.row = 0;
-    if (!isInSight(entry)) return;
+    keys_[place].row = 0;
+    if (!isInSight(place)) return;
     rows_.push_back(place);
-    entry.row = rows_.size();
+    keys_[place].row = rows_.size();
 }
 
 void KeyListModel::arrange() {
     rows_.clear();
     rows_.reserve(keys_.size());
-    for (const UINT id : chosen_) addRow(places_.at(id));
+    for (const UINT id : chosen_) addRow(find(id));
     for (std::size_t place = 0; place < keys_.size(); ++place)
         if (keys_[place].place == 0) addRow(place);
 }
 
 const KeyListModel::Entry* KeyListModel::entryOf(UINT id) const {
-    const auto found = places_.find(id);
-    return found == places_.end() ? nullptr : &keys_[found->second];
+    const std::size_t at = find(id);
+    return at < keys_.size() ? &keys_[at] : nullptr;
 }
 
 std::optional<std::size_t> KeyListModel::rowOf(UINT id) const {
@@ -90,8 +104,8 @@ std::optional<std::size_t> KeyListModel::find(std::string_view text, std::size_t
     const std::string wanted = folded(text);
     for (std::size_t i = 0; i < rows_.size(); ++i) {
         const std::size_t row = (from + i) % rows_.size();
-        const Entry& entry = searchable(keys_[rows_[row]]);
-        if (entry.searched.starts_with(wanted) && wanted.size() <= entry.keyLength) return row;
+        const Searched& key = searched(rows_[row]);
+        if (key.text.starts_with(wanted) && wanted.size() <= key.keyLength) return row;
     }
     return std::nullopt;
 }

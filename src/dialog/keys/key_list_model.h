@@ -6,7 +6,6 @@
 #include <functional>
 #include <optional>
 #include <string>
-#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -34,7 +33,7 @@ class KeyListModel {
 
     // What the rows are made of. They change with the next arrange().
 
-    /// Each key once; their texts may have changed.
+    /// Ids that differ; their texts may have changed.
     void setKeys(const Ids& ids);
     /// Keys that come first, in this order; each counts once, and what is no key does not.
     void setChosen(const Ids& ids);
@@ -48,7 +47,7 @@ class KeyListModel {
     [[nodiscard]] UINT row(std::size_t row) const { return keys_[rows_[row]].id; }
     [[nodiscard]] std::optional<std::size_t> rowOf(UINT id) const;
     [[nodiscard]] Ids ids() const;
-    [[nodiscard]] bool contains(UINT id) const { return places_.contains(id); }
+    [[nodiscard]] bool contains(UINT id) const { return find(id) < keys_.size(); }
     /// The first row at or after `from`, then from the top, whose key begins with the text; case
     /// and accents do not count.
     [[nodiscard]] std::optional<std::size_t> find(std::string_view text, std::size_t from);
@@ -79,22 +78,31 @@ class KeyListModel {
   private:
     struct Entry {
         UINT id = 0;
-        std::size_t place = 0;      ///< among the chosen keys, from 1
-        std::size_t row = 0;        ///< from 1; 0: out of sight
-        std::string searched = {};  ///< key and description, folded; empty: not asked for yet
+        std::size_t place = 0;  ///< among the chosen keys, from 1
+        std::size_t row = 0;    ///< from 1; 0: out of sight
+    };
+    struct Searched {
+        std::string text = {};      ///< key and description, folded; empty: not asked for yet
         std::size_t keyLength = 0;  ///< of the folded key, with which it begins
     };
+    struct Place {
+        UINT id;
+        std::size_t at;  ///< in keys_
+    };
+    /// Where a key is in keys_; their number when it is not there.
+    [[nodiscard]] std::size_t find(UINT id) const;
     [[nodiscard]] const Entry* entryOf(UINT id) const;
-    /// With what it is searched by.
-    Entry& searchable(Entry& entry);
-    [[nodiscard]] bool isInSight(Entry& entry);
+    /// What the key at a place is searched by.
+    const Searched& searched(std::size_t place);
+    [[nodiscard]] bool isInSight(std::size_t place);
     void addRow(std::size_t place);
     /// Rows that chosen keys have; they are the first ones.
     [[nodiscard]] std::size_t chosenRows() const;
 
     std::function<KeyTexts(UINT)> texts_;
     std::vector<Entry> keys_;
-    std::unordered_map<UINT, std::size_t> places_;  ///< in keys_
+    std::vector<Place> places_;       ///< by id
+    std::vector<Searched> searched_;  ///< beside keys_, or empty while nothing was searched
     Ids chosen_;
     std::optional<std::unordered_set<UINT>> group_;
     Words filter_;

@@ -6,6 +6,7 @@
 
 #include "dialog/keys/focused_field_win32.h"
 #include "dialog/keys/key_drag_win32.h"
+#include "dialog/keys/key_filter_field_win32.h"
 #include "toolbox/detail/watch.h"
 #include "toolbox/key_dialogs.h"
 
@@ -75,6 +76,7 @@ struct TvKeyListDialog::State : private toolbox::KeyWatcher {
     UDManager& manager;
     toolbox::keys::KeyListModel model;
     toolbox::keys::KeyListView list;
+    toolbox::keys::KeyFilterField filterField;
     toolbox::keys::KeyDrag drag{list, model};
     toolbox::keys::FocusedField field;
     std::vector<Group> groups;

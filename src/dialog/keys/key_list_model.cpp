@@ -28,7 +28,9 @@ void KeyListModel::setKeys(const Ids& ids) {
         places_.push_back({id, keys_.size()});
         keys_.push_back({id});
     }
-    std::ranges::stable_sort(places_, {}, &Place::id);
+    // As they mostly are.
+    if (!std::ranges::is_sorted(places_, {}, &Place::id))
+        std::ranges::sort(places_, {}, &Place::id);
     std::erase_if(selected_, [&](UINT id) { return !contains(id); });
     setChosen(Ids(chosen_));
 }
@@ -123,6 +125,7 @@ void KeyListModel::select(const Ids& ids) {
 
 Ids KeyListModel::selection() const {
     Ids ids;
+    if (selected_.empty()) return ids;
     for (const std::size_t place : rows_)
         if (isSelected(keys_[place].id)) ids.push_back(keys_[place].id);
     return ids;

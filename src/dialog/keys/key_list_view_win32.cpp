@@ -48,11 +48,14 @@ void KeyListView::show(const KeyListModel& model, UINT focused) {
     ListView_SetItemCountEx(list, static_cast<int>(model.rowCount()), LVSICF_NOSCROLL);
     const Ids selected = model.selection();
     const bool all = !selected.empty() && selected.size() == model.rowCount();
-    ListView_SetItemState(list, -1, all ? LVIS_SELECTED : 0u, LVIS_SELECTED | LVIS_FOCUSED);
-    if (!all)
+    if (all) {
+        selectAll();
+    } else {
+        deselect();
         for (const UINT id : selected)
             ListView_SetItemState(list, static_cast<int>(*model.rowOf(id)), LVIS_SELECTED,
                                   LVIS_SELECTED);
+    }
     if (const auto row = model.rowOf(focused)) {
         ListView_SetItemState(list, static_cast<int>(*row), LVIS_FOCUSED, LVIS_FOCUSED);
         ListView_SetSelectionMark(list, static_cast<int>(*row));
@@ -61,6 +64,18 @@ void KeyListView::show(const KeyListModel& model, UINT focused) {
     SendMessageA(list, WM_SETREDRAW, TRUE, 0);
     InvalidateRect(list, nullptr, FALSE);
     showing_ = false;
+}
+
+/// For all rows at once the system visits every one of them, which takes time.
+void KeyListView::deselect() {
+    constexpr UINT kFew = 100;
+    const UINT count = ListView_GetSelectedCount(getHWND());
+    if (count > kFew) {
+        ListView_SetItemState(getHWND(), -1, 0, LVIS_SELECTED);
+    } else if (count > 0) {
+        for (const int row : selectedRows())
+            ListView_SetItemState(getHWND(), row, 0, LVIS_SELECTED);
+    }
 }
 
 Ids KeyListView::selectedIds(const KeyListModel& model) const {

@@ -55,6 +55,7 @@ class KeyListView : public TvListView {
   private:
     /// The command of a key; 0 for a key that is the control's own.
     [[nodiscard]] static int commandOf(UINT message, WPARAM key);
+    void deselect();
     [[nodiscard]] RECT rowArea(std::size_t row) const;
 
     bool showing_ = false;

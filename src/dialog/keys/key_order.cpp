@@ -8,8 +8,8 @@
 namespace toolbox::keys {
 
 std::optional<Ids> KeyListModel::shifted(int by) const {
-    Ids inSight = ids();
-    inSight.resize(chosenRows());
+    Ids inSight;
+    for (std::size_t at = 0, end = chosenRows(); at < end; ++at) inSight.push_back(row(at));
     const Ids before = inSight;
     const auto shift = [&](auto begin, auto end) {
         for (auto at = begin; at != end; ++at)

@@ -29,6 +29,7 @@ class TB_API TvKeyListDialog : public TvDialog {
     /// What stands for all keys among the groups.
     static constexpr UINT kAllKeys = 0xFFFFFFFF;
 
+    /// For the keys of the process; the selection is this manager's. No window yet.
     explicit TvKeyListDialog(UDManager& manager);
     ~TvKeyListDialog() override;
 
@@ -84,7 +85,8 @@ class TB_API TvKeyListDialog : public TvDialog {
     /// Whether tokens can be inserted now: into the edit field, of any window of the program but
     /// this dialog, that had the focus when the dialog became the active window.
     virtual int canInsertTokens();
-    /// Inserts tokens, "$VOLT$ $FREQ$", in place of what is selected in that field. 0: it could not.
+    /// Inserts tokens, "$VOLT$ $FREQ$", in place of what is selected in that field. 0: it could
+    /// not.
     virtual int insertTokens(const CString& tokens);
 
     // What the dialog does itself. A derived class that replaces one calls it for what it leaves.
@@ -100,6 +102,5 @@ class TB_API TvKeyListDialog : public TvDialog {
 
   private:
     struct State;
-    friend struct State;
     std::unique_ptr<State> state_;
 };

@@ -144,13 +144,12 @@ class TB_API TvFileDialog {
 
     /// One file that exists.
     int open(HWND owner);
-    /// Files of one folder that exist.
+    /// Files that exist, of one folder unless the user typed others.
     int openSeveral(HWND owner);
     /// A name to save under. Asks before a file is replaced.
     int save(HWND owner);
 
-    // Of the dialog that ended last.
-
+    /// Of the dialog that ended last.
     [[nodiscard]] toolbox::PickOutcome getOutcome() const;
     /// Why it could not be shown, in the program's language; else empty.
     [[nodiscard]] CString getReason() const;
@@ -170,6 +169,7 @@ class TB_API TvFileDialog {
 /// Asks for a folder. As TvFileDialog in all that both have.
 class TB_API TvFolderDialog {
   public:
+    /// As TvFileDialog's; folders of files and folders chosen share the purposes.
     explicit TvFolderDialog(const CString& purpose = CString());
     ~TvFolderDialog();
     TvFolderDialog(const TvFolderDialog&) = delete;
@@ -185,7 +185,9 @@ class TB_API TvFolderDialog {
     /// Shows the dialog; 1 when a folder was chosen.
     int run(HWND owner);
 
+    /// Of the dialog that ended last.
     [[nodiscard]] toolbox::PickOutcome getOutcome() const;
+    /// Why it could not be shown, in the program's language; else empty.
     [[nodiscard]] CString getReason() const;
     /// The folder chosen, without a separator at its end but for a root; else what setFolder()
     /// gave.

@@ -79,7 +79,8 @@ class TB_API Edit {
     /// What the user did, as a menu says it after "Undo": "Move load". Asked each time it is
     /// shown, so that it may follow the language.
     [[nodiscard]] virtual CString text() const = 0;
-    /// Bytes that it holds, for the limit by memory. Asked after each apply(), revert() and merge().
+    /// Bytes that it holds, for the limit by memory. Asked after each apply(), revert() and
+    /// merge().
     [[nodiscard]] virtual std::size_t size() const = 0;
     /// Takes in `later`, which was carried out directly after this one, by the same gesture. Asks
     /// first whether it is of a kind that it knows, and speaks of the same thing. What is merged is

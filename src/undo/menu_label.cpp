@@ -1,5 +1,5 @@
-// In an item's text '&' underlines the character after it, "&&" is one '&', and what follows a tab is
-// the item's key.
+// In an item's text '&' underlines the character after it, "&&" is one '&', and what follows a tab
+// is the item's key.
 #include "undo/menu_label.h"
 
 #include <algorithm>

@@ -32,7 +32,7 @@ CString textOf(const UndoStack* stack, bool undo) {
 
 /// True when the item has another text than before.
 bool setItemText(HMENU menu, int id, const CString& text) {
-    if (!hasItem(menu, id)) return false;
+    if (text.IsEmpty() || !hasItem(menu, id)) return false;
     const std::string former = itemText(menu, static_cast<UINT>(id));
     std::string label = toolbox::undo::menuLabel(text, former).str();
     if (label == former) return false;

@@ -1,5 +1,5 @@
-// Calls edits, and moves them only when they have done what they should. An edit is held while it is
-// called, since it may delete the stack; after every call is asked whether it has.
+// Calls edits, and moves them only when they have done what they should. An edit is held while it
+// is called, since it may delete the stack; after every call is asked whether it has.
 #include <new>
 
 #include "undo/calls.h"

@@ -1,5 +1,5 @@
-// The commands: which there are, when they are enabled, and what they do. They go to the document of
-// the active window first, then to the program.
+// The commands: which there are, when they are enabled, and what they do. They go to the document
+// of the active window first, then to the program.
 #include <string>
 
 #include "dialogs/dialogs.h"

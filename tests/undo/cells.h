@@ -1,0 +1,66 @@
+// A small document with an edit that tests can make fail, throw, and do anything while it is called.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "toolbox/undo.h"
+
+/// What a test finds out about edits and makes them do.
+struct Cells {
+    std::vector<int> values = std::vector<int>(8);
+    int steps = 0;  ///< times that an edit was carried out or taken back
+
+    /// Called first by every operation of an edit, with its name; false makes it fail.
+    std::function<bool(std::string_view what)> hook = [](std::string_view) { return true; };
+};
+
+class SetCell : public Edit {
+  public:
+    SetCell(Cells& cells, std::size_t cell, int value)
+        : cells_(cells), cell_(cell), other_(value) {}
+    ~SetCell() override { cells_.hook("destroy"); }
+    SetCell(const SetCell&) = delete;
+    SetCell& operator=(const SetCell&) = delete;
+
+    Outcome apply() override {
+        if (!cells_.hook("apply")) return Failed;
+        return swap() ? Done : Pointless;
+    }
+    int revert() override { return cells_.hook("revert") && swap(); }
+    CString text() const override {
+        cells_.hook("text");
+        return ("cell " + std::to_string(cell_)).c_str();
+    }
+    std::size_t size() const override {
+        cells_.hook("size");
+        return 10;
+    }
+    Merging merge(Edit& later) override {
+        auto* const other = dynamic_cast<SetCell*>(&later);
+        if (!cells_.hook("merge") || !other || other->cell_ != cell_) return Apart;
+        return cells_.values[cell_] == other_ ? Annulled : Merged;
+    }
+
+  private:
+    bool swap() {
+        if (cells_.values[cell_] == other_) return false;
+        std::swap(cells_.values[cell_], other_);
+        ++cells_.steps;
+        return true;
+    }
+
+    Cells& cells_;
+    std::size_t cell_;
+    int other_;  // the value that the cell has not
+};
+
+/// Sets a cell by way of a stack.
+inline Edit::Outcome set(UndoStack& stack, Cells& cells, std::size_t cell, int value,
+                         unsigned gesture = 0) {
+    return stack.perform(std::make_unique<SetCell>(cells, cell, value), gesture);
+}

@@ -1,5 +1,5 @@
-// An undo step of a moved load over the size of the document, beside a stack that keeps copies of the
-// document; and a gesture, whose moves are merged.
+// An undo step of a moved load over the size of the document, beside a stack that keeps copies of
+// the document; and a gesture, whose moves are merged.
 #include <benchmark/benchmark.h>
 
 #include <memory>

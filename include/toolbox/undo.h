@@ -220,8 +220,7 @@ class TB_API UndoStack {
     std::unique_ptr<toolbox::undo::History> history_;
     SetPointer<UndoListener> listeners_;
     Phase phase_ = Phase::Idle;
-    std::uint64_t settled_ = 0;  // state of the document when no edit is being called
-    std::uint64_t clean_ = 0;    // state that was saved
+    std::uint64_t clean_ = 0;  // state that was saved
     unsigned lastGesture_ = 0;
     std::size_t leftGroup_ = 0;  // depth of a group whose scope ended while nothing could change
     toolbox::detail::Watched<> life_;

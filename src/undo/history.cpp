@@ -150,14 +150,13 @@ void History::endGroup(Entries& dropped) {
         --shut_;
         return;
     }
-    if (lastOfGroup()) open_.back().gesture = 0;
     groups_.pop_back();
     if (!groups_.empty() || open_.empty()) return;
     dropUndone(dropped);
     open_.front().first = true;
     ++doneSteps_;
     for (Entry& entry : open_) {
-        entry.gesture = 0;
+        entry.gesture = 0;  // nothing is merged with a step of many
         bytes_ += entry.size;
     }
     done_.splice(done_.end(), open_);

@@ -12,7 +12,6 @@ class UndoStack::Operation {
     /// The stack is at rest again, then what was dropped is deleted.
     ~Operation() {
         if (gone()) return;
-        stack_.settled_ = stack_.history_->current();
         stack_.phase_ = Phase::Idle;
         stack_.endLeftGroups();
     }

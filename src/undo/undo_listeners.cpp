@@ -38,7 +38,6 @@ void UndoStack::tell(UndoListener* listener) {
 
 bool UndoStack::Operation::tell() {
     if (gone()) return false;
-    stack_.settled_ = stack_.history_->current();
     stack_.phase_ = Phase::Telling;
     return tellEach(stack_.listeners_, watch_, [](UndoListener* each) { UndoStack::tell(each); });
 }

@@ -75,7 +75,7 @@ int UndoStack::step(bool back) {
         while (moved > 0 && move(operation, !back)) --moved;
         if (operation.gone() || moved == 0) return 0;
     }
-    history_->trim(!back, operation.dropped);
+    if (whole) history_->trim(!back, operation.dropped);
     return operation.tell() && whole;
 }
 
@@ -120,7 +120,7 @@ std::size_t UndoStack::redoCount() const {
 }
 
 int UndoStack::isClean() const {
-    return settled_ == clean_;
+    return history_->current() == clean_;
 }
 
 int UndoStack::setClean() {

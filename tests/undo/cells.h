@@ -1,4 +1,5 @@
-// A small document with an edit that tests can make fail, throw, and do anything while it is called.
+// A small document with an edit that tests can make fail, throw, and do anything while it is
+// called.
 #pragma once
 
 #include <functional>
@@ -10,13 +11,12 @@
 
 #include "toolbox/undo.h"
 
-/// What a test finds out about edits and makes them do.
 struct Cells {
-    std::vector<int> values = std::vector<int>(8);
-    int steps = 0;  ///< times that an edit was carried out or taken back
+    std::vector<int> values = std::vector<int>(5);
 
     /// Called first by every operation of an edit, with its name; false makes it fail.
-    std::function<bool(std::string_view what)> hook = [](std::string_view) { return true; };
+    using Hook = std::function<bool(std::string_view what)>;
+    Hook hook = [](std::string_view) { return true; };
 };
 
 class SetCell : public Edit {
@@ -29,31 +29,24 @@ class SetCell : public Edit {
 
     Outcome apply() override {
         if (!cells_.hook("apply")) return Failed;
-        return swap() ? Done : Pointless;
+        if (cells_.values[cell_] == other_) return Pointless;
+        std::swap(cells_.values[cell_], other_);
+        return Done;
     }
-    int revert() override { return cells_.hook("revert") && swap(); }
-    CString text() const override {
-        cells_.hook("text");
-        return ("cell " + std::to_string(cell_)).c_str();
+    int revert() override {
+        if (!cells_.hook("revert")) return 0;
+        std::swap(cells_.values[cell_], other_);
+        return 1;
     }
-    std::size_t size() const override {
-        cells_.hook("size");
-        return 10;
-    }
+    CString text() const override { return ("cell " + std::to_string(cell_)).c_str(); }
+    std::size_t size() const override { return cells_.hook("size") ? 10 : 0; }
     Merging merge(Edit& later) override {
-        auto* const other = dynamic_cast<SetCell*>(&later);
-        if (!cells_.hook("merge") || !other || other->cell_ != cell_) return Apart;
+        const auto& other = static_cast<SetCell&>(later);
+        if (!cells_.hook("merge") || other.cell_ != cell_) return Apart;
         return cells_.values[cell_] == other_ ? Annulled : Merged;
     }
 
   private:
-    bool swap() {
-        if (cells_.values[cell_] == other_) return false;
-        std::swap(cells_.values[cell_], other_);
-        ++cells_.steps;
-        return true;
-    }
-
     Cells& cells_;
     std::size_t cell_;
     int other_;  // the value that the cell has not

@@ -34,61 +34,46 @@ struct Desk {
 };
 
 TEST(UndoCommands, FollowTheStackThatTheyAreBoundTo) {
-    Desk desk;
     UndoStack other;
-    EXPECT_EQ(desk.commands->refresh(), 1);
-    EXPECT_EQ(desk.enabled(), "--");
-    EXPECT_EQ(desk.commands->command(kUndo), 1) << "its command, though there is no stack";
-    EXPECT_EQ(desk.commands->follow(desk.stack.get()), 1);
-    EXPECT_EQ(desk.enabled(), "ur");
-    desk.tool.take();
-    EXPECT_EQ(desk.commands->command(kUndo), 1);
-    EXPECT_EQ(desk.tool.take(), "e1=0 ");
-    EXPECT_EQ(desk.commands->command(kRedo), 1);
-    EXPECT_EQ(desk.commands->command(3), 0);
-    EXPECT_EQ(desk.cells.values[0], 1);
-    {
-        UndoGroup group(*desk.stack, "");
-        EXPECT_EQ(desk.enabled(), "--");
+    Desk desk;
+    const std::pair<std::function<void()>, const char*> steps[] = {
+        {[&] { desk.commands->refresh(); }, "--"},
+        {[&] { desk.commands->follow(desk.stack.get()); }, "ur"},
+        {[&] { desk.commands->command(kUndo); }, "-r"},
+        {[&] { desk.commands->command(kRedo); }, "ur"},
+        {[&] { desk.stack->openGroup(""); }, "--"},
+        {[&] { desk.stack->closeGroup(); }, "ur"},
+        {[&] { desk.commands->follow(&other); }, "--"},
+        {[&] { set(*desk.stack, desk.cells, 1, 1); }, "--"},
+        {[&] { desk.commands->follow(desk.stack.get()); }, "u-"},
+        {[&] { desk.stack.reset(); }, "--"},
+    };
+    for (const auto& [act, enabled] : steps) {
+        act();
+        EXPECT_EQ(desk.enabled(), enabled) << &enabled - &steps[0].second;
     }
-    EXPECT_EQ(desk.enabled(), "ur");
-    desk.commands->follow(&other);
-    EXPECT_EQ(desk.enabled(), "--");
-    set(*desk.stack, desk.cells, 1, 1);
-    EXPECT_EQ(desk.enabled(), "--");
-    desk.commands->follow(desk.stack.get());
-    EXPECT_EQ(desk.enabled(), "u-");
-    desk.stack.reset();
-    EXPECT_EQ(desk.enabled(), "--");
-    EXPECT_EQ(desk.commands->stack(), nullptr);
-    desk.manager.reset();
-    EXPECT_EQ(desk.commands->refresh(), 1) << "nothing to show it";
+    EXPECT_EQ(desk.commands->command(kUndo), 1) << "its command, though there is no stack";
+    EXPECT_EQ(desk.commands->command(3), 0);
 }
 
 TEST(UndoCommands, OutlastWhatToolsDoWhenTheyAreTold) {
-    const std::pair<const char*, void (*)(Desk&)> actions[] = {
-        {"deletes the stack", [](Desk& d) { d.stack.reset(); }},
-        {"deletes the commands' object", [](Desk& d) { d.commands.reset(); }},
-        {"deletes the manager", [](Desk& d) { d.manager.reset(); }},
-        {"deletes a command", [](Desk& d) { d.manager->unmanage(&(*d.manager)[kUndo]); }},
-        {"binds it to none", [](Desk& d) { d.commands->follow(nullptr); }},
-        {"deletes all", [](Desk& d) { d.stack.reset(), d.commands.reset(), d.manager.reset(); }},
+    void (*const actions[])(Desk&) = {
+        [](Desk& d) { d.stack.reset(); },
+        [](Desk& d) { d.commands.reset(); },
+        [](Desk& d) { d.manager.reset(); },
+        [](Desk& d) { d.manager->unmanage(&(*d.manager)[kUndo]); },
+        [](Desk& d) { d.commands->follow(nullptr); },
+        [](Desk& d) { d.stack.reset(), d.commands.reset(), d.manager.reset(); },
     };
-    for (const auto& [what, act] : actions)
-        for (const bool direct : {false, true}) {
-            SCOPED_TRACE(what);
-            Desk desk;
-            desk.commands->follow(direct ? nullptr : desk.stack.get());
-            desk.tool.action = [&, act = act] { act(desk); };
-            if (direct)
-                desk.commands->follow(desk.stack.get());
-            else
-                desk.stack->undo();
-            const bool follows = desk.stack && desk.commands && desk.commands->stack();
-            if (desk.manager && (*desk.manager)[kUndo] && desk.commands) {
-                EXPECT_EQ(desk.enabled(), !follows ? "--" : direct ? "ur" : "-r");
-            }
-        }
+    for (const auto act : actions) {
+        Desk desk;
+        desk.commands->follow(desk.stack.get());
+        desk.tool.action = [&] { act(desk); };
+        desk.stack->undo();
+        const bool follows = desk.commands && desk.commands->stack();
+        if (!desk.manager || !(*desk.manager)[kUndo] || !desk.commands) continue;
+        EXPECT_EQ(desk.enabled(), follows ? "-r" : "--");
+    }
 }
 
 }  // namespace

@@ -141,8 +141,9 @@ class TB_API UndoStack {
     [[nodiscard]] unsigned newGesture();
 
     // Take the last step back, and do the next one again: a whole step or nothing. 0 when there is
-    // none, a group is open, or an edit failed. When an edit can then not be brought back either,
-    // the step stays where it got stuck and can be taken on from there, either way.
+    // none, a group is open, or an edit failed or, done again, had nothing to do. When an edit can
+    // then not be brought back either, the step stays where it got stuck and can be taken on from
+    // there, either way.
     int undo();
     int redo();
     // 1 when there is such a step and no group is open; 0 while an edit is being called.

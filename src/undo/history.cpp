@@ -64,11 +64,14 @@ void History::move(bool back, std::uint64_t size) {
     Entry& entry = back ? done_.back() : undone_.front();
     bytes_ += size - entry.size;
     entry.size = size;
+    const std::size_t steps = entry.first ? 1 : 0;
     if (back) {
-        if (entry.first) --doneSteps_, ++undoneSteps_;
+        doneSteps_ -= steps;
+        undoneSteps_ += steps;
         undone_.splice(undone_.begin(), done_, std::prev(done_.end()));
     } else {
-        if (entry.first) ++doneSteps_, --undoneSteps_;
+        undoneSteps_ -= steps;
+        doneSteps_ += steps;
         done_.splice(done_.end(), undone_, undone_.begin());
     }
 }

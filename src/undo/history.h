@@ -58,7 +58,8 @@ class History {
 
     void setLimits(std::size_t steps, std::size_t bytes) {
         maxSteps_ = steps;
-        maxBytes_ = bytes;
+        // Also where a sum of sizes is larger than the constant.
+        maxBytes_ = bytes == UndoStack::kNoLimit ? kUnlimited : bytes;
     }
     /// Keeps the limits, and rather the step before or after the document's state.
     void trim(bool keepsDone, Entries& dropped);
@@ -91,6 +92,8 @@ class History {
         bool failed;
     };
 
+    static constexpr std::uint64_t kUnlimited = static_cast<std::uint64_t>(-1);
+
     [[nodiscard]] bool exceeds() const;
     void dropOldest(Entries& dropped);
     void dropFarthest(Entries& dropped);
@@ -103,7 +106,8 @@ class History {
     State newest_ = 0;
     std::size_t doneSteps_ = 0, undoneSteps_ = 0;
     std::uint64_t bytes_ = 0;  // of done_ and undone_
-    std::size_t maxSteps_ = UndoStack::kNoLimit, maxBytes_ = UndoStack::kNoLimit;
+    std::size_t maxSteps_ = UndoStack::kNoLimit;
+    std::uint64_t maxBytes_ = kUnlimited;
 };
 
 }  // namespace toolbox::undo

@@ -48,10 +48,15 @@
 #include "toolbox/strings.h"
 #include "toolbox/transform.h"
 
+namespace toolbox::canvas {
+class PdfPage;
+class TapeReader;
+}  // namespace toolbox::canvas
+
 /// How lines and outlines are drawn. Lines end flat where they end and turn round corners. A plain
 /// value.
 struct TvPen {
-    TvColor color;
+    TvColor color{};
     double width = 0.5;  ///< points; 0 or less draws nothing
     /// Lengths in points that are drawn and left out by turns, up to the first that is 0; an odd
     /// number of them goes round twice. None is a solid line.
@@ -64,11 +69,11 @@ struct TvPen {
 
 /// How shapes are filled: with one colour, or not at all. A plain value.
 struct TvBrush {
-    TvColor color;
+    TvColor color{};
     bool filled = false;
 
-    constexpr TvBrush() = default;                                     ///< fills nothing
-    constexpr TvBrush(TvColor fill) : color(fill), filled(true) {}     ///< fills with the colour
+    constexpr TvBrush() = default;                                  ///< fills nothing
+    constexpr TvBrush(TvColor fill) : color(fill), filled(true) {}  ///< fills with the colour
     bool operator==(const TvBrush&) const = default;
 };
 
@@ -81,11 +86,11 @@ class TB_API TvPath {
 
     /// Starts a piece.
     TvPath& moveTo(TvPoint to);
-    /// A straight line from the point where the path is; without one it starts a piece.
+    /// A straight line from where the piece is; without a piece, as after close(), it starts one.
     TvPath& lineTo(TvPoint to);
-    /// A cubic Bezier curve with two control points; without a point it starts at the first.
+    /// A cubic Bezier curve with two control points; without a piece it starts one at the first.
     TvPath& curveTo(TvPoint control1, TvPoint control2, TvPoint to);
-    /// A line back to the start of the piece, which ends.
+    /// A line back to the start of the piece, which ends. Nothing without a piece.
     TvPath& close();
 
     // Whole pieces; a shape that needs more points than there are adds none.
@@ -111,6 +116,8 @@ class TB_API TvPath {
     bool operator==(const TvPath&) const = default;
 
   private:
+    [[nodiscard]] bool isOpen() const { return !steps_.empty() && steps_.back() != Close; }
+
     std::vector<Step> steps_;
     std::vector<TvPoint> points_;
 };
@@ -126,8 +133,8 @@ struct TB_API TvCanvasFault {
     };
     Kind kind = Character;
     std::size_t drawing = 0;  ///< paths and texts that had been drawn before
-    TvTextFault character;    ///< which one, of a text
-    std::string text;         ///< of which text, in Windows-1252 with '?'
+    TvTextFault character{};  ///< which one, of a text
+    std::string text{};       ///< of which text, in Windows-1252 with '?'
 
     /// A sentence in the language of GMSG.
     [[nodiscard]] CString sentence() const;
@@ -211,7 +218,7 @@ class TB_API TvCanvas {
     /// Takes back the last onClip() that was not taken back.
     virtual void onUnclip() = 0;
     /// Clippings that were not taken back.
-    [[nodiscard]] std::size_t clipDepth() const { return clips_; }
+    [[nodiscard]] std::size_t clipDepth() const { return state_.clips; }
 
   private:
     friend class TvRecording;
@@ -224,17 +231,16 @@ class TB_API TvCanvas {
         std::size_t clips = 0;
     };
 
-    int drawPath(const TvPath& path, bool fill);
     int drawScratch(bool fill);
-    bool mapPath(const TvPath& path, TvPath& page);
-    int fault(TvCanvasFault::Kind kind);
-    void noteCharacters(const TvText& text);
+    int drawPath(const TvPath& path, const TvPen& pen, const TvBrush& brush);
+    int drawText(TvPoint at, const TvText& text, const TvFont& font, const TvTextPlace& place);
+    int fault(TvCanvasFault fault);
+    void reset(double width, double height);
 
     double width_;
     double height_;
     State state_;
     std::vector<State> saved_;
-    std::size_t clips_ = 0;
     bool plain_ = true;  ///< the transform is the identity
     TvPath scratch_;     ///< of the shape that is being drawn
     TvPath page_;        ///< and its image; both keep their memory
@@ -282,6 +288,9 @@ class TB_API TvRecording : public TvCanvas {
 
   private:
     struct Tape;
+    static int playElement(TvCanvas& target, const toolbox::canvas::TapeReader& reader,
+                           char element);
+
     std::shared_ptr<Tape> tape_;
 };
 
@@ -314,10 +323,6 @@ class TB_API TvSvg : public TvCanvas {
     std::string body_;
     std::size_t clipPaths_ = 0;
 };
-
-namespace toolbox::canvas {
-class PdfPage;
-}
 
 /// Drawings as the pages of a PDF 1.4 file, with the standard fonts, which every reader has: texts
 /// can be searched and copied, Greek letters too. Nothing in it is compressed or dated.

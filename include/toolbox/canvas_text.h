@@ -1,7 +1,8 @@
 // Texts of drawings: what a text is made of, how it is measured, where it breaks and stands.
 //
 // Texts are measured by the published widths of the standard fonts of PDF, never by those of a
-// device, so that a drawing breaks and aligns its texts alike on the screen, on paper and in a file:
+// device, so that a drawing breaks and aligns its texts alike on the screen, on paper and in a
+// file:
 //
 //     const TvText stress = TvText::fromUtf8(u8"\u03C3 \u2264 235 N/mm\u00B2");
 //     const TvFont font{TvFont::Times, 9};
@@ -40,7 +41,7 @@ struct TvColor {
 
 /// Characters of a text that stand together in one font, on one level.
 struct TvTextRun {
-    std::string bytes;    ///< in Windows-1252, or in the encoding of Symbol; '\n' breaks the line
+    std::string bytes{};  ///< in Windows-1252, or in the encoding of Symbol; '\n' breaks the line
     bool symbol = false;  ///< of the Symbol font
     int level = 0;        ///< 1 is raised, -1 lowered, both at 0.6 of the size
     bool operator==(const TvTextRun&) const = default;
@@ -64,15 +65,14 @@ class TB_API TvText {
   public:
     TvText() = default;  ///< the empty text
     // A text in Windows-1252; a null pointer is the empty one.
-    TvText(const char* windows1252) { add(windows1252 ? windows1252 : ""); }
-    TvText(std::string_view windows1252) { add(windows1252); }
+    TvText(std::string_view windows1252);
+    TvText(const char* windows1252) : TvText(std::string_view(windows1252 ? windows1252 : "")) {}
+    TvText(const std::string& windows1252) : TvText(std::string_view(windows1252)) {}
     template <toolbox::AnyString String>
-    TvText(const String& windows1252) {
-        add(windows1252.view());
-    }
+    TvText(const String& windows1252) : TvText(windows1252.view()) {}
     /// A text in UTF-8: what Windows-1252 lacks comes from Symbol (Greek letters, mathematical
-    /// signs, arrows), raised and lowered digits are runs of their own level, spaces of other widths
-    /// are no-break spaces.
+    /// signs, arrows), raised and lowered digits are runs of their own level, spaces of other
+    /// widths are no-break spaces.
     [[nodiscard]] static TvText fromUtf8(std::string_view utf8) { return TvText().addUtf8(utf8); }
 #if defined(__cpp_char8_t)
     [[nodiscard]] static TvText fromUtf8(const char8_t* utf8) {
@@ -81,16 +81,19 @@ class TB_API TvText {
 #endif
 
     // Each appends, and returns the text.
-    TvText& add(std::string_view windows1252);
-    TvText& addUtf8(std::string_view utf8);
     TvText& add(const TvText& text);
+    TvText& addUtf8(std::string_view utf8);
     // All runs of the other text become raised, or lowered.
     TvText& superscript(const TvText& text);
     TvText& subscript(const TvText& text);
 
-    [[nodiscard]] const std::vector<TvTextRun>& runs() const { return runs_; }
+    [[nodiscard]] const std::vector<TvTextRun>& runs() const {
+        return runs_;
+    }
     /// Characters that no font has, in order.
-    [[nodiscard]] const std::vector<TvTextFault>& faults() const { return faults_; }
+    [[nodiscard]] const std::vector<TvTextFault>& faults() const {
+        return faults_;
+    }
     /// Characters, line breaks included.
     [[nodiscard]] std::size_t length() const;
     /// The text in UTF-8, all on one level.
@@ -109,9 +112,9 @@ class TB_API TvText {
 
   private:
     void put(char byte, bool symbol, int level);
-    void putMissing(char32_t code, int level);
+    void putMissing(char32_t code);
     void putCode(char32_t code);
-    void append(const TvText& text, const int* level);
+    TvText& append(const TvText& text, const int* level);
 
     std::vector<TvTextRun> runs_;
     std::vector<TvTextFault> faults_;
@@ -133,7 +136,7 @@ struct TB_API TvFont {
     double size = 10;  ///< points
     bool bold = false;
     bool italic = false;
-    TvColor color;
+    TvColor color{};
 
     // Of the size: what a line takes above its baseline and below it. All characters lie within.
     static constexpr double kAscent = 0.95;
@@ -157,24 +160,24 @@ enum class TvLevel : unsigned char { top, middle, baseline, bottom };
 
 /// How a text stands at its point. A plain value.
 struct TvTextPlace {
-    TvAlign align = TvAlign::left;       ///< each line, too, is aligned so
+    TvAlign align = TvAlign::left;  ///< each line, too, is aligned so
     TvLevel level = TvLevel::baseline;
-    double angle = 0;                    ///< of the direction of reading, about the point
+    double angle = 0;  ///< of the direction of reading, about the point
     bool operator==(const TvTextPlace&) const = default;
 };
 
 /// Characters of a text where they stand on the page.
 struct TvPlacedRun {
-    std::string_view bytes;  ///< of the text's run, a line of it
+    std::string_view bytes{};  ///< of the text's run, a line of it
     bool symbol = false;
-    TvPoint at;          ///< left end of the baseline
+    TvPoint at{};        ///< left end of the baseline
     double size = 0;     ///< of the letters, points
     double width = 0;    ///< points
     bool first = false;  ///< it begins a line
 };
 
-/// Where the runs of a text stand, line by line, for classes that draw texts. `at` and the place are
-/// those of the page. They borrow the bytes of `text`.
+/// Where the runs of a text stand, line by line, for classes that draw texts. `at` and the place
+/// are those of the page. They borrow the bytes of `text`.
 [[nodiscard]] TB_API std::vector<TvPlacedRun> tvPlaceText(TvPoint at, const TvText& text,
                                                           const TvFont& font,
                                                           const TvTextPlace& place);

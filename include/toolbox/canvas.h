@@ -36,6 +36,7 @@
 #include <cstdint>
 #include <initializer_list>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -57,7 +58,7 @@ class TapeReader;
 /// value.
 struct TvPen {
     TvColor color{};
-    double width = 0.5;  ///< points; 0 or less draws nothing
+    double width = 0.5;  ///< points; 0 or less draws nothing, the thinnest is 0.001
     /// Lengths in points that are drawn and left out by turns, up to the first that is 0; an odd
     /// number of them goes round twice. None is a solid line.
     std::array<double, 6> dash{};
@@ -270,10 +271,10 @@ class TB_API TvRecording : public TvCanvas {
     /// do.
     void store(VarRecord& record) const;
     /// Reads at the record's cursor what store() appended, in place of this drawing and its size;
-    /// clipping and faults are gone then, styles and the transform stay. Returns 1; 0 when the
-    /// bytes are damaged or not a drawing, or a newer version stored them: recording and cursor are
-    /// then as before, and `why`, unless null, has a sentence. Every byte is checked before any is
-    /// taken.
+    /// what save() remembered, clippings and faults are gone then, styles and the transform stay.
+    /// Returns 1; 0 when the bytes are damaged or not a drawing, or a newer version stored them:
+    /// recording and cursor are then as before, and `why`, unless null, has a sentence. Every byte
+    /// is checked before any is taken.
     int load(VarRecord& record, CString* why);
 
     /// Bytes that it holds.
@@ -322,6 +323,8 @@ class TB_API TvSvg : public TvCanvas {
     std::string title_;
     std::string body_;
     std::size_t clipPaths_ = 0;
+    std::optional<TvPen> pen_;  ///< the last one
+    std::string penText_;       ///< and what it is in the file
 };
 
 /// Drawings as the pages of a PDF 1.4 file, with the standard fonts, which every reader has: texts

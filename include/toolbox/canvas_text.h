@@ -95,7 +95,9 @@ class TB_API TvText {
         return faults_;
     }
     /// Characters, line breaks included.
-    [[nodiscard]] std::size_t length() const;
+    [[nodiscard]] std::size_t length() const {
+        return length_;
+    }
     /// The text in UTF-8, all on one level.
     [[nodiscard]] std::string utf8() const;
     /// The text in Windows-1252; characters of Symbol that it lacks are '?'.
@@ -118,6 +120,7 @@ class TB_API TvText {
 
     std::vector<TvTextRun> runs_;
     std::vector<TvTextFault> faults_;
+    std::size_t length_ = 0;
 };
 
 /// The size of a text in points.

@@ -3,6 +3,7 @@
 // is called may draw here too.
 #include "toolbox/canvas.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "canvas/styles.h"
@@ -201,8 +202,12 @@ int TvCanvas::drawText(TvPoint at, const TvText& text, const TvFont& font,
     const TvPoint onPage = mapped(state_.transform, at);
     if (!toolbox::canvas::isNear(onPage) || !isPlace(place))
         return fault({TvCanvasFault::Coordinate});
-    for (const TvTextFault& character : text.faults())
+    // A text may have any number of them.
+    const std::size_t room = kFaultsKept - faults_.size();
+    for (const TvTextFault& character :
+         std::span(text.faults()).first(std::min(room, text.faults().size())))
         fault({TvCanvasFault::Character, 0, character, text.windows1252()});
+    if (text.faults().size() > room) faultCount_ += text.faults().size() - room;
     if (text.runs().empty()) return 1;
     ++drawings_;
     TvTextPlace placed = place;

@@ -27,6 +27,12 @@ inline void appendNumber(std::string& out, double value, int decimals = kLengthD
     out.append(text, number.write(text));
 }
 
+/// Appends a length that must not become 0, which files take for something else.
+inline void appendPositive(std::string& out, double length) {
+    constexpr double kLeast = 0.001;
+    appendNumber(out, length > kLeast ? length : kLeast);
+}
+
 /// Appends "x y ", the form in which both kinds of files take points.
 inline void appendPoint(std::string& out, TvPoint point) {
     appendNumber(out, point.x);

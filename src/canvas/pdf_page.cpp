@@ -22,7 +22,7 @@ void appendDash(std::string& out, const TvPen& pen) {
     out += '[';
     for (const double length : pen.dash) {
         if (!(length > 0)) break;
-        appendNumber(out, length);
+        appendPositive(out, length);
         out += ' ';
     }
     if (out.back() == ' ') out.pop_back();
@@ -60,7 +60,7 @@ void PdfPage::usePen(const TvPen& pen) {
     if (pen_ == pen) return;
     if (!pen_ || pen_->color != pen.color) appendColor(content_, pen.color, "RG\n");
     if (!pen_ || pen_->width != pen.width) {
-        appendNumber(content_, pen.width);
+        appendPositive(content_, pen.width);
         content_ += " w\n";
     }
     if (!pen_ || pen_->dash != pen.dash) appendDash(content_, pen);

@@ -72,22 +72,25 @@ void appendData(std::string& out, const TvPath& path) {
 
 void appendPen(std::string& out, const TvPen& pen) {
     appendColorAttribute(out, "stroke", pen.color);
-    appendAttribute(out, "stroke-width", pen.width);
+    out += " stroke-width=\"";
+    appendPositive(out, pen.width);
+    out += '"';
     if (!(pen.dash[0] > 0)) return;
     out += " stroke-dasharray=\"";
     for (const double length : pen.dash) {
         if (!(length > 0)) break;
-        appendNumber(out, length);
+        appendPositive(out, length);
         out += ' ';
     }
     out.back() = '"';
 }
 
-/// Readers without the standard fonts have others of the same widths.
+/// Readers without the standard fonts have others of the same widths. Names are not quoted: some
+/// readers do not understand quotes in a list.
 const char* familyName(const TvFont& font, bool symbol) {
-    constexpr const char* kNames[] = {"Helvetica, Arial, 'Liberation Sans', sans-serif",
-                                      "Times, 'Times New Roman', 'Liberation Serif', serif",
-                                      "Courier, 'Courier New', 'Liberation Mono', monospace"};
+    constexpr const char* kNames[] = {"Helvetica, Arial, Liberation Sans, sans-serif",
+                                      "Times, Times New Roman, Liberation Serif, serif",
+                                      "Courier, Courier New, Liberation Mono, monospace"};
     return kNames[symbol ? TvFont::Times : font.family];
 }
 
@@ -172,7 +175,12 @@ void TvSvg::onPath(const TvPath& path, const TvPen* pen, const TvBrush* brush) {
         appendColorAttribute(body_, "fill", brush->color);
     else
         body_ += " fill=\"none\"";
-    if (pen) appendPen(body_, *pen);
+    if (pen && pen_ != *pen) {
+        pen_ = *pen;
+        penText_.clear();
+        appendPen(penText_, *pen);
+    }
+    if (pen) body_ += penText_;
     body_ += "/>\n";
 }
 

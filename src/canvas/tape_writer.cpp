@@ -54,12 +54,13 @@ void TapeWriter::useFont(const TvFont& font) {
 }
 
 void TapeWriter::addPath(const TvPath& path) {
-    addCount(bytes_, path.steps().size());
-    for (const TvPath::Step step : path.steps()) addByte(bytes_, step);
-    for (const TvPoint& point : path.points()) {
-        add(bytes_, point.x);
-        add(bytes_, point.y);
-    }
+    static_assert(sizeof(TvPoint) == 2 * sizeof(double) && sizeof(TvPath::Step) == 1,
+                  "steps and points lie in memory as they are stored");
+    const std::span<const TvPath::Step> steps = path.steps();
+    const std::span<const TvPoint> points = path.points();
+    addCount(bytes_, steps.size());
+    bytes_.append(reinterpret_cast<const char*>(steps.data()), steps.size());
+    bytes_.append(reinterpret_cast<const char*>(points.data()), points.size_bytes());
 }
 
 void TapeWriter::path(const TvPath& path, const TvPen* pen, const TvBrush* brush) {

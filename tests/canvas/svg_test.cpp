@@ -28,6 +28,8 @@ TEST(Svg, WritesPaths) {
     TvSvg svg(100, 50.5);
     svg.setPen({TvColor{255, 0, 16}, 1.25, {3, 1.5}});
     svg.line({0.0004, -0.0004}, {1e9, 2.0 / 3});
+    svg.setPen({{}, 1e-9, {1e-9}});
+    svg.line({0, 0}, {1, 1});
     svg.setPen(TvPen::none());
     svg.setBrush(TvColor{1, 2, 3});
     svg.polygon({{1, 2}, {3, 4}, {5, 6}});
@@ -35,6 +37,8 @@ TEST(Svg, WritesPaths) {
     EXPECT_EQ(body(svg),
               "<path d=\"M0 0L1000000000 0.667\" fill=\"none\" stroke=\"#ff0010\" "
               "stroke-width=\"1.25\" stroke-dasharray=\"3 1.5\"/>\n"
+              "<path d=\"M0 0L1 1\" fill=\"none\" stroke=\"#000000\" "
+              "stroke-width=\"0.001\" stroke-dasharray=\"0.001\"/>\n"
               "<path d=\"M1 2L3 4L5 6Z\" fill=\"#010203\"/>\n"
               "<path d=\"M0 0C1 1 2 2 3 3\" fill=\"#010203\"/>\n");
 }
@@ -47,15 +51,15 @@ TEST(Svg, WritesTextsAtTheirMeasuredWidth) {
              {TvAlign::left, TvLevel::baseline, std::numbers::pi / 2});
     EXPECT_EQ(
         body(svg),
-        "<text xml:space=\"preserve\" font-family=\"Helvetica, Arial, 'Liberation Sans', "
+        "<text xml:space=\"preserve\" font-family=\"Helvetica, Arial, Liberation Sans, "
         "sans-serif\" fill=\"#000000\" x=\"-19.47\" y=\"20\" font-size=\"10\" "
         "textLength=\"29.47\" lengthAdjust=\"spacingAndGlyphs\">a&lt;&amp;&gt;\xC3\xA9</text>\n"
-        "<text xml:space=\"preserve\" font-family=\"Courier, 'Courier New', 'Liberation Mono', "
+        "<text xml:space=\"preserve\" font-family=\"Courier, Courier New, Liberation Mono, "
         "monospace\" font-weight=\"bold\" font-style=\"italic\" fill=\"#000000\" "
         "transform=\"matrix(0 1 -1 0 0 0)\">"
         "<tspan x=\"0\" y=\"0\" font-size=\"10\" textLength=\"6\" "
         "lengthAdjust=\"spacingAndGlyphs\">M</tspan>"
-        "<tspan font-family=\"Times, 'Times New Roman', 'Liberation Serif', serif\" "
+        "<tspan font-family=\"Times, Times New Roman, Liberation Serif, serif\" "
         "font-weight=\"normal\" font-style=\"normal\" x=\"6\" y=\"0\" font-size=\"10\" "
         "textLength=\"6.31\" lengthAdjust=\"spacingAndGlyphs\">\xCE\xB1</tspan>"
         "<tspan x=\"12.31\" y=\"-3.5\" font-size=\"6\" textLength=\"3.6\" "

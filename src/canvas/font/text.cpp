@@ -92,6 +92,7 @@ TvText::TvText(std::string_view windows1252) {
     if (windows1252.empty()) return;
     if (std::all_of(windows1252.begin(), windows1252.end(), plain)) {
         runs_.push_back({std::string(windows1252)});
+        length_ = windows1252.size();
         return;
     }
     for (const char byte : withPlainBreaks(windows1252)) {
@@ -108,10 +109,11 @@ void TvText::put(char byte, bool symbol, int level) {
     if (runs_.empty() || runs_.back().symbol != symbol || runs_.back().level != level)
         runs_.push_back({{}, symbol, level});
     runs_.back().bytes += byte;
+    ++length_;
 }
 
 void TvText::putMissing(char32_t code) {
-    faults_.push_back({length(), code});
+    faults_.push_back({length_, code});
     put('?', false, 0);
 }
 
@@ -144,7 +146,6 @@ TvText& TvText::addUtf8(std::string_view utf8) {
 
 TvText& TvText::append(const TvText& text, const int* level) {
     const TvText other = text;  // it may be this text
-    const std::size_t before = length();
     for (const TvTextRun& run : other.runs_) {
         const int wanted = level ? *level : run.level;
         if (!runs_.empty() && runs_.back().symbol == run.symbol && runs_.back().level == wanted)
@@ -153,7 +154,8 @@ TvText& TvText::append(const TvText& text, const int* level) {
             runs_.push_back({run.bytes, run.symbol, wanted});
     }
     for (const TvTextFault& fault : other.faults_)
-        faults_.push_back({before + fault.place, fault.code});
+        faults_.push_back({length_ + fault.place, fault.code});
+    length_ += other.length_;
     return *this;
 }
 
@@ -169,12 +171,6 @@ TvText& TvText::superscript(const TvText& text) {
 TvText& TvText::subscript(const TvText& text) {
     constexpr int kLowered = -1;
     return append(text, &kLowered);
-}
-
-std::size_t TvText::length() const {
-    return std::accumulate(
-        runs_.begin(), runs_.end(), std::size_t{0},
-        [](std::size_t sum, const TvTextRun& run) { return sum + run.bytes.size(); });
 }
 
 std::string TvText::utf8() const {
@@ -198,5 +194,8 @@ bool TvText::assign(std::vector<TvTextRun> runs, std::vector<TvTextFault> faults
     const bool sound = areRuns(runs) && areFaults(runs, faults);
     runs_ = sound ? std::move(runs) : std::vector<TvTextRun>();
     faults_ = sound ? std::move(faults) : std::vector<TvTextFault>();
+    length_ = std::accumulate(
+        runs_.begin(), runs_.end(), std::size_t{0},
+        [](std::size_t sum, const TvTextRun& run) { return sum + run.bytes.size(); });
     return sound;
 }

@@ -111,6 +111,20 @@ class TB_API KeywordIterator {
     std::uint64_t filling_ = 0;  ///< of the registry, when it began
 };
 
+/// Is told when keys, their records, groups or the selection of a manager have changed, whoever did
+/// it; of values, which are the application's, it hears nothing. It lives as long as it is to be
+/// told.
+class TB_API KeyWatcher {
+  public:
+    KeyWatcher();
+    virtual ~KeyWatcher();
+    KeyWatcher(const KeyWatcher&) = delete;
+    KeyWatcher& operator=(const KeyWatcher&) = delete;
+    /// Something has changed. It may do anything: the operation that tells it touches nothing
+    /// afterwards.
+    virtual void keysChanged() = 0;
+};
+
 /// What a template would not have expanded, and where.
 struct TemplateProblem {
     /// What is the matter.

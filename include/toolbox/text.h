@@ -102,9 +102,11 @@ TB_API char TvStringParseResStr(unsigned int resourceId, RWCString* message,
                                 RWCString* validChars, RWCString* invalidChars,
                                 CArray<RWCString>* forbiddenValues);
 
-// Reading one value from a text. The strings take it as it is. The numbers read a decimal number
-// with nothing but blanks around it, a '+' or '-' in front allowed, '.' as decimal point; anything
-// else, or a number outside the type's range, gives false and leaves `out` alone.
+// Reading one value from a text. The strings take it as it is. The numbers read what typed numbers
+// do (toolbox/numbers.h): digits with a point or a comma, an exponent, a '+' or '-' in front,
+// nothing but blanks around; no decimal sign for integers, and in English no comma that could
+// separate thousands. Anything else, or a number outside the type's range, gives false and leaves
+// `out` alone.
 TB_API bool TvScanfSingle(const CString& text, CString* out);
 TB_API bool TvScanfSingle(const CString& text, RWCString* out);
 TB_API bool TvScanfSingle(const CString& text, RWCollectableString* out);

@@ -111,8 +111,13 @@ class TB_API MDI {
     void freezeAccelerator();
     void thawAccelerator();
     [[nodiscard]] int isAcceleratorFrozen() const;
-    /// 1 when the message was an accelerator's and has become its command; 0 while frozen.
+    /// 1 when the message was an accelerator's and has become its command; 0 while frozen, and for
+    /// a key that the window it goes to, or one that this is a child of, keeps for itself: a dialog
+    /// with a field keeps those that edit its text.
     int translateAccelerator(HWND window, HACCEL table, MSG* message);
+    /// The message by which windows are asked whether they keep a key; lParam points to its MSG.
+    /// One that answers other than 0 does.
+    [[nodiscard]] static UINT getKeyQuestion();
     /// Makes a table the current one, null for none. Always 1.
     int setMDIAccel(HACCEL table);
 
@@ -154,6 +159,12 @@ class TB_API MDI {
     // The current menu, and the frame's own, which may be null. Borrowed.
     [[nodiscard]] HMENU getCurrentMenu() const;
     [[nodiscard]] HMENU getFrameMenu() const;
+
+    /// Keeps room for a strip at the frame's bottom, below the client window, for as long as it is
+    /// visible; its height is the strip's own. A child of the frame, borrowed: it is forgotten when
+    /// it is destroyed. Null for none; the one before stays where it is.
+    void setStatusBar(HWND strip);
+    [[nodiscard]] HWND getStatusBar() const;
 
     /// Null before the window is created and after it is destroyed, as the client is.
     [[nodiscard]] HWND getFrame() const;
@@ -213,6 +224,8 @@ class TB_API MDI {
     LRESULT moved(const TarvMess& message);
     LRESULT created(const TarvMess& message);
     LRESULT resized(const TarvMess& message);
+    void layOut(HWND frame);
+    LRESULT childEnded(const TarvMess& message);
     LRESULT closing(const TarvMess& message);
     LRESULT commanded(const TarvMess& message, HWND child);
     LRESULT systemCommanded(const TarvMess& message);

@@ -1,10 +1,12 @@
-// Numbers at the start of texts, on std::from_chars: no locale, and ends of the range where it
-// reports an overflow.
+// Numbers at the start of texts, on std::from_chars or its like: no locale, and ends of the range
+// where it reports an overflow.
 #include "base/number_scan.h"
 
 #include <algorithm>
 #include <charconv>
 #include <limits>
+
+#include "base/real_chars.h"
 
 namespace toolbox::base {
 namespace {
@@ -31,7 +33,7 @@ long long leadingInteger(std::string_view text) noexcept {
 double leadingReal(std::string_view text) noexcept {
     text = numberStart(text);
     double number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    const auto [end, error] = realFromChars(text.data(), text.data() + text.size(), number);
     if (error != std::errc::result_out_of_range) return number;
     // Too large or too small: the exponent says which, and without one the digits before the point.
     std::string_view used(text.data(), static_cast<std::size_t>(end - text.data()));

@@ -20,15 +20,15 @@ static_assert(kSpecial.size() == 0x20);
 constexpr unsigned kFirstSpecial = 0x80;
 constexpr unsigned kAfterSpecial = 0xA0;
 
-char byteOf(char32_t code) {
+}  // namespace
+
+char byteOf1252(char32_t code) noexcept {
     if (code < kFirstSpecial || (code >= kAfterSpecial && code <= 0xFF))
         return static_cast<char>(static_cast<unsigned char>(code));
     const auto found = std::find(kSpecial.begin(), kSpecial.end(), code);
     if (found == kSpecial.end()) return '?';
     return static_cast<char>(kFirstSpecial + static_cast<unsigned>(found - kSpecial.begin()));
 }
-
-}  // namespace
 
 void appendUtf8(std::string& out, char32_t code) {
     const auto put = [&](char32_t bits) { out += static_cast<char>(bits); };
@@ -82,7 +82,7 @@ std::string utf8From1252(std::string_view bytes) {
 
 std::string utf8To1252(std::string_view utf8) {
     std::string result;
-    while (!utf8.empty()) result += byteOf(takeUtf8(utf8));
+    while (!utf8.empty()) result += byteOf1252(takeUtf8(utf8));
     return result;
 }
 

@@ -12,6 +12,9 @@ namespace toolbox::base {
 /// A character that Windows-1252 does not have, and a byte that is not UTF-8, becomes '?'.
 [[nodiscard]] std::string utf8To1252(std::string_view utf8);
 
+/// The byte of a character; '?' when Windows-1252 does not have it.
+[[nodiscard]] char byteOf1252(char32_t code) noexcept;
+
 /// Appends a code point; surrogates are encoded like any other.
 void appendUtf8(std::string& out, char32_t code);
 

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <limits>
 
+#include "base/real_chars.h"
 #include "toolbox/formats.h"
 
 namespace {
@@ -15,7 +16,8 @@ double tolerance(int precision) {
     const char* const end =
         std::to_chars(text + 2, text + sizeof text, -static_cast<long long>(precision)).ptr;
     double unit = precision > 0 ? 0.0 : std::numeric_limits<double>::infinity();
-    std::from_chars(text, end, unit);  // leaves `unit` alone beyond the range of a double
+    toolbox::base::realFromChars(text, end,
+                                 unit);  // leaves `unit` alone beyond the range of a double
     return unit;
 }
 

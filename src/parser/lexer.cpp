@@ -1,11 +1,12 @@
 // Reads numbers and names. A number of few digits is converted by one exact operation on the way;
-// all others go through std::from_chars.
+// all others go through base::realFromChars.
 #include "parser/lexer.h"
 
-#include <charconv>
 #include <cmath>
 #include <string_view>
 #include <system_error>
+
+#include "base/real_chars.h"
 
 namespace toolbox::parser {
 namespace {
@@ -88,7 +89,7 @@ Token Lexer::readNumber() {
 }
 
 Token Lexer::convertNumber() {
-    const auto [end, error] = std::from_chars(start_, at_, number_);
+    const auto [end, error] = base::realFromChars(start_, at_, number_);
     if (error != std::errc{} || std::isinf(number_)) return bad(FormulaFault::numberOutOfRange);
     if (number_ == 0)
         for (const char* c = start_; c != at_ && capital(*c) != 'E'; ++c)

@@ -1,27 +1,16 @@
 // Strict reading of one value from a text.
-#include <charconv>
-#include <cmath>
-#include <string_view>
-
-#include "base/trimmed.h"
+#include "base/entered_number.h"
 #include "toolbox/text.h"
 
 namespace {
 
 template <class Number>
 bool scanNumber(const CString& text, Number* out) {
-    std::string_view digits = toolbox::base::trimmed(text.view());
-    if (digits.starts_with('+')) {
-        digits.remove_prefix(1);
-        if (digits.starts_with('-')) return false;
-    }
-    const char* end = digits.data() + digits.size();
     Number number{};
-    const auto [stop, error] = std::from_chars(digits.data(), end, number);
-    if (error != std::errc() || stop != end) return false;
-    // The words for infinity and not-a-number are no decimal numbers.
-    if constexpr (std::is_floating_point_v<Number>)
-        if (!std::isfinite(number)) return false;
+    const bool oneReading = GMSG::language != GMSG::French;
+    if (toolbox::base::readEntry(text.view(), oneReading, number).fault !=
+        toolbox::base::EntryFault::none)
+        return false;
     if (out) *out = number;
     return true;
 }

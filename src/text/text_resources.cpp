@@ -1,7 +1,17 @@
-// Looks a text up in the registered module, then in the application.
+// Looks a text up in the registered module, then in the application, then in the library.
 #include "text/text_resources.h"
 
+#include "platform/host.h"
+
 namespace toolbox::text {
+namespace {
+
+/// Texts that programs need not bring.
+constexpr bool libraryHas(unsigned int id) {
+    return id >= 1300 && id <= 1699;
+}
+
+}  // namespace
 
 int loadFrom(HINSTANCE module, unsigned int id, char* out, int size) {
     if (!out || size <= 0) return 0;
@@ -12,7 +22,10 @@ int loadText(unsigned int id, char* out, int size) {
     if (const auto module = static_cast<HINSTANCE>(GMSG::getInstance())) {
         if (const int length = loadFrom(module, id, out, size)) return length;
     }
-    return loadFrom(nullptr, id, out, size);
+    const int length = loadFrom(nullptr, id, out, size);
+    if (length || !libraryHas(id)) return length;
+    const HINSTANCE library = platform::libraryModule();
+    return library ? loadFrom(library, id, out, size) : 0;
 }
 
 std::string loadText(unsigned int id) {

@@ -21,7 +21,8 @@ using MessageBuffer = char[512];
 /// Loads from one module (null: the application), as StringResources::load does.
 int loadFrom(HINSTANCE module, unsigned int id, char* out, int size);
 
-/// Loads from the message service's module and, when that has no such text, from the application.
+/// Loads from the message service's module and, when that has no such text, from the application;
+/// texts 1300 to 1699 last from the library itself.
 int loadText(unsigned int id, char* out, int size);
 
 /// The whole text, however long; empty when there is none.

@@ -1,7 +1,9 @@
 // Reading the rules of a validated text from its resource text.
+#include <charconv>
 #include <string>
 #include <string_view>
 
+#include "base/trimmed.h"
 #include "text/text_resources.h"
 #include "toolbox/text.h"
 
@@ -20,13 +22,27 @@ CString takeField(std::string_view& rest) {
     return field;
 }
 
+template <class Text>
+bool readField(const CString& field, Text* out) {
+    return TvScanfSingle(field, out);
+}
+
+/// A length is digits and no more, unlike the numbers that people enter.
+bool readField(const CString& field, int* out) {
+    std::string_view digits = base::trimmed(field.view());
+    if (digits.starts_with('+') && !digits.starts_with("+-")) digits.remove_prefix(1);
+    const char* const end = digits.data() + digits.size();
+    const auto [stop, error] = std::from_chars(digits.data(), end, *out);
+    return error == std::errc() && stop == end;
+}
+
 /// Stores a field, or its default when it is empty or unreadable. Returns `rule` when it was read.
 template <class T>
 int takeRule(std::string_view& rest, int rule, T* out, const T& otherwise) {
     const CString field = takeField(rest);
     T value = otherwise;
-    const bool read = !field.IsEmpty() && TvScanfSingle(field, &value);
-    if (out) *out = value;
+    const bool read = !field.IsEmpty() && readField(field, &value);
+    if (out) *out = read ? value : otherwise;
     return read ? rule : 0;
 }
 

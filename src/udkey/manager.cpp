@@ -4,6 +4,7 @@
 
 #include "udkey/key_profile.h"
 #include "udkey/shared.h"
+#include "udkey/watchers.h"
 
 namespace udkey = toolbox::udkey;
 using udkey::KeyEntry;
@@ -11,6 +12,7 @@ using udkey::KeyProfile;
 using udkey::ready;
 using udkey::Shared;
 using udkey::shared;
+using udkey::told;
 
 namespace {
 
@@ -85,12 +87,14 @@ void UDManager::initStaticVars() {
 }
 
 void UDManager::destroyStaticVars() {
+    const bool wereThere = shared() != nullptr;
     shared().reset();
+    told(wereThere);
 }
 
 int UDManager::addKey(UINT id, UDKeyData& data) {
     Shared* all = shared().get();
-    return all && !all->initialized && all->keys.add(id, data);
+    return told(all && !all->initialized && all->keys.add(id, data));
 }
 
 UINT UDManager::initUDApp() {
@@ -104,6 +108,7 @@ UINT UDManager::initUDApp() {
     auto record = records.begin();
     for (KeyEntry& entry : all->keys.entries()) restored += restore(entry, *record++);
     resetMatching();
+    told(1);
     return restored;
 }
 
@@ -112,7 +117,7 @@ int UDManager::freeUDApp() {
     if (!all) return 0;
     *all = Shared();
     *state_ = udkey::ManagerState();
-    return 1;
+    return told(1);
 }
 
 int UDManager::isInitialized() const {
@@ -149,7 +154,7 @@ int UDManager::resetKey(UINT id) {
     KeyEntry* entry = findReadyKey(id);
     if (!entry) return 0;
     entry->reset();
-    return 1;
+    return told(1);
 }
 
 int UDManager::contains(UINT id) const {
@@ -205,7 +210,7 @@ int UDManager::setKeyDesc(UINT id, const RWCString& description) {
     KeyEntry* entry = findReadyKey(id);
     if (!entry) return 0;
     entry->data().setDescStr(description);
-    return 1;
+    return told(1);
 }
 
 int UDManager::setKeyFormat(UINT id, const FormatType& format) {
@@ -214,7 +219,7 @@ int UDManager::setKeyFormat(UINT id, const FormatType& format) {
     const std::string_view kept = entry->data().getFormat()->getClassName();
     if (kept != format.getClassName()) return 0;
     entry->data().setFormat(format);
-    return 1;
+    return told(1);
 }
 
 toolbox::KeywordIterator UDManager::getKeywordIterator() {

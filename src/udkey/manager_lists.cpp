@@ -1,10 +1,12 @@
 // Selection, matching set and groups. Nothing is done before the keys are restored.
 #include "toolbox/platform.h"
 #include "udkey/shared.h"
+#include "udkey/watchers.h"
 
 namespace udkey = toolbox::udkey;
 using udkey::ready;
 using udkey::Shared;
+using udkey::told;
 
 namespace {
 
@@ -26,7 +28,7 @@ udkey::ManagerState* UDManager::lists() const {
 }
 
 int UDManager::addSelectionId(UINT id) {
-    return isKey(id) && lists()->selection.add(id);
+    return told(isKey(id) && lists()->selection.add(id));
 }
 
 int UDManager::setSelection(const RWTValOrderedVector<UINT>& ids) {
@@ -37,16 +39,21 @@ int UDManager::setSelection(const RWTValOrderedVector<UINT>& ids) {
     for (const UINT id : ids)
         if (!isKey(id)) return 0;
     own->selection.assign(ids);
-    return 1;
+    return told(1);
 }
 
 int UDManager::setSelection(UINT id) {
-    resetSelection();
-    return addSelectionId(id);
+    if (udkey::ManagerState* own = lists()) own->selection.clear();
+    const int added = isKey(id) && lists()->selection.add(id);
+    told(1);
+    return added;
 }
 
 void UDManager::resetSelection() {
-    if (udkey::ManagerState* own = lists()) own->selection.clear();
+    udkey::ManagerState* own = lists();
+    if (!own) return;
+    own->selection.clear();
+    told(1);
 }
 
 int UDManager::setFirstSelection() {
@@ -133,25 +140,26 @@ void UDManager::freeMatchingKey() {
 
 int UDManager::createGroup(UINT gid) {
     Shared* all = ready();
-    return all && !all->keys.contains(gid) && all->groups.create(gid);
+    return told(all && !all->keys.contains(gid) && all->groups.create(gid));
 }
 
 int UDManager::addIdToGroup(UINT id, UINT gid) {
     Shared* all = ready();
     if (!all || !isKeyOrGroup(id) || all->groups.isBelow(gid, id)) return 0;
-    if (!all->groups.isGroup(gid) && !createGroup(gid)) return 0;
+    if (!all->groups.isGroup(gid) && (all->keys.contains(gid) || !all->groups.create(gid)))
+        return 0;
     all->groups.append(id, gid);
-    return 1;
+    return told(1);
 }
 
 int UDManager::deleteIdFromGroup(UINT id, UINT gid) {
     Shared* all = ready();
-    return all && all->groups.remove(id, gid);
+    return told(all && all->groups.remove(id, gid));
 }
 
 int UDManager::deleteGroup(UINT gid) {
     Shared* all = ready();
-    return all && all->groups.erase(gid);
+    return told(all && all->groups.erase(gid));
 }
 
 int UDManager::contains(UINT gid, UINT id) const {
@@ -168,5 +176,8 @@ RWTValOrderedVector<UINT> UDManager::getChildList(UINT gid, int all) const {
 }
 
 void UDManager::resetGroup() {
-    if (Shared* all = ready()) all->groups.clear();
+    Shared* all = ready();
+    if (!all) return;
+    all->groups.clear();
+    told(1);
 }

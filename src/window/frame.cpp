@@ -28,6 +28,15 @@ class WaitCursor {
     HCURSOR before_;
 };
 
+/// A display server tells later what has become of a window that is shown, and the window is raised
+/// then: above a palette that was made meanwhile. A question about the pointer waits until all of
+/// it has come; looking into the queue takes it up.
+void takeUpEvents() {
+    POINT pointer{};
+    GetCursorPos(&pointer);
+    GetQueueStatus(QS_ALLINPUT);
+}
+
 /// The submenu that lists the documents: the last that has the command; null when none has it.
 HMENU windowMenuOf(HMENU menu, UINT itemId) {
     for (int i = GetMenuItemCount(menu) - 1; i >= 0; --i) {
@@ -105,6 +114,7 @@ int MDI::initMainWindow(int showCommand) {
         setMDIAccel(state.defaultAccel);
     }
     ShowWindow(state.frame, showCommand);
+    takeUpEvents();
     if (self.gone()) return 0;
     const int accepted =
         !state.application || state.application->frameCreated(state.frame, state.instance);
@@ -143,6 +153,17 @@ HMENU MDI::getCurrentMenu() const {
 
 HMENU MDI::getFrameMenu() const {
     return state_->frameMenu;
+}
+
+void MDI::setStatusBar(HWND strip) {
+    state_->statusBar = strip;
+    if (state_->frame) layOut(state_->frame);
+}
+
+HWND MDI::getStatusBar() const {
+    // A handle may be given to another window when its own is gone.
+    const HWND strip = state_->statusBar;
+    return strip && state_->frame && IsChild(state_->frame, strip) ? strip : nullptr;
 }
 
 HWND MDI::getFrame() const {

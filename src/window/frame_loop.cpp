@@ -3,6 +3,22 @@
 
 using toolbox::detail::Watch;
 
+namespace {
+
+/// Asks the window that a key goes to and those around it, up to the frame.
+bool isKept(const MSG& message, HWND frame) {
+    if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
+    const auto outer = [](HWND window) {
+        return GetWindowLongPtrA(window, GWL_STYLE) & WS_CHILD ? GetParent(window) : nullptr;
+    };
+    for (HWND asked = message.hwnd; asked && asked != frame; asked = outer(asked))
+        if (SendMessageA(asked, MDI::getKeyQuestion(), 0, reinterpret_cast<LPARAM>(&message)))
+            return true;
+    return false;
+}
+
+}  // namespace
+
 int MDI::run(int) {
     const Watch self(state_->life);
     const auto translated = [&](MSG& message) {
@@ -46,8 +62,13 @@ int MDI::isAcceleratorFrozen() const {
 }
 
 int MDI::translateAccelerator(HWND window, HACCEL table, MSG* message) {
-    if (state_->acceleratorsFrozen) return 0;
+    if (state_->acceleratorsFrozen || !message || isKept(*message, state_->frame)) return 0;
     return TranslateAcceleratorA(window, table, message);
+}
+
+UINT MDI::getKeyQuestion() {
+    static const UINT question = RegisterWindowMessageA("toolbox.KeepsKey");
+    return question;
 }
 
 int MDI::setMDIAccel(HACCEL table) {

@@ -28,6 +28,7 @@ LRESULT CALLBACK MDI::WinFrameWndProc(HWND window, UINT message, WPARAM wParam, 
         mdi->state_->frame = nullptr;
         mdi->state_->client = nullptr;
         mdi->state_->pane = nullptr;
+        mdi->state_->statusBar = nullptr;
     }
     return result;
 }
@@ -45,6 +46,8 @@ LRESULT MDI::frameWndProc(TarvMess& message) {
             return moved(message);
         case WM_SIZE:
             return resized(message);
+        case WM_PARENTNOTIFY:
+            return childEnded(message);
         case WM_CLOSE:
             return closing(message);
         case WM_QUERYENDSESSION:
@@ -93,8 +96,25 @@ LRESULT MDI::created(const TarvMess& message) {
 }
 
 LRESULT MDI::resized(const TarvMess& message) {
+    layOut(message.hwnd);
+    return 0;
+}
+
+/// The pane above the client window, the status bar below it. What is told of its new place may
+/// delete the frame.
+void MDI::layOut(HWND frame) {
+    const Watch self(state_->life);
     RECT area{};
-    GetClientRect(message.hwnd, &area);
+    GetClientRect(frame, &area);
+    const HWND bar = getStatusBar();
+    if (bar && IsWindowVisible(bar)) {
+        RECT strip{};
+        GetWindowRect(bar, &strip);
+        const int height = strip.bottom - strip.top;
+        MoveWindow(bar, 0, area.bottom - height, area.right, height, TRUE);
+        if (self.gone()) return;
+        area.bottom -= height;
+    }
     if (state_->pane && IsWindowVisible(state_->pane)) {
         RECT pane{};
         GetClientRect(state_->pane, &pane);
@@ -102,7 +122,14 @@ LRESULT MDI::resized(const TarvMess& message) {
         area.bottom -= pane.bottom;
     }
     MoveWindow(state_->client, area.left, area.top, area.right, area.bottom, TRUE);
-    return 0;
+}
+
+LRESULT MDI::childEnded(const TarvMess& message) {
+    const bool isStrip = LOWORD(message.wParam) == WM_DESTROY && state_->statusBar &&
+                         reinterpret_cast<HWND>(message.lParam) == state_->statusBar;
+    const Watch self(state_->life);
+    if (isStrip) setStatusBar(nullptr);
+    return self.gone() ? systemProcessing(message) : defaultProcessing(message);
 }
 
 LRESULT MDI::closing(const TarvMess& message) {

@@ -25,6 +25,7 @@ struct MDI::State {
     ContigSet<HWND> disabledBefore{10};  // when the dispatch was switched off
     int modelessOffCount = 0;
     HWND pane = nullptr;
+    HWND statusBar = nullptr;         // borrowed
     bool isLeaving = false;           // the application is being told that the frame is destroyed
     toolbox::detail::Watched<> life;  // of the frame: callbacks may delete it
 };

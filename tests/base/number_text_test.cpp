@@ -33,6 +33,8 @@ TEST(NumberPrinters, StayWithinTheirDigits) {
         {print(printFixed, 0.125, 2), "0.12"},
         {print(printGeneral, 1e10, 3, true), "1.00e+010"},
         {print(printGcvt, 99999999.5, 8), "1.e+008"},
+        {print(printGcvt, 0.25, 3), "0.25"},
+        {print(printGcvt, 0.025, 3), "2.5e-002"},
         {print(printGcvt, 7.0, 0), "7."}};
     for (const auto& [printed, text] : cases) EXPECT_EQ(printed, text);
     EXPECT_EQ(print(printFixed, -DBL_MAX, kMaxPrecision + 9).size(), 311u + kMaxPrecision);

@@ -5,7 +5,7 @@ A page's `text` block is what its program prints. What it adds or changes is com
 includes a changed header of src/, and linked before the library as it was built: so what a page adds
 to a class or table of the public headers stands at its end.
 
-The copy passes the check of the layers.
+A page for Windows has resource scripts too. The copy passes the check of the layers.
 """
 import argparse
 import pathlib
@@ -19,7 +19,8 @@ import pages  # beside this file
 from pages import run
 
 parser = argparse.ArgumentParser()
-for name in ("page", "source", "archive", "compiler", "emulator", "flags", "libraries"):
+for name in ("page", "source", "archive", "compiler", "resource-compiler", "emulator", "flags",
+             "libraries"):
     parser.add_argument("--" + name, default="")
 options = parser.parse_args()
 SOURCE = pathlib.Path(options.source)
@@ -52,6 +53,10 @@ def build_and_run(root, files):
     for name in sorted(sources):
         objects.append(root / (name.replace("/", "_") + ".o"))
         run(options.compiler, *flags, "-c", root / name, "-o", objects[-1])
+    for name in (name for name in files if name.endswith(".rc")):
+        objects.append(root / (name.replace("/", "_") + ".o"))
+        run(options.resource_compiler, "--codepage=1252", f"-I{root / 'resources'}",
+            f"-I{(root / name).parent}", root / name, "-o", objects[-1])
     program = root / "page.exe"
     run(options.compiler, *flags, *objects, options.archive, *options.libraries.split(), "-o",
         program)

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace toolbox::testing {
@@ -135,6 +136,34 @@ std::vector<HWND> openDialogs() {
     std::vector<HWND> dialogs;
     EnumThreadWindows(GetCurrentThreadId(), collectDialog, reinterpret_cast<LPARAM>(&dialogs));
     return dialogs;
+}
+
+HandleMarks handleMarks() {
+    // The low word of a handle is its place in the table. So many at once are more than what is
+    // free below the mark for other reasons.
+    constexpr std::size_t kAtOnce = 100;
+    HandleMarks marks;
+    std::vector<HWND> windows(kAtOnce);
+    std::vector<HBRUSH> brushes(kAtOnce);
+    for (std::size_t i = 0; i < kAtOnce; ++i) {
+        windows[i] =
+            CreateWindowA("STATIC", "", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
+        brushes[i] = CreateSolidBrush(RGB(1, 2, i));
+        marks.windows = std::max<int>(marks.windows, LOWORD(windows[i]));
+        marks.drawing = std::max<int>(marks.drawing, LOWORD(brushes[i]));
+    }
+    for (const HWND window : windows) DestroyWindow(window);
+    for (const HBRUSH brush : brushes) DeleteObject(brush);
+    return marks;
+}
+
+void expectNoHandlesLeft(int times, const std::function<void()>& action) {
+    for (int i = 0; i < 5; ++i) action();
+    const HandleMarks before = handleMarks();
+    for (int i = 0; i < times; ++i) action();
+    const HandleMarks after = handleMarks();
+    EXPECT_LE(after.windows - before.windows, times / 4) << "windows are left behind";
+    EXPECT_LE(after.drawing - before.drawing, times / 4) << "drawing objects are left behind";
 }
 
 DialogScript::DialogScript() : timer_(SetTimer(nullptr, 0, kTick, tick)) {

@@ -47,6 +47,17 @@ void clickOn(HWND window);
 /// Visible and enabled dialogs and message boxes of this thread, topmost first.
 [[nodiscard]] std::vector<HWND> openDialogs();
 
+/// How far the system's tables of windows and of drawing objects are used. Handles that are left
+/// behind push both up, each by one or more; GetGuiResources() counts nothing under Wine.
+struct HandleMarks {
+    int windows = 0;
+    int drawing = 0;
+};
+[[nodiscard]] HandleMarks handleMarks();
+
+/// Does something a few times, then `times` more, and fails the test when that left handles behind.
+void expectNoHandlesLeft(int times, const std::function<void()>& action);
+
 /// Steps run one after the other, each at a tick of a timer, while this thread handles messages.
 /// A step sees the topmost dialog that takes input, be it a message box, and waits for one.
 class DialogScript {

@@ -155,7 +155,9 @@ TEST(ScanSingle, ReadsOneNumberAndNothingElse) {
     expectScans<unsigned int>("-1", 77);
     expectScans<unsigned long>("4294967295", 4294967295UL);
     expectScans<float>("0.1", 0.1f);
-    for (const char* bad : {"1,5", "inf", "nan", "1e999", "e5", "1.5."})
+    expectScans<double>("1,5", 1.5);
+    expectScans<unsigned long>("5e2", 500);
+    for (const char* bad : {"1,5,", "inf", "nan", "1e999", "1e-999", "e5", "1.5."})
         expectScans<double>(bad, 77);
 }
 

@@ -182,4 +182,34 @@ TEST_F(FrameTest, TellsTheApplicationOfMovesAndSystemCommands) {
     EXPECT_TRUE(IsIconic(frame.getFrame()));
 }
 
+TEST_F(FrameTest, KeepsRoomForAVisibleStripAtItsBottom) {
+    frame.withPane = true;
+    open();
+    const HWND window = frame.getFrame();
+    const HWND pane = FindWindowExA(window, nullptr, "STATIC", "pane");
+    ShowWindow(pane, SW_SHOW);
+    const HWND strip = CreateWindowExA(0, "STATIC", "strip", WS_CHILD | WS_VISIBLE, 0, 0, 10, 33,
+                                       window, nullptr, instance, nullptr);
+    frame.setStatusBar(strip);
+    RECT whole{}, inner{};
+    const auto clientBottom = [&] { return placeIn(window, frame.getClient()).bottom; };
+    for (const int width : {600, 500}) {
+        MoveWindow(window, 20, 20, width, 400, TRUE);
+        GetClientRect(window, &whole);
+        GetClientRect(pane, &inner);
+        const RECT place = placeIn(window, strip), client = placeIn(window, frame.getClient());
+        const RECT wanted{0, whole.bottom - 33, whole.right, whole.bottom};
+        EXPECT_TRUE(EqualRect(&place, &wanted)) << width;
+        EXPECT_EQ(client.top, inner.bottom) << width;
+        EXPECT_EQ(client.bottom, wanted.top) << width;
+    }
+    frame.setStatusBar(nullptr);
+    EXPECT_EQ(clientBottom(), whole.bottom);
+    frame.setStatusBar(strip);
+    EXPECT_EQ(clientBottom(), whole.bottom - 33);
+    DestroyWindow(strip);
+    EXPECT_EQ(frame.getStatusBar(), nullptr);
+    EXPECT_EQ(clientBottom(), whole.bottom);
+}
+
 }  // namespace

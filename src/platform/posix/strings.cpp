@@ -71,6 +71,10 @@ void setApplicationStrings(std::span<const StringEntry> entries) {
     applicationTable() = entries;
 }
 
+HINSTANCE libraryModule() {
+    return nullptr;
+}
+
 StringResources& hostStrings() {
     static TableStrings strings;
     return strings;

@@ -51,6 +51,16 @@ class ModuleStrings final : public StringResources {
 
 }  // namespace
 
+HINSTANCE libraryModule() {
+    // In a program that links the library statically it is the program.
+    static const char here = 0;
+    HMODULE module = nullptr;
+    GetModuleHandleExA(
+        GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+        &here, &module);
+    return module;
+}
+
 StringResources& hostStrings() {
     static ModuleStrings strings;
     return strings;

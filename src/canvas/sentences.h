@@ -1,0 +1,30 @@
+// What is said about drawings, in the language of GMSG.
+#pragma once
+
+#include "toolbox/messages.h"
+#include "toolbox/strings.h"
+
+namespace toolbox::canvas {
+
+/// Numbers of the texts, with what is put into them.
+enum class Sentence : unsigned short {
+    noCharacter = 1400,  ///< text, place, code
+    notUtf8 = 1401,      ///< text, place
+    coordinate = 1402,
+    style = 1403,
+    unmatched = 1404,
+    noDrawing = 1405,
+    cutShort = 1406,
+    newer = 1407,
+    altered = 1408,
+    impossible = 1409,  ///< offset of the byte
+};
+
+template <class... Args>
+[[nodiscard]] CString sentenceOf(Sentence sentence, const Args&... args) {
+    RWCString text;
+    GMSG::getString(static_cast<unsigned short>(sentence), text, args...);
+    return text;
+}
+
+}  // namespace toolbox::canvas

@@ -1,0 +1,32 @@
+// Texts of the list of keys.
+#pragma once
+
+#include "toolbox/messages.h"
+
+namespace toolbox::keys {
+
+/// Their numbers.
+enum TextId : unsigned short {
+    kAllKeysName = 1370,
+    kKeyHeading = 1371,
+    kDescriptionHeading = 1372,
+    kHeaderHeading = 1373,
+    kUnitsHeading = 1374,
+    kSampleHeading = 1375,
+    kPlaceHeading = 1376,
+    kNotSaved = 1377,
+    kResetSeveral = 1378,
+    kNotCopied = 1379,
+    kNoBar = 1380,
+    kSampleText = 1381
+};
+
+/// A text with its arguments.
+template <class... Args>
+[[nodiscard]] CString textOf(TextId id, const Args&... args) {
+    RWCString text;
+    GMSG::getString(static_cast<unsigned short>(id), text, args...);
+    return CString(text);
+}
+
+}  // namespace toolbox::keys

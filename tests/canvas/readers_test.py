@@ -1,0 +1,142 @@
+"""What other programs make of the sample drawing, as SVG and as PDF.
+
+    readers_test.py PROGRAM     the program that writes it
+
+Python's XML parser reads the SVG, a small reader here the PDF. Where pdftotext, pdftoppm and
+rsvg-convert are installed they read and draw both, and the pictures are compared region by region;
+a test whose program is missing says so.
+"""
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+import pathlib
+import unittest
+import xml.etree.ElementTree as xml
+
+PROGRAM = sys.argv.pop(1)
+SVG = "{http://www.w3.org/2000/svg}"
+TEXTS = ["Poutre élancée (A&B) <1> \\", "σ ≤ 235 N/mm²", "MEd = 106 Nm", "turned", "two", "lines"]
+SCALE = 4   # pixels for each point
+# Places of the drawing in points, and what is there.
+PLACES = {"square": ((40, 40), (255, 0, 0)), "ellipse": ((85, 40), (0, 0, 255)),
+          "frame": ((147, 40), (0, 128, 0)), "hole": ((170, 40), (255, 255, 255)),
+          "clipped in": ((235, 40), (255, 160, 0)), "clipped left": ((215, 40), (255, 255, 255)),
+          "clipped right": ((270, 40), (255, 255, 255)), "polyline": ((40, 90), (128, 0, 128)),
+          "dash": ((123, 90), (0, 0, 0)), "gap": ((130, 90), (255, 255, 255)),
+          "arc": ((250, 100), (0, 128, 128)), "no arc": ((250, 80), (255, 255, 255))}
+
+
+def tool(name):
+    path = shutil.which(name)
+    if not path:
+        raise unittest.SkipTest(f"{name} is not installed")
+    return path
+
+
+def pixels(ppm):
+    """Width, height and the bytes of a binary PPM picture."""
+    head = re.match(rb"P6\s+(\d+)\s+(\d+)\s+255\s", ppm)
+    return int(head[1]), int(head[2]), ppm[head.end():]
+
+
+class Readers(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.folder = tempfile.TemporaryDirectory()
+        cls.path = pathlib.Path(cls.folder.name)
+        subprocess.run([PROGRAM, cls.folder.name], check=True)
+        cls.svg = cls.path / "sample.svg"
+        cls.pdf = (cls.path / "sample.pdf").read_bytes()
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.folder.cleanup()
+
+    def test_svg_is_xml_whose_texts_are_texts(self):
+        root = xml.parse(self.svg).getroot()
+        self.assertEqual(root.find(SVG + "title").text, "Échantillon")
+        self.assertEqual(["".join(text.itertext()) for text in root.iter(SVG + "text")], TEXTS)
+        for text in root.iter(SVG + "text"):
+            for run in list(text) or [text]:
+                self.assertGreater(float(run.get("textLength")), 0)
+
+    def test_svg_runs_follow_each_other(self):
+        for text in xml.parse(self.svg).getroot().iter(SVG + "text"):
+            end = None
+            for run in text:
+                x = float(run.get("x"))
+                if end is not None:
+                    self.assertAlmostEqual(x, end, delta=0.002)
+                end = x + float(run.get("textLength"))
+
+    def objects(self):
+        """The bodies of the PDF's objects, by number, from its cross-reference table."""
+        table = int(re.search(rb"startxref\n(\d+)\n%%EOF\n$", self.pdf)[1])
+        count = int(re.match(rb"xref\n0 (\d+)\n", self.pdf[table:])[1])
+        entries = self.pdf[self.pdf.index(b"\n", table + 5) + 1:]
+        bodies = {}
+        for number in range(1, count):
+            entry = entries[20 * number:20 * number + 20]
+            self.assertRegex(entry, rb"^\d{10} 00000 n \n$")
+            body = self.pdf[int(entry[:10]):]
+            self.assertTrue(body.startswith(b"%d 0 obj\n" % number))
+            bodies[number] = body[:body.index(b"endobj")]
+        return bodies
+
+    def test_pdf_objects_and_streams_are_where_they_say(self):
+        bodies = self.objects()
+        for body in bodies.values():
+            for number in re.findall(rb"\b(\d+) 0 R\b", body):
+                self.assertIn(int(number), bodies)
+            length = re.search(rb"/Length (\d+) >>\nstream\n", body)
+            if length:
+                self.assertTrue(body[length.end() + int(length[1]):].startswith(b"\nendstream"))
+
+    def test_pdf_and_svg_put_texts_at_the_same_place(self):
+        page = next(body for body in self.objects().values() if b"BT" in body)
+        shown = re.findall(rb"1 0 0 1 (\S+) (\S+) Tm", page)
+        upright = [run for text in xml.parse(self.svg).getroot().iter(SVG + "text")
+                   if not text.get("transform") for run in list(text) or [text]]
+        self.assertEqual(len(shown), len(upright))
+        for (x, y), run in zip(shown, upright):
+            self.assertAlmostEqual(float(x), float(run.get("x")), delta=0.002)
+            self.assertAlmostEqual(200 - float(y), float(run.get("y")), delta=0.002)
+
+    def test_pdftotext_finds_the_texts(self):
+        got = subprocess.run([tool("pdftotext"), "-layout", self.path / "sample.pdf", "-"],
+                             check=True, capture_output=True).stdout.decode()
+        for text in ["Poutre élancée (A&B) <1> \\", "235 N/mm²", "σ", "≤", "turned", "two", "lines"]:
+            self.assertIn(text, got)
+
+    def test_pdftoppm_draws_the_shapes(self):
+        picture = subprocess.run(
+            [tool("pdftoppm"), "-r", str(72 * SCALE), self.path / "sample.pdf"],
+            check=True, capture_output=True).stdout
+        width, height, data = pixels(picture)
+        self.assertEqual((width, height), (300 * SCALE, 200 * SCALE))
+        self.check_places(width, data)
+
+    def test_rsvg_convert_draws_the_shapes(self):
+        # Cairo's PDF of it, drawn again: no library here reads PNG.
+        drawn = self.path / "drawn.pdf"
+        subprocess.run([tool("rsvg-convert"), "-f", "pdf", "-b", "white", "-o", drawn, self.svg],
+                       check=True)
+        picture = subprocess.run([tool("pdftoppm"), "-r", str(72 * SCALE), drawn],
+                                 check=True, capture_output=True).stdout
+        width, height, data = pixels(picture)
+        self.assertAlmostEqual(width / height, 300 / 200, delta=0.01)   # at its own resolution
+        self.check_places(width, data)
+
+    def check_places(self, width, data):
+        scale = width / 300
+        for name, ((x, y), wanted) in PLACES.items():
+            start = 3 * (round(y * scale) * width + round(x * scale))
+            got = tuple(data[start:start + 3])
+            difference = max(abs(a - b) for a, b in zip(got, wanted))
+            self.assertLessEqual(difference, 8, f"{name}: {got} instead of {wanted}")
+
+
+if __name__ == "__main__":
+    unittest.main()

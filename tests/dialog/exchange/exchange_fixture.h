@@ -1,0 +1,60 @@
+// A dialog window with a control of each kind, whose procedure does nothing.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "exchange_test.h"
+#include "support/window_kit.h"
+#include "toolbox/exchange.h"
+#include "toolbox/messages.h"
+
+// After windows.h.
+#include <commctrl.h>
+
+class ExchangeFixture : public ::testing::Test {
+  protected:
+    ExchangeFixture() {
+        GMSG::initStaticVars();
+        GMSG::language = GMSG::English;
+        INITCOMMONCONTROLSEX classes{sizeof classes, ICC_DATE_CLASSES};
+        InitCommonControlsEx(&classes);
+        dialog = make();
+        fields = std::make_unique<TvExchange>(dialog);
+        for (const char* entry : {"red", "green", "Green", "blue"}) {
+            for (const int combo : {IDC_DROPDOWN, IDC_CHOICE}) send(combo, CB_ADDSTRING, 0, entry);
+            send(IDC_LIST, LB_ADDSTRING, 0, entry);
+        }
+    }
+    ~ExchangeFixture() override {
+        fields.reset();
+        DestroyWindow(dialog);
+        toolbox::testing::pumpMessages();
+        GMSG::destroyStaticVars();
+        GMSG::language = GMSG::French;
+    }
+
+    static HWND make() {
+        return CreateDialogParamA(nullptr, MAKEINTRESOURCEA(IDD_FIELDS), nullptr, procedure, 0);
+    }
+    LRESULT send(int id, UINT message, WPARAM word = 0, const void* data = nullptr) const {
+        return SendDlgItemMessageA(dialog, id, message, word, reinterpret_cast<LPARAM>(data));
+    }
+    void type(int id, const std::string& text) const {
+        toolbox::testing::setText(dialog, id, text.c_str());
+    }
+    [[nodiscard]] std::string shown(int id) const { return toolbox::testing::textOf(dialog, id); }
+    [[nodiscard]] HWND control(int id) const { return GetDlgItem(dialog, id); }
+
+    GMSG service;
+    HWND dialog;
+    std::unique_ptr<TvExchange> fields;
+
+  private:
+    static INT_PTR CALLBACK procedure(HWND, UINT message, WPARAM, LPARAM) {
+        return message == WM_INITDIALOG;
+    }
+};

@@ -295,6 +295,13 @@ TB_API void SepDirFile(const char* path, char* dir, char* file);
 /// As APIFile::Exists.
 TB_API int ExistsFile(const char* name);
 
+/// The name with its drive or root and all folders, "." and ".." resolved by the text alone; of any
+/// length. The name itself where the system cannot tell.
+TB_API RWCString FullFileName(const char* name);
+/// 1 when both names lead to one file, through links and short names where the files are there;
+/// otherwise when the full names are the same to the system (on Windows case does not count).
+TB_API int IsSameFile(const char* one, const char* other);
+
 /// Sum of the sizes of all files that match ('*' and '?' in the last part of the name): low word
 /// plus high word of each, in 32 bits, so that files over 4 GiB count wrongly. 0 when
 /// none match.

@@ -135,6 +135,21 @@ class TB_API FileSystem {
     /// link of that name is replaced, not followed.
     virtual ErrorCode replace(const char* from, const char* to) = 0;
 
+    // Which file a name means. A file system that does not override them takes names as they stand.
+
+    /// `full` is the name with its drive or root and all folders, "." and ".." resolved by the text
+    /// alone; of any length, and of a file that need not be there. On failure it is `name`.
+    virtual ErrorCode fullName(const char* name, std::string& full) {
+        full = name ? name : "";
+        return ERROR_SUCCESS;
+    }
+    /// Whether both names lead to one file, through links, hard links and short names where the
+    /// files are there; otherwise whether the full names are the same to the system, for which on
+    /// Windows case does not count.
+    virtual bool isSameFile(const char* one, const char* other) {
+        return std::string(one ? one : "") == (other ? other : "");
+    }
+
     // What saving a file as a whole needs: followLinks() finds the file, createLike() makes the new
     // one beside it, flush() and replace() put it in place, flushFolderOf() makes that last. A file
     // system that does not override them follows no links and creates files with default rights.

@@ -51,6 +51,15 @@ int ExistsFile(const char* name) {
     return APIFile::Exists(name);
 }
 
+RWCString FullFileName(const char* name) {
+    std::string full;
+    return files().fullName(name, full) == ERROR_SUCCESS ? full : std::string(name ? name : "");
+}
+
+int IsSameFile(const char* one, const char* other) {
+    return files().isSameFile(one, other);
+}
+
 unsigned long GetFileSize(const char* pattern) {
     std::uint32_t sum = 0;
     for (const auto& file : files().find(pattern)) {

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 
 #include "platform/posix/file_facts.h"
@@ -33,6 +34,12 @@ std::string hostPath(const char* name) {
 
 std::string_view folderOf(std::string_view path) {
     return path.substr(0, path.rfind('/') + 1);
+}
+
+std::string fullName(const std::string& path) {
+    std::error_code failed;
+    const std::filesystem::path full = std::filesystem::absolute(path, failed);
+    return failed ? path : full.lexically_normal().string();
 }
 
 std::string configFolder() {

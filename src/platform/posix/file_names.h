@@ -14,6 +14,9 @@ namespace toolbox::platform::posix {
 /// The folder part with its separator, empty when there is none.
 [[nodiscard]] std::string_view folderOf(std::string_view path);
 
+/// From the root on, without "." and "..", which are resolved by the text alone.
+[[nodiscard]] std::string fullName(const std::string& path);
+
 /// $XDG_CONFIG_HOME/toolbox/, or ~/.config/toolbox/ when that is not an absolute path. Asked anew
 /// at each call; the folder may not exist.
 [[nodiscard]] std::string configFolder();

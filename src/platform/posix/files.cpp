@@ -237,6 +237,19 @@ class PosixFiles final : public FileSystem {
         return codeOfName(error, sourceThere ? target : source);
     }
 
+    ErrorCode fullName(const char* name, std::string& full) override {
+        full = posix::fullName(hostPath(name));
+        return ERROR_SUCCESS;
+    }
+
+    bool isSameFile(const char* one, const char* other) override {
+        struct stat facts[2];
+        if (::stat(hostPath(one).c_str(), &facts[0]) == 0 &&
+            ::stat(hostPath(other).c_str(), &facts[1]) == 0)
+            return facts[0].st_dev == facts[1].st_dev && facts[0].st_ino == facts[1].st_ino;
+        return posix::fullName(hostPath(one)) == posix::fullName(hostPath(other));
+    }
+
     ErrorCode followLinks(const char* name, std::string& target) override {
         return posix::followLinks(hostPath(name), target);
     }

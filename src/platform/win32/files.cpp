@@ -1,6 +1,7 @@
 // Files through the system calls named for the job, and LZ expansion by the system's library.
 #include <io.h>
 
+#include <algorithm>
 #include <array>
 #include <limits>
 #include <optional>
@@ -44,15 +45,52 @@ ErrorCode opened(HANDLE file, FileHandle& out) {
     return ERROR_SUCCESS;
 }
 
-std::string fullPath(const char* name) {
-    std::string path(MAX_PATH, '\0');
+std::wstring wideOf(const char* name) {
+    const int size = ::MultiByteToWideChar(CP_ACP, 0, nameOf(name), -1, nullptr, 0);
+    std::wstring wide(static_cast<std::size_t>(std::max(size, 1)), L'\0');
+    ::MultiByteToWideChar(CP_ACP, 0, nameOf(name), -1, wide.data(), size);
+    wide.pop_back();
+    return wide;
+}
+
+std::string bytesOf(const std::wstring& wide) {
+    const auto length = static_cast<int>(wide.size());
+    const int size =
+        ::WideCharToMultiByte(CP_ACP, 0, wide.data(), length, nullptr, 0, nullptr, nullptr);
+    std::string bytes(static_cast<std::size_t>(size), '\0');
+    ::WideCharToMultiByte(CP_ACP, 0, wide.data(), length, bytes.data(), size, nullptr, nullptr);
+    return bytes;
+}
+
+/// Empty where the system cannot tell. Its function for names of bytes stops at MAX_PATH.
+std::wstring wideFullName(const char* name) {
+    const std::wstring given = wideOf(name);
+    std::wstring full(MAX_PATH, L'\0');
     for (;;) {
-        const DWORD length =
-            ::GetFullPathNameA(nameOf(name), static_cast<DWORD>(path.size()), path.data(), nullptr);
-        const bool fits = length < path.size();
-        path.resize(length);
-        if (fits) return path;
+        const DWORD length = ::GetFullPathNameW(given.c_str(), static_cast<DWORD>(full.size()),
+                                                full.data(), nullptr);
+        const bool fits = length < full.size();
+        full.resize(length);
+        if (fits) return full;
     }
+}
+
+std::string fullPath(const char* name) {
+    const std::wstring full = wideFullName(name);
+    return full.empty() ? nameOf(name) : bytesOf(full);
+}
+
+/// What tells a file from every other; none when it is not there.
+std::optional<std::array<DWORD, 3>> identityOf(const char* name) {
+    const HANDLE file =
+        ::CreateFileA(nameOf(name), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                      nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return {};
+    BY_HANDLE_FILE_INFORMATION facts{};
+    const BOOL known = ::GetFileInformationByHandle(file, &facts);
+    ::CloseHandle(file);
+    if (!known) return {};
+    return std::array{facts.dwVolumeSerialNumber, facts.nFileIndexHigh, facts.nFileIndexLow};
 }
 
 /// A name as programs know it, without the prefix of names that the system takes as they stand.
@@ -179,6 +217,12 @@ class WindowsFiles final : public FileSystem {
                                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH));
     }
 
+    ErrorCode fullName(const char* name, std::string& full) override {
+        full = fullPath(name);
+        return full.empty() ? ERROR_INVALID_NAME : ERROR_SUCCESS;
+    }
+    bool isSameFile(const char* one, const char* other) override;
+
     ErrorCode followLinks(const char* name, std::string& target) override;
     ErrorCode copyFacts(FileHandle from, FileHandle to) override;
     ErrorCode createLike(const char* name, const char* like, std::uint32_t share,
@@ -238,6 +282,14 @@ class WindowsFiles final : public FileSystem {
   private:
     std::optional<base::LzHeader> compressedHeader(const char* name);
 };
+
+bool WindowsFiles::isSameFile(const char* one, const char* other) {
+    const auto identity = identityOf(one);
+    if (const auto second = identityOf(other); identity && second) return identity == second;
+    std::wstring names[] = {wideFullName(one), wideFullName(other)};
+    for (std::wstring& name : names) ::CharUpperBuffW(name.data(), static_cast<DWORD>(name.size()));
+    return names[0] == names[1];
+}
 
 ErrorCode WindowsFiles::followLinks(const char* name, std::string& target) {
     target = nameOf(name);

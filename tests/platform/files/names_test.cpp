@@ -77,4 +77,33 @@ TEST_F(HostFiles, MissingNamesAndFoldersHaveTheirOwnCodes) {
     EXPECT_EQ(folder.read("there"), "x");
 }
 
+TEST_F(HostFiles, TellWhichFileANameMeans) {
+    folder.write("one", "");
+    folder.write("other", "");
+    std::filesystem::create_directory(folder / "sub");
+    std::filesystem::create_hard_link(folder / "one", folder / "hard");
+    const struct {
+        const char *one, *other;
+        bool same;
+    } cases[] = {{"one", "one", true},
+                 {"one", "other", false},
+                 {"one", "hard", true},
+                 {"one", "sub/../one", true},
+                 {"none", "sub\\..\\.\\none", true},
+                 {"none", "one", false},
+                 {"none", "nine", false}};
+    for (const auto& c : cases)
+        EXPECT_EQ(files.isSameFile((folder / c.one).c_str(), (folder / c.other).c_str()), c.same)
+            << c.one << ", " << c.other;
+#if defined(_WIN32)
+    EXPECT_TRUE(files.isSameFile((folder.path() + "\\B\342t").c_str(),
+                                 (folder.path() + "\\b\302T").c_str()));
+#endif
+    std::string longer = folder.path();
+    while (longer.size() < 600) longer += "/a folder of a long name";
+    std::string full;
+    EXPECT_EQ(files.fullName((longer + "/../x").c_str(), full), ERROR_SUCCESS);
+    EXPECT_EQ(full.size(), longer.rfind('/') + 2);
+}
+
 }  // namespace

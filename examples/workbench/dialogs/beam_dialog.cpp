@@ -1,28 +1,40 @@
-// The dialog of a beam: its name, section, span and loads.
+// The dialog of a beam: its name, section, span and loads. The fields of a load, beside the list,
+// are exchanged apart from those of the beam.
 #include <algorithm>
+#include <optional>
 #include <string>
 
-#include "dialogs/dialog_window.h"
 #include "dialogs/dialogs.h"
 #include "frame/workbench.h"
 #include "resources/dialog_texts.h"
 #include "resources/resource.h"
 #include "resources/workbench_texts.h"
+#include "toolbox/controls.h"
+#include "toolbox/dialogs.h"
+#include "toolbox/exchange.h"
+#include "toolbox/numbers.h"
 
 namespace {
 
 /// Edits a copy of a beam, which takes the beam's place when the user confirms.
-class BeamDialog : public DialogWindow {
+class BeamDialog : public TvDialog {
   public:
-    BeamDialog(Workbench& workbench, const Beam& beam) : workbench_(workbench), beam_(beam) {}
+    BeamDialog(Workbench& workbench, const Beam& beam);
 
     [[nodiscard]] const Beam& beam() const { return beam_; }
 
-  private:
+  protected:
     void opened() override;
-    bool command(int id, int notification) override;
-    bool notified(const NMHDR& note) override;
+    void exchange(TvExchange& fields) override;
+    int command(int id, int notification) override;
+    LRESULT notified(NMHDR& note) override;
+    int confirmed() override;
+    void destroyed() override { load_.reset(); }
+    void layout(TvDialogLayout& sizes) override;
+    const char* placeName() override { return "Beam"; }
 
+  private:
+    void attachFields();
     void fillSections();
     void showLoads();
     void showSelectedLoad();
@@ -30,125 +42,196 @@ class BeamDialog : public DialogWindow {
     bool addLoad();
     bool changeLoad();
     void removeLoad();
+    [[nodiscard]] double enteredSpan() const;
+    [[nodiscard]] std::string enteredLoad() const;
     /// A load was typed that is not in the list.
     [[nodiscard]] bool isLoadPending() const;
     /// While a load is typed, Enter puts it into the list.
     void chooseDefault();
     /// The user says what becomes of a pending load. False when the dialog stays open.
     [[nodiscard]] bool settlePendingLoad();
-    [[nodiscard]] bool enter();
 
-    [[nodiscard]] HWND list() const { return control(IDC_BEAM_LOADS); }
-    [[nodiscard]] bool hasSelectedLoad() const { return selectedRow(list()) >= 0; }
+    [[nodiscard]] bool hasSelectedLoad() const { return list_.selectedRow() >= 0; }
     [[nodiscard]] std::size_t selectedLoad() const {
-        return static_cast<std::size_t>(selectedRow(list()));
+        return static_cast<std::size_t>(list_.selectedRow());
     }
 
     Workbench& workbench_;
     Beam beam_;
-    NumberField span_{IDC_BEAM_SPAN, kSpanRange};
-    NumberField uniform_{IDC_BEAM_UNIFORM, kUniformRange};
-    NumberField position_{IDC_LOAD_POSITION, kPositionRange};
-    NumberField force_{IDC_LOAD_FORCE, kForceRange};
+    TvDouble span_{kSpanRule};
+    TvDouble uniform_{kUniformRule};
+    TvDouble position_{kPositionRule};
+    TvDouble force_{kForceRule};
+    TvEdit spanField_;
+    TvEdit uniformField_;
+    TvEdit positionField_;
+    TvEdit forceField_;
+    TvListView list_;
+    std::optional<TvExchange> load_;  // of the fields of a load
+    std::string shownLoad_;           // what they were last filled with
 };
 
+BeamDialog::BeamDialog(Workbench& workbench, const Beam& beam)
+    : TvDialog(IDD_BEAM), workbench_(workbench), beam_(beam) {
+    span_.setUnits("m");
+    uniform_.setUnits("kN/m");
+    position_.setUnits("m");
+    force_.setUnits("kN");
+    for (TvDouble* number : {&span_, &uniform_, &position_, &force_}) number->allowFormula(true);
+}
+
+void BeamDialog::layout(TvDialogLayout& sizes) {
+    for (const int field : {IDC_BEAM_NAME, IDC_BEAM_SECTION})
+        sizes.follow(field, TvDialogLayout::Left | TvDialogLayout::Right);
+    const int all =
+        TvDialogLayout::Left | TvDialogLayout::Top | TvDialogLayout::Right | TvDialogLayout::Bottom;
+    for (const int grown : {IDC_BEAM_LOAD_GROUP, IDC_BEAM_LOADS}) sizes.follow(grown, all);
+    for (const int beside : {IDC_LOAD_POSITION_LABEL, IDC_LOAD_POSITION, IDC_LOAD_FORCE_LABEL,
+                             IDC_LOAD_FORCE, IDC_LOAD_ADD, IDC_LOAD_CHANGE, IDC_LOAD_REMOVE})
+        sizes.follow(beside, TvDialogLayout::Right);
+    for (const int button : {IDOK, IDCANCEL})
+        sizes.follow(button, TvDialogLayout::Right | TvDialogLayout::Bottom);
+}
+
 void BeamDialog::opened() {
-    GMSG::setParent(window());
-    GMSG::setCtrlString(IDC_BEAM_NAME, beam_.name.c_str(), static_cast<int>(kNameMax) + 1);
+    load_.emplace(getHWND());
+    attachFields();
     fillSections();
-    span_.show(beam_.span);
-    uniform_.show(beam_.uniform);
-    addListColumns(list(), {{kPositionHeading, 62}, {kForceHeading, 62, true}});
+    span_ = beam_.span;
+    uniform_ = beam_.uniform;
+    list_.attach(getHWND(), IDC_BEAM_LOADS);
+    list_.addColumns({{text(kPositionHeading), 62, false}, {text(kForceHeading), 62, true}});
     showLoads();
     showSelectedLoad();
 }
 
+void BeamDialog::attachFields() {
+    constexpr double kLengthStep = 0.1;  // m
+    spanField_.attach(getHWND(), IDC_BEAM_SPAN);
+    spanField_.setNumber(span_, kLengthStep);
+    uniformField_.attach(getHWND(), IDC_BEAM_UNIFORM);
+    uniformField_.setNumber(uniform_);
+    positionField_.attach(getHWND(), IDC_LOAD_POSITION);
+    positionField_.setNumber(position_, kLengthStep);
+    forceField_.attach(getHWND(), IDC_LOAD_FORCE);
+    forceField_.setNumber(force_);
+}
+
 void BeamDialog::fillSections() {
-    const HWND combo = control(IDC_BEAM_SECTION);
     for (const Section& section : workbench_.sections())
-        SendMessageA(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(section.designation.c_str()));
-    // By the whole text: a designation may be the beginning of another.
-    const LRESULT found = SendMessageA(combo, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
-                                       reinterpret_cast<LPARAM>(beam_.section.c_str()));
-    SendMessageA(combo, CB_SETCURSEL, static_cast<WPARAM>(found), 0);
+        SendMessageA(control(IDC_BEAM_SECTION), CB_ADDSTRING, 0,
+                     reinterpret_cast<LPARAM>(section.designation.c_str()));
+}
+
+void BeamDialog::exchange(TvExchange& fields) {
+    fields.text(IDC_BEAM_NAME, beam_.name, static_cast<int>(kNameMax));
+    if (beam_.name.view().find_first_not_of(' ') == std::string_view::npos)
+        fields.fail(IDC_BEAM_NAME, kNameNeeded);
+    fields.choice(IDC_BEAM_SECTION, beam_.section);
+    if (!workbench_.section(beam_.section)) fields.fail(IDC_BEAM_SECTION, kNoSection);
+    fields.number(IDC_BEAM_SPAN, span_);
+    fields.number(IDC_BEAM_UNIFORM, uniform_);
+    const auto off = std::ranges::find_if(
+        beam_.loads, [&](const PointLoad& load) { return load.position > span_.value(); });
+    if (off != beam_.loads.end())
+        fields.fail(IDC_BEAM_SPAN, kLoadOffBeam, off->position, span_.value());
+}
+
+int BeamDialog::confirmed() {
+    beam_.span = span_.value();
+    beam_.uniform = uniform_.value();
+    return 1;
 }
 
 void BeamDialog::showLoads() {
     const auto count = static_cast<int>(beam_.loads.size());
-    for (int row = ListView_GetItemCount(list()) - 1; row >= count; --row)
-        ListView_DeleteItem(list(), row);
+    for (int row = ListView_GetItemCount(list_.getHWND()) - 1; row >= count; --row)
+        ListView_DeleteItem(list_.getHWND(), row);
     for (int row = 0; row < count; ++row) {
         const PointLoad& load = beam_.loads[static_cast<std::size_t>(row)];
-        setListText(list(), row, 0, text(kNumber, load.position));
-        setListText(list(), row, 1, text(kNumber, load.force));
+        list_.setText(row, 0, position_.print(load.position));
+        list_.setText(row, 1, force_.print(load.force));
     }
 }
 
 void BeamDialog::showSelectedLoad() {
     const bool selected = hasSelectedLoad();
     if (selected) {
-        position_.show(beam_.loads[selectedLoad()].position);
-        force_.show(beam_.loads[selectedLoad()].force);
+        position_ = beam_.loads[selectedLoad()].position;
+        force_ = beam_.loads[selectedLoad()].force;
+        load_->fill([this](TvExchange& fields) {
+            fields.number(IDC_LOAD_POSITION, position_);
+            fields.number(IDC_LOAD_FORCE, force_);
+        });
     } else {
-        position_.clear();
-        force_.clear();
+        setText(IDC_LOAD_POSITION, "");
+        setText(IDC_LOAD_FORCE, "");
     }
+    shownLoad_ = enteredLoad();
     enable(IDC_LOAD_CHANGE, selected);
     enable(IDC_LOAD_REMOVE, selected);
 }
 
-bool BeamDialog::command(int id, int notification) {
+int BeamDialog::command(int id, int notification) {
     switch (id) {
         case IDOK:
-            if (settlePendingLoad() && enter()) close(true);
-            return true;
+            return !settlePendingLoad();
         case IDC_LOAD_ADD:
             addLoad();
-            return true;
+            return 1;
         case IDC_LOAD_CHANGE:
             changeLoad();
-            return true;
+            return 1;
         case IDC_LOAD_REMOVE:
             removeLoad();
-            return true;
+            return 1;
         case IDC_LOAD_POSITION:
         case IDC_LOAD_FORCE:
             if (notification == EN_KILLFOCUS)
-                SendMessageA(window(), DM_SETDEFID, IDOK, 0);
+                SendMessageA(getHWND(), DM_SETDEFID, IDOK, 0);
             else if (GetFocus() == control(id))
                 chooseDefault();
-            return true;
+            return 0;
         default:
-            return false;
+            return 0;
     }
 }
 
-bool BeamDialog::notified(const NMHDR& note) {
+LRESULT BeamDialog::notified(NMHDR& note) {
     if (note.idFrom == IDC_BEAM_LOADS && note.code == LVN_ITEMCHANGED) showSelectedLoad();
-    return false;
+    return 0;
+}
+
+double BeamDialog::enteredSpan() const {
+    double span = beam_.span;
+    span_.scan(getText(IDC_BEAM_SPAN), span, nullptr);
+    return span;
 }
 
 bool BeamDialog::readLoad(PointLoad& load) {
-    double span = beam_.span;
-    if (!position_.read(load.position) || !force_.read(load.force) || !span_.read(span))
-        return false;
-    if (load.position <= span) return true;
-    GMSG::errorMsg(kLoadOffBeam, MB_ICONEXCLAMATION, load.position, span);
-    focus(IDC_LOAD_POSITION);
-    return false;
+    const double span = enteredSpan();
+    const int read = load_->read([&](TvExchange& fields) {
+        fields.number(IDC_LOAD_POSITION, position_);
+        fields.number(IDC_LOAD_FORCE, force_);
+        if (position_.value() > span)
+            fields.fail(IDC_LOAD_POSITION, kLoadOffBeam, position_.value(), span);
+    });
+    if (!read) return false;
+    load = {position_.value(), force_.value()};
+    return true;
 }
 
 bool BeamDialog::addLoad() {
     if (beam_.loads.size() >= kLoadsMax) {
-        GMSG::errorMsg(kTooManyLoads, MB_ICONEXCLAMATION, kLoadsMax);
+        fields()->fail(IDC_LOAD_POSITION, kTooManyLoads, kLoadsMax);
         return false;
     }
     PointLoad load;
     if (!readLoad(load)) return false;
     beam_.loads.push_back(load);
     showLoads();
-    selectRow(list(), kEveryRow, false);
-    ListView_EnsureVisible(list(), static_cast<int>(beam_.loads.size()) - 1, FALSE);
+    list_.selectRow(TvListView::kEveryRow, false);
+    ListView_EnsureVisible(list_.getHWND(), static_cast<int>(beam_.loads.size()) - 1, FALSE);
     showSelectedLoad();
     focus(IDC_LOAD_POSITION);
     return true;
@@ -166,24 +249,28 @@ bool BeamDialog::changeLoad() {
 void BeamDialog::removeLoad() {
     const std::size_t removed = selectedLoad();
     beam_.loads.erase(beam_.loads.begin() + static_cast<std::ptrdiff_t>(removed));
-    ListView_DeleteItem(list(), static_cast<int>(removed));
+    ListView_DeleteItem(list_.getHWND(), static_cast<int>(removed));
     showSelectedLoad();
 }
 
+std::string BeamDialog::enteredLoad() const {
+    return getText(IDC_LOAD_POSITION).str() + '\n' + getText(IDC_LOAD_FORCE).str();
+}
+
 bool BeamDialog::isLoadPending() const {
-    return (position_.isChanged() || force_.isChanged()) &&
-           !(position_.isEmpty() && force_.isEmpty());
+    const std::string entered = enteredLoad();
+    return entered != shownLoad_ && entered != "\n";
 }
 
 void BeamDialog::chooseDefault() {
     const int button = !isLoadPending() ? IDOK : hasSelectedLoad() ? IDC_LOAD_CHANGE : IDC_LOAD_ADD;
-    SendMessageA(window(), DM_SETDEFID, static_cast<WPARAM>(button), 0);
+    SendMessageA(getHWND(), DM_SETDEFID, static_cast<WPARAM>(button), 0);
 }
 
 bool BeamDialog::settlePendingLoad() {
     if (!isLoadPending()) return true;
     const int answer = GMSG::errorMsg(kPendingLoad, MB_YESNOCANCEL | MB_ICONQUESTION);
-    if (!window()) return false;  // destroyed while the user was asked
+    if (!isOpen()) return false;  // destroyed while the user was asked
     switch (answer) {
         case IDYES:
             return hasSelectedLoad() ? changeLoad() : addLoad();
@@ -194,37 +281,12 @@ bool BeamDialog::settlePendingLoad() {
     }
 }
 
-bool BeamDialog::enter() {
-    RWCString name;
-    GMSG::getCtrlString(IDC_BEAM_NAME, name, static_cast<int>(kNameMax) + 1);
-    if (name.view().find_first_not_of(' ') == std::string_view::npos) {
-        GMSG::errorMsg(kNameNeeded, MB_ICONEXCLAMATION);
-        focus(IDC_BEAM_NAME);
-        return false;
-    }
-    beam_.name = name;
-    const LRESULT section = SendDlgItemMessageA(window(), IDC_BEAM_SECTION, CB_GETCURSEL, 0, 0);
-    if (section == CB_ERR) {
-        GMSG::errorMsg(kNoSection, MB_ICONEXCLAMATION);
-        focus(IDC_BEAM_SECTION);
-        return false;
-    }
-    beam_.section = workbench_.sections()[static_cast<std::size_t>(section)].designation;
-    if (!span_.read(beam_.span) || !uniform_.read(beam_.uniform)) return false;
-    const auto off = std::ranges::find_if(
-        beam_.loads, [&](const PointLoad& load) { return load.position > beam_.span; });
-    if (off == beam_.loads.end()) return true;
-    GMSG::errorMsg(kLoadOffBeam, MB_ICONEXCLAMATION, off->position, beam_.span);
-    focus(IDC_BEAM_SPAN);
-    return false;
-}
-
 }  // namespace
 
 bool editBeam(HWND parent, Workbench& workbench, Beam& beam) {
     const DialogPhase phase(workbench);
     BeamDialog dialog(workbench, beam);
-    if (!dialog.run(parent, IDD_BEAM)) return false;
+    if (!dialog.run(parent)) return false;
     beam = dialog.beam();
     return true;
 }

@@ -1,4 +1,4 @@
-// The system's dialogs for choosing a file.
+// Choosing a project file.
 #pragma once
 
 #include "toolbox/strings.h"

@@ -1,11 +1,14 @@
 // The dialog of a label: a template, how it reads for its beam, and what is wrong with it.
 #include <string>
+#include <vector>
 
-#include "dialogs/dialog_window.h"
 #include "dialogs/dialogs.h"
 #include "frame/workbench.h"
 #include "resources/dialog_texts.h"
 #include "resources/resource.h"
+#include "toolbox/controls.h"
+#include "toolbox/dialogs.h"
+#include "toolbox/exchange.h"
 
 namespace {
 
@@ -26,72 +29,78 @@ unsigned short wordsFor(TemplateProblem::Kind kind) {
 }
 
 /// Edits a copy of a label, which takes the label's place when the user confirms.
-class LabelDialog : public DialogWindow {
+class LabelDialog : public TvDialog {
   public:
-    LabelDialog(Document& document, const Label& label) : document_(document), label_(label) {}
+    LabelDialog(Document& document, const Label& label)
+        : TvDialog(IDD_LABEL), document_(document), label_(label) {}
 
     [[nodiscard]] const Label& label() const { return label_; }
 
-  private:
+  protected:
     void opened() override;
-    bool command(int id, int notification) override;
+    void exchange(TvExchange& fields) override;
+    int command(int id, int notification) override;
+    void layout(TvDialogLayout& sizes) override;
+    const char* placeName() override { return "Label"; }
 
+  private:
     void showEffect();
     void insertToken();
     [[nodiscard]] ProjectKeys& keys() const { return document_.workbench().keys(); }
 
     Document& document_;
     Label label_;
+    TvComboBox keyList_;
 };
 
-void LabelDialog::opened() {
-    GMSG::setParent(window());
-    const RWTValOrderedVector<UINT> all = ProjectKeys::all();
-    for (const UINT id : all) {
-        const CString item = keys().getKey(id) + " - " + keys().getKeyDesc(id);
-        SendDlgItemMessageA(window(), IDC_LABEL_KEY, CB_ADDSTRING, 0,
-                            reinterpret_cast<LPARAM>(item.c_str()));
-    }
-    SendDlgItemMessageA(window(), IDC_LABEL_KEY, CB_SETCURSEL, 0, 0);
-    GMSG::setCtrlString(IDC_LABEL_TEXT, label_.text.c_str(), static_cast<int>(kLabelMax) + 1);
-    showEffect();
+void LabelDialog::layout(TvDialogLayout& sizes) {
+    const int wide = TvDialogLayout::Left | TvDialogLayout::Right;
+    for (const int field : {IDC_LABEL_TEXT, IDC_LABEL_KEY, IDC_LABEL_PREVIEW})
+        sizes.follow(field, wide);
+    sizes.follow(IDC_LABEL_PROBLEM, wide | TvDialogLayout::Top | TvDialogLayout::Bottom);
+    sizes.follow(IDC_LABEL_INSERT, TvDialogLayout::Right);
+    for (const int button : {IDOK, IDCANCEL})
+        sizes.follow(button, TvDialogLayout::Right | TvDialogLayout::Bottom);
 }
 
-bool LabelDialog::command(int id, int notification) {
-    switch (id) {
-        case IDOK:
-            close(true);
-            return true;
-        case IDC_LABEL_INSERT:
-            insertToken();
-            return true;
-        case IDC_LABEL_TEXT:
-            if (notification == EN_CHANGE) showEffect();
-            return true;
-        default:
-            return false;
-    }
+void LabelDialog::opened() {
+    std::vector<CString> items;
+    for (const RWTValOrderedVector<UINT> all = ProjectKeys::all(); const UINT id : all)
+        items.push_back(keys().getKey(id) + " - " + keys().getKeyDesc(id));
+    keyList_.attach(getHWND(), IDC_LABEL_KEY);
+    keyList_.fill(items);
+    SendMessageA(keyList_.getHWND(), CB_SETCURSEL, 0, 0);
+}
+
+void LabelDialog::exchange(TvExchange& fields) {
+    fields.text(IDC_LABEL_TEXT, label_.text, static_cast<int>(kLabelMax));
+    if (!fields.isReading()) showEffect();
+}
+
+int LabelDialog::command(int id, int notification) {
+    if (id == IDC_LABEL_INSERT) return insertToken(), 1;
+    if (id == IDC_LABEL_TEXT && notification == EN_CHANGE) showEffect();
+    return 0;
 }
 
 void LabelDialog::showEffect() {
-    RWCString entered;
-    GMSG::getCtrlString(IDC_LABEL_TEXT, entered, static_cast<int>(kLabelMax) + 1);
-    label_.text = entered;
-    SetDlgItemTextA(window(), IDC_LABEL_PREVIEW, document_.textOf(label_));
+    Label entered = label_;
+    entered.text = getText(IDC_LABEL_TEXT);
+    setText(IDC_LABEL_PREVIEW, document_.textOf(entered));
     std::string problems;
-    for (const TemplateProblem& problem : keys().checkTemplate(label_.text))
+    for (const TemplateProblem& problem : keys().checkTemplate(entered.text))
         problems += text(wordsFor(problem.kind), problem.word).str() + "\r\n";
-    SetDlgItemTextA(window(), IDC_LABEL_PROBLEM, problems.c_str());
+    setText(IDC_LABEL_PROBLEM, problems.c_str());
 }
 
 void LabelDialog::insertToken() {
-    const LRESULT item = SendDlgItemMessageA(window(), IDC_LABEL_KEY, CB_GETCURSEL, 0, 0);
+    const LRESULT item = SendMessageA(keyList_.getHWND(), CB_GETCURSEL, 0, 0);
     if (item == CB_ERR) return;
     const CString token =
         "$" + keys().getKey(ProjectKeys::all()[static_cast<std::size_t>(item)]) + "$";
     // In place of what is selected; the field tells of the change.
-    SendDlgItemMessageA(window(), IDC_LABEL_TEXT, EM_REPLACESEL, TRUE,
-                        reinterpret_cast<LPARAM>(token.c_str()));
+    SendMessageA(control(IDC_LABEL_TEXT), EM_REPLACESEL, TRUE,
+                 reinterpret_cast<LPARAM>(token.c_str()));
 }
 
 }  // namespace
@@ -99,7 +108,7 @@ void LabelDialog::insertToken() {
 bool editLabel(HWND parent, Document& document, Label& label) {
     const DialogPhase phase(document.workbench());
     LabelDialog dialog(document, label);
-    if (!dialog.run(parent, IDD_LABEL)) return false;
+    if (!dialog.run(parent)) return false;
     label = dialog.label();
     return true;
 }

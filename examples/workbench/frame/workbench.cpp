@@ -7,14 +7,13 @@
 
 #include "dialogs/dialogs.h"
 #include "drawing/drawing_view.h"
-#include "frame/placement.h"
 #include "frame/view.h"
 #include "frame/workbench_frame.h"
 #include "resources/resource.h"
 #include "resources/workbench_texts.h"
 #include "section_csv.h"
-#include "settings/full_path.h"
 #include "table/table_view.h"
+#include "toolbox/files.h"
 
 namespace {
 
@@ -32,13 +31,18 @@ std::vector<Section> loadSections(HINSTANCE instance) {
     return readSections(table);
 }
 
+WorkbenchFrame& workbenchFrame() {
+    return static_cast<WorkbenchFrame&>(Workbench::frame());
+}
+
 }  // namespace
 
 Workbench::Workbench(HINSTANCE instance, const Settings& settings)
     : instance_(instance),
       settings_(settings),
       sections_(loadSections(instance)),
-      keys_(settings.file) {
+      keys_(settings.file),
+      palette_(IDD_PALETTE) {
     RWCString columns;
     GMSG::getProfile("Table", "Columns", columns, "");
     keys_.selectColumns(columns);
@@ -63,7 +67,7 @@ int Workbench::showBox(const CString& message, unsigned short flags) {
 }
 
 void Workbench::showHint(const CString& hint) {
-    static_cast<WorkbenchFrame&>(frame()).showHint(hint);
+    workbenchFrame().showHint(hint);
 }
 
 void Workbench::collectErrors() {
@@ -104,13 +108,13 @@ void Workbench::editFormat(HWND parent, UINT key) {
 Document* Workbench::documentOf(const CString& fullName) const {
     const auto found = std::ranges::find_if(documents_, [&](const auto& document) {
         const CString& name = document->fileName();
-        return !name.empty() && isSamePath(name, fullName);
+        return !name.empty() && IsSameFile(name, fullName);
     });
     return found == documents_.end() ? nullptr : found->get();
 }
 
 bool Workbench::openFile(const CString& file) {
-    const CString fullName = fullPath(file);
+    const CString fullName = FullFileName(file);
     if (Document* const open = documentOf(fullName)) {
         showTable(*open);
         return true;
@@ -134,11 +138,15 @@ void Workbench::showDocument(std::unique_ptr<Document> document) {
     refreshCommands();
 }
 
+int Workbench::isPaletteVisible() const {
+    return palette_.isOpen() && palette_.getTool()->isVisible();
+}
+
 /// The palette appears with the first document: there is nothing to draw in before.
 void Workbench::showPalette() {
-    if (!palette_ || palette_->isVisible() || !paletteWanted_) return;
-    const HWND window = palette_->getHWND();
-    if (!restorePlacement(window, "Palette")) {
+    if (!palette_.isOpen() || isPaletteVisible() || !paletteWanted_) return;
+    const HWND window = palette_.getHWND();
+    if (!palettePlace_.restore(window, 0)) {
         RECT client, own;
         GetWindowRect(frame().getClient(), &client);
         GetWindowRect(window, &own);
@@ -146,9 +154,7 @@ void Workbench::showPalette() {
                      client.top + 2 * kPaletteMargin, 0, 0,
                      SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     }
-    palette_->setVisibleStatus(1, 0);
-    // It was created before the frame came to the front.
-    SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    palette_.show(1);
 }
 
 void Workbench::noteRecent(const CString& file) {
@@ -180,9 +186,10 @@ int Workbench::frameCreated(HWND frameWindow, HINSTANCE) {
     TarvMeter::setInstance(instance_);
     GMSG::setParent(frameWindow);
     createCommands(frameWindow);
+    workbenchFrame().createStatusBar();
     recent_.init(frameWindow, CMD_EXIT, CMD_RECENT);
     recent_.lire(settings_.file.c_str());
-    restorePlacement(frameWindow, "Frame");
+    framePlace_.restore(frameWindow, 1);
     GMSG::getProfile("Palette", "Shown", paletteWanted_, 1);
     refreshCommands();
     showHint(text(kWelcome));
@@ -191,8 +198,8 @@ int Workbench::frameCreated(HWND frameWindow, HINSTANCE) {
 
 void Workbench::frameDestroyed() {
     const HWND frameWindow = frame().getFrame();
-    savePlacement(frameWindow, "Frame");
-    if (palette_) savePlacement(palette_->getHWND(), "Palette");
+    framePlace_.save(frameWindow);
+    if (palette_.isOpen()) palettePlace_.save(palette_.getHWND());
     GMSG::writeProfile("Palette", "Shown", paletteWanted_);
     GMSG::writeProfile("Table", "Columns", keys_.columnsText());
     recent_.ecrire(settings_.file.c_str());

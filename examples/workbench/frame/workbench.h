@@ -10,13 +10,14 @@
 #include "project/project_keys.h"
 #include "settings/settings.h"
 #include "toolbox/command_manager.h"
+#include "toolbox/dialogs.h"
 #include "toolbox/messages.h"
 #include "toolbox/meter.h"
 #include "toolbox/recent_files.h"
 #include "toolbox/tools.h"
 #include "toolbox/windowing.h"
 
-/// The number of a menu or dialog in the program's language.
+/// The number of a menu in the program's language.
 [[nodiscard]] inline int inLanguage(int french) {
     return GMSG::language == GMSG::French ? french : french + 1;
 }
@@ -74,7 +75,7 @@ class Workbench : public MDIApplication {
     void keysChanged();
     /// Enables and checks the commands as the active document allows.
     void refreshCommands();
-    /// The line above the documents.
+    /// What the status bar says.
     void showHint(const CString& hint);
     /// The session was to end and goes on: the user is asked again about what is not saved.
     void sessionGoesOn();
@@ -108,6 +109,7 @@ class Workbench : public MDIApplication {
     bool programCommand(int id);
     void showDocument(std::unique_ptr<Document> document);
     void showPalette();
+    [[nodiscard]] int isPaletteVisible() const;
     void openSample();
     void closeDocument(Document& document);
     void editSelected(Document& document);
@@ -122,7 +124,9 @@ class Workbench : public MDIApplication {
     HistoricMenuFile recent_;
     std::unique_ptr<GCOMMBase> commands_;
     std::unique_ptr<MenuTool> menu_;
-    std::unique_ptr<ToolDlg> palette_;
+    CToolDialog palette_;
+    TvWindowPlace palettePlace_{"Palette"};
+    TvWindowPlace framePlace_{"Frame"};
     int paletteWanted_ = 1;
     std::vector<std::unique_ptr<Document>> documents_;
     CString errors_;  // collected from the message service

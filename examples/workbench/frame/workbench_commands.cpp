@@ -8,6 +8,7 @@
 #include "frame/tracing.h"
 #include "frame/view.h"
 #include "frame/workbench.h"
+#include "frame/workbench_frame.h"
 #include "resources/resource.h"
 #include "resources/workbench_texts.h"
 #include "table/table_view.h"
@@ -62,11 +63,11 @@ void Workbench::createCommands(HWND frameWindow) {
     commands_->createAndManageContext(kModes);
     menu_ = std::make_unique<MenuTool>(kMenu, frame().getFrameMenu(), frameWindow);
     commands_->manage(menu_.get(), 0);
-    palette_.reset(commands_->createAndManageToolDlg(kPalette, inLanguage(IDD_PALETTE)));
+    palette_.create(*commands_, kPalette);
     SetPointer<Tool> menu, both;
     menu.add(menu_.get());
     both.add(menu_.get());
-    if (palette_) both.add(palette_.get());
+    if (palette_.getTool()) both.add(palette_.getTool());
     commands_->manage(static_cast<int>(std::size(kCommands)), kCommands, menu, -1);
     commands_->manage(static_cast<int>(std::size(kModeCommands)), kModeCommands, both, kModes);
     commands_->createAndManageContext(kLanguages);
@@ -89,7 +90,9 @@ void Workbench::refreshCommands() {
     commands[CMD_EDIT].setEnableStatus(selected);
     commands[CMD_DELETE].setEnableStatus(selected);
     commands.getContext(kModes)->setEnableStatus(is);
-    commands[CMD_PALETTE].setCheckStatus(palette_ && palette_->isVisible());
+    commands[CMD_PALETTE].setCheckStatus(isPaletteVisible());
+    static_cast<WorkbenchFrame&>(frame()).showCount(
+        document ? text(kBeamCount, document->project().beams().size()) : CString());
 }
 
 void Workbench::setLanguage(GMSG::Language language) {
@@ -177,11 +180,11 @@ bool Workbench::programCommand(int id) {
             showKeyList(*this);
             return true;
         case CMD_PALETTE:
-            paletteWanted_ = !(palette_ && palette_->isVisible());
+            paletteWanted_ = !isPaletteVisible();
             if (paletteWanted_)
                 showPalette();
             else
-                palette_->setVisibleStatus(0, 0);
+                palette_.show(0);
             refreshCommands();
             return true;
         case CMD_MESSAGES:

@@ -1,6 +1,7 @@
-// The frame window: a line of hints above the documents.
+// The frame window, with the status bar below the documents.
 #pragma once
 
+#include "toolbox/controls.h"
 #include "toolbox/strings.h"
 #include "toolbox/windowing.h"
 
@@ -10,20 +11,21 @@ class Workbench;
 class WorkbenchFrame : public MDI {
   public:
     using MDI::MDI;
-    ~WorkbenchFrame() override;
-    void showHint(const CString& hint);
-    /// The keys of the commands that edit what is selected are commands, as at first, or they go to
-    /// the active window like any other key: for a modeless dialog with its own use for them.
-    void setEditingKeys(bool areCommands);
+
+    /// Once the window is there.
+    void createStatusBar();
+    /// What the program says of what was done last. The hints of menus stand over it for a moment.
+    void showHint(const CString& hint) { bar_.setText(0, hint); }
+    /// Empty for none.
+    void showCount(const CString& count) { bar_.setText(1, count); }
+    [[nodiscard]] HWND statusBar() const { return bar_.getHWND(); }
 
   protected:
-    HWND createFramePane() override;
     LRESULT frameWndProc(TarvMess& message) override;
 
   private:
     /// Null once it was told that the frame is destroyed.
     [[nodiscard]] Workbench* workbench() const;
 
-    HWND pane_ = nullptr;
-    HACCEL otherKeys_ = nullptr;  // owned; made when it is needed
+    TvStatusBar bar_;
 };

@@ -12,7 +12,7 @@
 #include "frame/workbench.h"
 #include "project/project_store.h"
 #include "resources/workbench_texts.h"
-#include "settings/full_path.h"
+#include "toolbox/files.h"
 #include "toolbox/meter.h"
 
 namespace {
@@ -297,7 +297,7 @@ bool Document::saveAs() {
 }
 
 bool Document::saveAs(const CString& file) {
-    const CString fullName = fullPath(file);
+    const CString fullName = FullFileName(file);
     const Document* const has = workbench_.documentOf(fullName);
     if (!has || has == this) return saveTo(fullName);
     workbench_.report(kOpenElsewhere, MB_ICONEXCLAMATION, withoutFolder(fullName));

@@ -2,19 +2,17 @@
 #pragma once
 
 enum DialogText : unsigned short {
-    // Range texts: message, limits, how the number is shown.
-    kSpanRange = 3200,
-    kUniformRange,
-    kPositionRange,
-    kForceRange,
-    kNoNumber,     ///< what was typed
-    kLoadOffBeam,  ///< position, span
+    // Rules of typed numbers.
+    kSpanRule = 3200,
+    kUniformRule,
+    kPositionRule,
+    kForceRule,
+
+    kLoadOffBeam = 3205,  ///< position, span
     kNoSection,
     kPendingLoad,
     kPositionHeading,
     kForceHeading,
-    kNumber,
-    kNumberNeeded,
     kNameNeeded,
 
     kUnknownKey = 3220,  ///< word, as the next
@@ -22,15 +20,8 @@ enum DialogText : unsigned short {
     kUnclosedToken,
     kKeyOutsideToken,
 
-    kKeyHeading = 3230,
-    kDescriptionHeading,
-    kHeaderHeading,
-    kSampleHeading,
-    kPlaceHeading,
-    kSampleValue,
+    kSampleValue = 3235,
     kNotCopied,
-    kTokenCopied,  ///< key
-    kWholeNumber,
 
     kNoMessages = 3240,
     kAboutLines,  ///< version, bits, C++ standard, log file

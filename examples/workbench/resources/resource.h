@@ -1,7 +1,7 @@
 // Identifiers of the workbench's resources and commands, for the resource script and for code.
 //
-// Menus and dialogs exist in French under the number named here and in English under the next one:
-// see inLanguage(). The accelerators are the same in both.
+// Menus exist in French under the number named here and in English under the next one: see
+// inLanguage(). Dialogs have one number for both languages, accelerators are the same in both.
 #pragma once
 
 #define IDM_FRAME 100
@@ -9,13 +9,13 @@
 #define IDI_FRAME 104
 #define IDR_SECTIONS 106
 #define IDD_PALETTE 200
-#define IDD_BEAM 202
-#define IDD_LABEL 204
-#define IDD_KEY_LIST 206
-#define IDD_MESSAGES 208
-#define IDD_ABOUT 210
+#define IDD_BEAM 201
+#define IDD_LABEL 202
+#define IDD_MESSAGES 204
+#define IDD_ABOUT 205
 
-// Commands of the menus. Those of the frame itself (1 to 10) are the library's.
+// Commands of the menus. Those of the frame itself (1 to 10) are the library's. The text with a
+// command's number says what it does, in the status bar and as the tip of its button.
 #define CMD_EXIT 1
 #define CMD_CLOSE_WINDOW 6
 #define CMD_TILE_VERTICALLY 7
@@ -23,39 +23,39 @@
 #define CMD_ARRANGE_ICONS 9
 #define CMD_TILE_HORIZONTALLY 10
 
-#define CMD_NEW 1101
-#define CMD_OPEN 1102
-#define CMD_SAVE 1103
-#define CMD_SAVE_AS 1104
-#define CMD_CLOSE 1105
-#define CMD_SAMPLE 1106
-#define CMD_RECENT 1151  // to 1155
+#define CMD_NEW 4101
+#define CMD_OPEN 4102
+#define CMD_SAVE 4103
+#define CMD_SAVE_AS 4104
+#define CMD_CLOSE 4105
+#define CMD_SAMPLE 4106
+#define CMD_RECENT 4151  // to 4155
 
-#define CMD_EDIT 1201
-#define CMD_DELETE 1202
-#define CMD_COPY 1203
+#define CMD_EDIT 4201
+#define CMD_DELETE 4202
+#define CMD_COPY 4203
 
-#define CMD_TABLE 1301
-#define CMD_DRAWING 1302
-#define CMD_KEY_LIST 1303
-#define CMD_PALETTE 1304
-#define CMD_MESSAGES 1305
-#define CMD_ZOOM_ALL 1306
-#define CMD_FRENCH 1311
-#define CMD_ENGLISH 1312
+#define CMD_TABLE 4301
+#define CMD_DRAWING 4302
+#define CMD_KEY_LIST 4303
+#define CMD_PALETTE 4304
+#define CMD_MESSAGES 4305
+#define CMD_ZOOM_ALL 4306
+#define CMD_FRENCH 4311
+#define CMD_ENGLISH 4312
 
-#define CMD_RECOMPUTE 1401
-#define CMD_FORMAT 1402
+#define CMD_RECOMPUTE 4401
+#define CMD_FORMAT 4402
 
 // What the mouse does in a drawing: commands of one context, buttons of the palette.
-#define CMD_SELECT_MODE 1501
-#define CMD_BEAM_MODE 1502
-#define CMD_POINT_LOAD_MODE 1503
-#define CMD_UNIFORM_LOAD_MODE 1504
-#define CMD_LABEL_MODE 1505
+#define CMD_SELECT_MODE 4501
+#define CMD_BEAM_MODE 4502
+#define CMD_POINT_LOAD_MODE 4503
+#define CMD_UNIFORM_LOAD_MODE 4504
+#define CMD_LABEL_MODE 4505
 
-#define CMD_ABOUT 1601
-#define CMD_OPEN_LOG 1602
+#define CMD_ABOUT 4601
+#define CMD_OPEN_LOG 4602
 
 // Windows in the list of documents.
 #define CMD_FIRST_CHILD 5000
@@ -71,6 +71,9 @@
 #define IDC_LOAD_ADD 2008
 #define IDC_LOAD_REMOVE 2009
 #define IDC_LOAD_CHANGE 2010
+#define IDC_BEAM_LOAD_GROUP 2011
+#define IDC_LOAD_POSITION_LABEL 2012
+#define IDC_LOAD_FORCE_LABEL 2013
 
 // Controls of the label dialog.
 #define IDC_LABEL_TEXT 2101
@@ -78,15 +81,6 @@
 #define IDC_LABEL_PROBLEM 2103
 #define IDC_LABEL_KEY 2104
 #define IDC_LABEL_INSERT 2105
-
-// Controls of the key list.
-#define IDC_KEYS 2201
-#define IDC_KEY_SHOWN 2202
-#define IDC_KEY_FORMAT 2203
-#define IDC_KEY_COPY 2204
-#define IDC_KEY_RESET 2205
-#define IDC_KEY_UP 2206
-#define IDC_KEY_DOWN 2207
 
 // Controls of the messages and about dialogs.
 #define IDC_MESSAGES 2301

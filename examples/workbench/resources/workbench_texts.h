@@ -21,6 +21,7 @@ enum WorkbenchText : unsigned short {
     kTableName,
     kDrawingName,
     kCreatedOn,
+    kBeamCount,
     kFirstModeHint = 3130,  ///< in the order of the modes' commands
     kNewLabel = 3140,
     kOpenUncounted = 3150,

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "settings/full_path.h"
+#include "toolbox/files.h"
 
 namespace {
 
@@ -30,7 +30,7 @@ bool canMakeFileIn(const std::string& folder) {
 }  // namespace
 
 Settings settingsIn(const CString& folder) {
-    std::string place = fullPath(folder).str();
+    std::string place = FullFileName(folder).str();
     while (place.ends_with('\\')) place.pop_back();
     makeFolders(place);
     return {place + "\\workbench.ini", place + "\\workbench.log", canMakeFileIn(place)};

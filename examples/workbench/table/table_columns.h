@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "dialogs/common_controls.h"
+#include "toolbox/controls.h"
 #include "toolbox/keys.h"
 
 class TableColumns {

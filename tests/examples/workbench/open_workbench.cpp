@@ -85,7 +85,7 @@ bool OpenWorkbench::runUntil(const std::function<bool()>& condition) const {
 }
 
 std::string OpenWorkbench::hint() const {
-    return textOf(FindWindowExA(frame(), nullptr, "STATIC", nullptr));
+    return textOf(FindWindowExA(frame(), nullptr, STATUSCLASSNAMEA, nullptr));
 }
 
 WindowObject* OpenWorkbench::maximize(int showCommand) const {

@@ -7,7 +7,6 @@
 #include <filesystem>
 #include <string>
 
-#include "settings/full_path.h"
 #include "support/temp_folder.h"
 
 namespace {
@@ -30,8 +29,6 @@ TEST(SettingsFolder, StaysWhereItIsWhateverItsLength) {
     std::string name = folder / "long";
     while (name.size() <= 2 * MAX_PATH) name += "\\a folder of a long name";
     EXPECT_EQ(settingsIn(CString(name)).file, CString(name + "\\workbench.ini"));
-    EXPECT_EQ(fullPath(CString(name + "\\..\\file")),
-              CString(name.substr(0, name.rfind('\\')) + "\\file"));
 }
 
 }  // namespace

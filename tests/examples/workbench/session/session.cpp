@@ -150,9 +150,10 @@ class Session {
         waitForHint(beginning);
     }
     void waitForHint(const std::string& beginning) const {
-        const HWND pane = FindWindowExW(frame_, nullptr, L"Static", nullptr);
-        waitFor("the hint \"" + beginning + "...\"",
-                [&] { return textOf(pane).starts_with(beginning); });
+        waitFor("the hint \"" + beginning + "...\"", [&] {
+            return textOf(FindWindowExW(frame_, nullptr, L"msctls_statusbar32", nullptr))
+                .starts_with(beginning);
+        });
     }
     /// The window of a document, by its title.
     [[nodiscard]] HWND waitForDocument(const std::string& title) const {

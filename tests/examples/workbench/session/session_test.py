@@ -89,7 +89,7 @@ class Session(unittest.TestCase):
         settings = configparser.ConfigParser(interpolation=None, strict=False)
         settings.read(FOLDER / "settings/workbench.ini", "cp1252")
         self.assertTrue(settings["Files_opened"]["File_1"].endswith("\\journ\u00e9e.tbf"))
-        self.assertEqual(("60", "42"), (settings["Frame"]["Left"], settings["Frame"]["Top"]))
+        self.assertEqual(["60", "42"], settings["Places"]["Frame"].split()[:2])
 
     def test_the_pictures_show_something(self):
         pictures = {path.stem: Picture.read(path) for path in FOLDER.glob("*.ppm")}

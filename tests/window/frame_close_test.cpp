@@ -24,16 +24,6 @@ TEST_F(FrameTest, ClosesADocumentThatAgreesOnly) {
     EXPECT_EQ(frame.doFrameCommand(nullptr, 6, 0), 1);
 }
 
-TEST_F(FrameTest, LeavesSystemCommandsToAMaximizedDocument) {
-    open();
-    const HWND a = addDocument("A").getHWND();
-    send(WM_COMMAND, SC_CLOSE);  // it is not maximized
-    EXPECT_EQ(taken(), Log{});
-    ShowWindow(a, SW_SHOWMAXIMIZED);
-    send(WM_COMMAND, SC_CLOSE);
-    EXPECT_EQ(taken(), (Log{"A 16 0", "A deleted"}));
-}
-
 TEST_F(FrameTest, StaysOpenForOneDocumentAndTellsThoseThatAgreed) {
     open();
     addDocument("A");

@@ -27,12 +27,7 @@ struct LoggingApplication : MDIApplication {
     int command(HWND child, WPARAM wParam, LPARAM) override {
         return note("command " + std::to_string(wParam) + (child ? " child" : ""), handles);
     }
-    int privateMessage(HWND child, UINT message, WPARAM, LPARAM) override {
-        return note("private " + std::to_string(message) + (child ? " child" : ""), handles);
-    }
-    void systemCommand(HWND frame, WPARAM, LPARAM) override {
-        note(IsIconic(frame) ? "iconic" : IsZoomed(frame) ? "zoomed" : "normal");
-    }
+    void systemCommand(HWND, WPARAM, LPARAM) override { note("system command"); }
     void childActivated(HWND) override { ADD_FAILURE(); }
     void frameMoved(int reserved) override { note("moved " + std::to_string(reserved)); }
     void childClosed(HWND) override { ADD_FAILURE(); }
@@ -60,12 +55,10 @@ struct Document : MDIWindowObject {
             destroy();
             return 1;
         }
-        const bool isPrivate = message >= 0x3E0 && message <= 0x3E8;
         if (message == WM_QUERYENDSESSION || message == WM_ENDSESSION || message == WM_COMMAND ||
-            message == WM_CLOSE || isPrivate) {
+            message == WM_CLOSE) {
             log.push_back(name + " " + std::to_string(message) + " " + std::to_string(wParam));
             if (message == WM_QUERYENDSESSION) return agrees;
-            if (isPrivate) return 77;
         }
         return MDIWindowObject::handleMessage(message, wParam, lParam);
     }
@@ -84,11 +77,7 @@ struct TestFrame : MDI {
         return CreateWindowExA(0, "STATIC", "pane", WS_CHILD | WS_BORDER, 0, 0, 500, 42, getFrame(),
                                nullptr, getInstance(), nullptr);
     }
-    LRESULT frameWndProc(TarvMess& message) override {
-        if (refusesItself && message.message == WM_NCCREATE) return 0;
-        return MDI::frameWndProc(message);
-    }
-    bool withPane = false, refusesItself = false;
+    bool withPane = false;
 };
 
 struct FrameTest : ::testing::Test {

@@ -55,19 +55,6 @@ TEST_F(FrameTest, TurnsKeysIntoCommandsUnlessFrozen) {
     EXPECT_EQ(log, (Log{"B 16 0", "B deleted"}));
 }
 
-TEST_F(FrameTest, ThawsAtOnceHoweverOftenFrozen) {
-    frame.freezeAccelerator();
-    frame.freezeAccelerator();
-    frame.thawAccelerator();
-    EXPECT_EQ(frame.isAcceleratorFrozen(), 0);
-    {
-        const toolbox::AcceleratorFreeze outer(frame);
-        { const toolbox::AcceleratorFreeze inner(frame); }
-        EXPECT_EQ(frame.isAcceleratorFrozen(), 1);
-    }
-    EXPECT_EQ(frame.isAcceleratorFrozen(), 0);
-}
-
 TEST_F(FrameTest, GivesRegisteredDialogsTheirKeys) {
     open();
     const HWND palette = openPalette(frame.getFrame());

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <utility>
 
 #include "meter_dialog.h"
 #include "support/fake_system.h"
@@ -70,25 +69,6 @@ TEST_F(MeterTest, IsHarmlessWithoutDialog) {
     }
     EXPECT_TRUE(IsWindowEnabled(owner));
     expectHarmless(meter);
-}
-
-TEST_F(MeterTest, ComesHiddenOverADisabledParent) {
-    create(0);
-    const HWND dialog = meter.getMeterHandle();
-    EXPECT_EQ(meter.createMeter("other", 1), 1);  // it stays as it is
-    EXPECT_EQ(meter.getMeterHandle(), dialog);
-    EXPECT_EQ(textOf(dialog), "Calcul");
-    meter.setMeterString(1, "D\351fini");
-    meter.setMeterString(2, "nowhere");
-    char text[5];
-    EXPECT_EQ(meter.getMeterString(1, text, sizeof text), 4);
-    EXPECT_STREQ(text, "D\351fi");
-    EXPECT_FALSE(IsWindowVisible(dialog));
-    EXPECT_FALSE(IsWindowEnabled(owner));
-    EXPECT_EQ(meter.isCancelEnabled(), 0);
-    meter.deleteMeter();
-    EXPECT_FALSE(IsWindow(dialog));
-    EXPECT_TRUE(IsWindowEnabled(owner));
 }
 
 TEST_F(MeterTest, IsShownUnderTheWaitCursorUntilTheLastIsHiddenOrDeleted) {
@@ -162,11 +142,6 @@ TEST_F(MeterTest, IsCancelledByAClickWhileTheJobAsks) {
     EXPECT_TRUE(pumpUntil([&] { return meter.isMeterCancelled() != 0; }));
     EXPECT_EQ(meter.isCancelEnabled(), 0);
     EXPECT_EQ(meter.cancels, 1);
-    for (const WORD id : {WORD{IDOK}, WORD{3}, WORD{IDCANCEL}}) {
-        meter.resetMeterCancelledFlag();
-        PostMessageA(meter.getMeterHandle(), WM_COMMAND, id, 0);
-        EXPECT_EQ(meter.isMeterCancelled(), id != 3);
-    }
     meter.deleteMeter();
     create();
     EXPECT_EQ(meter.isMeterCancelled(), 0);
@@ -189,37 +164,19 @@ TEST_F(MeterTest, IsCancelledByEscapeAndEnterWhileThatIsEnabled) {
     }
 }
 
-TEST_F(MeterTest, UsesUpAQuitMessageWithoutBeingCancelled) {
-    PostQuitMessage(3);
-    EXPECT_EQ(meter.isMeterCancelled(), 0);  // without dialog it takes no messages
-    EXPECT_EQ(meter.cancels, 0);
-    create();
-    EXPECT_EQ(meter.cancels, 1);
-    EXPECT_EQ(meter.isMeterCancelled(), 0);
-    MSG message;
-    EXPECT_FALSE(PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_NOREMOVE));
-}
-
-TEST_F(MeterTest, ShowsTheTimeElapsed) {
-    FakeSystem clock;
-    clock.seconds = 1000;
-    create();
-    clock.seconds += 363725;
-    EXPECT_TRUE(pumpUntil([&] { return textOf(control(IDC_METER_ELAPSED)) == "101:02:05"; }));
-}
-
-TEST_F(MeterTest, ShowsTheTimeLeftOnceItCanBeTold) {
+TEST_F(MeterTest, ShowsTheTimeElapsedAndTheTimeLeft) {
     FakeSystem clock;
     clock.seconds = 1000;
     create();
     meter.setPartsInJob(400);
     meter.setPartsComplete(100);
-    EXPECT_EQ(textOf(control(IDC_METER_LEFT)), "");
-    clock.seconds = 1030;
+    clock.seconds += 30;
     const std::string left = "Temps restant\240: environ 00:02:00";
     EXPECT_TRUE(pumpUntil([&] { return textOf(control(IDC_METER_LEFT)) == left; }));
     meter.setPartsComplete(400);
+    clock.seconds += 363695;
     EXPECT_TRUE(pumpUntil([&] { return textOf(control(IDC_METER_LEFT)).empty(); }));
+    EXPECT_TRUE(pumpUntil([&] { return textOf(control(IDC_METER_ELAPSED)) == "101:02:05"; }));
 }
 
 TEST_F(MeterTest, SurvivesTheEndOfItsOwner) {
@@ -231,29 +188,6 @@ TEST_F(MeterTest, SurvivesTheEndOfItsOwner) {
     create();
     EXPECT_FALSE(IsWindowEnabled(owner));
     EXPECT_EQ(cursor(), LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_ARROW)));
-}
-
-TEST_F(MeterTest, DisablesTheParentThatItIsGiven) {
-    const HWND other = open();
-    SetActiveWindow(owner);
-    meter.setParentWindow(other);
-    create();
-    EXPECT_FALSE(IsWindowEnabled(other));
-    meter.setParentWindow(owner);
-    EXPECT_FALSE(IsWindowEnabled(owner));
-    EXPECT_TRUE(IsWindowEnabled(other));
-    DestroyWindow(other);
-}
-
-TEST_F(MeterTest, GoesWithItsGuard) {
-    {
-        const toolbox::ShownMeter shown(meter, "Calcul", 1);
-        { const toolbox::ShownMeter again(meter, "encore", 0); }
-        EXPECT_EQ(meter.isMeterVisible(), 1);
-        EXPECT_EQ(textOf(meter.getMeterHandle()), "Calcul");
-    }
-    EXPECT_EQ(meter.isMeterCreated(), 0);
-    EXPECT_TRUE(IsWindowEnabled(owner));
 }
 
 }  // namespace

@@ -50,17 +50,6 @@ struct WindowObjectTest : ::testing::Test {
     }
 };
 
-TEST_F(WindowObjectTest, IsBoundToItsWindowFromTheFirstMessageToTheLast) {
-    auto* const object = new Object;
-    EXPECT_EQ(object->make(), 1);
-    const HWND window = object->getHWND();
-    EXPECT_EQ(WindowDict::find(window), object);
-    EXPECT_EQ(object->make(), 0);  // one window each
-    DestroyWindow(window);
-    EXPECT_EQ(living, 0);
-    EXPECT_EQ(WindowDict::find(window), nullptr);
-}
-
 TEST_F(WindowObjectTest, MayDestroyItsWindowOrItselfInAMessage) {
     for (const UINT message : {WM_USER, WM_USER + 1}) {
         auto* const object = new Object;

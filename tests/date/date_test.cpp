@@ -7,7 +7,6 @@
 #include <string>
 #include <utility>
 
-#include "support/fake_system.h"
 #include "toolbox/dates.h"
 
 void PrintTo(const TarvDate& date, std::ostream* out) {
@@ -90,28 +89,6 @@ TEST(TarvDate, ComparesTheFieldsInOrder) {
             EXPECT_EQ(a == b, &a == &b);
         }
     }
-}
-
-TEST(TarvDate, KnowsTheLengthsOfMonthsAndYears) {
-    EXPECT_EQ(TarvDate::getNumDaysInMonth(0, 2), 29);
-    for (const auto& [year, month] : {std::pair{2000, 0}, {2000, 13}, {-1, 1}})
-        EXPECT_EQ(TarvDate::getNumDaysInMonth(year, month), -1) << month;
-    EXPECT_EQ(TarvDate(1900, 5, 1).getNumDaysInYear(), 365);
-    EXPECT_EQ(TarvDate(2000, 12, 31).getDayOfYear(), 366);
-}
-
-TEST(TarvDate, IsTodayByDefault) {
-    FakeSystem clock;
-    clock.date = {2024, 2, 29};
-    EXPECT_EQ(TarvDate(), TarvDate(2024, 2, 29));
-}
-
-TEST(TarvDateString, NamesTheMonthsInTheChosenLanguage) {
-    TarvDateString::setLanguage(TarvDateString::French);
-    EXPECT_STREQ(TarvDateString::getMonthName3(8), "ao\373");
-    EXPECT_STREQ(TarvDateString(2000, 2, 1).getMonthName(), "f\351vrier");
-    TarvDateString::setLanguage(TarvDateString::English);
-    for (const int month : {0, 13, -1}) EXPECT_EQ(TarvDateString::getMonthName(month), nullptr);
 }
 
 }  // namespace

@@ -103,18 +103,6 @@ TEST_F(ApiFile, FailuresOfReadAndWriteAreStoredAndShown) {
     EXPECT_EQ(prompt.boxes.size(), 2u);
 }
 
-TEST_F(ApiFile, AFileThatDoesNotOpenTakesNoCalls) {
-    APIFile file = reading("missing");
-    EXPECT_EQ(file.Error(), ERROR_FILE_NOT_FOUND);
-    int number = 7;
-    unsigned long got = 9;
-    for (const int result : {file.IsEmpty(), file.SeekToBegin(), file.Read(number),
-                             file.Write(number), file.readAt(0, &number, 4, got)})
-        EXPECT_EQ(result, 0);
-    EXPECT_EQ(file.Error(), ERROR_INVALID_HANDLE);
-    EXPECT_EQ(number, 0);
-}
-
 TEST_F(ApiFile, ReadsAtAnOffsetLeaveThePositionAlone) {
     APIFile file = created("mixed");
     ASSERT_EQ(file.write("0123456789", 10), 1);
@@ -151,21 +139,6 @@ TEST_F(ApiFile, CopiesShareTheOpenFile) {
     }
     EXPECT_EQ(survivor.Read(c), 1);
     EXPECT_EQ(c, '2');
-}
-
-TEST_F(ApiFile, OffsetsBeyond32BitsFail) {
-    APIFile file = created("sparse");
-    ASSERT_EQ(file.SeekTo(0x7FFFFFFF), 1);
-    ASSERT_EQ(file.Write('x'), 1);
-    EXPECT_EQ(file.CurOffset(), 0x80000000ul);
-    EXPECT_EQ(file.SeekTo(-1), 0);
-    EXPECT_EQ(file.Error(), ERROR_NEGATIVE_SEEK);
-    std::filesystem::resize_file(folder / "sparse", 0x100000000ull);
-    EXPECT_EQ(file.IsEmpty(), 0);
-    EXPECT_EQ(file.SeekToEnd(), 0);
-    EXPECT_EQ(file.Error(), ERROR_FILE_TOO_LARGE);
-    EXPECT_EQ(file.SeekTo(1), 1);
-    EXPECT_EQ(file.CurOffset(), 1ul);
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "support/faulty_files.h"
 #include "support/temp_folder.h"
 #include "support/text_fakes.h"
 #include "toolbox/files.h"
@@ -53,14 +52,6 @@ TEST(FileCopy, ExpandsToANewFileWithTheAttributesOrLeavesNone) {
     EXPECT_FALSE(files.isReadableAndWritable((folder / "to").c_str()));
     EXPECT_EQ(copy("from"), 0);  // an existing file is never touched
     EXPECT_EQ(folder.read("to"), "xyxyx");
-}
-
-TEST(GetDiskFree, WrapsAt4GiB) {
-    FaultyFiles files;
-    files.disk = {8, 512, 0x100001};
-    EXPECT_EQ(GetDiskFree('C'), 0x1000ul);
-    files.disk = {};
-    EXPECT_EQ(GetDiskFree('1'), 0ul);
 }
 
 }  // namespace

@@ -9,18 +9,11 @@
 
 namespace {
 
-/// Shows the modified flag, which is for derived classes.
-class Text : public Iofile {
-  public:
-    using Iofile::Iofile;
-    [[nodiscard]] bool modified() const { return modified_ != 0; }
-};
-
 class TextFile : public testing::Test {
   protected:
     /// The lines that reading these bytes gives, each followed by '|'.
     std::string linesOf(std::string_view bytes) {
-        Text text(folder.write("text", bytes).c_str());
+        Iofile text(folder.write("text", bytes).c_str());
         EXPECT_EQ(text.readFile(), 1);
         std::string shown;
         for (const RWCString& line : text.getListOfString()) shown += line.str() + '|';
@@ -44,7 +37,7 @@ TEST_F(TextFile, SplitsAtLineFeedsAndCutsLongLinesWithoutLosingAny) {
 }
 
 TEST_F(TextFile, ReadingAppendsAndAFailureChangesNothing) {
-    Text text(folder.write("text", "one\nlonger\n").c_str());
+    Iofile text(folder.write("text", "one\nlonger\n").c_str());
     text.addLine("first");
     EXPECT_EQ(text.readFile(), 1);
     EXPECT_EQ(text.readFile(), 1);
@@ -58,7 +51,7 @@ TEST_F(TextFile, ReadingAppendsAndAFailureChangesNothing) {
 
 TEST_F(TextFile, WritesEveryLineWithALineFeedAndFailsWhereverItFails) {
     folder.write("text", std::string(1000, 'o'));
-    Text text((folder / "text").c_str());
+    Iofile text((folder / "text").c_str());
     text.addLine("one");
     text.addBlankLine();
     text.addLine(RWCString("two\r"));
@@ -78,26 +71,8 @@ TEST_F(TextFile, WritesEveryLineWithALineFeedAndFailsWhereverItFails) {
     }
 }
 
-TEST_F(TextFile, GivesLinesByNumberAndInOrder) {
-    Text text(std::string(300, 'n').c_str());
-    text.setFileName(text.getFileName() + 250);
-    EXPECT_STREQ(text.getFileName(), "nnnnnnnnn");
-    for (const char* line : {"a", "bb", "c"}) text.addLine(line);
-    EXPECT_TRUE(text.modified());
-    char out[8] = "junk";
-    EXPECT_EQ(text.getLine(3, out), nullptr);
-    EXPECT_STREQ(out, "");
-    std::string inOrder;
-    const Text copy = text;
-    while (text.getLine(out)) inOrder += out;
-    EXPECT_EQ(inOrder, "abbc");
-    text.clear();
-    EXPECT_EQ(text.getLine(0), "");
-    EXPECT_EQ(copy.getLine(1), "bb");
-}
-
 TEST_F(TextFile, EveryTabBecomesOneBlankMoreThanItsSize) {
-    Text text("");
+    Iofile text("");
     const std::string most(510, 'x');
     const std::tuple<std::string, int, int, std::string> cases[] = {
         {"\tx", 4, 6, "     x"},

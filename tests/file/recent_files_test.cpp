@@ -41,17 +41,6 @@ TEST_F(RecentFiles, KeepsTheFiveNewestOnceEach) {
     EXPECT_EQ(listed(history_), (Names{"4", "A", "3", "2", "1"}));
 }
 
-TEST_F(RecentFiles, KnowsOnlyTheCommandsOfItsItems) {
-    history_.init(nullptr, 10, 100);
-    record({"A"});
-    for (const auto& [command, expected] :
-         {std::pair{11u, ""}, {99u, ""}, {100u, "A"}, {101u, ""}}) {
-        RWCString name = "before";
-        history_.getLogFile(command, name);
-        EXPECT_EQ(name, expected) << command;
-    }
-}
-
 TEST_F(RecentFiles, ComesBackFromAProfile) {
     const std::string profile = folder_.write("app.ini",
                                               "[Files_opened]\r\nFile_1=old\r\nFile_2=old\r\n"

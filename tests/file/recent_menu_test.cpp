@@ -69,15 +69,4 @@ TEST_F(RecentMenu, LeavesWhatAUserAppendedAndWhatTheListNoLongerHas) {
     EXPECT_EQ(items(), (Items{"&Quit", "-", "&1 C", "&2 P", "More", "&3 Q"}));
 }
 
-TEST_F(RecentMenu, FollowsTheWindowToAnotherMenuBarOrNone) {
-    record({"A"});
-    const HMENU before = GetMenu(window_);
-    SetMenu(window_, newBar());
-    DestroyMenu(before);
-    record({"B"});
-    EXPECT_EQ(items(), (Items{"&Quit", "-", "&1 B", "&2 A"}));
-    SetMenu(window_, nullptr);
-    record({"C"});  // which only the list has
-}
-
 }  // namespace

@@ -10,8 +10,7 @@
 #include <limits>
 #include <string>
 #include <tuple>
-
-#include "support/text_fakes.h"
+#include <utility>
 
 namespace {
 
@@ -24,21 +23,6 @@ Format made(Fields... fields) {
 constexpr auto numberFormat = made<NumberFormat, int, Justification>;
 constexpr auto realFormat = made<RealFormat, int, int, Justification>;
 constexpr auto stringFormat = made<StringFormat, int, Justification>;
-
-TEST(Formats, AcceptSettingsAsTheirKindDoes) {
-    RealFormat real;
-    EXPECT_EQ(real.setWidth(1), 0);
-    EXPECT_EQ(real.setWidth(6), 1);
-    EXPECT_EQ(real.setPrecision(5), 0);
-    EXPECT_EQ(real.setPrecision(4), 1);
-    EXPECT_EQ(real.setFormat(10, 9, Left), 0);
-    EXPECT_EQ(real, realFormat(10, 4, Right));  // stopped at the precision
-    NumberFormat number;
-    EXPECT_EQ(number.setWidth(-3), 1);
-    EXPECT_EQ(number.setPrecision(7), 1);
-    EXPECT_EQ(number.getPrecision(), 0);
-    EXPECT_EQ(StringFormat().setPrecision(0), 0);
-}
 
 TEST(Formats, AreTakenOverFromTheirOwnKindOnly) {
     NumberFormat number = numberFormat(7, Left);
@@ -69,22 +53,6 @@ TEST(RealFormat, IsCopiedThroughItsChecks) {
     EXPECT_EQ(target, realFormat(5, 2, Left));
 }
 
-TEST(Formats, CompareByKindAndFields) {
-    const NumberFormat number = numberFormat(5, Right);
-    const StringFormat string = stringFormat(5, Right);
-    const RealFormat real = realFormat(5, 0, Right);
-    const NoFormatType none;
-    NumberFormatedValue value;
-    value.setFormat(5, Right);
-    const FormatType& base = number;
-    EXPECT_TRUE(base == number && number == base && base == value && value == number);
-    EXPECT_TRUE(number != string && string != real && base != string && real != base);
-    EXPECT_TRUE(number != numberFormat(6, Right) && number != numberFormat(5, Left));
-    EXPECT_TRUE(real != realFormat(5, 1, Right));
-    EXPECT_TRUE(none == base);
-    EXPECT_TRUE(base != none);
-}
-
 TEST(Formats, SaveAndRestore) {
     RealFormat real = realFormat(20, 1, Right);
     NumberFormat number = numberFormat(99, Right);
@@ -109,14 +77,6 @@ TEST(Formats, SaveAndRestore) {
         EXPECT_EQ(c.format.saveStringFormat(), c.saved) << c.text;
     }
     EXPECT_EQ(numberFormat(INT_MIN, Right).saveStringFormat(), "-2147483648-R");
-}
-
-TEST(Formats, AreNamedByTheApplicationsTexts) {
-    toolbox::testing::FakedTexts texts;
-    texts.strings.put(1201, "real");
-    texts.strings.put(1202, std::string(200, '.'));
-    EXPECT_EQ(RealFormat().getTypeName(nullptr), "real");
-    EXPECT_EQ(StringFormatedValue().getTypeName(nullptr), std::string(98, '.'));
 }
 
 constexpr double kInf = std::numeric_limits<double>::infinity();
@@ -210,25 +170,6 @@ TEST(Formats, PrintTheSameUnderEveryLocale) {
     }
 }
 
-TEST(FormatedValues, PrintByTheirFormatAndCopyIt) {
-    NumberFormatedValue number;
-    EXPECT_EQ(number.getStringValue().str(), "");
-    number.setFormat(6, Left);
-    number = -42;
-    RealFormatedValue real;
-    real.setFormat(8, 2, Right);
-    real = 3.14159;
-    RealFormatedValue copy = real;
-    StringFormatedValue string;
-    string.setFormat(5, Right);
-    string = "ab";
-    const std::pair<FormatedValue*, const char*> values[] = {
-        {&number, "-42   "}, {&copy, "    3.14"}, {&string, "   ab"}};
-    for (const auto& [value, text] : values) EXPECT_EQ(value->getStringValue().str(), text);
-    number = static_cast<const NumberFormat&>(NumberFormat());
-    EXPECT_EQ(number.getValue(), -42);
-}
-
 TEST(RealFormatedValue, EqualsWithinAUnitOfItsLastDecimal) {
     RealFormatedValue a, b;
     for (const auto& [precision, x, y, equal] : {std::tuple{0, 3.05, 3.0, 1},
@@ -251,19 +192,6 @@ TEST(RealFormatedValue, EqualsWithinAUnitOfItsLastDecimal) {
     EXPECT_TRUE(a == b);
     b.setPrecision(21);
     EXPECT_TRUE(a != b);
-}
-
-TEST(FormatedValues, CompareAsTheirKindDoes) {
-    NumberFormatedValue one, two;
-    one = 1;
-    EXPECT_TRUE(one != two);
-    two = 1;
-    EXPECT_TRUE(one == two);
-    StringFormatedValue abc, xyz;
-    abc = "abc";
-    EXPECT_TRUE(abc == xyz);
-    xyz.setWidth(3);
-    EXPECT_TRUE(abc != xyz);
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <cmath>
 #include <cstdlib>
 #include <ostream>
-#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -119,16 +118,6 @@ TEST_F(Formula, IsDiagnosedWithoutAnyOtherEffect) {
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
     EXPECT_EQ(Parser::isError(), 5);
     EXPECT_EQ(toolbox::diagnoseFormula("1+A2").fault, FormulaFault::none);
-}
-
-TEST(FormulaFaults, HaveTheirOwnTextInBothLanguages) {
-    std::set<std::string> texts{""};
-    for (int fault = 1; fault <= static_cast<int>(FormulaFault::decimalComma); ++fault)
-        for (const int language : {1, 2}) {
-            const auto* text =
-                toolbox::formulaFaultText(static_cast<FormulaFault>(fault), language);
-            EXPECT_TRUE(texts.insert(text).second) << fault;
-        }
 }
 
 TEST_F(Formula, TooDeepIsToldOnceAndKeptAsText) {

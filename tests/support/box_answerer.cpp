@@ -12,32 +12,21 @@ namespace {
 
 BoxAnswerer* active = nullptr;
 
-void readControl(HWND control, SeenBox& box) {
-    const bool visible = (GetWindowLongA(control, GWL_STYLE) & WS_VISIBLE) != 0;
-    if (!visible) return;
-    if (isOfClass(control, "Button")) {
-        box.buttons.push_back(GetDlgCtrlID(control));
-        box.hasDefaultFocus |= GetFocus() == control;
-    } else if (isOfClass(control, "Static")) {
-        const LONG kind = GetWindowLongA(control, GWL_STYLE) & SS_TYPEMASK;
-        if (kind == SS_ICON)
-            box.icon = reinterpret_cast<HICON>(SendMessageA(control, STM_GETICON, 0, 0));
-        else
+SeenBox readBox(HWND window) {
+    SeenBox box{GetWindow(window, GW_OWNER), textOf(window), {}, {}};
+    for (HWND control = GetWindow(window, GW_CHILD); control;
+         control = GetWindow(control, GW_HWNDNEXT)) {
+        const LONG style = GetWindowLongA(control, GWL_STYLE);
+        if ((style & WS_VISIBLE) == 0) continue;
+        if (isOfClass(control, "Button"))
+            box.buttons.push_back(GetDlgCtrlID(control));
+        else if (isOfClass(control, "Static") && (style & SS_TYPEMASK) != SS_ICON)
             box.text += textOf(control);
     }
+    return box;
 }
 
 }  // namespace
-
-SeenBox readBox(HWND window) {
-    SeenBox box;
-    box.owner = GetWindow(window, GW_OWNER);
-    box.caption = textOf(window);
-    for (HWND control = GetWindow(window, GW_CHILD); control;
-         control = GetWindow(control, GW_HWNDNEXT))
-        readControl(control, box);
-    return box;
-}
 
 BoxAnswerer::BoxAnswerer(std::vector<int> answers)
     : answers_(std::move(answers)), timer_(SetTimer(nullptr, 0, 10, tick)) {

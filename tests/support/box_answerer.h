@@ -20,13 +20,8 @@ struct SeenBox {
     HWND owner = nullptr;
     std::string caption;
     std::string text;
-    std::vector<int> buttons;      ///< identifiers of the visible buttons, in their order
-    HICON icon = nullptr;          ///< one of LoadIcon(nullptr, IDI_...), null without icon
-    bool hasDefaultFocus = false;  ///< the keyboard focus is on one of its buttons
+    std::vector<int> buttons;  ///< identifiers of the visible buttons, in their order
 };
-
-/// Reads a box, be it another process's.
-[[nodiscard]] SeenBox readBox(HWND window);
 
 class BoxAnswerer {
   public:

@@ -38,8 +38,6 @@ class FaultyFiles final : public toolbox::platform::FileSystem {
     /// Runs before the n-th call is passed on, say to change the file without the caller's
     /// knowledge.
     std::function<void(FileCall, int)> before;
-    /// What diskFree tells of every volume; zeros leave it to the real one.
-    std::array<std::uint32_t, 3> disk{};
 
     ErrorCode open(const char* name, std::uint32_t access, std::uint32_t share,
                    std::uint32_t disposition, FileHandle& out) override {
@@ -117,12 +115,7 @@ class FaultyFiles final : public toolbox::platform::FileSystem {
     ErrorCode setCurrentFolder(const char* name) override { return real_.setCurrentFolder(name); }
     ErrorCode diskFree(const char* root, std::uint32_t& sectorsPerCluster,
                        std::uint32_t& bytesPerSector, std::uint32_t& freeClusters) override {
-        if (disk[0] == 0)
-            return real_.diskFree(root, sectorsPerCluster, bytesPerSector, freeClusters);
-        sectorsPerCluster = disk[0];
-        bytesPerSector = disk[1];
-        freeClusters = disk[2];
-        return ERROR_SUCCESS;
+        return real_.diskFree(root, sectorsPerCluster, bytesPerSector, freeClusters);
     }
     std::int32_t expandCopy(const char* from, const char* to) override {
         return real_.expandCopy(from, to);

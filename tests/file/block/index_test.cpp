@@ -46,14 +46,4 @@ TEST(BlockIndex, FindsEveryIdentifierAmongManyAsAPlainMapDoes) {
     }
 }
 
-TEST(BlockIndex, PacksOnlyWhenThereAreEntries) {
-    TarvFileIndex index;
-    index.setData(3, "old");
-    EXPECT_EQ(index.setData(), 1);
-    EXPECT_EQ(index.getLen(), 3u);
-    index.addBloc(1, 0x0203);
-    EXPECT_EQ(index.setData(), 1);
-    EXPECT_EQ(std::string(index.getPData(), index.getLen()), std::string("\1\0\0\0\3\2\0\0", 8));
-}
-
 }  // namespace

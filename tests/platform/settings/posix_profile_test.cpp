@@ -34,23 +34,6 @@ class PosixProfile : public SettingsFixture {
     }
 };
 
-TEST_F(PosixProfile, KeepsEveryOtherByte) {
-    using namespace std::string_literals;
-    const std::tuple<std::string, const char*, std::string> cases[] = {
-        {"", "v", "[s]\r\nk=v\r\n"},
-        {"; x\n\n [t] ;\n  a = 1\n\n\n[s]\n k  =  1\n\0z\r\n"s, "v",
-         "; x\n\n [t] ;\n  a = 1\n\n\n[s]\nk=v\n\0z\r\n"s},
-        {"[s]\n\na=1 \n\n \n[t]\n", "v", "[s]\n\na=1 \nk=v\n\n \n[t]\n"},
-        {"\xFF\xFE[\0s\0]\0\x3D\xD8\0\xDE\x01\xD8\n\0"s, "\x80",
-         "\xFF\xFE[\0s\0]\0\x3D\xD8\0\xDE\x01\xD8\n\0k\0=\0\xAC\x20\n\0"s},
-    };
-    for (const auto& [before, value, after] : cases) {
-        const std::string file = profileHolding(before);
-        EXPECT_EQ(write(file, "k", value), 0u) << before;
-        EXPECT_EQ(folder_.read(file), after) << before;
-    }
-}
-
 TEST_F(PosixProfile, AFailedSaveLeavesTheOldFileWhole) {
     const std::string file = profileHolding("[s]\nk=1\n");
     ::chmod(file.c_str(), 0444);

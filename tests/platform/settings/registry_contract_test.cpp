@@ -90,18 +90,6 @@ TEST_F(RegistryStoreContract, TellsWhatIsMissingOrTooLarge) {
 }
 
 #if !defined(_WIN32)
-TEST_F(RegistryStoreContract, IsAFileInRegNotation) {
-    ASSERT_EQ(write("Software\\App\\View", "Width", REG_DWORD, "\x80\x02\0\0"s), 0u);
-    ASSERT_EQ(write("Software\\App\\View", "", REG_SZ, "a\"\\\xE9\0"s), 0u);
-    ASSERT_EQ(write("Software\\App\\View", "Text", REG_SZ, "a\nb\0"s), 0u);
-    ASSERT_EQ(write("Software\\App", "Ratio", REG_BINARY, "\0\x8F"s), 0u);
-    EXPECT_EQ(folder_.read(folder_ / "toolbox/registry.reg"),
-              "REGEDIT4\r\n\r\n"
-              "[HKEY_CURRENT_USER\\Software\\App\\View]\r\n"
-              "\"Width\"=dword:00000280\r\n@=\"a\\\"\\\\\xE9\"\r\n\"Text\"=hex(1):61,0a,62,00\r\n"
-              "[HKEY_CURRENT_USER\\Software\\App]\r\n\"Ratio\"=hex:00,8f\r\n");
-}
-
 TEST_F(RegistryStoreContract, ReadsAFileThatAPersonWrote) {
     ASSERT_EQ(write("Software\\App", "n", REG_DWORD, "1234"), 0u);  // makes the folder
     const std::string file = folder_ / "toolbox/registry.reg";

@@ -1,10 +1,7 @@
-// What every implementation of the text, prompt and system services keeps to. Runs against the
-// host's own.
+// What every implementation of the text and prompt services keeps to. Runs against the host's own.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <array>
-#include <ctime>
 #include <tuple>
 
 #include "toolbox/platform.h"
@@ -64,23 +61,6 @@ TEST(UserPrompt, GivesTheAnswerThatChangesNothing) {
     }
 }
 #endif
-
-TEST(SystemInfo, ExplainsTheErrorsThatTheLibraryReports) {
-    for (const auto code : {ERROR_FILE_NOT_FOUND, ERROR_ACCESS_DENIED, ERROR_SHARING_VIOLATION,
-                            ERROR_HANDLE_EOF, ERROR_DISK_FULL})
-        EXPECT_NE(current().system->errorText(static_cast<ErrorCode>(code)), "") << code;
-}
-
-TEST(SystemInfo, KnowsTheLocalDate) {
-    const std::time_t before = std::time(nullptr);
-    const LocalDate today = current().system->today();
-    const std::time_t times[] = {before, std::time(nullptr)};
-    EXPECT_TRUE(std::ranges::any_of(times, [&](std::time_t time) {
-        const std::tm* local = std::localtime(&time);
-        return std::tie(today.year, today.month, today.day) ==
-               std::tuple(local->tm_year + 1900, local->tm_mon + 1, local->tm_mday);
-    }));
-}
 
 }  // namespace
 }  // namespace toolbox::platform

@@ -1,15 +1,16 @@
 #!/usr/bin/env python3
 """check-layers finds what it is there to find: a small tree with one fault of each kind."""
+import importlib.machinery
 import pathlib
 import sys
 import tempfile
+import types
 import unittest
 
 sys.dont_write_bytecode = True
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
-import scripts
-
-check_layers = scripts.load("check-layers")
+SCRIPT = pathlib.Path(__file__).resolve().parents[2] / "scripts/check-layers"
+check_layers = types.ModuleType("check_layers")
+importlib.machinery.SourceFileLoader("check_layers", str(SCRIPT)).exec_module(check_layers)
 
 
 class CheckLayers(unittest.TestCase):

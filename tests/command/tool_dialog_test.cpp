@@ -85,35 +85,6 @@ TEST_F(ToolDialog, SendsItsClicksToTheFrameAndFollowsTheCommands) {
     EXPECT_EQ(commandsSent, "1002/0 ") << "a greyed button is dead";
 }
 
-TEST_F(ToolDialog, IsShownWithAndWithoutActivation) {
-    SetActiveWindow(frame);
-    for (const auto& [visible, activate] :
-         {std::pair{1, 0}, {1, 1}, {0, 0}, {1, 1}}) {  // what is shown is not activated
-        const HWND active = activate && !palette->isVisible() ? dialog : frame;
-        EXPECT_EQ(palette->setVisibleStatus(visible, activate), 1);
-        EXPECT_EQ(GetActiveWindow(), active);
-    }
-}
-
-TEST_F(ToolDialog, AnswersNothingWithoutWindow) {
-    DestroyWindow(dialog);
-    ToolDlg none(2, nullptr);
-    for (ToolDlg* tool : {palette.get(), &none}) {
-        for (const int answer :
-             {tool->setVisibleStatus(1, 1), tool->isVisible(), tool->setEnableStatus(1),
-              tool->getEnableStatus(), tool->setCommandCheckStatus(IDC_LINE, 1),
-              tool->setCommandEnableStatus(IDC_LINE, 1)})
-            EXPECT_EQ(answer, 0);
-    }
-}
-
-TEST_F(ToolDialog, IsCreatedWholeOrNotAtAll) {
-    for (const int dialogId : {999, IDD_BROKEN}) {
-        EXPECT_EQ(manager->createAndManageToolDlg(7, dialogId), nullptr) << dialogId;
-        EXPECT_EQ(manager->getTool(7), nullptr) << dialogId;
-    }
-}
-
 TEST_F(ToolDialog, LosesItsWindowWithItsManagerAndTheOtherWayRound) {
     EXPECT_EQ(manager->unmanage(palette.get()), 0) << "it shows commands";
     std::unique_ptr<ToolDlg> gone(manager->createAndManageToolDlg(2, IDD_PALETTE));
@@ -169,9 +140,6 @@ TEST_F(ToolDialog, IsFrozenUntilItWasThawnAsOften) {
     const std::unique_ptr<ToolDlg> late(manager->createAndManageToolDlg(2, IDD_PALETTE));
     EXPECT_EQ(late->getEnableStatus(), 0) << "made while all are frozen";
     const toolbox::FrozenTools ended(*manager);
-    manager->thawAllToolDlg();
-    manager->thawAllToolDlg();
-    EXPECT_EQ(late->getEnableStatus(), 1);
     manager.reset();  // before its guard
 }
 

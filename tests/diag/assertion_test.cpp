@@ -30,19 +30,14 @@ struct AssertionTest : ::testing::Test {
     FakeSystem system;
 };
 
-TEST_F(AssertionTest, TellsProgramFileLineAndExpression) {
+TEST_F(AssertionTest, TellsProgramFileLineAndExpressionAndCutsWhatIsTooLong) {
     system.program = "C:\\app.exe";
     EXPECT_EQ(message("x > 0", "beam.cpp", 42),
               "Head\n\nProg: C:\\app.exe\nFile: beam.cpp\nLine: 42\n\nExpr: x > 0\n\nAdvice\n\n");
-}
-
-TEST_F(AssertionTest, CutsWhatIsTooLong) {
     // With its label (6 characters) a line has 60.
     const std::string fits = std::string(50, 'p') + "1234";
     system.program = 'p' + fits;
     EXPECT_NE(message("x", fits.c_str(), 1).find("Prog: ..." + fits.substr(3) + "\nFile: " + fits),
-              std::string::npos);
-    EXPECT_NE(message(std::string(1000, 'e').c_str(), "f", 1).find("eee...\n\nAdvice\n\n"),
               std::string::npos);
     for (unsigned int i = 0; i < 7; ++i) faked.strings.put(1060 + i, std::string(500, 'l'));
     const std::string longest = message(std::string(1000, 'e').c_str(), fits.c_str(), 1234567);

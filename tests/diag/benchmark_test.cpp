@@ -39,20 +39,4 @@ TEST(Benchmark, PrintsWholeSecondsSinceTheFirstEvent) {
     EXPECT_EQ(out.str(), table);
 }
 
-TEST(Benchmark, RecordsAnyNumberWhileActive) {
-    Benchmark benchmark(0);
-    benchmark.set("lost");
-    benchmark.activate(1);
-    for (int i = 0; i < 30; ++i) {
-        benchmark.set("kept");
-        EXPECT_GE(benchmark.getCapacity(), benchmark.getCount());
-    }
-    benchmark.activate(0);
-    benchmark.set("lost");
-    EXPECT_EQ(benchmark.getCount(), 30);
-    EXPECT_EQ(printed(benchmark).find("lost"), std::string::npos);
-    benchmark.reset();
-    EXPECT_EQ(printed(benchmark), "");
-}
-
 }  // namespace

@@ -124,15 +124,4 @@ TEST_F(ExecAppTest, FindsAProgramWithTheUserAndRemembersIt) {
     }
 }
 
-TEST_F(ExecAppTest, GivesUpWhenTheUserDoes) {
-    WriteProfileStringA("programs", kName, "c:\\nowhere\\x.exe");
-    DialogScript script;
-    script.run(answer(IDNO)).run(answer(IDYES)).run([](HWND dialog) {
-        PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
-    });
-    EXPECT_EQ(exec("tb_tried_app"), 2);
-    EXPECT_EQ(exec("tb_tried_app"), 2);
-    EXPECT_EQ(remembered(), "c:\\nowhere\\x.exe");
-}
-
 }  // namespace

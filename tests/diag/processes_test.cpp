@@ -7,15 +7,6 @@
 
 namespace {
 
-TEST(Secs2HMS, SplitsTowardZero) {
-    for (const auto& [seconds, expected] :
-         {std::pair{2147483647L, std::array{596523, 14, 7}}, {-3725L, std::array{-1, -2, -5}}}) {
-        std::array<int, 3> hms{};
-        Secs2HMS(seconds, &hms[0], &hms[1], &hms[2]);
-        EXPECT_EQ(hms, expected);
-    }
-}
-
 HWND window(int& key) {
     return reinterpret_cast<HWND>(&key);
 }

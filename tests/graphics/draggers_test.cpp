@@ -129,14 +129,4 @@ TEST(Dragger, DrawsOnlyWhatChanges) {
     DeleteDC(dc);
 }
 
-TEST(Dragger, WithoutADeviceContextKeepsThePoints) {
-    POINT start, end;
-    ThetaIniDragger theta(0, nullptr);
-    theta.setDims({100, 100}, 50, 20, {100, 160});
-    theta.anchor({1, 1}, nullptr);
-    theta.getPoints(start, end);
-    EXPECT_EQ(xy(start), xy({100, 160}));
-    EXPECT_EQ(xy(end), xy({100, 80}));  // the start, onto the ellipse
-}
-
 }  // namespace

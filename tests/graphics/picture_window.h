@@ -48,8 +48,7 @@ class PictureWindow {
     /// What the last message that was the gesture's, or a command, came to.
     MouseDragger::State state = MouseDragger::Idle;
     POINT start{-1, -1}, end{-1, -1};
-    int moves = 0;     ///< mouse moves handled
-    UINT command = 0;  ///< of the last WM_COMMAND
+    int moves = 0;  ///< mouse moves handled
 
   private:
     static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -59,7 +58,6 @@ class PictureWindow {
     }
     LRESULT handle(TarvMess& message) {
         if (message.message == WM_MOUSEMOVE) ++moves;
-        if (message.message == WM_COMMAND) command = LOWORD(message.wParam);
         if (mouse_) {
             const MouseDragger::State now = mouse_->drag(message, start, end);
             if (message.handled || message.message == WM_COMMAND) state = now;

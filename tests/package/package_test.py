@@ -19,7 +19,7 @@ import pages
 from pages import run
 
 parser = argparse.ArgumentParser()
-for name in ("source", "build", "cmake", "objcopy", "compiler", "libdir", "emulator", "driver"):
+for name in ("source", "build", "cmake", "objcopy", "compiler", "libdir", "emulator"):
     parser.add_argument("--" + name)
 parser.add_argument("--settings", nargs="*")
 options = parser.parse_args()
@@ -74,13 +74,6 @@ class Package(unittest.TestCase):
         lines = [line for note in ("Check the bridge", "Call the town")
                  for line in self.started(program, "plan.dat", note)]
         self.assertEqual(pages.printed(page).splitlines(), lines)
-        if WINDOWS:
-            # Its frame, in the hands of a user.
-            notes = f"{self.prefix.name}\\bin\\{program.name}"
-            user = (options.emulator, options.driver, notes)
-            run(*user, "plan.dat", "saved", cwd=self.folder)
-            self.assertEqual(["04 note(s) in plan.dat"], self.started(program, "plan.dat", "4th"))
-            run(*user, "missing\\plan.dat", "refused", cwd=self.folder)
 
     def test_a_project_builds_with_find_package(self):
         built = self.project(self.folder / "consumer")

@@ -12,18 +12,6 @@ class Groups : public KeysFixture {
 constexpr UINT G = 50;
 constexpr UINT H = 51;
 
-TEST_F(Groups, CreateNoneInVainAndVanishFromEveryList) {
-    EXPECT_EQ(manager_.createGroup(1), 0) << "a key's id";
-    EXPECT_EQ(manager_.addIdToGroup(99, H), 0);
-    EXPECT_EQ(manager_.createGroup(H), 1) << "the refused member made no group";
-
-    for (const UINT id : {2u, 1u}) manager_.addIdToGroup(id, H);
-    for (const UINT id : {H, 3u, H}) manager_.addIdToGroup(id, G);
-    manager_.setMatching(Ids{H, 3});
-    EXPECT_EQ(manager_.deleteGroup(H), 1);
-    EXPECT_EQ(manager_.getMatching(), Ids{3});
-}
-
 using Members = std::map<UINT, std::vector<UINT>>;
 
 /// The list as its rule says it, group by group.

@@ -4,13 +4,6 @@
 
 namespace {
 
-TEST(KeyData, SavesDescriptionFormatAndWithAHeaderTheUnitsToo) {
-    UDKeyData data = makeKey("VOLT", number(8), "Voltage");
-    data.setUnitsStr("kV");
-    data.setHeaderStr("V");
-    EXPECT_EQ(data.saveStringData(), "|" + std::string(57, ' ') + "Voltage|   8-R,V,kV");
-}
-
 TEST(KeyData, RestoresWhatARecordHolds) {
     const std::string longText = std::string(64, 'x') + "yyyyyy";
     const std::tuple<std::string, int, std::string, std::string> cases[] = {
@@ -28,18 +21,6 @@ TEST(KeyData, RestoresWhatARecordHolds) {
         EXPECT_EQ(data.getDescStr(), description) << record;
         EXPECT_EQ(data.getFormat()->saveStringFormat(), format) << record;
     }
-}
-
-TEST(KeyData, IsEqualOnlyInEveryField) {
-    const UDKeyData one = makeKey("K", number(5), "D");
-    EXPECT_TRUE(one == UDKeyData(one));
-    UDKeyData others[] = {one, one, one, one, one};
-    others[0].setKeyStr("x");
-    others[1].setDescStr("x");
-    others[2].getFormat()->setWidth(6);
-    others[3].setHeaderStr("x");
-    others[4].setUnitsStr("x");
-    for (const UDKeyData& other : others) EXPECT_TRUE(one != other) << &other - others;
 }
 
 TEST(KeyData, CopiesItsFormatByKind) {

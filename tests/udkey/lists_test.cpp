@@ -23,21 +23,6 @@ TEST_F(Selection, IsWalkedFromNowhereToItsLastId) {
     EXPECT_EQ(manager_.setSelectionId(4), 0);
 }
 
-TEST_F(Selection, TakesOnlyKeysAndEachOnce) {
-    manager_.createGroup(50);
-    EXPECT_EQ(manager_.addSelectionId(2), 1);
-    EXPECT_EQ(manager_.addSelectionId(3), 1);
-    for (const UINT id : {2u, 50u}) EXPECT_EQ(manager_.addSelectionId(id), 0);
-    for (const Ids& refused : {Ids{}, Ids{1, 99}}) {
-        EXPECT_EQ(manager_.setFirstSelection(), 1);
-        EXPECT_EQ(manager_.setSelection(refused), 0);
-        EXPECT_EQ(manager_.getSelection(), (Ids{2, 3}));
-        EXPECT_EQ(manager_.getSelectionId(), kNone) << "the cursor is lost";
-    }
-    EXPECT_EQ(manager_.setSelection(Ids{4, 4}), 1);
-    EXPECT_EQ(manager_.getSelection(), Ids{4});
-}
-
 TEST_F(Selection, GoesToTheClipboardAsAToken) {
     auto& clipboard = toolbox::platform::current().clipboard;
     clipboard->setText("before");
@@ -68,19 +53,6 @@ TEST_F(Selection, EndsWithTheKeysAndEveryManagerMatchesTheNewOnes) {
     declare(8, makeKey("NEW", number(5)));
     manager_.initUDApp();
     EXPECT_EQ(second.getMatching(), Ids{8});
-}
-
-TEST_F(Matching, HoldsKeysAndGroupsEachOnce) {
-    manager_.addIdToGroup(2, 50);
-    EXPECT_EQ(manager_.setMatching(Ids{50, 3, 50}), 1);
-    EXPECT_EQ(manager_.isMatching(50), 1);
-    EXPECT_EQ(manager_.isMatching(2), 0) << "only through its group";
-    EXPECT_EQ(manager_.addMatchingId(99), 0);
-    EXPECT_EQ(manager_.addMatchingId(2), 1);
-    EXPECT_EQ(manager_.getMatching(), (Ids{2, 3}));
-    EXPECT_EQ(manager_.setMatching(Ids{}), 0) << "changes nothing";
-    EXPECT_EQ(manager_.setMatching(Ids{1, 99}), 0);
-    EXPECT_EQ(manager_.getMatching(), (Ids{1, 2, 3, 4})) << "an unknown id resets the set";
 }
 
 TEST_F(Matching, TakesIdsOutAndInAsAPlainListDoes) {

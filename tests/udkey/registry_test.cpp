@@ -41,35 +41,6 @@ TEST_F(Registry, RefusesEverythingWithoutStaticVars) {
     EXPECT_EQ(UDManager::getKeywordIterator()(), 0);
 }
 
-TEST_F(Registry, ChangesAndResetsTheCurrentRecord) {
-    startWithUsualKeys();
-    EXPECT_EQ(manager_.setKeyDesc(1, "Tension"), 1);
-    EXPECT_EQ(manager_.setKeyFormat(1, number(9)), 1);
-    EXPECT_EQ(manager_.setKeyFormat(1, real(9, 1)), 0) << "another kind";
-    EXPECT_EQ(manager_.setKeyFormat(1, NumberFormatedValue()), 0) << "another class";
-    EXPECT_TRUE(manager_.getKeyData("VOLT") == makeKey("VOLT", number(9), "Tension"));
-    EXPECT_EQ(manager_.resetKey(1), 1);
-    EXPECT_TRUE(manager_.getKeyData(1) == makeKey("VOLT", number(5), "Voltage"));
-    EXPECT_TRUE(manager_.getKeyData(99) == UDKeyData());
-    EXPECT_EQ(manager_.saveKey(99), 0);
-
-    NumberFormat other;
-    EXPECT_EQ(manager_.getKeyFormat(2, other), 1) << "also when the kind is another";
-    EXPECT_EQ(other.getWidth(), 0);
-}
-
-TEST_F(Registry, PrintsValuesUnderTheKeysFormats) {
-    startWithUsualKeys();
-    manager_.values[1] = "230";
-    manager_.values[2] = "1.5";
-    manager_.values[3] = "ab";
-    const char* texts[] = {"", "  230", "    1.50", "ab    ", ""};  // the application has no fourth
-    for (UINT id = 0; id < 5; ++id) EXPECT_EQ(manager_.getFormatedString(id, 0), texts[id]);
-    NumberFormatedValue own;
-    own = 7;
-    EXPECT_EQ(manager_.getFormatedString(2, own, 0), "") << "another kind";
-}
-
 TEST_F(Registry, IteratesInTheOrderOfDeclaration) {
     const auto declareAll = [this](std::initializer_list<UINT> ids) {
         for (const UINT id : ids) declare(id, makeKey(std::to_string(id).c_str(), number(1)));

@@ -42,13 +42,6 @@ TEST_F(Templates, AreExpandedByTheRule) {
     EXPECT_EQ(manager_.getParseString("U=$VOLT$ V", 0), "U=  230 V");
 }
 
-TEST_F(Templates, ReplaceOnlyMatchingKeys) {
-    manager_.addIdToGroup(1, 50);
-    manager_.setMatching(Ids{50, 2});
-    EXPECT_EQ(manager_.isValidToken("VOLT"), 0) << "only its group is in the set";
-    EXPECT_EQ(manager_.getParseString("$VOLT$ $A$", 1), "$VOLT$ 1.50");
-}
-
 TEST_F(Templates, ReplaceAWordByTheKeysValueOrNothing) {
     RWCString text = "a $VOLTAGE$ b $VOLT$ $A";
     EXPECT_EQ(manager_.replaceValue(text, "VOLT", 1), 1);

@@ -21,7 +21,7 @@ struct LoggingApplication : MDIApplication {
     int canClose() override { return note("canClose", mayClose); }
     void frameDestroyed() override { note("frameDestroyed"); }
     int frameCreated(HWND frame, HINSTANCE instance) override {
-        return note(IsWindowVisible(frame) && instance ? "frameCreated" : "hidden", acceptsFrame);
+        return note(IsWindowVisible(frame) && instance ? "frameCreated" : "hidden", 1);
     }
     void classRegistered(HINSTANCE) override { note("classRegistered"); }
     int command(HWND child, WPARAM wParam, LPARAM) override {
@@ -41,7 +41,6 @@ struct LoggingApplication : MDIApplication {
     Log& log;
     std::function<void()> action;  ///< done inside every call
     int mayClose = 1;
-    int acceptsFrame = 1;
     int handles = 0;
 };
 

@@ -1,12 +1,7 @@
 // The frame's window, its menus, the commands on documents, and where windows go.
-#include <tuple>
-
 #include "frame_fixture.h"
-#include "support/box_answerer.h"
 
 namespace {
-
-using toolbox::testing::BoxAnswerer;
 
 RECT placeIn(HWND parent, HWND window) {
     RECT place{};
@@ -20,17 +15,6 @@ std::string lastItemOf(HMENU menu) {
     GetMenuStringA(menu, static_cast<UINT>(GetMenuItemCount(menu) - 1), text, sizeof text,
                    MF_BYPOSITION);
     return text;
-}
-
-TEST_F(FrameTest, IsRefusedByTheApplicationWithAWordToTheUser) {
-    application.acceptsFrame = 0;
-    BoxAnswerer answerer({IDOK});
-    EXPECT_EQ(frame.initMainWindow(SW_SHOWNORMAL), 0);
-    EXPECT_EQ(answerer.seen().at(0).text, "L'application ne peut pas d\351marrer.");
-    EXPECT_EQ(taken().back(), "frameDestroyed");
-    EXPECT_EQ(frame.getFrame(), nullptr);
-    MSG quit{};
-    EXPECT_TRUE(PeekMessageA(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
 }
 
 TEST_F(FrameTest, ListsDocumentsInTheLastMenuThatHasTheCommand) {
@@ -65,27 +49,6 @@ TEST_F(FrameTest, AsksItselfThenTheApplicationThenTheDocument) {
     send(WM_COMMAND, 5000);  // the first entry of the list
     EXPECT_EQ(taken(), Log{});
     EXPECT_EQ(frame.getActiveMDIChild(), a);
-}
-
-TEST_F(FrameTest, MinimizesMaximizesRestoresAndWalksDocuments) {
-    open();
-    const HWND a = addDocument("A").getHWND();
-    const HWND b = addDocument("B").getHWND();
-    for (const auto& [command, iconic, zoomed] : {std::tuple{SC_MINIMIZE, TRUE, FALSE},
-                                                  {SC_RESTORE, FALSE, FALSE},
-                                                  {SC_MAXIMIZE, FALSE, TRUE},
-                                                  {SC_RESTORE, FALSE, FALSE}}) {
-        EXPECT_EQ(frame.doFrameCommand(b, static_cast<UINT>(command), 0), 1);
-        EXPECT_EQ(IsIconic(b), iconic);
-        EXPECT_EQ(IsZoomed(b), zoomed);
-    }
-    ShowWindow(a, SW_SHOWMINIMIZED);
-    SetWindowPos(b, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
-    EXPECT_EQ(frame.doFrameCommand(b, SC_NEXTWINDOW, 0), 1);
-    EXPECT_FALSE(IsIconic(a));
-    EXPECT_EQ(GetTopWindow(frame.getClient()), a);
-    EXPECT_EQ(frame.doFrameCommand(b, SC_SIZE, 0), 0);
-    EXPECT_EQ(frame.doFrameCommand(b, MAKELONG(6, 1), 1), 0);  // a control's notification
 }
 
 TEST_F(FrameTest, TilesInRowsAboveTheIcons) {

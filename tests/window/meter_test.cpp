@@ -34,9 +34,6 @@ struct MeterTest : ::testing::Test {
         return window;
     }
     HWND control(int id) { return GetDlgItem(meter.getMeterHandle(), id); }
-    HCURSOR cursor() {
-        return reinterpret_cast<HCURSOR>(GetClassLongPtrA(meter.getMeterHandle(), GCLP_HCURSOR));
-    }
     void create(int cancelEnabled = 1) { ASSERT_EQ(meter.createMeter("Calcul", cancelEnabled), 1); }
 
     HWND owner = open();
@@ -69,26 +66,6 @@ TEST_F(MeterTest, IsHarmlessWithoutDialog) {
     }
     EXPECT_TRUE(IsWindowEnabled(owner));
     expectHarmless(meter);
-}
-
-TEST_F(MeterTest, IsShownUnderTheWaitCursorUntilTheLastIsHiddenOrDeleted) {
-    create();
-    const HCURSOR own = cursor();
-    const HCURSOR wait = LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_WAIT));
-    for (const int show : {1, 1, 0, 0, 1}) {
-        meter.setMeterVisibility(show);
-        EXPECT_EQ(IsWindowVisible(meter.getMeterHandle()), show);
-        EXPECT_EQ(cursor(), show ? wait : own);
-        EXPECT_EQ(IsWindowEnabled(owner), !show);
-    }
-    CountingMeter second;
-    second.setParentWindow(owner);
-    ASSERT_EQ(second.createMeter("second", 1), 1);
-    second.setMeterVisibility(1);
-    meter.setMeterVisibility(0);
-    EXPECT_EQ(cursor(), wait) << "the second still shows it";
-    second.deleteMeter();
-    EXPECT_EQ(cursor(), own);
 }
 
 TEST_F(MeterTest, MayBeDeletedByAMessageThatItHandles) {
@@ -147,23 +124,6 @@ TEST_F(MeterTest, IsCancelledByAClickWhileTheJobAsks) {
     EXPECT_EQ(meter.isMeterCancelled(), 0);
 }
 
-TEST_F(MeterTest, IsCancelledByEscapeAndEnterWhileThatIsEnabled) {
-    for (const WORD key : {WORD{VK_ESCAPE}, WORD{VK_RETURN}}) {
-        create();
-        meter.setMeterVisibility(1);
-        meter.enableCancel(0);
-        PostMessageA(meter.getMeterHandle(), WM_KEYDOWN, key, 0);
-        EXPECT_EQ(meter.isMeterCancelled(), 0) << key;
-        meter.enableCancel(1);
-        toolbox::testing::pressKey(key);
-        // The job's own calls take the keys.
-        const ULONGLONG patience = GetTickCount64() + 5000;
-        while (!meter.isMeterCancelled() && GetTickCount64() < patience) ::Sleep(10ul);
-        EXPECT_EQ(meter.isMeterCancelled(), 1) << key;
-        meter.deleteMeter();
-    }
-}
-
 TEST_F(MeterTest, ShowsTheTimeElapsedAndTheTimeLeft) {
     FakeSystem clock;
     clock.seconds = 1000;
@@ -187,7 +147,6 @@ TEST_F(MeterTest, SurvivesTheEndOfItsOwner) {
     owner = open();
     create();
     EXPECT_FALSE(IsWindowEnabled(owner));
-    EXPECT_EQ(cursor(), LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_ARROW)));
 }
 
 }  // namespace

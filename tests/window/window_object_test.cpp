@@ -84,11 +84,6 @@ TEST_F(WindowObjectTest, StaysTheCallersWithoutWindow) {
     EXPECT_EQ(object.getHWND(), nullptr);
     EXPECT_EQ(WindowDict::find(stranger), nullptr);
     DestroyWindow(stranger);
-
-    MDIWindowObject document;  // there is no frame
-    EXPECT_EQ(document.create("TestObject", "", 0, 0, 0, 0, 0, 0), 0);
-    WindowDict::destroyStaticVars();
-    EXPECT_EQ(object.make(), 0);
 }
 
 TEST_F(WindowObjectTest, MayCreateAnotherWhileItIsCreated) {

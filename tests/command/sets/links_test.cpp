@@ -103,19 +103,6 @@ TEST_F(Links, AgreeWhicheverEndIsAsked) {
     }
 }
 
-TEST_F(Links, AreMovedByAssignment) {
-    for (Sheet* sheet : {&x, &y, &z}) a.sheets.connectTo(sheet);
-    const Sheet other('o', &b);
-    EXPECT_EQ(a.sheets.swap(0, 2), 1);
-    b.sheets = a.sheets;
-    EXPECT_EQ(sheetsOf(b), "zyx");
-    EXPECT_EQ(sheetsOf(a), "");
-    EXPECT_EQ(other.book, nullptr);
-    x.book = *&x.book;
-    b.sheets = *&b.sheets;
-    EXPECT_EQ(sheetsOf(b), "zyx");
-}
-
 TEST_F(Links, EndWithEitherObject) {
     {
         Sheet gone('g', &a);
@@ -231,27 +218,6 @@ TEST_F(Dispatch, AsksFirstWhoHandledTheLastMessage) {
     DispatchServer second(*server);
     EXPECT_EQ(asked(), "") << "a copy takes the clients over";
     EXPECT_EQ(a.getServer(), &second);
-}
-
-TEST_F(Dispatch, LetsOnlyItsMessagesPass) {
-    using Server = DispatchServer;
-    constexpr int kMouse = Server::OnlyMouse, kCommands = Server::OnlyCommands;
-    struct Case {
-        int mask;
-        UINT number;
-        bool passes;
-    };
-    for (const Case& each :
-         {Case{kMouse, 0x1FF, false}, Case{kMouse, 0x200, true}, Case{kMouse, 0x209, true},
-          Case{kMouse, 0x20A, false}, Case{kCommands, 0x111, true}, Case{kCommands, 0x110, false},
-          Case{kMouse | kCommands, 0x111, false}}) {
-        DispatchServer masked(static_cast<Server::DispatchMask>(each.mask));
-        a.registerWithServer(&masked);
-        TarvMess message(nullptr, each.number, 0, 0, 0);
-        EXPECT_EQ(masked.dispatch(message, 0), each.passes ? 'a' : 0) << each.number;
-        TarvMess handledBefore(nullptr, each.number, 0, 0, 1);
-        EXPECT_EQ(masked.dispatch(handledBefore, 0), 0) << each.number;
-    }
 }
 
 TEST_F(Dispatch, GoesOnWhileClientsComeAndGo) {

@@ -81,18 +81,6 @@ TEST(Sets, CombineInOrderWithAndWithoutNull) {
     EXPECT_FALSE(set == setOf({4, 2, 2})) << "identity, not content";
 }
 
-TEST(Sets, RefuseNullWhereTheyAreTold) {
-    for (const int allowed : {0, 1}) {
-        SetPointerVoid set = setOf({1}, allowed);
-        EXPECT_EQ(set.add(nullptr), allowed);
-        EXPECT_EQ(set.addNoCheck(nullptr), allowed);
-        EXPECT_EQ(set.insert(nullptr), 0) << "refused, or held already";
-        EXPECT_EQ(set.insertNoCheck(nullptr), allowed);
-        EXPECT_EQ(set.replaceItem(allowed, nullptr), 0);
-        EXPECT_EQ(set.nItem(), allowed ? 4 : 1);
-    }
-}
-
 TEST(Sets, StayAsTheyAreWhenTheyCannotGrow) {
     SetPointerVoid huge(0, std::numeric_limits<int>::max());
     EXPECT_EQ(huge.insert(at(1)), 0) << "one slot more than an int counts";

@@ -152,12 +152,4 @@ TEST_F(Manager, ReportsEveryUseOfAnUndefinedCommand) {
     EXPECT_EQ(faked.prompt.fatal, std::vector<std::string>(6, "Bye"));
 }
 
-#if !defined(_WIN32)
-TEST(UndefinedCommand, EndsTheProcess) {
-    GCOMMBase manager(nullptr, nullptr);
-    EXPECT_EXIT(manager[55].isEnabled(), ::testing::ExitedWithCode(1),
-                "Erreur de programmation: Commande #55 .*\nBye\n");
-}
-#endif
-
 }  // namespace

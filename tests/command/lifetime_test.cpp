@@ -91,14 +91,6 @@ TEST(Lifetime, TellsTheNeighboursOfAToolThatLeaves) {
     }
 }
 
-TEST(Lifetime, ReachesEveryCommandThatIsStillInTheContext) {
-    World world;
-    world.first->action = [&] { world.context().remove(&world.command(10)); };
-    EXPECT_EQ(world.context().setEnableStatus(0), 1);
-    EXPECT_EQ(world.third->take(), "e10=0 e20=0 e30=0 ") << "it shows the one that left, too";
-    EXPECT_EQ(world.context().getNumCommand(), 2);
-}
-
 TEST(Lifetime, LeavesTheSelectionToTheToolThatChooses) {
     World world;
     world.first->action = [&] { world.context().setSel(&world.command(30)); };

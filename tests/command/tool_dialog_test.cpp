@@ -106,23 +106,6 @@ TEST_F(ToolDialog, LosesItsWindowWithItsManagerAndTheOtherWayRound) {
     DestroyWindow(own);
 }
 
-TEST_F(ToolDialog, SendsCommandsThatMayBeSent) {
-    (*manager)[IDC_CIRCLE].setEnableStatus(0);
-    struct Case {
-        unsigned short id;
-        int check;
-        const char* sent;
-    };
-    for (const Case& c : {Case{55, 1, ""}, Case{55, 0, "55/0 "}, Case{IDC_LINE, 1, "1001/0 "},
-                          Case{IDC_CIRCLE, 1, ""}, Case{IDC_CIRCLE, 0, "1002/0 "}}) {
-        EXPECT_EQ(manager->sendCommand(c.id, 999, c.check), *c.sent ? kAnswer : 0) << c.id;
-        manager->postCommand(c.id, 999, c.check);
-        EXPECT_EQ(std::exchange(commandsSent, {}), c.sent) << c.id;
-        pumpMessages();
-        EXPECT_EQ(std::exchange(commandsSent, {}), c.sent) << "posted: " << c.id;
-    }
-}
-
 TEST_F(ToolDialog, IsFrozenUntilItWasThawnAsOften) {
     manager->freezeAllToolDlg();
     {

@@ -80,15 +80,4 @@ TEST(TarvDate, CalculatesInDays) {
     EXPECT_EQ(newYear - INT_MIN, -1);
 }
 
-TEST(TarvDate, ComparesTheFieldsInOrder) {
-    const TarvDate ascending[] = {{-1, 12, 31}, {2000, 2, 29}, {2000, 3, 1},
-                                  {2000, 3, 2}, {2000, 13, 0}, {2001, 1, 1}};
-    for (const TarvDate& a : ascending) {
-        for (const TarvDate& b : ascending) {
-            EXPECT_EQ(a < b, &a < &b);
-            EXPECT_EQ(a == b, &a == &b);
-        }
-    }
-}
-
 }  // namespace

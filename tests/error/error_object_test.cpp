@@ -1,24 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <climits>
 #include <string>
 
 #include "toolbox/errors.h"
 
 namespace {
-
-TEST(ErrorObject, WithoutTextNamesItsCodeInTheProcessLanguage) {
-    EXPECT_STREQ(ErrObj(5, "").getText(), "Condition # 5 detectee");
-    EXPECT_STREQ(ErrObj(INT_MIN).getText(), "Condition # -2147483648 detectee");
-    ErrObj::setLanguage(ErrObj::English);
-    const ErrObj one(1), two(2);
-    const char* const earlier = one.getText();
-    static_cast<void>(two.getText());
-    EXPECT_STREQ(earlier, "Condition # 2 detected") << "the sentence buffer is shared";
-    ErrObj::setLanguage(static_cast<ErrObj::Language>(2));
-    EXPECT_STREQ(one.getText(), "Condition # 2 detected") << "no sentence in another language";
-    ErrObj::setLanguage(ErrObj::French);
-}
 
 TEST(ErrorObject, OwnsItsTextAndTakesItBack) {
     std::string text = "disk full";

@@ -71,22 +71,4 @@ TEST_F(TextFile, WritesEveryLineWithALineFeedAndFailsWhereverItFails) {
     }
 }
 
-TEST_F(TextFile, EveryTabBecomesOneBlankMoreThanItsSize) {
-    Iofile text("");
-    const std::string most(510, 'x');
-    const std::tuple<std::string, int, int, std::string> cases[] = {
-        {"\tx", 4, 6, "     x"},
-        {"abc\t\tx", 2, 10, "abc      x"},
-        {most + '\t', 1, 512, most + "  "},
-        {most + "xx", 4, 0, most + "xx"},
-        {"\t", 0x7FFFFFFF, 0, "\t"}};
-    for (const auto& [given, tabSize, length, expanded] : cases) {
-        RWCString line(given);
-        EXPECT_EQ(text.getLengthLine(line, tabSize), length);
-        EXPECT_EQ(line, expanded);
-        EXPECT_EQ(text.addLine(given.c_str(), tabSize), length > 0);
-    }
-    EXPECT_EQ(text.getNumLine(), 3u);
-}
-
 }  // namespace

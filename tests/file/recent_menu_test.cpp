@@ -52,14 +52,6 @@ class RecentMenu : public ::testing::Test {
     TempFolder folder_;
 };
 
-TEST_F(RecentMenu, ShowsTheNewestFilesAfterOneSeparator) {
-    record({"A", "B", "A"});
-    EXPECT_EQ(items(), (Items{"&Quit", "-", "&1 A", "&2 B"}));
-    record({"C:\\essais n\260 7\\pont.dat", "D", "E", "F & G"});
-    EXPECT_EQ(items(), (Items{"&Quit", "-", "&1 F & G", "&2 E", "&3 D",
-                              "&4 C:\\essais n\260 7\\pont.dat", "&5 A"}));
-}
-
 TEST_F(RecentMenu, LeavesWhatAUserAppendedAndWhatTheListNoLongerHas) {
     record({"A", "B"});
     AppendMenuA(menu(), MF_STRING, 210, "More");

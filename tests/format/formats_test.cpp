@@ -42,17 +42,6 @@ TEST(Formats, AreTakenOverFromTheirOwnKindOnly) {
     EXPECT_EQ(RealFormat(asReal), real);
 }
 
-TEST(RealFormat, IsCopiedThroughItsChecks) {
-    RealFormat narrowed = realFormat(12, 8, Left);
-    narrowed.setWidth(5);
-    EXPECT_EQ(RealFormat(narrowed), realFormat(5, 0, Left));
-    RealFormat target = realFormat(9, 2, Right);
-    EXPECT_EQ(target.setFormat(static_cast<const FormatType&>(narrowed)), 0);
-    EXPECT_EQ(target, realFormat(5, 2, Right));
-    target = static_cast<const FormatType&>(narrowed);
-    EXPECT_EQ(target, realFormat(5, 2, Left));
-}
-
 TEST(Formats, SaveAndRestore) {
     RealFormat real = realFormat(20, 1, Right);
     NumberFormat number = numberFormat(99, Right);

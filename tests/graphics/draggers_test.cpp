@@ -98,35 +98,4 @@ TEST(Dragger, DrawsItsFigureAndTakesItAway) {
     EXPECT_EQ(xy(stick.getOrthoOrigin()), xy({5, 5}));
 }
 
-/// Counts instead of drawing.
-class CountingDragger : public Dragger {
-  public:
-    explicit CountingDragger(int ortho) : Dragger(ortho, nullptr, 0) {}
-    int drawn = 0;
-    int removed = 0;
-
-  protected:
-    void drawVisible(HDC, const POINT&, const POINT&) override { ++drawn; }
-    void drawInvisible(HDC, const POINT&, const POINT&) override { ++removed; }
-};
-
-TEST(Dragger, DrawsOnlyWhatChanges) {
-    CountingDragger dragger(1);
-    const HDC dc = CreateCompatibleDC(nullptr);
-    dragger.erase(dc);
-    dragger.anchor({10, 10}, dc);
-    dragger.drag(dc, {30, 12});
-    EXPECT_EQ(dragger.drawn, 2);
-    EXPECT_EQ(dragger.removed, 1);
-    dragger.drag(dc, {30, 15});  // the same point on the horizontal
-    EXPECT_EQ(dragger.drawn, 2);
-    dragger.drag(dc, {11, 40});
-    EXPECT_EQ(dragger.drawn, 3);
-    dragger.anchor({11, 40}, dc);  // removed, and drawn from the new start
-    EXPECT_EQ(dragger.drawn, 4);
-    EXPECT_EQ(dragger.removed, 3);
-    EXPECT_EQ(xy(dragger.getOrthoOrigin()), xy({11, 40}));
-    DeleteDC(dc);
-}
-
 }  // namespace

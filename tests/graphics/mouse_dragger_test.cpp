@@ -51,20 +51,6 @@ TEST_F(MouseGestureTest, FollowsTheMouseFromDownToUp) {
     expectOver(MouseDragger::Finished);
 }
 
-TEST_F(MouseGestureTest, IsAbandonedByTheOtherButtonAndByTheCancelCommand) {
-    press(40, 50);
-    window.moveTo(160, 110);
-    window.button(MOUSEEVENTF_RIGHTDOWN);
-    expectOver(MouseDragger::Cancelled);
-    window.button(MOUSEEVENTF_LEFTUP);
-    EXPECT_EQ(mouse.getState(), MouseDragger::Idle);
-    TarvMess idle(window.handle(), WM_COMMAND, IDCANCEL, 0, 0);
-    POINT start, end{3, 4};
-    EXPECT_EQ(mouse.drag(idle, start, end), MouseDragger::Cancelled);
-    EXPECT_EQ(idle.handled, 0);
-    EXPECT_EQ(xy(end), xy({3, 4}));
-}
-
 TEST_F(MouseGestureTest, IsAbandonedWhenItLosesTheCapture) {
     const HWND stranger =
         CreateWindowExA(0, "STATIC", "", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr);
@@ -92,27 +78,6 @@ TEST_F(MouseGestureTest, StaysOrthogonalWhenShiftIsReleased) {
     SendMessageA(window.handle(), WM_LBUTTONDOWN, MK_LBUTTON | MK_SHIFT, MAKELPARAM(40, 50));
     window.moveTo(160, 110);
     expectPoints({40, 50}, {160, 50});
-}
-
-TEST_F(MouseGestureTest, BringsTheCursorToTheConstrainedPoint) {
-    const auto mode = MouseDragger::AlwaysOrtho | MouseDragger::CursorPosMode;
-    mouse.setAnchorEvent(MouseDragger::OnDown, MouseDragger::RightButton, mode);
-    // An unknown button leaves the former.
-    mouse.setAnchorEvent(MouseDragger::OnDown, static_cast<MouseDragger::Button>(2), mode);
-    window.moveTo(40, 50);
-    window.button(MOUSEEVENTF_RIGHTDOWN);
-    window.moves = 0;
-    window.moveTo(160, 110);
-    POINT cursor;
-    GetCursorPos(&cursor);
-    ScreenToClient(window.handle(), &cursor);
-    EXPECT_EQ(xy(cursor), xy({160, 50}));
-    expectPoints({40, 50}, {160, 50});
-    // Moving the cursor is a mouse move too, and must not go on for ever.
-    for (int i = 0; i < 20; ++i) toolbox::testing::pumpMessages();
-    EXPECT_LT(window.moves, 10);
-    window.button(MOUSEEVENTF_RIGHTUP);
-    expectOver(MouseDragger::Finished);
 }
 
 }  // namespace

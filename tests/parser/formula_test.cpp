@@ -120,14 +120,6 @@ TEST_F(Formula, IsDiagnosedWithoutAnyOtherEffect) {
     EXPECT_EQ(toolbox::diagnoseFormula("1+A2").fault, FormulaFault::none);
 }
 
-TEST_F(Formula, TooDeepIsToldOnceAndKeptAsText) {
-    const std::string text = std::string(200, '(') + "7" + std::string(200, ')');
-    testing::internal::CaptureStdout();
-    EXPECT_EQ(kindOf(text), CellKind::text);
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "\aParser stack overflow.");
-    EXPECT_EQ(grid_.cellText(9, 9).str(), text);
-}
-
 TEST_F(Formula, MayBeAsLongAsOneLikes) {
     std::string text = "A1";
     while (text.size() < 1 << 20) text += "+a2*2";

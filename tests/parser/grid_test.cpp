@@ -14,7 +14,6 @@
 #include <vector>
 
 #include "agreement.h"
-#include "support/fake_system.h"
 #include "toolbox/parser.h"
 
 namespace {
@@ -57,25 +56,6 @@ TEST(Grid, ComputesAFormulaFromStoredValuesOnly) {
     EXPECT_EQ(grid.getCell("A3"), 11);
     grid.setCell("A1", "A1+1");  // the old cell counts for 0: 0 + 1
     for (const double value : {2, 3}) EXPECT_EQ(grid.getCell("A1"), value);
-}
-
-TEST(GridBudget, StartsFromTheMemoryLeftAndIsChargedForEachCell) {
-    FakeSystem machine;
-    EXPECT_EQ(Parser().getMemoryLeft(), 0x7FFFFFFF);
-    machine.memory = 999;
-    EXPECT_EQ(Parser().getMemoryLeft(), 0);
-    machine.memory = 1000 + 40;
-    Parser grid;
-    for (const auto& [text, cost] :
-         {std::pair{"12345", 16}, {"", 10}, {"xyz", 12}, {"A2", 20}, {"A2+A3", 22}}) {
-        grid.setCell("A1", text);
-        EXPECT_EQ(40 - grid.getMemoryLeft(), cost) << text;
-    }
-    testing::internal::CaptureStdout();
-    grid.setCell("B1", "123456789.");  // a number takes 16 whatever its length
-    grid.setCell("B1", "ten bytes!");  // 20 with 18 left
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "\aNot enough memory to allocate cell.");
-    EXPECT_EQ(grid.getMemoryLeft(), 18);
 }
 
 TEST(Grid, FollowsANameAsFarAsItReads) {
@@ -152,21 +132,6 @@ std::string names(const std::vector<CellPosition>& cells) {
         text += std::to_string(row + 1);
     }
     return text;
-}
-
-TEST(CellsNamed, AreListedOnceInTheOrderOfTheText) {
-    const std::pair<const char*, const char*> cases[] = {
-        {"B2+A1*b2", "B2 A1"},
-        {"A1:A4+C1:D1", "A1 A2 A3 A4 C1 D1"},
-        {"2*(C3/-SIN(J10)^D4)", "C3 J10 D4"},
-        {"A1+", ""},
-    };
-    Parser grid;
-    for (const auto& [text, cells] : cases) {
-        EXPECT_EQ(names(toolbox::cellsNamedBy(text)), cells) << text;
-        grid.setCell("J1", text);
-        EXPECT_EQ(names(grid.cellsNamedBy(0, 9)), cells) << text;
-    }
 }
 
 TEST(Recalculation, ReadsEachFormulaAfterThoseThatItNames) {

@@ -72,22 +72,6 @@ TEST_F(MessageServiceTest, PrintsArgumentsOfEveryType) {
     EXPECT_STREQ(buffer, "va list");
 }
 
-TEST_F(MessageServiceTest, Pads) {
-    texts.strings.put(1, "%s");
-    RWCString out;
-    for (const auto& [width, left, right, mid] :
-         {std::tuple{7, "*****ab", "ab*****", "**ab***"}, {-5, "ab", "ab", "ab"}}) {
-        EXPECT_EQ(GMSG::getStringPadLeft(1, out, '*', width, "ab"), 2);
-        EXPECT_EQ(out, left);
-        GMSG::getStringPadRight(1, out, '*', width, "ab");
-        EXPECT_EQ(out, right);
-        GMSG::getStringPadMid(1, out, '*', width, "ab");
-        EXPECT_EQ(out, mid);
-    }
-    GMSG::getStringPadLeft(1, out, '*', 2147483647, "ab");
-    EXPECT_EQ(out.length(), (1u << 20) + 2);
-}
-
 TEST_F(MessageServiceTest, ShowsAReportInABox) {
     GMSG::setAppTitle("Bridge");
     GMSG::setParent(kWindow);

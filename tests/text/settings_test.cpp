@@ -3,7 +3,6 @@
 
 #include <limits>
 #include <memory>
-#include <set>
 #include <tuple>
 #include <utility>
 
@@ -187,22 +186,6 @@ TEST_F(LogFile, EndsWithItsService) {
     GMSG::errorMsg("of another service", 0);
     EXPECT_EQ(logged("errors.log"), "");
     EXPECT_EQ(folder_.read("other.log"), "<none>");
-}
-
-TEST_F(LogFile, WithoutANameIsANewTemporaryFile) {
-#if defined(_WIN32)
-    SetEnvironmentVariableA("TMP", folder_.path().c_str());
-#else
-    ::setenv("TMPDIR", folder_.path().c_str(), 1);
-#endif
-    for (const char* text : {"first", "second"}) {
-        EXPECT_EQ(GMSG::OpenLogFile(""), 1);
-        GMSG::errorMsg(text, 0);
-    }
-    GMSG::CloseLogFile();
-    std::multiset<std::string> all;
-    for (const std::string& name : folder_.names()) all.insert(logged(name));
-    EXPECT_EQ(all, (std::multiset<std::string>{"first\n", "second\n"}));
 }
 
 }  // namespace

@@ -30,21 +30,6 @@ TEST(CharSet, ReadsIntervalsAndCharacters) {
     }
 }
 
-TEST(CharSet, IsRenderedForTheUser) {
-    FakedTexts texts;
-    texts.strings.put(1095, "et");
-    texts.strings.put(1096, "ou");
-    texts.strings.put(1097, "jusqu'\340");
-    const std::pair<const char*, const char*> cases[] = {
-        {"a", "'a'"},
-        {"ab", "'a' ou 'b'"},
-        {"[[az]]\t", "'a' jusqu'\340 'z' ou '{horizontal tab}'"},
-        {"ab[[za]]c", "'a' ou 'b'"},
-        {"a,", "'a', ' ou'"}};
-    for (const auto& [definition, words] : cases)
-        EXPECT_EQ(TvCharSet(CString(definition)).getFriendlyCharsSet(true), words);
-}
-
 constexpr unsigned int kRule = 40;
 
 struct TvStringTest : ::testing::Test {

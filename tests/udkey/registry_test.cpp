@@ -6,15 +6,6 @@ namespace {
 
 using Registry = KeysFixture;
 
-TEST_F(Registry, RefusesKeysThatItCannotHold) {
-    EXPECT_EQ(declare(1, makeKey("VOLT", number(5))), 1);
-    EXPECT_EQ(declare(1, makeKey("OTHER", number(5))), 0) << "same id";
-    EXPECT_EQ(declare(2, makeKey("VOLT", number(5))), 0) << "same key string";
-    EXPECT_EQ(manager_.getId("VOLT"), kNone) << "not before the start";
-    manager_.initUDApp();
-    EXPECT_EQ(declare(3, makeKey("LATE", number(5))), 0);
-}
-
 TEST_F(Registry, StartsOnceAndOnlyWithAProfile) {
     declareUsualKeys();
     const std::string path = std::exchange(manager_.path, "");

@@ -26,31 +26,6 @@ class Templates : public KeysFixture {
     }
 };
 
-TEST_F(Templates, AreExpandedByTheRule) {
-    const std::pair<const char*, const char*> cases[] = {
-        {"U=$VOLT$ V", "U=230 V"},
-        {"5$ or $VOLT$", "5$ or 230"},
-        {"$A$ $VOLT", "1.50 $VOLT"},  // not closed: expansion stops there
-        // Text that is a key takes the next token of that key, which later has none left: stop.
-        {"VOLT$A$ $VOLT$ $NAME$", "VOLT1.50 230 $NAME$"},
-        {"$A$VOLT$NAME$ $VOLT$ $A$", "1.50VOLTbeam 230 $A$"},  // unless a later one is there
-        {"$VOLTS$ $VOLT$", "230 $VOLT$"},  // an unknown word that begins with a key
-        {"$$VOLT$$", "$230$"},
-    };
-    for (const auto& [text, expanded] : cases)
-        EXPECT_EQ(manager_.getParseString(text, 1), expanded) << text;
-    EXPECT_EQ(manager_.getParseString("U=$VOLT$ V", 0), "U=  230 V");
-}
-
-TEST_F(Templates, ReplaceAWordByTheKeysValueOrNothing) {
-    RWCString text = "a $VOLTAGE$ b $VOLT$ $A";
-    EXPECT_EQ(manager_.replaceValue(text, "VOLT", 1), 1);
-    EXPECT_EQ(text, "a 230 b $VOLT$ $A");
-    EXPECT_EQ(manager_.replaceValue(text, "A", 1), 0) << "open";
-    EXPECT_EQ(manager_.replaceValue(text, "VO", 1), 1) << "no key's word";
-    EXPECT_EQ(text, "a 230 b  $A");
-}
-
 using TemplateExpansion = KeysFixture;
 
 /// Templates, keys and values from few characters, so that everything meets everything.

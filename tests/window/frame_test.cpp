@@ -51,27 +51,6 @@ TEST_F(FrameTest, AsksItselfThenTheApplicationThenTheDocument) {
     EXPECT_EQ(frame.getActiveMDIChild(), a);
 }
 
-TEST_F(FrameTest, TilesInRowsAboveTheIcons) {
-    open();
-    const HWND a = addDocument("A").getHWND();
-    const HWND b = addDocument("B").getHWND();
-    const HWND client = frame.getClient();
-    RECT area{};
-    GetClientRect(client, &area);
-    ShowWindow(b, SW_SHOWMAXIMIZED);
-    EXPECT_EQ(frame.doFrameCommand(b, 10, 0), 1);
-    const LONG half = area.bottom / 2;
-    const RECT upper{0, 0, area.right, half}, lower{0, half, area.right, 2 * half};
-    const RECT first = placeIn(client, b), second = placeIn(client, a);
-    EXPECT_TRUE(EqualRect(&first, &upper)) << "the active one first";
-    EXPECT_TRUE(EqualRect(&second, &lower));
-
-    ShowWindow(a, SW_MINIMIZE);
-    MDI::tileVertically(client);
-    EXPECT_TRUE(IsIconic(a));
-    EXPECT_EQ(placeIn(client, b).bottom, placeIn(client, a).top);
-}
-
 TEST_F(FrameTest, KeepsRoomForAVisiblePaneAndAStripAtItsBottom) {
     frame.withPane = true;
     open();

@@ -56,18 +56,6 @@ void expectHarmless(TarvMeter& meter) {
     EXPECT_STREQ(text, "");
 }
 
-TEST_F(MeterTest, IsHarmlessWithoutDialog) {
-    TarvMeter::setEnable(0);
-    EXPECT_EQ(meter.createMeter("", 1), 0);
-    TarvMeter::setEnable(1);
-    for (const HMODULE withoutTemplate : {HMODULE{}, GetModuleHandleA("user32.dll")}) {
-        TarvMeter::setInstance(withoutTemplate);
-        EXPECT_EQ(meter.createMeter("", 1), 0);
-    }
-    EXPECT_TRUE(IsWindowEnabled(owner));
-    expectHarmless(meter);
-}
-
 TEST_F(MeterTest, MayBeDeletedByAMessageThatItHandles) {
     struct Deleting : TarvMeter {
         void cancelMeter() const override { delete this; }

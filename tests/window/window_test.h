@@ -7,5 +7,3 @@
 #define ID_TEST_NEW 200
 #define ID_TEST_TILE 7
 #define ID_TEST_CLOSE 6
-#define IDC_TEST_FIRST 301
-#define IDC_TEST_SECOND 302

@@ -3,14 +3,11 @@
 // once more, repacking the same blocks. What verify finds sound `verify --quick` finds sound too,
 // and of that recover keeps every block that a reader sees; recover finds sound only what verify
 // does.
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
@@ -18,6 +15,7 @@
 #include "file/block/block_kit.h"
 #include "file/walk/walked.h"
 #include "require.h"
+#include "support/temp_folder.h"
 #include "support/text_fakes.h"
 #include "terminal/failure.h"
 #include "terminal/terminal.h"
@@ -25,33 +23,6 @@
 using namespace tbfile;
 
 namespace {
-
-/// A folder of its own, in memory where the machine has such a place.
-class Folder {
-  public:
-    Folder() {
-        std::string name = (std::filesystem::is_directory("/dev/shm")
-                                ? "/dev/shm"
-                                : std::filesystem::temp_directory_path().string()) +
-                           "/recover_fuzz_XXXXXX";
-        require(mkdtemp(name.data()) != nullptr);
-        path_ = name;
-        require(std::freopen("/dev/null", "w", stdout) != nullptr);
-    }
-    ~Folder() { std::filesystem::remove_all(path_); }
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-
-    [[nodiscard]] Path operator/(const char* name) const { return path_ / name; }
-
-  private:
-    Path path_;
-};
-
-std::string bytesOf(const Path& file) {
-    std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
 
 using Make = int (*)(const Options&);
 
@@ -93,14 +64,18 @@ std::vector<block_kit::Block> blocksOf(const Path& name) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const Folder folder;
+    // In memory where the machine has such a place.
+    static const bool isQuiet = setenv("TMPDIR", "/dev/shm", 0) == 0 &&
+                                std::freopen("/dev/null", "w", stdout) != nullptr;
+    require(isQuiet);
+    static const TempFolder folder;
     static const Path given = folder / "given", rescued = folder / "rescued",
                       again = folder / "again";
     toolbox::testing::RecordingPrompt told;
     const std::string bytes(reinterpret_cast<const char*>(data), size);
     require(corpus::Walked(bytes).isGapless());
 
-    std::ofstream(given, std::ios::binary) << bytes;
+    folder.write("given", bytes);
     std::filesystem::remove(rescued);
     int status = kCannotRun;
     try {
@@ -109,7 +84,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         require(!std::filesystem::exists(rescued));
         return 0;
     }
-    require(bytesOf(given) == bytes);
+    require(folder.read("given") == bytes);
     const int sound = checked(given, false);
     const int quick = checked(given, true);
     require(sound != kSound || quick == kSound);
@@ -122,7 +97,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         for (const block_kit::Block& block : blocksOf(given))
             require(std::ranges::find(blocks, block) != blocks.end());
     (void)made(recover, rescued, again);
-    require(bytesOf(again) == bytesOf(rescued));
+    require(folder.read("again") == folder.read("rescued"));
     // Of several blocks with one identifier only the first is left by this, which it says.
     require(made(repack, rescued, again) <= kFindings);
     require(blocksOf(again) == blocks);

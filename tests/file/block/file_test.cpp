@@ -123,25 +123,6 @@ TEST_F(BlockFile, CopiesShareTheFileUntilTheLastLetsGo) {
     EXPECT_EQ(fetched(name, {{2, ""}}), (std::vector<Block>{{2, "two"}}));
 }
 
-TEST_F(BlockFile, TakesOneCallForEachBlockAndNoneForAWord) {
-    const std::vector<Block> blocks = generation(1);
-    FaultyFiles calls;
-    ASSERT_EQ(save(name, blocks), 1);
-    EXPECT_LE(calls.made(FileCall::write), 40);  // the large ones, and pieces of the small
-    TarvFileRead file;
-    ASSERT_EQ(file.open(name.c_str()), 1);
-    const auto made = [&] {
-        return calls.made(FileCall::readAt) + calls.made(FileCall::read) +
-               calls.made(FileCall::seek) + calls.made(FileCall::size);
-    };
-    const int before = made();
-    TarvBlocFile out;
-    for (const Block& block : blocks) ASSERT_EQ(file.getBloc(block.id, out), 1);
-    EXPECT_EQ(made() - before, 40);
-    EXPECT_EQ(file.getBloc(5, out), 0);  // searched through all of it
-    EXPECT_LE(made() - before, 40 + 10);
-}
-
 TEST_F(BlockFile, GivesNothingWhenTheFileIsShortenedWhileOpen) {
     ASSERT_EQ(save(name, kThree), 1);
     TarvFileRead file;

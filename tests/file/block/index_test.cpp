@@ -9,22 +9,6 @@
 
 namespace {
 
-TEST(BlockIndex, CursorWalksBothWaysAndStopsAtTheEnds) {
-    TarvFileIndex index;
-    for (unsigned long each : {5ul, 3ul, 4ul}) index.addBloc(each, each * 1000);
-    std::string walked;
-    unsigned long id = 0;
-    for (int more = index.getFirstID(id); more; more = index.getNextID(id))
-        walked += std::to_string(id);
-    for (int more = index.getPrevID(id); more; more = index.getPrevID(id))
-        walked += std::to_string(id);
-    EXPECT_EQ(walked, "53435");
-    EXPECT_EQ(index.getLastID(id), 1);
-    EXPECT_EQ(id, 4u);
-    index.flushIndex();
-    EXPECT_EQ(index.getNextID(id), 0);
-}
-
 TEST(BlockIndex, FindsEveryIdentifierAmongManyAsAPlainMapDoes) {
     std::mt19937 random(1);
     for (std::size_t kind = 0; kind < 4; ++kind) {

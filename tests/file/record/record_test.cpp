@@ -78,23 +78,4 @@ TEST(VarRecord, RefusesMoreThanItCanHoldAndStaysAsItWas) {
     EXPECT_EQ(bytesOf(record), "ab");
 }
 
-TEST(VarRecord, CopyAndTailRewindAndKeepIdentity) {
-    VarRecord record;
-    record.setID(7);
-    record.setVersion(201);
-    record << 1 << 2;
-    int value = 0;
-    record >> value;
-
-    const VarRecord copy = record;
-    const VarRecord tail = record.tail();
-    EXPECT_EQ(copy.getOffset(), 0u);
-    EXPECT_EQ(bytesOf(copy), bytesOf(record));
-    EXPECT_EQ(bytesOf(tail), std::string("\2\0\0\0", 4));
-    EXPECT_EQ(tail.getID(), 7u);
-    EXPECT_EQ(tail.getVersion(), 201u);
-    record >> value;
-    EXPECT_EQ(static_cast<int>(record.tail()), 0);
-}
-
 }  // namespace

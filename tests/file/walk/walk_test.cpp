@@ -203,15 +203,6 @@ TEST(FileWalk, AnIndexWithImpossibleEntriesDoesNotHideBlocks) {
         bytes.replace(file.records[10].from + kLength, 4, "????");
         EXPECT_EQ(fault(file, bytes, false), "") << static_cast<int>(fill);
     }
-    // Blocks that lead to the next known place are kept even where the index looks undamaged.
-    std::string shorter = file.bytes.substr(0, file.records.back().to);
-    std::string index;
-    for (std::size_t i = 0; i < 11; ++i)
-        index += block_kit::word(file.records[i].id) +
-                 block_kit::word(static_cast<std::uint32_t>(file.records[i].from));
-    shorter += block_kit::record(210, {0xFFFFFFEF, index, "Master index"});
-    shorter.replace(file.records[10].from + kLength, 4, "????");
-    EXPECT_EQ(fault(file, shorter, false), "");
 }
 
 TEST(FileWalk, AnEntryThatNothingConfirmsIsNoCertainty) {
@@ -231,15 +222,6 @@ TEST(FileWalk, AnEntryThatNothingConfirmsIsNoCertainty) {
     std::string moved = file.bytes;
     moved.erase(file.records[1].from + 200, 100).insert(file.records[3].from + 100, 100, 'i');
     EXPECT_NE(blocksFound(moved).find('3'), std::string::npos) << blocksFound(moved);
-}
-
-TEST(FileWalk, TheHeadersFormatComesFirst) {
-    const std::string inner =
-        block_kit::fileOf(210, {{51, "x"}, {52, "x"}, {53, "x"}, {54, "x"}, {55, "x"}});
-    const Original file = Maker("", 205).block(1, "one").block(2, inner).block(3, "three");
-    EXPECT_EQ(fault(file, changed(file, file.records[0].from, std::string(72, '?')), false), "");
-    const Original one = Maker("", 205).block(1, "one block", "alone");
-    EXPECT_EQ(fault(one, changed(one, 152, "????????"), false), "");
 }
 
 /// The bytes that a walk reads, each counted as often as it is read.
@@ -299,14 +281,6 @@ TEST(FileWalk, ReadsNoMoreForEachBlockOfALargerFile) {
             for (const bool indexed : {false, true})
                 EXPECT_LT(of(damage, 10000, length, indexed), 3 * of(damage, 5000, length, indexed))
                     << what << ' ' << length << ' ' << indexed;
-}
-
-TEST(FileWalk, ASupersededIndexDoesNotDisplaceWholeBlocks) {
-    Maker maker("", 210);
-    corpus::addHardBlocks(maker, 210).commit();
-    const std::size_t old = Original(maker).records.back().to;
-    const Original twice = maker.block(21, std::string(300, '\xFF')).block(22, "late").commit();
-    EXPECT_EQ(fault(twice, changed(twice, old + kLength, block_kit::word(0xFFFFFFFF)), false), "");
 }
 
 TEST(FileWalk, EndsWhenAskedTo) {

@@ -134,18 +134,4 @@ TEST_F(ProfileStoreContract, RefusesWhatCouldNotBeReadBack) {
     EXPECT_NE(profiles().write((folder_ / "no such folder/x.ini").c_str(), "s", "k", "v"), 0u);
 }
 
-TEST_F(ProfileStoreContract, ABareNameLiesInOneFixedPlace) {
-#if defined(_WIN32)
-    char windows[300];
-    GetWindowsDirectoryA(windows, sizeof windows);
-    const std::string place = windows + "\\toolbox_contract.ini"s;
-#else
-    const std::string place = folder_ / "toolbox/toolbox_contract.ini";
-#endif
-    EXPECT_EQ(profiles().write("toolbox_contract.ini", "s", "k", "v"), 0u);
-    EXPECT_EQ(read(place, "s", "k"), "v");
-    EXPECT_EQ(read("toolbox_contract.ini", "s", "k"), "v");
-    std::remove(place.c_str());
-}
-
 }  // namespace

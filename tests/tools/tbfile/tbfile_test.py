@@ -343,16 +343,6 @@ class Manifests(Tbfile):
                     del at[path[-1]]
         self.assertFalse((self.folder / "out.tbf").exists())
 
-    def test_what_is_no_manifest(self):
-        deep = "[" * 60000 + "]" * 60000
-        for text, part in (("", "not JSON, at byte 1"), ("{", "not JSON, at byte 2"),
-                           ('{"tbfileManifest":1e999}', "a number is too large"),
-                           ("[" * 60000, "nested too deeply"),
-                           (f'{{"tbfileManifest":{deep}}}', "nested too deeply"),
-                           ("[1]", "tbfileManifest is missing")):
-            with self.subTest(text=text[:30]):
-                self.assertIn(f"manifest.json: invalid manifest ({part})", self.pack(text, 2))
-
     def test_what_extract_writes_comes_back(self):
         bytes_ = bytes(range(1, 256))
         blocks = [Block(7, b"x"), Block(9, b"yy"), Block(0xFFFFFFFF, b"z", "", 0xFFFFFFFF, 0)]

@@ -40,9 +40,7 @@ TEST_F(AssertionTest, TellsProgramFileLineAndExpressionAndCutsWhatIsTooLong) {
     EXPECT_NE(message("x", fits.c_str(), 1).find("Prog: ..." + fits.substr(3) + "\nFile: " + fits),
               std::string::npos);
     for (unsigned int i = 0; i < 7; ++i) faked.strings.put(1060 + i, std::string(500, 'l'));
-    const std::string longest = message(std::string(1000, 'e').c_str(), fits.c_str(), 1234567);
-    EXPECT_EQ(longest.size(), 540u);
-    EXPECT_NE(longest.find('\n' + std::string(59, 'l') + ".\n"), std::string::npos);
+    EXPECT_EQ(message(std::string(1000, 'e').c_str(), fits.c_str(), 1234567).size(), 540u);
 }
 
 toolbox::AssertionAnswer theAnswer;

@@ -1,4 +1,4 @@
-// Waits in front of a real window.
+// Waits, and the words of real windows.
 #include <gtest/gtest.h>
 
 #include "support/window_kit.h"
@@ -39,6 +39,11 @@ TEST_F(WindowTest, SleepHandlesMessagesAndKeepsTheOneToQuit) {
     MSG message{};
     ASSERT_TRUE(PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
     EXPECT_EQ(message.wParam, 9u);
+}
+
+TEST_F(WindowTest, IsFoundByAPartOfItsTitle) {
+    EXPECT_EQ(FindWin("probed win", nullptr), window);
+    EXPECT_EQ(FindWin("probed win", window), nullptr);
 }
 
 }  // namespace

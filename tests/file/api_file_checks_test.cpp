@@ -92,14 +92,6 @@ TEST(IsReadOnly, LooksAtTheFileAndTriesItsFolder) {
                                                  {root + "sub", 0},
                                                  {root + "none\\new", 1}};
     for (const auto& [name, result] : cases) EXPECT_EQ(APIFile::isReadOnly(name.c_str()), result);
-
-    // Without a separator the name is taken for the folder.
-    auto& files = *toolbox::platform::current().files;
-    const std::string before = files.currentFolder();
-    ASSERT_EQ(files.setCurrentFolder(folder.path().c_str()), 0u);
-    EXPECT_EQ(APIFile::isReadOnly("file"), 1);
-    EXPECT_EQ(APIFile::isReadOnly("sub"), 0);
-    ASSERT_EQ(files.setCurrentFolder(before.c_str()), 0u);
     EXPECT_EQ(folder.names(), (std::vector<std::string>{"file", "locked", "sub", "tmp123yz.$$$"}));
     EXPECT_EQ(folder.read("tmp123yz.$$$"), "theirs");
 }

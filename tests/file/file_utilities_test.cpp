@@ -6,16 +6,6 @@
 
 namespace {
 
-TEST(GetFileSize, AddsTheWordsOfAllThatMatch) {
-    TempFolder folder;
-    folder.write("a.dat", "12345");
-    folder.write("b.dat", "123");
-    const std::string all = folder.path() + "\\*.dat";
-    // The high word counts as a number of its own.
-    std::filesystem::resize_file(folder / "a.dat", 0x200000007ull);
-    EXPECT_EQ(GetFileSize(all.c_str()), 2ul + 7 + 3);
-}
-
 TEST(KillFile, DeletesByBareNameInTheCurrentFolder) {
     TempFolder folder;
     std::filesystem::create_directory(folder / "sub");

@@ -74,19 +74,6 @@ TEST_F(Formula, CallsEachFunctionUnderItsLongestName) {
     EXPECT_TRUE(std::isnan(valueOf("SQRT(-1)")));
 }
 
-TEST_F(Formula, ConvertsNumbersToTheNearestDouble) {
-    expectValues(
-        "1E3 = 1000 | 1e3 = 1000 | 5. = 5 | .5 = 0.5 | 1E = 1 | 2E+ = 2 | 1.5E-003 = 0.0015 | "
-        "0E999 = 0 | 1E23 = 1e23 | 9007199254740993 = 9007199254740992 | "
-        "9007199254740993.00000000000000000001 = 9007199254740994 | "
-        "18446744073709551617 = 18446744073709551616 | 1844674407370955161.7E1 = "
-        "1.8446744073709552e19 | "
-        "0.018446744073709551621 = 0.018446744073709551621 | "
-        "0.00000000000000000000000000000012345 = 1.2345e-31 | 4.9E-324 = 4.9e-324 | "
-        "1.7976931348623157E308 = 1.7976931348623157e308 | "
-        "2.2250738585072011E-308 = 2.2250738585072011e-308");
-}
-
 TEST_F(Formula, IsDiagnosedWithoutAnyOtherEffect) {
     const std::pair<FormulaFault, const char*> cases[] = {
         {FormulaFault::empty, " = 0 |     = 3"},

@@ -36,13 +36,4 @@ TEST(LastResort, HasTheTextsFrom1300OnInBothLanguages) {
     EXPECT_EQ(loaded(1699, GMSG::French), "");
 }
 
-#if defined(_WIN32)
-TEST(LastResort, LeavesOlderTextsToTheApplication) {
-    for (const Supplied& text : kSupplied) {
-        if (text.id >= 1300) continue;
-        EXPECT_EQ(loaded(text.id, GMSG::French), "") << text.id;
-    }
-}
-#endif
-
 }  // namespace

@@ -86,8 +86,6 @@ void expectDefaults(const char* entry) {
     expectDefault(entry, 0xFFFFFFFEul);
     expectDefault(entry, 1.0 / 3);
     unsigned char bytes[] = {1, 2, 3, 4};
-    EXPECT_EQ(GMSG::getProfile("View", entry, bytes, 4ul, bytes + 0), 0) << entry;
-    EXPECT_EQ(bytes[1], 2) << entry;
     EXPECT_EQ(GMSG::getProfile("View", entry, bytes, 4ul, nullptr), 0) << entry;
     EXPECT_EQ(bytes[1], 0) << entry;
 }

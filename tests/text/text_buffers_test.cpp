@@ -1,8 +1,6 @@
-// Texts of resources, blanks at either end, and values printed into messages.
+// Texts of resources, blanks at either end, and messages filled with values.
 #include <gtest/gtest.h>
 
-#include <climits>
-#include <cstring>
 #include <type_traits>
 
 #include "support/text_fakes.h"
@@ -49,27 +47,6 @@ TEST(Lead, MovesAndTrailCutsOnlyWhatTheyLookAt) {
         EXPECT_STREQ(text.c_str(), c.expected) << c.text;
         EXPECT_EQ(c.change(nullptr, 3), 0);
     }
-}
-
-template <class T>
-CString shown(const T& value, const char* format = "") {
-    const CString byReference = TvOutVal(value, format).getStr();
-    EXPECT_EQ(TvOutVal(&value, format).getStr(), byReference);
-    return byReference;
-}
-
-TEST(OutputValue, PrintsEachKindByItsDefault) {
-    EXPECT_EQ(shown<unsigned char>(200), "200");
-    EXPECT_EQ(shown(1e10), "1e+010");
-    EXPECT_EQ(shown(LONG_MIN, "%d"), CString(std::to_string(LONG_MIN)));
-    EXPECT_EQ(shown(42, "%2000000000d").GetLength(), 4095);
-    FakedTexts texts;
-    texts.strings.put(1095, "et");
-    EXPECT_EQ(shown(TvCharSet(CString("ab")), "%5s"), "'a' et 'b'");
-    EXPECT_EQ(TvOutVal(static_cast<const double*>(nullptr), "%g").getStr(), "");
-#if defined(_WIN32)
-    EXPECT_EQ(TvOutVal(reinterpret_cast<const int*>(16), "%d").getStr(), "");
-#endif
 }
 
 // What would dangle, or be read as another type, does not compile.

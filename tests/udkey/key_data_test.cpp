@@ -23,19 +23,4 @@ TEST(KeyData, RestoresWhatARecordHolds) {
     }
 }
 
-TEST(KeyData, CopiesItsFormatByKind) {
-    const RealFormat format;
-    StringFormatedValue value;
-    value.setWidth(7);
-    for (const FormatType* each : std::initializer_list<const FormatType*>{&format, &value}) {
-        UDKeyData data;
-        data.setFormat(*each);
-        EXPECT_TRUE(*data.getFormat() == *each);
-        EXPECT_TRUE(data != UDKeyData()) << "'no format' equals every format, records do not";
-        UDKeyData copy(data);
-        copy.getFormat()->setJustify(each == &value ? Right : Left);
-        EXPECT_TRUE(copy != data) << "each has its own";
-    }
-}
-
 }  // namespace

@@ -1,4 +1,4 @@
-// The message loop with a real keyboard: accelerators, system accelerators, modeless dialogs.
+// The message loop with a real keyboard: accelerators, and those of the documents.
 #include "frame_fixture.h"
 #include "support/loop_script.h"
 
@@ -6,11 +6,6 @@ namespace {
 
 using toolbox::testing::LoopScript;
 using toolbox::testing::pressKey;
-
-/// A modeless dialog with two fields.
-HWND openPalette(HWND owner) {
-    return CreateDialogParamA(nullptr, "PALETTE", owner, nullptr, 0);
-}
 
 TEST_F(FrameTest, TurnsKeysIntoCommandsUnlessFrozen) {
     open();
@@ -36,25 +31,6 @@ TEST_F(FrameTest, TurnsKeysIntoCommandsUnlessFrozen) {
         })
         .until([&] { return !IsWindow(a); })
         .play();
-}
-
-TEST_F(FrameTest, SwitchesDialogsOffAndOnInNestedFashion) {
-    open();
-    const HWND first = openPalette(frame.getFrame());
-    const HWND disabled = openPalette(frame.getFrame());
-    EnableWindow(disabled, FALSE);
-    frame.registerModeless(first);
-    frame.registerModeless(disabled);
-
-    for (const auto& [on, dispatches] :
-         {std::pair{1, 1}, {0, 0}, {0, 0}, {1, 0}, {1, 1}, {1, 1}, {0, 0}, {1, 1}}) {
-        frame.setModelessDispatch(on);
-        EXPECT_EQ(frame.getModelessDispatch(), dispatches);
-        EXPECT_EQ(IsWindowEnabled(first), dispatches);
-        EXPECT_FALSE(IsWindowEnabled(disabled));
-    }
-    DestroyWindow(first);
-    DestroyWindow(disabled);
 }
 
 }  // namespace

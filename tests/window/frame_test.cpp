@@ -10,28 +10,6 @@ RECT placeIn(HWND parent, HWND window) {
     return place;
 }
 
-std::string lastItemOf(HMENU menu) {
-    char text[80] = "";
-    GetMenuStringA(menu, static_cast<UINT>(GetMenuItemCount(menu) - 1), text, sizeof text,
-                   MF_BYPOSITION);
-    return text;
-}
-
-TEST_F(FrameTest, ListsDocumentsInTheLastMenuThatHasTheCommand) {
-    open();
-    addDocument("Pont A");
-    addDocument("Pont B");
-    EXPECT_EQ(lastItemOf(GetSubMenu(frame.getFrameMenu(), 0)), "&Tile");
-    EXPECT_EQ(lastItemOf(GetSubMenu(frame.getFrameMenu(), 1)), "&2 Pont B");
-
-    const HMENU other = LoadMenuA(instance, MAKEINTRESOURCEA(IDM_TEST_OTHER));
-    EXPECT_EQ(frame.setMDIMenu(other, ID_TEST_NEW), 1);
-    EXPECT_EQ(GetMenu(frame.getFrame()), other);
-    EXPECT_EQ(lastItemOf(GetSubMenu(other, 0)), "&2 Pont B");
-    frame.setMDIMenu(nullptr, ID_TEST_NEW);
-    DestroyMenu(other);
-}
-
 TEST_F(FrameTest, AsksItselfThenTheApplicationThenTheDocument) {
     open();
     send(WM_COMMAND, ID_TEST_NEW);

@@ -1,10 +1,8 @@
 // The progress meter as its user sees it.
 #include "toolbox/meter.h"
 
-#include <commctrl.h>
 #include <gtest/gtest.h>
 
-#include <functional>
 
 #include "meter_dialog.h"
 #include "support/fake_system.h"
@@ -78,26 +76,6 @@ TEST_F(MeterTest, MayBeDeletedByAMessageThatItHandles) {
         EXPECT_FALSE(IsWindow(dialog));
     }
     EXPECT_TRUE(IsWindowEnabled(owner));
-}
-
-TEST_F(MeterTest, CountsPartsAndNeverMovesItsBarBack) {
-    create();
-    const struct {
-        std::function<void()> operation;
-        int parts, bar;
-    } steps[] = {
-        {[&] { meter.setPartsInJob(20); }, 0, 1},  // it starts with a step
-        {[&] { meter.setPartsComplete(5); }, 5, 6},  {[&] { meter.setPartsComplete(3); }, 5, 6},
-        {[&] { meter.setPartsComplete(0); }, 0, 7},  {[&] { meter.setDeltaPos(3); }, 0, 10},
-        {[&] { meter.setCurPos(4); }, 4, 10},  // which becomes the step
-        {[&] { meter.setPartsComplete(5); }, 5, 14}, {[&] { meter.setPartsInJob(0); }, -1, 0},
-    };
-    for (const auto& step : steps) {
-        SCOPED_TRACE(&step - steps);
-        step.operation();
-        EXPECT_EQ(meter.getPartsComplete(), step.parts);
-        EXPECT_EQ(SendMessageA(control(IDC_METER_BAR), PBM_GETPOS, 0, 0), step.bar);
-    }
 }
 
 TEST_F(MeterTest, IsCancelledByAClickWhileTheJobAsks) {

@@ -2,7 +2,6 @@
 #pragma once
 
 #define IDM_TEST_FRAME 100
-#define IDM_TEST_OTHER 101
 #define IDA_TEST_FRAME 100
 #define ID_TEST_NEW 200
 #define ID_TEST_TILE 7

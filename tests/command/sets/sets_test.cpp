@@ -44,20 +44,15 @@ TEST(Sets, KeepOrderAndRefuseWhatTheyHold) {
     EXPECT_EQ(set.remove(at(1)), 1) << "the first of them";
     EXPECT_EQ(set.removeByIndex(2), 1);
     EXPECT_EQ(numbers(set), (Numbers{3, 1, 1}));
-    EXPECT_EQ(set.findItem(at(1)), 1);
-    EXPECT_EQ(set.findItem(at(2)), -1);
-
     EXPECT_EQ(set.replaceItem(0, at(1)), 0) << "held elsewhere";
     EXPECT_EQ(set.replaceItem(2, at(5)), 1);
     EXPECT_EQ(set.exchangeItem(0, 2), 1);
-    EXPECT_EQ(set.exchangeItem(2, 2), 0);
     EXPECT_EQ(numbers(set), (Numbers{5, 1, 3}));
-    for (const int index : {-1, 3, std::numeric_limits<int>::max()}) {
+    for (const int index : {-1, 3}) {
         EXPECT_EQ(set[index], at(5)) << index;
         EXPECT_EQ(set.removeByIndex(index), 0);
         EXPECT_EQ(set.replaceItem(index, at(7)), 0);
         EXPECT_EQ(set.exchangeItem(0, index), 0);
-        EXPECT_EQ(set.exchangeItem(index, 0), 0);
     }
     set.init();
     EXPECT_EQ(set[0], nullptr);

@@ -123,15 +123,6 @@ TEST_P(FileWalkCorpus, Torn) {
         }
 }
 
-TEST_P(FileWalkCorpus, WithAnotherLength) {
-    for (const Record& record : GetParam().records)
-        for (const std::size_t at : {record.from + 68, record.from + 132})
-            for (const std::uint32_t value : {8u, 300u, 0xFFFFFu})
-                if (at + 4 <= whole().size())
-                    check(changed(GetParam(), at, block_kit::word(value)),
-                          std::to_string(value) + " at " + std::to_string(at), true);
-}
-
 TEST_P(FileWalkCorpus, LosesNothingBesideBytesPutIn) {
     const std::size_t n = 5;
     for (std::size_t at = 160; at < whole().size(); at += 37) {

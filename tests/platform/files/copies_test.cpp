@@ -53,10 +53,8 @@ TEST_F(HostFiles, ExpandsCompressedFilesAndTellsDamagedOnes) {
         {compressed(data + "left over"), 23, expanded},
         {compressed(data, 'A', 5), 5, expanded.substr(0, 5)},
 #endif
-        {compressed("", 'A', 0), 0, ""},
         {manyBytes(), 300'000, manyBytes()},
         {"SZDD\x88\xF0'3A", 9, "SZDD\x88\xF0'3A"},
-        {"SZDE" + compressed(data).substr(4), 21, "SZDE" + compressed(data).substr(4)},
     };
     const std::string to = folder / "to";
     const auto expand = [&](const std::string& given) {

@@ -72,23 +72,6 @@ TEST_F(RegistryStoreContract, ComparesNamesWithoutCaseAndPathsWithoutDoubledSepa
     EXPECT_EQ(read(under("\\Deep\\\xC9t\xE9"), "Nom\xE9"), (Value{0, REG_DWORD, "1234"}));
 }
 
-TEST_F(RegistryStoreContract, TellsWhatIsMissingOrTooLarge) {
-    const std::string key = under("\\A");
-    ASSERT_EQ(write(key, "n", REG_DWORD, "1234"), 0u);
-    EXPECT_EQ(read(key, "absent"), (Value{ERROR_FILE_NOT_FOUND, 0, ""}));
-    EXPECT_EQ(read(under("\\absent"), "n"), (Value{ERROR_FILE_NOT_FOUND, 0, ""}));
-    EXPECT_EQ(write("\\" + key, "n", REG_SZ, "x\0"s), ERROR_BAD_PATHNAME);
-    EXPECT_NE(write(key, std::string(20000, 'n').c_str(), REG_SZ, "x\0"s), 0u);
-
-    char data[4] = {'#', '#', '#', '#'};
-    std::uint32_t type = 0;
-    std::uint32_t size = 3;
-    EXPECT_EQ(registry().read(HKEY_CURRENT_USER, key.c_str(), "n", type, data, size),
-              ERROR_MORE_DATA);
-    EXPECT_EQ(size, 4u);
-    EXPECT_EQ(data[0], '#');
-}
-
 #if !defined(_WIN32)
 TEST_F(RegistryStoreContract, ReadsAFileThatAPersonWrote) {
     ASSERT_EQ(write("Software\\App", "n", REG_DWORD, "1234"), 0u);  // makes the folder

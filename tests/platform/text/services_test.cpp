@@ -1,4 +1,4 @@
-// What every implementation of the text and prompt services keeps to. Runs against the host's own.
+// The text and prompt services where the library itself provides them.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -17,16 +17,6 @@ std::string loaded(unsigned int id, Language language, HINSTANCE module = nullpt
     return {text, static_cast<std::size_t>(length)};
 }
 
-TEST(StringResources, CutsAndTerminates) {
-    char text[] = "GGGGGG";
-    EXPECT_EQ(current().strings->load(nullptr, 1019, Language::english, text, 0), 0);
-    EXPECT_EQ(text[0], 'G');
-    EXPECT_EQ(current().strings->load(nullptr, 1019, Language::system, text, 5), 4);
-    EXPECT_EQ(text[4], '\0');
-    EXPECT_EQ(text[5], 'G');
-}
-
-#if !defined(_WIN32)
 TEST(StringResources, RegisteredTablesStandBeforeTheSuppliedOne) {
     static constexpr auto kOwn =
         std::to_array<StringEntry>({{1019, "table", nullptr}, {7, nullptr, "seven"}});
@@ -51,7 +41,6 @@ TEST(UserPrompt, GivesTheAnswerThatChangesNothing) {
         EXPECT_EQ(::testing::internal::GetCapturedStderr(), "Caption: 100%s%n\n");
     }
 }
-#endif
 
 }  // namespace
 }  // namespace toolbox::platform

@@ -72,7 +72,7 @@ TEST_F(FrameTest, LeavesTheApplicationWhenTheSessionEnds) {
     send(WM_ENDSESSION, 1);
     send(WM_ENDSESSION, 1);
     EXPECT_EQ(taken(), Log{"frameDestroyed"});  // once, and no document hears of it
-    send(WM_CLOSE);  // nobody left to ask but the document
+    send(WM_CLOSE);                             // nobody left to ask but the document
     EXPECT_EQ(taken(), (Log{"A 17 1", "A deleted"}));
     EXPECT_EQ(frame.getFrame(), nullptr);
 }

@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-
 #include "meter_dialog.h"
 #include "support/fake_system.h"
 #include "support/window_kit.h"

@@ -65,8 +65,8 @@ std::vector<block_kit::Block> blocksOf(const Path& name) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     // In memory where the machine has such a place.
-    static const bool isQuiet = setenv("TMPDIR", "/dev/shm", 0) == 0 &&
-                                std::freopen("/dev/null", "w", stdout) != nullptr;
+    static const bool isQuiet =
+        setenv("TMPDIR", "/dev/shm", 0) == 0 && std::freopen("/dev/null", "w", stdout) != nullptr;
     require(isQuiet);
     static const TempFolder folder;
     static const Path given = folder / "given", rescued = folder / "rescued",

@@ -33,14 +33,15 @@ namespace {
 
 class DamagedBlockFile : public testing::TestWithParam<std::uint32_t> {
   protected:
-    /// A block that is as it was, like the header and the index, is given as it was; of another only
-    /// what stands in the file.
+    /// A block that is as it was, like the header and the index, is given as it was; of another
+    /// only what stands in the file.
     void check(const std::string& whole, const std::string& bytes, const std::string& what) {
         // Emptying a file makes some systems wait for the disk; a new one is never written there.
         std::filesystem::remove(folder / "damaged.dat");
         const std::string name = folder.write("damaged.dat", bytes);
         const auto isKept = [&](std::size_t from, std::size_t to) {
-            return to <= bytes.size() && bytes.compare(from, to - from, whole, from, to - from) == 0;
+            return to <= bytes.size() &&
+                   bytes.compare(from, to - from, whole, from, to - from) == 0;
         };
         std::size_t at = GetParam() == 100 ? 156 : 160;
         const bool isIndexed = isKept(0, at) && isKept(wordAt(whole, 148), whole.size());
@@ -107,8 +108,7 @@ TEST(DamagedIndex, OfEqualEntriesTheFirstCounts) {
         const std::string bytes = record(210, block);
         const auto end = static_cast<std::uint32_t>(160 + bytes.size());
         const std::string name = folder.write(
-            std::to_string(more),
-            header(210, 0, end) + bytes + record(210, {0xFFFFFFEF, entries}));
+            std::to_string(more), header(210, 0, end) + bytes + record(210, {0xFFFFFFEF, entries}));
         EXPECT_EQ(fetched(name, {block, {5, ""}}), std::vector<Block>{block});
         TarvFileRead file;
         ASSERT_EQ(file.open(name.c_str()), 1);

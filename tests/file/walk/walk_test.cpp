@@ -20,8 +20,8 @@ bool isAt(const WalkFinding& found, const Record& record, std::size_t moved = 0)
     return found.frame.offset == record.from + moved && found.frame.end == record.to + moved;
 }
 
-/// How the blocks that are found fall short; empty when they do not. Unless it `mayInvent`, no block
-/// is told, be it with a doubt, where none was written.
+/// How the blocks that are found fall short; empty when they do not. Unless it `mayInvent`, no
+/// block is told, be it with a doubt, where none was written.
 std::string fault(const Original& original, const std::string& damaged, bool mayInvent) {
     const corpus::Walked walked(damaged);
     bool isGood = walked.isGapless();
@@ -132,9 +132,10 @@ TEST_P(FileWalkCorpus, LosesNothingBesideBytesPutIn) {
             // Nor what comes after a torn terminator, by which a search knows where to look.
             if (record.from < at + 4 && record.to > at) continue;
             const std::size_t moved = record.from < at ? 0 : n;
-            EXPECT_TRUE(std::ranges::any_of(walked.blocks(), [&](const WalkFinding& found) {
-                return isAt(found, record, moved);
-            })) << record.id << ", put in at " << at << walked.shown();
+            EXPECT_TRUE(std::ranges::any_of(
+                walked.blocks(),
+                [&](const WalkFinding& found) { return isAt(found, record, moved); }))
+                << record.id << ", put in at " << at << walked.shown();
         }
     }
 }
@@ -144,8 +145,7 @@ using AlignedFile = FileWalkCorpus;
 TEST_P(AlignedFile, Overwritten) {
     // Whole blocks, or heads alone; each, or every second, so that none has an intact one beside
     // it.
-    for (const std::string& fill :
-         {std::string("?\0", 2), std::string("\xFF")})
+    for (const std::string& fill : {std::string("?\0", 2), std::string("\xFF")})
         for (const std::size_t most : {std::size_t{136}, whole().size()}) {
             std::string islands = whole();
             bool isOdd = false;

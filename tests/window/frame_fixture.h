@@ -25,7 +25,7 @@ struct LoggingApplication : MDIApplication {
     }
     void classRegistered(HINSTANCE) override { note("classRegistered"); }
     int command(HWND child, WPARAM wParam, LPARAM) override {
-        return note("command " + std::to_string(wParam) + (child ? " child" : ""), handles);
+        return note("command " + std::to_string(wParam) + (child ? " child" : ""));
     }
     void systemCommand(HWND, WPARAM, LPARAM) override { note("system command"); }
     void childActivated(HWND) override { ADD_FAILURE(); }
@@ -41,7 +41,6 @@ struct LoggingApplication : MDIApplication {
     Log& log;
     std::function<void()> action;  ///< done inside every call
     int mayClose = 1;
-    int handles = 0;
 };
 
 /// A document named by its title; it logs under that name.

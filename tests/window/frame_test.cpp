@@ -1,4 +1,4 @@
-// The frame's window, its menus, the commands on documents, and where windows go.
+// Where the windows of a frame go.
 #include "frame_fixture.h"
 
 namespace {
@@ -8,25 +8,6 @@ RECT placeIn(HWND parent, HWND window) {
     GetWindowRect(window, &place);
     MapWindowPoints(nullptr, parent, reinterpret_cast<POINT*>(&place), 2);
     return place;
-}
-
-TEST_F(FrameTest, AsksItselfThenTheApplicationThenTheDocument) {
-    open();
-    send(WM_COMMAND, ID_TEST_NEW);
-    EXPECT_EQ(taken(), Log{"command 200"});
-    const HWND a = addDocument("A").getHWND();
-    addDocument("B");
-
-    send(WM_COMMAND, ID_TEST_NEW);
-    EXPECT_EQ(taken(), (Log{"command 200 child", "B 273 200"}));
-    application.handles = 1;
-    send(WM_COMMAND, 4999);
-    EXPECT_EQ(taken(), Log{"command 4999 child"});
-    send(WM_COMMAND, ID_TEST_TILE);  // the frame's
-    EXPECT_EQ(taken(), Log{});
-    send(WM_COMMAND, 5000);  // the first entry of the list
-    EXPECT_EQ(taken(), Log{});
-    EXPECT_EQ(frame.getActiveMDIChild(), a);
 }
 
 TEST_F(FrameTest, KeepsRoomForAVisiblePaneAndAStripAtItsBottom) {

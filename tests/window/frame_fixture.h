@@ -27,6 +27,7 @@ struct LoggingApplication : MDIApplication {
     int command(HWND child, WPARAM wParam, LPARAM) override {
         return note("command " + std::to_string(wParam) + (child ? " child" : ""));
     }
+    int privateMessage(HWND, UINT, WPARAM, LPARAM) override { return 0; }
     void systemCommand(HWND, WPARAM, LPARAM) override { note("system command"); }
     void childActivated(HWND) override { ADD_FAILURE(); }
     void frameMoved(int reserved) override { note("moved " + std::to_string(reserved)); }

@@ -56,6 +56,7 @@ class DamagedBlockFile : public testing::TestWithParam<std::uint32_t> {
             if (isIndexed && isKept(from, at)) {
                 ASSERT_EQ(seen(out), block) << what;
             } else if (isGiven) {
+                ASSERT_EQ(seen(out).id, block.id) << what;
                 ASSERT_NE(bytes.find(seen(out).data), std::string::npos) << what;
             } else {
                 ASSERT_EQ(seen(out), kBefore) << what;

@@ -129,11 +129,11 @@ TEST_F(BlockFile, GivesNothingWhenTheFileIsShortenedWhileOpen) {
     ASSERT_EQ(file.open(name.c_str()), 1);
     FaultyFiles faults;
     TarvBlocFile out;
-    for (const std::uint32_t bytes : {0u, 100u, 70000u}) {
+    for (const std::uint32_t bytes : {0u, 100u, 70144u}) {
         faults.shorten(FileCall::readAt, 1, bytes, true);
         EXPECT_EQ(file.getBloc(3, out), 0) << bytes;
     }
-    faults.shorten(FileCall::readAt, 1, 70147, true);  // the last byte is not looked at
+    faults.shorten(FileCall::readAt, 1, 70145, true);  // of its terminator one byte
     EXPECT_EQ(file.getBloc(3, out), 1);
 }
 

@@ -10,7 +10,6 @@
 #define IDC_NOTE 1002
 #define IDC_LIST 1003
 #define IDC_BOX 1004
-#define IDC_INSIDE 1005
 #define IDC_LINE 1006
 #define IDC_CIRCLE 1007
 #define IDC_WIDTH 1008

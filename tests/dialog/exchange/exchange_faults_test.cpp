@@ -92,6 +92,8 @@ TEST_F(ExchangeFaults, OfRulesBetweenFieldsSeeWhatWasEnteredAndStoreNothing) {
 
     // A rule of the dialog that comes when everything is read.
     type(IDC_NUMBER, "50");
+    EXPECT_EQ(fields->verify(exchange), 1);
+    expectUnchanged();
     EXPECT_EQ(fields->read(exchange), 1);
     EXPECT_EQ(force.value(), 50);
     EXPECT_EQ(fields->fail(IDC_NUMBER, "too much"), 0);

@@ -2,6 +2,7 @@
 #include "control_fixture.h"
 #include "support/picture.h"
 #include "support/temp_folder.h"
+#include "toolbox/keys.h"
 
 namespace {
 
@@ -127,6 +128,27 @@ TEST_F(Static, IsALinkForMouseAndKeyboard) {
     shown.setLink("the end", [&] { DestroyWindow(window); });
     press(VK_SPACE);
     EXPECT_EQ(shown.getHWND(), nullptr);
+}
+
+TEST_F(Static, ShowsAValueWithItsUnits) {
+    RealFormatedValue value;
+    value.RealFormat::setFormat(10, 2, Right);
+    value = 12.345;
+    EXPECT_EQ(shown.setValue(value, "R&D"), 1);
+    EXPECT_EQ(textOf(label), "12.35 R&&D") << "no mnemonic";
+}
+
+TEST_F(ControlFixture, ListsHaveColumnsTextsAndASelection) {
+    TvListView list;
+    ASSERT_EQ(list.attach(add(WC_LISTVIEWA, LVS_REPORT, 4, 10, 300, 100)), 1);
+    EXPECT_EQ(list.addColumns({{"Name", 80}, {"Value", 40, true}}), 1);
+    EXPECT_EQ(list.setText(0, 1, "early"), 0) << "a row begins with its column 0";
+    const std::string longText(1000, 'x');
+    for (int row = 0; row < 3; ++row) EXPECT_EQ(list.setText(row, 0, longText.c_str()), 1);
+    EXPECT_EQ(list.getText(2, 0), longText);
+    EXPECT_EQ(list.selectRow(TvListView::kEveryRow), 1);
+    EXPECT_EQ(list.selectRow(0, false), 1);
+    EXPECT_EQ(list.selectedRows(), (std::vector<int>{1, 2}));
 }
 
 }  // namespace

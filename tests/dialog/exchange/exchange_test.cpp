@@ -134,6 +134,21 @@ TEST_F(ExchangeOfFields, KnowsWhatWasTouched) {
     EXPECT_EQ(fields->isTouched(), 0);
 }
 
+TEST_F(ExchangeOfFields, LetsNoMoreBeTypedThanTheRuleAllows) {
+    CString plain = "longer than six";
+    fields->fill([&](TvExchange& all) {
+        all.text(IDC_TEXT, form.name);
+        all.text(IDC_VALUE, plain, 6);
+    });
+    for (const auto& [id, kept] : {std::pair{IDC_TEXT, 8u}, std::pair{IDC_VALUE, 15u}}) {
+        SetFocus(control(id));
+        SendMessageA(control(id), EM_SETSEL, 0, -1);
+        typeText(std::string(20, '9'));
+        pumpMessages();
+        EXPECT_EQ(shown(id), std::string(kept, '9')) << "at least as long as it was";
+    }
+}
+
 std::vector<std::string> traces;
 
 TEST_F(ExchangeOfFields, TellsTheTraceOfControlsThatTheTemplateLacks) {

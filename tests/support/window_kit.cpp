@@ -21,6 +21,12 @@ BOOL CALLBACK collectDialog(HWND window, LPARAM dialogs) {
     return TRUE;
 }
 
+BOOL CALLBACK takeTip(HWND window, LPARAM text) {
+    if (isOfClass(window, "tooltips_class32") && IsWindowVisible(window))
+        *reinterpret_cast<std::string*>(text) = textOf(window);
+    return TRUE;
+}
+
 INPUT mouseEvent(DWORD flags) {
     INPUT event{};
     event.type = INPUT_MOUSE;
@@ -136,6 +142,12 @@ std::vector<HWND> openDialogs() {
     std::vector<HWND> dialogs;
     EnumThreadWindows(GetCurrentThreadId(), collectDialog, reinterpret_cast<LPARAM>(&dialogs));
     return dialogs;
+}
+
+std::string shownTip() {
+    std::string text;
+    EnumThreadWindows(GetCurrentThreadId(), takeTip, reinterpret_cast<LPARAM>(&text));
+    return text;
 }
 
 HandleMarks handleMarks() {

@@ -47,6 +47,9 @@ void clickOn(HWND window);
 /// Visible and enabled dialogs and message boxes of this thread, topmost first.
 [[nodiscard]] std::vector<HWND> openDialogs();
 
+/// The text of the tip that can be seen; empty when there is none.
+[[nodiscard]] std::string shownTip();
+
 /// How far the system's tables of windows and of drawing objects are used. Handles that are left
 /// behind push both up, each by one or more; GetGuiResources() counts nothing under Wine.
 struct HandleMarks {

@@ -42,8 +42,7 @@ class Model {
         ASSERT_EQ(stack_.canUndo() != 0, groups_.empty() && at_ > 0) << drawn;
     }
 
-    // What came up, so that the test can see that it tests something.
-    int walksToClean = 0, merged = 0, annulled = 0, rolledBack = 0, restored = 0;
+    int walksToClean = 0;  ///< so that the test can see that it tests something
 
   private:
     struct Step {
@@ -89,8 +88,6 @@ class Model {
         EXPECT_EQ(set(stack_, cells_, cell, value, gesture), takes ? Edit::Done : Edit::Failed);
         if (!takes) return;
         now_[cell] = value;
-        merged += merging;
-        annulled += back;
         if (!groups_.empty()) {
             groups_.back().filled = true;
             return;
@@ -128,7 +125,6 @@ class Model {
     }
     void failGroup() {
         if (groups_.empty()) return;
-        rolledBack += groups_.back().filled;
         groups_.back().failed = true;
         now_ = groups_.back().before;
     }
@@ -141,7 +137,6 @@ class Model {
         const int done = back ? stack_.undo() : stack_.redo();
         cells_.hook = Cells().hook;
         EXPECT_EQ(done, can && !failed);
-        restored += failed;
         if (done) now_ = back ? steps_[--at_].before : steps_[at_++].after;
         walksToClean += done && now_ == saved_;
     }
@@ -189,9 +184,7 @@ TEST(UndoModel, IsCleanExactlyWhenTheBytesAreThoseThatWereSaved) {
     for (const std::size_t limit : {1, 3, 10, 40}) {
         Model model(limit);
         for (int i = 0; i < kTimes && !HasFatalFailure(); ++i) model.operate();
-        for (const int times :
-             {model.walksToClean, model.merged, model.annulled, model.rolledBack, model.restored})
-            EXPECT_GT(times, 50) << limit;
+        EXPECT_GT(model.walksToClean, 50) << limit;
     }
 }
 

@@ -21,61 +21,42 @@ void lead(HWND window, const Moment& moment) {
     if (moment.command) SendMessageA(window, WM_COMMAND, static_cast<WPARAM>(moment.command), 0);
 }
 
-TEST_F(DialogEnd, ComesByItsObjectInEveryOperation) {
-    for (const Moment& moment : kMoments) {
-        for (const bool isModal : {false, true}) {
-            bool deleted = false;
-            auto* const dialog = new TestDialog;
-            dialog->whenDeleted = [&] { deleted = true; };
-            dialog->inside[moment.name] = [=] { delete dialog; };
-            HWND window = nullptr;
-            if (isModal) {
-                DialogScript script;
-                if (moment.command) script.run([&](HWND top) { lead(window = top, moment); });
-                dialog->run(owner);
-            } else {
-                window = dialog->open(owner);
-                if (window) lead(window, moment);
-            }
-            EXPECT_TRUE(deleted) << moment.name << isModal;
-            EXPECT_FALSE(IsWindow(window)) << moment.name << isModal;
-            EXPECT_TRUE(IsWindowEnabled(owner)) << moment.name << isModal;
-        }
-    }
-}
-
-TEST_F(DialogEnd, ComesByItsWindowInEveryOperation) {
-    for (const Moment& moment : kMoments) {
-        if (std::string("destroyed") == moment.name) continue;
-        for (const bool isModal : {false, true}) {
-            TestDialog dialog;
-            dialog.inside[moment.name] = [&] { DestroyWindow(dialog.getHWND()); };
-            DialogScript script;
-            if (isModal) {
-                if (moment.command) script.run([&](HWND top) { lead(top, moment); });
-                EXPECT_EQ(dialog.run(owner), 0);
-            } else if (const HWND window = dialog.open(owner)) {
-                lead(window, moment);
-            }
-            EXPECT_EQ(dialog.getHWND(), nullptr) << moment.name << isModal;
-            EXPECT_NE(dialog.log.find("destroyed"), std::string::npos) << moment.name << isModal;
-            EXPECT_TRUE(IsWindowEnabled(owner)) << moment.name << isModal;
-            EXPECT_EQ(dialog.wasMade(), 1);
-        }
-    }
-}
-
-TEST_F(DialogEnd, ComesByItselfWhenTheDialogIsCloseInOpened) {
-    for (const bool isModal : {false, true}) {
-        TestDialog dialog;
-        dialog.inside["opened"] = [&] { EXPECT_EQ(dialog.close(7), 1); };
-        if (isModal)
-            EXPECT_EQ(dialog.run(owner), 7);
+void expectEnd(HWND owner, const Moment& moment, bool isModal, bool byObject) {
+    SCOPED_TRACE(std::string(moment.name) + (isModal ? ", modal" : "") +
+                 (byObject ? ", its object" : ", its window"));
+    auto dialog = std::make_unique<TestDialog>();
+    TestDialog* const plain = dialog.get();
+    HWND window = nullptr;
+    dialog->inside[moment.name] = [&] {
+        window = plain->getHWND();
+        if (byObject)
+            dialog.reset();
         else
-            EXPECT_EQ(dialog.open(owner), nullptr);
-        EXPECT_EQ(dialog.log, "opened destroyed ");
-        EXPECT_EQ(dialog.wasMade(), 1);
+            DestroyWindow(window);
+    };
+    DialogScript script;
+    if (isModal) {
+        if (moment.command) script.run([&](HWND top) { lead(top, moment); });
+        const int result = plain->run(owner);
+        EXPECT_TRUE(byObject || result == 0);
+    } else if (const HWND top = plain->open(owner)) {
+        lead(top, moment);
     }
+    EXPECT_FALSE(IsWindow(window));
+    EXPECT_TRUE(IsWindowEnabled(owner));
+    EXPECT_EQ(dialog == nullptr, byObject);
+    if (byObject) return;
+    EXPECT_EQ(dialog->getHWND(), nullptr);
+    EXPECT_NE(dialog->log.find("destroyed"), std::string::npos);
+    EXPECT_EQ(dialog->wasMade(), 1);
+}
+
+TEST_F(DialogEnd, ComesInEveryOperation) {
+    for (const Moment& moment : kMoments)
+        for (const bool isModal : {false, true}) {
+            expectEnd(owner, moment, isModal, true);
+            if (moment.name != std::string("destroyed")) expectEnd(owner, moment, isModal, false);
+        }
 }
 
 TEST_F(DialogEnd, EndsWhatRunsOverIt) {
@@ -116,45 +97,32 @@ TEST_F(DialogEnd, ComesWithItsOwnerAndWithAChildThatIsOne) {
 
 TEST_F(DialogEnd, DeletesAnObjectThatIsToldSo) {
     int deleted = 0;
-    const auto make = [&] {
-        auto* const dialog = new TestDialog;
-        dialog->whenDeleted = [&] { ++deleted; };
-        dialog->deleteWhenClosed();
-        return dialog;
-    };
-    make()->open(owner);
-    EXPECT_EQ(deleted, 0);
+    auto* const dialog = new TestDialog;
+    dialog->whenDeleted = [&] { ++deleted; };
+    dialog->deleteWhenClosed();
+    dialog->inside["destroyed"] = [=, this] { dialog->open(owner); };
+    DestroyWindow(dialog->open(owner));
+    EXPECT_EQ(deleted, 0) << "opened again";
     DestroyWindow(openDialogs().front());
     EXPECT_EQ(deleted, 1);
 
+    auto* const modal = new TestDialog;
+    modal->deleteWhenClosed();
     DialogScript script;
     script.run([](HWND) { pressKey(VK_RETURN); });
-    EXPECT_EQ(make()->run(owner), 1) << "the result outlives it";
-    EXPECT_EQ(deleted, 2);
-
-    auto* const reopened = make();
-    reopened->inside["destroyed"] = [=, this] {
-        reopened->inside.clear();
-        reopened->open(owner);
-    };
-    DestroyWindow(reopened->open(owner));
-    EXPECT_EQ(deleted, 2);
-    EXPECT_EQ(reopened->close(0), 1);
-    EXPECT_EQ(deleted, 3);
+    EXPECT_EQ(modal->run(owner), 1) << "the result outlives it";
 }
 
 TEST_F(DialogEnd, TakesNoHandlesAlong) {
     int turn = 0;
     expectNoHandlesLeft(1000, [&] {
         TestDialog dialog(++turn % 3 ? IDD_PLAIN : IDD_SIZABLE);
-        const bool isShort = turn % 5 != 0;  // it closes itself before it is seen
-        if (isShort) dialog.inside["opened"] = [&] { dialog.close(0); };
-        if (isShort && turn % 2) {
-            EXPECT_EQ(dialog.run(owner), 0);
-        } else {
-            EXPECT_EQ(dialog.open(owner) == nullptr, isShort);
+        if (turn % 5 == 0) {
+            EXPECT_NE(dialog.open(owner), nullptr);
+            return;
         }
-        EXPECT_EQ(dialog.wasMade(), 1);
+        dialog.inside["opened"] = [&] { dialog.close(7); };
+        EXPECT_EQ(dialog.run(owner), 7);
     });
 }
 

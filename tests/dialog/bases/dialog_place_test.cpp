@@ -29,7 +29,6 @@ class PlacedDialog : public TestDialog {
     void layout(TvDialogLayout& sizes) override {
         if (!isSizable_) return;
         sizes.share(IDC_BOX, 0, 0, 50, 100);
-        sizes.share(IDC_INSIDE, 0, 0, 50, 0);
         sizes.share(IDC_WIDTH, 0, 0, 50, 0);
         sizes.share(IDC_LIST, 50, 0, 100, 100);
         sizes.follow(IDOK, TvDialogLayout::Right | TvDialogLayout::Bottom);
@@ -48,6 +47,18 @@ class DialogPlace : public DialogFixture {
         SystemParametersInfoA(SPI_GETWORKAREA, 0, &work, 0);
     }
     ~DialogPlace() override { GMSG::setUseRegistry(1); }
+    /// The setting of that name.
+    static std::string kept(const char* name) {
+        RWCString text;
+        GMSG::getProfile("Places", name, text, RWCString());
+        return text.str();
+    }
+
+    void expectSeen(const RECT& at) const {
+        RECT seen{};
+        EXPECT_TRUE(IntersectRect(&seen, &at, &work));
+        EXPECT_TRUE(EqualRect(&seen, &at)) << at.left << " " << at.top;
+    }
 
     TempFolder folder_;
     RECT work{};
@@ -64,102 +75,42 @@ void expectSame(const RECT& a, const RECT& b) {
 }
 
 TEST_F(DialogPlace, IsTheMiddleOfTheOwnerAsFarAsTheScreenAllows) {
-    const auto middle = [&] {
-        TestDialog dialog;
-        RECT at{};
-        GetWindowRect(dialog.open(owner), &at);
-        RECT seen{};
-        EXPECT_TRUE(IntersectRect(&seen, &at, &work));
-        expectSame(seen, at);
-        return middleOf(at);
-    };
     RECT over{};
     GetWindowRect(owner, &over);
-    EXPECT_NEAR(middle().x, middleOf(over).x, 1);
-    EXPECT_NEAR(middle().y, middleOf(over).y, 1);
-
-    const POINT screen = middleOf(work);
-    ShowWindow(owner, SW_HIDE);
-    EXPECT_NEAR(middle().x, screen.x, 1) << "a hidden owner";
-    ShowWindow(owner, SW_SHOWMINIMIZED);
-    EXPECT_NEAR(middle().x, screen.x, 1) << "a minimized owner";
-    EXPECT_NEAR(middle().y, screen.y, 1);
+    for (const int state : {SW_SHOWNORMAL, SW_HIDE, SW_SHOWMINIMIZED}) {
+        ShowWindow(owner, state);
+        // A setting that cannot be read is none.
+        GMSG::writeProfile("Places", "Test", "12 13 nonsense");
+        PlacedDialog dialog(IDD_PLAIN);
+        dialog.open(owner);
+        const POINT wanted = middleOf(state == SW_SHOWNORMAL ? over : work);
+        EXPECT_NEAR(middleOf(dialog.place()).x, wanted.x, 1) << state;
+        EXPECT_NEAR(middleOf(dialog.place()).y, wanted.y, 1) << state;
+    }
     ShowWindow(owner, SW_RESTORE);
     SetWindowPos(owner, nullptr, work.right - 30, work.bottom - 20, 0, 0, SWP_NOSIZE);
-    EXPECT_LT(middle().x, work.right) << "an owner that is nearly off the screen";
-}
-
-TEST_F(DialogPlace, IsKeptOnceTheUserHasMovedIt) {
-    RWCString kept;
-    const auto isKept = [&] { return GMSG::getProfile("Places", "Test", kept, RWCString()) == 1; };
-    { PlacedDialog(IDD_PLAIN).open(owner); }
-    EXPECT_FALSE(isKept());
-    RECT moved{};
-    {
-        PlacedDialog dialog(IDD_PLAIN);
-        SetWindowPos(dialog.open(owner), nullptr, 77, 55, 0, 0, SWP_NOSIZE);
-        moved = dialog.place();
-    }
-    EXPECT_TRUE(isKept());
-    PlacedDialog again(IDD_PLAIN);
-    again.open(owner);
-    expectSame(again.place(), moved);
+    PlacedDialog dialog(IDD_PLAIN);
+    dialog.open(owner);
+    expectSeen(dialog.place());
 }
 
 TEST_F(DialogPlace, StaysKeptWhileItsScreenIsMissing) {
-    for (const char* kept : {"5000 4000 700 500 96", "-3000 20 700 500 96 max"}) {
-        GMSG::writeProfile("Places", "Test", kept);
-        const auto now = [] {
-            RWCString text;
-            GMSG::getProfile("Places", "Test", text, RWCString());
-            return text;
-        };
+    for (const char* const away : {"5000 4000 700 500 96", "-3000 20 700 500 96 max"}) {
+        GMSG::writeProfile("Places", "Test", away);
         PlacedDialog dialog(IDD_SIZABLE, true);
         ASSERT_NE(dialog.open(owner), nullptr);
-        RECT seen{};
-        const RECT at = dialog.place();
-        EXPECT_TRUE(IntersectRect(&seen, &at, &work));
-        expectSame(seen, at);
-        EXPECT_EQ(at.right - at.left, 700);
+        expectSeen(dialog.place());
+        EXPECT_EQ(dialog.place().right - dialog.place().left, 700);
         dialog.close(0);
-        EXPECT_EQ(now(), kept) << "the user has not touched it";
+        EXPECT_EQ(kept("Test"), away) << "the user has not touched it";
 
         dialog.open(owner);
         SetWindowPos(dialog.getHWND(), nullptr, 50, 40, 0, 0, SWP_NOSIZE);
         dialog.close(0);
-        EXPECT_EQ(now().view().substr(0, 14), "50 40 700 500 ");
+        EXPECT_EQ(kept("Test").substr(0, 14), "50 40 700 500 ");
+        dialog.open(owner);
+        EXPECT_EQ(dialog.place().left, 50);
     }
-}
-
-TEST_F(DialogPlace, IsThatOfANormalWindowWhateverItIs) {
-    TvWindowPlace place("Frame");
-    EXPECT_EQ(place.restore(owner, 1), 0);
-    for (const int state : {SW_SHOWNORMAL, SW_SHOWMAXIMIZED, SW_SHOWMINIMIZED}) {
-        ShowWindow(owner, SW_SHOWNORMAL);
-        SetWindowPos(owner, nullptr, 120, 90, 400, 300, SWP_NOZORDER);
-        ShowWindow(owner, state);
-        EXPECT_EQ(TvWindowPlace("Frame").save(owner), 1);
-        RWCString text;
-        GMSG::getProfile("Places", "Frame", text, RWCString());
-        EXPECT_EQ(text.view().substr(0, 15), "120 90 400 300 ") << state;
-        ShowWindow(owner, SW_SHOWNORMAL);
-        TvWindowPlace again("Frame");
-        SetWindowPos(owner, nullptr, 1, 2, 300, 200, SWP_NOZORDER);
-        EXPECT_EQ(again.restore(owner, 1), 1);
-        EXPECT_EQ(again.wasMaximized(), state == SW_SHOWMAXIMIZED);
-        EXPECT_EQ(IsZoomed(owner) != 0, state == SW_SHOWMAXIMIZED);
-    }
-    EXPECT_EQ(place.restore(nullptr, 1), 0);
-    EXPECT_EQ(place.save(nullptr), 0);
-}
-
-TEST_F(DialogPlace, IsLeftAloneByASettingThatIsNone) {
-    GMSG::writeProfile("Places", "Test", "12 13 nonsense");
-    PlacedDialog dialog(IDD_PLAIN);
-    dialog.open(owner);
-    RECT over{};
-    GetWindowRect(owner, &over);
-    EXPECT_NEAR(middleOf(dialog.place()).x, middleOf(over).x, 1);
 }
 
 TEST_F(DialogPlace, MovesTheControlsWithTheEdges) {
@@ -167,53 +118,23 @@ TEST_F(DialogPlace, MovesTheControlsWithTheEdges) {
     const HWND window = dialog.open(owner);
     ASSERT_NE(window, nullptr);
     const RECT before = dialog.place();
-    const int ids[] = {IDC_BOX, IDC_INSIDE, IDC_WIDTH, IDC_LIST, IDOK};
+    const LONG width = before.right - before.left, height = before.bottom - before.top;
+    const std::pair<int, RECT> gained[] = {{IDC_BOX, {0, 0, 50, 60}},
+                                           {IDC_WIDTH, {0, 0, 50, 0}},
+                                           {IDC_LIST, {50, 0, 100, 60}},
+                                           {IDOK, {100, 60, 100, 60}}};
     std::map<int, RECT> at;
-    for (const int id : ids) at[id] = dialog.placeOf(id);
-    RECT list{};
-    SendMessageA(dialog.control(IDC_WIDTH), CB_GETDROPPEDCONTROLRECT, 0,
-                 reinterpret_cast<LPARAM>(&list));
-    const LONG listHeight = list.bottom - list.top;
-
-    SetWindowPos(window, nullptr, 0, 0, before.right - before.left + 100,
-                 before.bottom - before.top + 60, SWP_NOMOVE);
-    const struct {
-        int id;
-        LONG left, top, right, bottom;
-    } gained[] = {{IDC_BOX, 0, 0, 50, 60},
-                  {IDC_INSIDE, 0, 0, 50, 0},
-                  {IDC_WIDTH, 0, 0, 50, 0},
-                  {IDC_LIST, 50, 0, 100, 60},
-                  {IDOK, 100, 60, 100, 60}};
-    for (const auto& c : gained) {
-        const RECT& was = at[c.id];
-        expectSame(dialog.placeOf(c.id), {was.left + c.left, was.top + c.top, was.right + c.right,
-                                          was.bottom + c.bottom});
+    for (const auto& [id, gain] : gained) at[id] = dialog.placeOf(id);
+    SetWindowPos(window, nullptr, 0, 0, width + 100, height + 60, SWP_NOMOVE);
+    for (const auto& [id, gain] : gained) {
+        const RECT& was = at[id];
+        expectSame(dialog.placeOf(id), {was.left + gain.left, was.top + gain.top,
+                                        was.right + gain.right, was.bottom + gain.bottom});
     }
-    SendMessageA(dialog.control(IDC_WIDTH), CB_GETDROPPEDCONTROLRECT, 0,
-                 reinterpret_cast<LPARAM>(&list));
-    EXPECT_EQ(list.bottom - list.top, listHeight) << "the list of a combo box keeps its height";
-
     SetWindowPos(window, nullptr, 0, 0, 20, 20, SWP_NOMOVE);
-    EXPECT_EQ(dialog.place().right - dialog.place().left, before.right - before.left)
+    EXPECT_EQ(dialog.place().right - dialog.place().left, width)
         << "the template's size is the smallest";
-    for (const int id : ids) expectSame(dialog.placeOf(id), at[id]);
-    ShowWindow(window, SW_MAXIMIZE);
-    ShowWindow(window, SW_RESTORE);
-    for (const int id : ids) expectSame(dialog.placeOf(id), at[id]);
-}
-
-TEST_F(DialogPlace, IsOfOneSizeWithoutALayout) {
-    PlacedDialog fixed(IDD_SIZABLE);
-    const HWND window = fixed.open(owner);
-    EXPECT_EQ(GetWindowLongPtrA(window, GWL_STYLE) & WS_THICKFRAME, 0);
-    GMSG::writeProfile("Places", "Test", "60 70 900 800 96");
-    const LONG width = fixed.place().right - fixed.place().left;
-    fixed.close(0);
-    PlacedDialog again(IDD_SIZABLE);
-    again.open(owner);
-    EXPECT_EQ(again.place().left, 60);
-    EXPECT_EQ(again.place().right - again.place().left, width) << "the size is not its own to keep";
+    for (const auto& [id, gain] : gained) expectSame(dialog.placeOf(id), at[id]);
 }
 
 }  // namespace

@@ -3,15 +3,6 @@
 
 #include "dialog/layout/kept_place.h"
 
-namespace toolbox::dialog {
-
-/// In messages of tests.
-void PrintTo(const Box& box, std::ostream* out) {
-    *out << box.left << " " << box.top << " " << box.right << " " << box.bottom;
-}
-
-}  // namespace toolbox::dialog
-
 using namespace toolbox::dialog;
 
 namespace {
@@ -26,10 +17,7 @@ TEST(Following, MovesEachEdgeByItsShare) {
         int wider, higher;
         Box expected;
     } cases[] = {{{}, 50, 60, {10, 20, 110, 40}},
-                 {{100, 100, 100, 100}, 50, 60, {60, 80, 160, 100}},
-                 {{0, 0, 100, 0}, 50, 60, {10, 20, 160, 40}},
                  {{0, 0, 50, 100}, 51, 60, {10, 20, 135, 100}},
-                 {{0, 0, 100, 100}, -30, -5, {10, 20, 80, 35}},
                  {{0, 0, 100, 100}, -300, -300, {10, 20, 10, 20}}};  // never inside out
     for (const auto& c : cases) EXPECT_EQ(follow(control, c.shares, c.wider, c.higher), c.expected);
 }
@@ -40,35 +28,16 @@ TEST(Screens, HoldWhatStandsOnThemAndTakeWhatDoesNot) {
         bool mayShrink;
         Box expected;
     } cases[] = {
-        {{10, 10, 200, 200}, false, {10, 10, 200, 200}},
         {{900, 200, 1100, 400}, false, {900, 200, 1100, 400}},  // on two of them
         {{900, 20, 1100, 220}, false, {800, 20, 1000, 220}},    // but not in the corner between
-        {{-50, 600, 150, 800}, false, {0, 500, 200, 700}},
         {{100, -1000, 300, -950}, false, {100, -900, 300, -850}},
         {{5000, 5000, 5100, 5100}, false, {1700, 500, 1800, 600}},  // the nearest
-        {{1790, 200, 1990, 300}, false, {1600, 200, 1800, 300}},
-        {{100, 100, 3100, 300}, false, {0, 100, 3000, 300}},  // its left corner is seen
+        {{100, 100, 3100, 300}, false, {0, 100, 3000, 300}},        // its left corner is seen
         {{100, 100, 3100, 300}, true, {0, 100, 1000, 300}},
-        {{1200, 50, 1300, 5000}, true, {1200, 100, 1300, 600}},
     };
     for (const auto& c : cases) EXPECT_EQ(ontoScreens(c.box, kScreens, c.mayShrink), c.expected);
     const Box far{5000, 1, 5100, 2};
     EXPECT_EQ(ontoScreens(far, {}, true), far) << "no screen is known";
-}
-
-TEST(Middle, MayLieBetweenPixels) {
-    EXPECT_EQ(centredOver({7, 7, 107, 57}, {200, 100, 400, 200}), (Box{250, 125, 350, 175}));
-    EXPECT_EQ(centredOver({0, 0, 300, 300}, {200, 100, 400, 200}), (Box{150, 0, 450, 300}));
-}
-
-TEST(Sizes, AreScaledToTheDotsOfAnInch) {
-    const struct {
-        int pixels, from, to, expected;
-    } cases[] = {{200, 96, 96, 200},    {200, 96, 144, 300},
-                 {300, 144, 96, 200},   {101, 96, 144, 152},
-                 {-100, 96, 144, -150}, {100, 0, 96, 100},
-                 {100, 96, 0, 100},     {1'000'000, 96, 2400, 25'000'000}};
-    for (const auto& c : cases) EXPECT_EQ(scaled(c.pixels, c.from, c.to), c.expected) << c.pixels;
 }
 
 TEST(KeptPlaces, AreReadAsTheyWerePrinted) {
@@ -93,7 +62,6 @@ TEST(KeptPlaces, AreTakenAgainOnTheScreensThatThereAre) {
     EXPECT_EQ(placeAgain(kept, present, false, 96, kScreens), (Box{1200, 150, 1500, 350}));
     EXPECT_EQ(placeAgain(kept, present, true, 144, kScreens), (Box{1200, 150, 1800, 600}));
     const std::span<const Box> one(kScreens, 1);
-    EXPECT_EQ(placeAgain(kept, present, true, 96, one), (Box{600, 150, 1000, 450}));
     EXPECT_EQ(placeAgain(kept, present, true, 288, one), (Box{0, 0, 1000, 700}));
 }
 

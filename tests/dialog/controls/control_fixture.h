@@ -1,15 +1,12 @@
 // A window with controls, and what it is told of them.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <functional>
 #include <string>
 #include <utility>
 
-#include "support/window_kit.h"
+#include "support/owner_fixture.h"
 #include "toolbox/controls.h"
-#include "toolbox/messages.h"
 
 namespace toolbox::testing {
 
@@ -18,34 +15,16 @@ inline LRESULT tell(HWND window, UINT message, WPARAM word = 0, const void* data
     return SendMessageA(window, message, word, reinterpret_cast<LPARAM>(data));
 }
 
-inline BOOL CALLBACK findTip(HWND window, LPARAM found) {
-    if (isOfClass(window, TOOLTIPS_CLASSA) && IsWindowVisible(window))
-        *reinterpret_cast<std::string*>(found) = textOf(window);
-    return TRUE;
-}
-
-/// The text of the tip that can be seen; empty when there is none.
-inline std::string tipShown() {
-    std::string text;
-    EnumThreadWindows(GetCurrentThreadId(), findTip, reinterpret_cast<LPARAM>(&text));
-    return text;
-}
-
-class ControlFixture : public ::testing::Test {
+class ControlFixture : public OwnerFixture {
   protected:
     ControlFixture() {
-        GMSG::language = GMSG::English;
         SetWindowLongPtrA(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
         SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure));
         SetForegroundWindow(window);
         SetCursorPos(5, 5);
         pumpMessages();
     }
-    ~ControlFixture() override {
-        if (IsWindow(window)) DestroyWindow(window);
-        pumpMessages();
-        GMSG::language = GMSG::French;
-    }
+    ~ControlFixture() override { DestroyWindow(window); }
 
     HWND add(const char* className, DWORD style, int id, int y, int width = 200, int height = 22) {
         const HWND control = CreateWindowExA(
@@ -74,15 +53,6 @@ class ControlFixture : public ::testing::Test {
         SendInput(1, &event, sizeof event);
         pumpMessages();
     }
-    static void setClipboard(const std::string& text) {
-        ASSERT_TRUE(pumpUntil([] { return OpenClipboard(nullptr) != 0; }));
-        EmptyClipboard();
-        const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
-        std::copy_n(text.c_str(), text.size() + 1, static_cast<char*>(GlobalLock(memory)));
-        GlobalUnlock(memory);
-        SetClipboardData(CF_TEXT, memory);
-        CloseClipboard();
-    }
     /// The commands so far, "id/notification ", of those that a test names.
     std::string commands() { return std::exchange(told, {}); }
 
@@ -90,7 +60,6 @@ class ControlFixture : public ::testing::Test {
         auto* const test =
             reinterpret_cast<ControlFixture*>(GetWindowLongPtrA(window, GWLP_USERDATA));
         if (message == WM_MOUSEWHEEL) ++test->wheels;
-        if (message == WM_TIMER && test->onTimer) test->onTimer();
         if (message == WM_COMMAND) {
             test->told += std::to_string(LOWORD(word)) + "/" + std::to_string(HIWORD(word)) + " ";
             if (test->onCommand) test->onCommand(HIWORD(word));
@@ -98,11 +67,9 @@ class ControlFixture : public ::testing::Test {
         return DefWindowProcA(window, message, word, data);
     }
 
-    HWND window = CreateWindowExA(0, "STATIC", "Controls", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 100,
-                                  100, 500, 400, nullptr, nullptr, nullptr, nullptr);
+    const HWND window = owner;
     std::string told;
     std::function<void(int notification)> onCommand;
-    std::function<void()> onTimer;
     int wheels = 0;
 };
 

@@ -12,23 +12,10 @@ using namespace toolbox::controls;
 using Texts = std::vector<std::string>;
 
 TEST(ControlTexts, SplitsHintsFromTipsAndEntriesFromEachOther) {
-    const struct {
-        const char* text;
-        const char* hint;
-        const char* tip;
-    } tips[] = {{"Opens a file\nOpen", "Opens a file", "Open"},
-                {"Open", "Open", "Open"},
-                {"", "", ""},
-                {"Hint only\n", "Hint only", ""},
-                {"\nTip only", "", "Tip only"},
-                {"a\r\nb\nc", "a", "b\nc"}};
-    for (const auto& c : tips) {
-        EXPECT_EQ(tipParts(c.text).hint, c.hint) << c.text;
-        EXPECT_EQ(tipParts(c.text).tip, c.tip) << c.text;
-    }
-    EXPECT_EQ(entriesOf("S235|S275| S355"), (Texts{"S235", "S275", " S355"}));
-    EXPECT_EQ(entriesOf("|one||"), Texts{"one"});
-    EXPECT_EQ(entriesOf(""), Texts{});
+    EXPECT_EQ(tipParts("a\r\nb\nc").hint, "a");
+    EXPECT_EQ(tipParts("a\r\nb\nc").tip, "b\nc");
+    EXPECT_EQ(tipParts("Hint only\n").tip, "");
+    EXPECT_EQ(entriesOf("|S235| S355||"), (Texts{"S235", " S355"}));
     EXPECT_EQ(withoutMnemonics("A & B && C"), "A && B &&&& C");
 }
 
@@ -39,15 +26,9 @@ TEST(ControlTexts, CompletesAfterAnInsertionAtTheEndOnly) {
         const char* what;
     } cases[] = {{{"S", 1, 1}, {"S2", 2, 2}, true, "typed at the end"},
                  {{"S235", 1, 4}, {"S2", 2, 2}, true, "typed over what was completed"},
-                 {{"", 0, 0}, {"S", 1, 1}, true, "first"},
-                 {{"old", 0, 3}, {"S", 1, 1}, true, "over all"},
                  {{"S2", 2, 2}, {"S", 1, 1}, false, "Backspace"},
                  {{"S235", 2, 4}, {"S2", 2, 2}, false, "Backspace of what was completed"},
-                 {{"S2", 0, 0}, {"xS2", 1, 1}, false, "in front"},
                  {{"S2x", 2, 2}, {"S23x", 3, 3}, false, "in the middle"},
-                 {{"S2x", 1, 2}, {"S3x", 2, 2}, false, "over the middle"},
-                 {{"S2", 2, 2}, {"S2", 2, 2}, false, "nothing"},
-                 {{"S2", 2, 2}, {"T23", 3, 3}, false, "another text"},
                  {{"S2", 2, 2}, {"S23", 1, 3}, false, "with a selection"}};
     for (const auto& c : cases)
         EXPECT_EQ(isInsertionAtEnd(c.before, c.after), c.completes) << c.what;
@@ -55,13 +36,10 @@ TEST(ControlTexts, CompletesAfterAnInsertionAtTheEndOnly) {
 
 TEST(ControlTexts, RemembersEachRecentEntryOnceTheNewestFirst) {
     EXPECT_EQ(withNewest({"a", "b", "c"}, "c", 3), (Texts{"c", "a", "b"}));
-    EXPECT_EQ(withNewest({"a", "b", "c"}, "d", 3), (Texts{"d", "a", "b"}));
     EXPECT_EQ(withNewest({"a", "b"}, "A", 3), (Texts{"A", "a", "b"})) << "case counts";
-    EXPECT_EQ(withNewest({}, "a", 3), Texts{"a"});
     for (const char* kept : {"a", "a b", "\"a", "'", "\351"}) EXPECT_TRUE(canBeKept(kept)) << kept;
     for (const char* lost : {"", " a", "a ", "\"a\"", "'a'", "a\nb", "a\rb", "\ta"})
         EXPECT_FALSE(canBeKept(lost)) << lost;
-    EXPECT_TRUE(canBeKept(std::string(1023, 'x')));
     EXPECT_FALSE(canBeKept(std::string(1024, 'x')));
 }
 
@@ -77,23 +55,12 @@ TEST(ControlTexts, ShortensAPathInItsMiddle) {
     } cases[] = {
         {"C:\\a\\b.tvb", 10, "C:\\a\\b.tvb"},
         {"C:\\projects\\bridges\\north\\deck.tvb", 30, "C:\\...\\bridges\\north\\deck.tvb"},
-        {"C:\\projects\\bridges\\north\\deck.tvb", 28, "C:\\...\\north\\deck.tvb"},
-        {"C:\\projects\\bridges\\north\\deck.tvb", 15, "C:\\...\\deck.tvb"},
-        {"C:\\projects\\bridges\\north\\deck.tvb", 14, "...\\deck.tvb"},
-        {"C:\\projects\\bridges\\north\\deck.tvb", 11, "deck.tvb"},
         {"C:\\projects\\bridges\\north\\deck.tvb", 7, "de...vb"},
         {"C:\\projects\\bridges\\north\\deck.tvb", 4, "...b"},
-        {"C:\\projects\\bridges\\north\\deck.tvb", 3, "..."},
         {"C:\\projects\\bridges\\north\\deck.tvb", 2, ""},
-        {"C:\\projects\\bridges\\north\\deck.tvb", -5, ""},
         {"\\\\host\\share\\some\\deck.tvb", 25, "\\\\host\\share\\...\\deck.tvb"},
-        {"\\\\host\\share\\some\\deck.tvb", 20, "...\\deck.tvb"},
         {"/home/user/data/deck.tvb", 18, "/.../data/deck.tvb"},
-        {"data\\north\\deck.tvb", 18, "...\\north\\deck.tvb"},
-        {"C:\\projects\\bridges\\", 16, "C:\\...\\bridges\\"},
-        {"alongname.tvb", 9, "alo...tvb"},
-        {"\\\\host\\share", 8, "..."},
-        {"", 5, ""}};
+        {"\\\\host\\share", 8, "..."}};
     for (const auto& c : cases) {
         const std::string shown = shortenedPath(c.path, c.width, lengthOf);
         EXPECT_EQ(shown, c.shown) << c.path << " in " << c.width;
@@ -117,14 +84,9 @@ TEST(PaneEdges, GivesFixedPanesTheirWidthAndTheOthersTheRest) {
         PaneMeasures measures;
         Edges edges;
     } cases[] = {{{0}, {300, 8, 6, 0}, {300}},
-                 {{0, 10}, {300, 8, 6, 0}, {214, 300}},
                  {{0, 10}, {300, 8, 6, 16}, {198, 300}},
                  {{10, 0, 0}, {287, 8, 6, 16}, {86, 186, 287}},
-                 {{10, 10}, {300, 8, 6, 0}, {86, 172}},
-                 {{10, 0, 10}, {100, 8, 6, 0}, {86, 86, 100}},
-                 {{10, 10}, {50, 8, 6, 0}, {50, 50}},
                  {{0, 2'000'000'000}, {300, 8, 6, 0}, {0, 300}},
-                 {{0}, {0, 8, 6, 16}, {0}},
                  {{}, {300, 8, 6, 0}, {}}};
     for (const auto& c : cases) EXPECT_EQ(paneEdges(c.characters, c.measures), c.edges);
 }

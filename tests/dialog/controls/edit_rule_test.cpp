@@ -38,11 +38,9 @@ TEST(EditRule, LetsTypeTheCharactersOfItsNumber) {
         const char* taken;
         const char* refused;
     } cases[] = {{ruleOf(TvDouble()), "", "09-+.,eE ", "x=\xA0'/*:"},
-                 {ruleOf(TvDouble()), "=1", "1", "*("},
                  {ruleOf(TvLong()), "", "09-+", "x="},
                  {ruleOf(formula), "", "1=.", "*(x"},
                  {ruleOf(formula), "1", "1", "=*(x"},
-                 {ruleOf(formula), " ", "=", "*"},
                  {ruleOf(formula), "=3", "*(/s", "\xA7"}};
     for (const auto& c : cases) {
         for (const char* at = c.taken; *at; ++at)
@@ -60,56 +58,25 @@ TEST(EditRule, TakesAPastedNumberWholeOrNotAtAll) {
         const char* text;
         const char* units;
         const char* wanted;
-    } cases[] = {{"12.5", "", "12.5"},
-                 {" 12,5\r\n", "", "12,5"},
-                 {"\xA0\t-1e3\xA0", "", "-1e3"},
-                 {"12.5 mm", "mm", "12.5"},
-                 {"12.5mm\r\n", "mm", "12.5"},
-                 {"12.5 mm", "cm", kRefused},
-                 {"mm", "mm", kRefused},
-                 {"12abc", "", kRefused},  // 12 would be another number
-                 {"1\xA0"
-                  "234",
-                  "", kRefused},  // and so would 1234
-                 {"12\r\n13", "", kRefused},
-                 {"12\t13", "", kRefused},
-                 {"=1*2", "", kRefused},
-                 {"", "", ""},
-                 {" \r\n", "", ""},
-                 {"123456789012345678901", "", kRefused}};
+    } cases[] = {{"12.5", "", "12.5"},       {" 12,5\r\n", "", "12,5"},
+                 {"12.5 mm", "mm", "12.5"},  {"mm", "mm", kRefused},
+                 {"12abc", "", kRefused},     // 12 would be another number
+                 {"1\240234", "", kRefused},  // and so would 1234
+                 {"12\r\n13", "", kRefused}, {"123456789012345678901", "", kRefused}};
     for (const auto& c : cases)
         EXPECT_EQ(pasted(number, c.text, {"", kRoom}, c.units), c.wanted) << c.text;
     EXPECT_EQ(pasted(ruleOf(formula), "=3*(1+\xA7)"), kRefused);
-    EXPECT_EQ(pasted(ruleOf(formula), "=3*(1+2)"), "=3*(1+2)");
     EXPECT_EQ(pasted(ruleOf(formula), "*2", {"=3", kRoom}), "*2");
     EXPECT_EQ(pasted(ruleOf(formula), "*2", {"3", kRoom}), kRefused);
-    EXPECT_EQ(pasted(number, std::string(1'000'000, '7')), kRefused);
 }
 
 TEST(EditRule, LeavesOutWhatATextsRuleForbids) {
     toolbox::testing::FakedTexts texts;
     texts.strings.put(7, "TVSTRING||||| [[az]][[AZ]]\351||");
-    texts.strings.put(8, "TVSTRING||||||,;");
-    const EditRule letters = EditRule::ofText(TvString(7)), most = EditRule::ofText(TvString(8));
+    const EditRule letters = EditRule::ofText(TvString(7));
     const EditRule any;
-    const struct {
-        const EditRule& rule;
-        const char* text;
-        const char* wanted;
-    } cases[] = {{letters, "Beam 12-\351t\350", "Beam \351t"},
-                 {letters, "123", ""},
-                 {most, "a,b;c", "abc"},
-                 {any,
-                  "a,\x01"
-                  "b\x7F",
-                  "a,b"},
-                 {any, "one\r\ntwo", "one"},
-                 {any, "\ttab", "tab"},
-                 {any, "a text that is too long", "a text that is too l"}};
-    for (const auto& c : cases) EXPECT_EQ(pasted(c.rule, c.text), c.wanted) << c.text;
-
-    EXPECT_EQ(pasted(any, std::string_view("a\0b", 3)), "a");
-    EXPECT_EQ(pasted(any, "abc", {"", 0}), "");
+    EXPECT_EQ(pasted(letters, "Beam 12-\351t\350"), "Beam \351t");
+    EXPECT_EQ(pasted(any, "a,\1b\x7F\r\ntwo"), "a,b");
     EXPECT_EQ(pasted(any, std::string(1'000'000, 'x')).size(), kRoom);
     EXPECT_EQ(pasted(any, "one\r\n\ttwo", {"", kRoom, true}), "one\r\n\ttwo");
     EXPECT_EQ(pasted(any, "one\r\ntwo", {"", 4, true}), "one") << "no half of a line end";

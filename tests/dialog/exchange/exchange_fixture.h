@@ -1,25 +1,20 @@
 // A dialog window with a control of each kind, whose procedure does nothing.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <functional>
 #include <memory>
 #include <string>
 
 #include "exchange_test.h"
-#include "support/window_kit.h"
+#include "support/owner_fixture.h"
 #include "toolbox/exchange.h"
-#include "toolbox/messages.h"
 
 // After windows.h.
 #include <commctrl.h>
 
-class ExchangeFixture : public ::testing::Test {
+class ExchangeFixture : public toolbox::testing::OwnerFixture {
   protected:
     ExchangeFixture() {
-        GMSG::initStaticVars();
-        GMSG::language = GMSG::English;
         INITCOMMONCONTROLSEX classes{sizeof classes, ICC_DATE_CLASSES};
         InitCommonControlsEx(&classes);
         dialog = make();
@@ -32,9 +27,6 @@ class ExchangeFixture : public ::testing::Test {
     ~ExchangeFixture() override {
         fields.reset();
         DestroyWindow(dialog);
-        toolbox::testing::pumpMessages();
-        GMSG::destroyStaticVars();
-        GMSG::language = GMSG::French;
     }
 
     static HWND make() {
@@ -49,7 +41,6 @@ class ExchangeFixture : public ::testing::Test {
     [[nodiscard]] std::string shown(int id) const { return toolbox::testing::textOf(dialog, id); }
     [[nodiscard]] HWND control(int id) const { return GetDlgItem(dialog, id); }
 
-    GMSG service;
     HWND dialog;
     std::unique_ptr<TvExchange> fields;
 

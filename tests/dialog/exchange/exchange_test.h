@@ -16,7 +16,6 @@
 #define IDC_DATE 112
 #define IDC_PICKER 113
 #define IDC_VALUE 114
-#define IDC_SEVERAL 115
 #define IDC_NONE 199
 
 #define IDS_NAME 3000

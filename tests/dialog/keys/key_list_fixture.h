@@ -1,18 +1,15 @@
 // Keys with values, an owner with an edit field, and the list of keys over it.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "key_dialogs.h"
+#include "support/owner_fixture.h"
 #include "support/temp_folder.h"
-#include "support/window_kit.h"
 #include "toolbox/key_dialogs.h"
-#include "toolbox/messages.h"
 #include "toolbox/platform.h"
 // Needs the declarations of the system first.
 #include <commctrl.h>
@@ -74,11 +71,9 @@ struct TestKeyList : TvKeyListDialog {
     }
 };
 
-class KeyList : public ::testing::Test {
+class KeyList : public OwnerFixture {
   protected:
     KeyList() : manager(folder / "keys.ini") {
-        GMSG::initStaticVars();
-        GMSG::language = GMSG::English;
         GMSG::setUseRegistry(0);
         GMSG::setDestName(RWCString(folder / "settings.ini"));
         UDManager::initStaticVars();
@@ -93,29 +88,17 @@ class KeyList : public ::testing::Test {
     }
     ~KeyList() override {
         dialog.reset();
-        DestroyWindow(owner);
-        pumpMessages();
         manager.freeUDApp();
         UDManager::destroyStaticVars();
         GMSG::setUseRegistry(1);
-        GMSG::destroyStaticVars();
-        GMSG::language = GMSG::French;
     }
 
     using Ids = std::vector<UINT>;
     void choose(const Ids& ids) { manager.setSelection(RWTValOrderedVector<UINT>(ids)); }
-    [[nodiscard]] Ids chosen() const {
-        const auto& ids = manager.getSelection();
-        return {ids.begin(), ids.end()};
-    }
-    [[nodiscard]] Ids shown() const {
-        const auto ids = dialog->getShownKeys();
-        return {ids.begin(), ids.end()};
-    }
-    [[nodiscard]] Ids selected() const {
-        const auto ids = dialog->getSelectedKeys();
-        return {ids.begin(), ids.end()};
-    }
+    static Ids idsOf(const RWTValOrderedVector<UINT>& ids) { return {ids.begin(), ids.end()}; }
+    [[nodiscard]] Ids chosen() const { return idsOf(manager.getSelection()); }
+    [[nodiscard]] Ids shown() const { return idsOf(dialog->getShownKeys()); }
+    [[nodiscard]] Ids selected() const { return idsOf(dialog->getSelectedKeys()); }
     void select(const Ids& ids) {
         dialog->setSelectedKeys(RWTValOrderedVector<UINT>(ids));
         pump();
@@ -133,7 +116,7 @@ class KeyList : public ::testing::Test {
         }
     }
     bool pumpFor(const std::function<bool()>& condition) {
-        for (int turn = 0; turn < 300; ++turn) {
+        for (int turn = 0; turn < 500; ++turn) {
             pump();
             if (condition()) return true;
             MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
@@ -143,18 +126,8 @@ class KeyList : public ::testing::Test {
     [[nodiscard]] HWND list() const { return dialog->control(IDC_KEY_LIST); }
     [[nodiscard]] std::string cell(int row, int column) const {
         char text[200] = "";
-        LVITEMA item{};
-        item.iSubItem = column;
-        item.pszText = text;
-        item.cchTextMax = sizeof text;
-        SendMessageA(list(), LVM_GETITEMTEXTA, static_cast<WPARAM>(row),
-                     reinterpret_cast<LPARAM>(&item));
+        ListView_GetItemText(list(), row, column, text, sizeof text);
         return text;
-    }
-    [[nodiscard]] std::string line(int row) const {
-        std::string line;
-        for (int column = 0; column < 6; ++column) line += cell(row, column) + "|";
-        return line;
     }
     void push(int button) {
         SendMessageA(dialog->getHWND(), WM_COMMAND, static_cast<WPARAM>(button), 0);
@@ -163,12 +136,7 @@ class KeyList : public ::testing::Test {
         return IsWindowEnabled(dialog->control(control));
     }
 
-    GMSG service;
     TempFolder folder;
     KeyManager manager;
-    HWND owner = CreateWindowExA(0, "STATIC", "Owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 50, 50,
-                                 300, 200, nullptr, nullptr, nullptr, nullptr);
-    HWND field = CreateWindowExA(0, "EDIT", "U=", WS_CHILD | WS_VISIBLE, 10, 10, 200, 20, owner,
-                                 nullptr, nullptr, nullptr);
     std::unique_ptr<TestKeyList> dialog;
 };

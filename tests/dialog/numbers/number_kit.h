@@ -7,18 +7,10 @@
 #include <cstdint>
 #include <string>
 
+#include "support/speaking.h"
 #include "toolbox/numbers.h"
 
 namespace toolbox::testing {
-
-/// A language for the duration of a test.
-class Speaking {
-  public:
-    explicit Speaking(GMSG::Language language) { GMSG::language = language; }
-    ~Speaking() { GMSG::language = GMSG::French; }
-    Speaking(const Speaking&) = delete;
-    Speaking& operator=(const Speaking&) = delete;
-};
 
 /// What scanning gives: the number and no sentence, or a sentence.
 template <class T>
@@ -55,9 +47,6 @@ void expectRefused(const TvNumber<T>& number, const std::string& text, const std
 
 inline std::uint64_t bitsOf(double value) {
     return std::bit_cast<std::uint64_t>(value);
-}
-inline std::uint32_t bitsOf(float value) {
-    return std::bit_cast<std::uint32_t>(value);
 }
 
 }  // namespace toolbox::testing

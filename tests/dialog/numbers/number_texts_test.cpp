@@ -1,7 +1,5 @@
 // Reading and printing typed numbers without rules: the syntax, the types' ranges, bits that
 // survive.
-#include <cfloat>
-#include <climits>
 #include <cmath>
 #include <limits>
 #include <random>
@@ -20,60 +18,38 @@ TEST(NumberTexts, TakeAPointOrACommaAndAnExponent) {
     for (const auto& [text, value] : cases) expectTaken(TvDouble(), text, value);
     // Digits that no buffer expects, and zeros that an exponent undoes.
     expectTaken(TvDouble(), std::string(100000, '0') + "1," + std::string(100000, '3'), 4. / 3);
-    expectTaken(TvDouble(), "0." + std::string(400, '0') + "1e401", 1.0);
-    expectTaken(TvLong(), " +12e2 ", 1200L);
     expectTaken(TvLong(), "2500e-2", 25L);
     expectTaken(TvLong(), "-2147483648", -2147483647L - 1);
     expectTaken(TvULong(), "4294967295", 4294967295UL);
-    expectTaken(TvUShort(), "-0", static_cast<unsigned short>(0));
-    expectTaken(TvShort(), "0e-99999999999999999999", static_cast<short>(0));
 }
 
 TEST(NumberTexts, TellWhatIsWrongAndWhere) {
     const Speaking english(GMSG::English);
+    const std::string huge(1000000, 'x');
     const std::pair<std::string, std::string> cases[] = {
-        {"", "A number is needed."},
-        {"  ", "A number is needed."},
-        {"-", "\"-\" is not complete: a digit is missing at its end."},
+        {" ", "A number is needed."},
         {"1e+", "\"1e+\" is not complete: a digit is missing at its end."},
-        {",", "\",\" is not complete: a digit is missing at its end."},
-        {"12abc", "\"12abc\" is not a number: character 3, \"a\", does not belong in it."},
         {" 0x10", "\"0x10\" is not a number: character 3, \"x\", does not belong in it."},
-        {"- 1", "\"- 1\" is not a number: character 2, \" \", does not belong in it."},
-        {"+-5", "\"+-5\" is not a number: character 2, \"-\", does not belong in it."},
-        {"inf", "\"inf\" is not a number: character 1, \"i\", does not belong in it."},
-        {"1\t",
-         "\"1?\" is not a number: character 2, \"{horizontal tab}\", does not belong in it."},
         {"5\240",
          "\"5\240\" is not a number: character 2, \"no-break space\", does not belong in it."},
         {std::string("1\0", 2),
          "\"1?\" is not a number: character 2, \"{NUL}\", does not belong in it."},
-        {"1e5.5", "\"1e5.5\" is not a number: character 4, \".\", does not belong in it."},
         {"%1 %2", "\"%1 %2\" is not a number: character 1, \"%\", does not belong in it."},
-        {std::string(1000000, 'x'),
-         "\"" + std::string(40, 'x') +
-             "...\" is not a number: character 1, \"x\", does not belong in it."},
+        {huge, "\"" + huge.substr(0, 40) +
+                   "...\" is not a number: character 1, \"x\", does not belong in it."},
         {"1 250",
          "Digits are written without spaces or separators. Delete character 2 of \"1 250\"."},
-        {"1\240250.5",
-         "Digits are written without spaces or separators. Delete character 2 of \"1\240250.5\"."},
-        {"1'250",
-         "Digits are written without spaces or separators. Delete character 2 of \"1'250\"."},
         {"1,250,000",
          "Digits are written without spaces or separators. Delete character 6 of \"1,250,000\"."},
-        {"1e999",
-         "\"1e999\" is too large. The largest number possible is 1.7976931348623157e+308."},
         {"-1e309",
          "\"-1e309\" is too small. The smallest number possible is "
          "-1.7976931348623157e+308."},
         {"1e-400", "\"1e-400\" is too close to zero. Write 0 if that is what you mean."},
-        {"1,250", "\"1,250\" can be read as 1.250 or as 1250. Write the one that you mean."},
         {" -12,500e2 ",
          "\"-12,500e2\" can be read as -12.500e2 or as -12500e2. Write the one that you mean."},
     };
     for (const auto& [text, why] : cases) expectRefused(TvDouble(), text, why);
-    for (const char* oneReading :
-         {"0,250", ",250", "1250,125", "1,2500", "000,125", "1,25", "1.250"})
+    for (const char* oneReading : {"0,250", ",250", "1250,125", "1,2500", "1,25"})
         EXPECT_TRUE(scanned(TvDouble(), oneReading).taken) << oneReading;
     GMSG::language = GMSG::French;
     expectRefused(
@@ -84,24 +60,21 @@ TEST(NumberTexts, TellWhatIsWrongAndWhere) {
 
 TEST(NumberTexts, AreNeverClippedToTheirType) {
     const Speaking english(GMSG::English);
-    const auto large = [](const char* text, const char* most) {
-        return "\"" + std::string(text) + "\" is too large. The largest number possible is " +
-               most + ".";
+    const auto beyond = [](const std::string& text, const char* what, const char* end) {
+        return '"' + text + "\" is too " + what + " number possible is " + end + ".";
     };
-    expectRefused(TvShort(), "32768", large("32768", "32767"));
-    expectRefused(TvShort(), "4e4", large("4e4", "32767"));
-    expectRefused(TvShort(), "1e99999999999999999999", large("1e99999999999999999999", "32767"));
-    expectRefused(TvUShort(), "65536", large("65536", "65535"));
-    expectRefused(
-        TvULong(), "99999999999999999999",
-        large("99999999999999999999", sizeof(long) == 4 ? "4294967295" : "18446744073709551615"));
-    expectRefused(TvFloat(), "1e39", large("1e39", "3.4028235e+038"));
-    expectRefused(TvUShort(), "-1", "\"-1\" is too small. The smallest number possible is 0.");
-    expectRefused(TvShort(), "-32769",
-                  "\"-32769\" is too small. The smallest number possible is -32768.");
+    const char* const large = "large. The largest";
+    const char* const small = "small. The smallest";
+    for (const char* text : {"32768", "1e99999999999999999999"})
+        expectRefused(TvShort(), text, beyond(text, large, "32767"));
+    expectRefused(TvShort(), "-32769", beyond("-32769", small, "-32768"));
+    expectRefused(TvUShort(), "-1", beyond("-1", small, "0"));
+    const char* const most = sizeof(long) == 4 ? "4294967295" : "18446744073709551615";
+    expectRefused(TvULong(), "99999999999999999999", beyond("99999999999999999999", large, most));
+    expectRefused(TvFloat(), "1e39", beyond("1e39", large, "3.4028235e+038"));
     expectRefused(TvFloat(), "1e-46",
                   "\"1e-46\" is too close to zero. Write 0 if that is what you mean.");
-    for (const char* fraction : {"2.5", "2,0", "2.", "25e-1", "1e-3"})
+    for (const char* fraction : {"2,0", "2.", "25e-1"})
         expectRefused(TvLong(), fraction,
                       "A whole number is needed; \"" + std::string(fraction) + "\" is not one.");
     expectRefused(
@@ -111,26 +84,17 @@ TEST(NumberTexts, AreNeverClippedToTheirType) {
 
 TEST(NumberTexts, AreAsShortAsTheNumberNeeds) {
     const std::pair<double, const char*> cases[] = {
-        {0, "0"},
         {-0.0, "-0"},
-        {0.1, "0.1"},
         {0.1 + 0.2, "0.30000000000000004"},
-        {-1234.5, "-1234.5"},
-        {100000, "100000"},
         {1e15, "1000000000000000"},
         {1e16, "1e+016"},
         {1.5e-5, "0.000015"},
         {1.5e-6, "1.5e-006"},
-        {DBL_MAX, "1.7976931348623157e+308"},
         {5e-324, "5e-324"},
-        {HUGE_VAL, "inf"},
         {-HUGE_VAL, "-inf"},
         {std::numeric_limits<double>::quiet_NaN(), "nan"}};
     for (const auto& [value, text] : cases) EXPECT_EQ(TvDouble().print(value), text);
-    EXPECT_EQ(TvFloat().print(0.1f), "0.1");
     EXPECT_EQ(TvFloat().print(16777216), "16777216");
-    EXPECT_EQ(TvShort().print(SHRT_MIN), "-32768");
-    EXPECT_EQ(TvULong().print(4294967295UL), "4294967295");
 }
 
 /// Every exponent and many mantissas.
@@ -143,7 +107,8 @@ void expectRoundTrips(int count) {
         const auto value = std::bit_cast<Real>(static_cast<Bits>(random()));
         if (!std::isfinite(value)) continue;
         Real back = 0;
-        if (!number.scan(number.print(value), back, nullptr) || bitsOf(back) != bitsOf(value))
+        if (!number.scan(number.print(value), back, nullptr) ||
+            std::bit_cast<Bits>(back) != std::bit_cast<Bits>(value))
             ++lost;
     }
     EXPECT_EQ(lost, 0);
@@ -158,22 +123,16 @@ TEST(NumberTexts, KeepEveryBitOfAMillionNumbers) {
 }
 
 TEST(NumberTexts, AreKnownWhileTheyAreTyped) {
-    for (const char* text :
-         {"", " ", "-", "+", "1", "1,", ".", "-.", "1e", "1e-", "1,250", "12 ", "1e999"})
+    for (const char* text : {"", "-", "1,", "-.", "1e-", "1,250", "12 ", "1e999"})
         EXPECT_TRUE(TvDouble().couldBecome(text)) << text;
-    for (const char* text : {"x", "1x", "--", "1,2,", "1 2", "- ", "e", "1e5.", "=", "\240"})
+    for (const char* text : {"1x", "--", "1,2,", "1 2", "- ", "e", "1e5.", "=", "\240"})
         EXPECT_FALSE(TvDouble().couldBecome(text)) << text;
-    EXPECT_TRUE(TvLong().couldBecome("-1e"));
     EXPECT_FALSE(TvLong().couldBecome("1,"));
     EXPECT_TRUE(TvUShort().couldBecome(" -")) << "the range does not count";
-    EXPECT_TRUE(TvUShort().couldBecome("10e-"));
     TvDouble formula;
     formula.allowFormula(true);
     EXPECT_TRUE(formula.couldBecome(" =(1+"));
     EXPECT_FALSE(formula.couldBecome("=1\n"));
-    EXPECT_TRUE(formula.allows('*') && formula.allows('=') && !formula.allows('\t'));
-    EXPECT_TRUE(TvFloat().allows(',') && !TvLong().allows(',') && TvLong().allows('-'));
-    for (const char c : {'\0', 'x', '\240', '='}) EXPECT_FALSE(TvDouble().allows(c)) << c;
 }
 
 }  // namespace

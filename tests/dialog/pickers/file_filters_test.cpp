@@ -4,13 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 
 namespace {
 
 using namespace toolbox;
 using namespace toolbox::pickers;
-
-constexpr const char* kDrawings = "Projects|*.tbf|Drawings|*.dwg;*.d?f|All files|*.*";
 
 /// The types of a text as the system takes them, with '/' for NUL; "refused".
 std::string parsed(std::string_view text) {
@@ -23,76 +22,51 @@ std::string parsed(std::string_view text) {
 }
 
 TEST(FileFilters, AreNamesAndPatternsInTurn) {
-    struct Case {
-        const char *text, *system;
-    };
-    const Case cases[] = {
-        {"Projects|*.tbf", "Projects/*.tbf//"},
+    const std::pair<const char*, const char*> cases[] = {
         {" Projects | *.tbf ; *.bak |All|*||", "Projects/*.tbf;*.bak/All/*//"},
         {"\311tudes|*.\351t\351", "\311tudes/*.\351t\351//"},
         {"", "refused"},
-        {"||", "refused"},
-        {"Projects", "refused"},
         {"Projects|*.tbf|All", "refused"},
-        {"Projects||All|*.*", "refused"},
         {"|*.tbf", "refused"},
-        {"Projects|*.tbf;;*.bak", "refused"},
-        {"Projects| ;", "refused"},
-    };
-    for (const Case& c : cases) EXPECT_EQ(parsed(c.text), c.system) << c.text;
+        {"Projects|*.tbf;;*.bak", "refused"}};
+    for (const auto& [text, system] : cases) EXPECT_EQ(parsed(text), system) << text;
 }
 
 TEST(FileFilters, MatchNamesWithoutRegardToCase) {
-    struct Case {
-        const char *name, *pattern;
-        bool matches;
-    };
     const std::string manyA(2000, 'a');
-    const std::string manyStars = "*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*b";
-    const Case cases[] = {
-        {"plan.TBF", "*.tbf", true},
-        {"plan.tbf.bak", "*.tbf", false},
-        {"plan", "*.tbf", false},
-        {"plan", "*.*", true},
-        {"a.tar.gz", "*.tar.gz", true},
-        {"plan.d7", "*.d?", true},
-        {"plan.d", "*.d?", false},
-        {"\311T\311.x", "\351t\351*", true},
-        {"", "*", true},
-        {"ab", "a*b*", true},
-        {"aab", "*ab", true},
-        {manyA.c_str(), manyStars.c_str(), false},
-    };
-    for (const Case& c : cases) EXPECT_EQ(matchesPattern(c.name, c.pattern), c.matches) << c.name;
+    const struct {
+        std::string name;
+        const char* pattern;
+        bool matches;
+    } cases[] = {{"plan.TBF", "*.tbf", true}, {"plan.tbf.bak", "*.tbf", false},
+                 {"plan", "*.*", true},       {"a.tar.gz", "*.tar.gz", true},
+                 {"plan.d", "*.d?", false},   {"\311T\311.x", "\351t\351*", true},
+                 {"aab", "*ab", true},        {manyA, "*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*b", false}};
+    for (const auto& c : cases) EXPECT_EQ(matchesPattern(c.name, c.pattern), c.matches) << c.name;
 }
 
 TEST(FileFilters, CompleteTheNameThatIsSaved) {
-    struct Case {
+    const struct {
         const char* name;
         int chosen;
         const char* saved;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"C:\\a.b\\plan", 0, "C:\\a.b\\plan.tbf"},
         {"plan.TBF", 0, "plan.TBF"},
         {"plan.dxf", 0, "plan.dxf"},  // of another type
         {"Project 1.2", 0, "Project 1.2.tbf"},
-        {"plan.", 0, "plan.tbf"},
-        {".hidden", 0, ".hidden.tbf"},
         {"plan", 1, "plan.dwg"},  // the type's own goes before the default
         {"plan", 2, "plan.tbf"},
         {"Project 1.2", 2, "Project 1.2"},    // all files
         {"plan", 7, "plan.tbf"},              // no such type
         {"C:\\folder\\", 0, "C:\\folder\\"},  // no name
     };
-    const auto filters = parseFilters(kDrawings);
+    const auto filters = parseFilters("Projects|*.tbf|Drawings|*.dwg;*.d?f|All files|*.*");
     ASSERT_TRUE(filters);
-    for (const Case& c : cases)
+    for (const auto& c : cases)
         EXPECT_EQ(withExtension(c.name, *filters, c.chosen, "tbf"), c.saved) << c.name;
-    EXPECT_EQ(withExtension("plan", *filters, 1, "DWG"), "plan.DWG");
     EXPECT_EQ(withExtension("plan", *filters, 2, ""), "plan");
     EXPECT_EQ(withExtension("Project 1.2", {}, 0, "tbf"), "Project 1.2.tbf");
-    EXPECT_EQ(withExtension("plan.Tbf", {}, 0, "tbf"), "plan.Tbf");
 }
 
 }  // namespace

@@ -5,4 +5,3 @@
 #define IDC_SPAN 101
 #define IDC_BUTTON 102
 #define IDC_LOAD 103
-#define IDC_NOTE 104

@@ -2,7 +2,6 @@
 #pragma once
 
 #define IDC_VALUE 101
-#define IDC_LABEL 102
 #define IDC_LIST 103
 #define IDC_OTHER 104
 

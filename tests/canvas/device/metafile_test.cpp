@@ -79,7 +79,7 @@ TEST(Metafile, GoesToTheClipboardAndToAFile) {
     const auto file = static_cast<HENHMETAFILE>(GetClipboardData(CF_ENHMETAFILE));
     ASSERT_TRUE(file);
     expectSize(headerOf(file).rclFrame, kSampleWidth, kSampleHeight);
-    GMSG::setLanguage(GMSG::English);
+    GMSG::language = GMSG::English;
     std::thread([&] {  // while somebody has it open
         CString why;
         EXPECT_EQ(picture.copy(&why), 0);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numbers>
 #include <random>
@@ -13,11 +14,11 @@ using namespace toolbox::canvas;
 
 namespace {
 
-using Use = DeviceShape::Use;
+const TvPen kPen{{}, 1};
 
-DeviceShape shapeOf(const TvPath& path, Use use, const DeviceMap& map = {}) {
+DeviceShape shapeOf(const TvPath& path, const TvPen* pen, const DeviceMap& map = {}) {
     DeviceShape shape;
-    shape.set(path, map, use);
+    shape.set(path, map, pen);
     return shape;
 }
 
@@ -25,20 +26,33 @@ TEST(DeviceShape, MakesPiecesOfWholeUnits) {
     TvPath path;
     path.moveTo({0.4, 0.5}).lineTo({10.6, -0.5}).lineTo({3, 3}).close();
     path.moveTo({50, 50}).moveTo({5, 5}).lineTo({5.1, 5.1}).moveTo({7, 7}).lineTo({7, 7});
-    const DeviceShape outline = shapeOf(path, Use::outline, {2, 2, 1, 0});
+    const DeviceShape outline = shapeOf(path, &kPen, {2, 2, 1, 0});
     std::string text;
     for (const DevicePoint& point : outline.points())
         text += std::to_string(point.x) + ',' + std::to_string(point.y) + ' ';
     EXPECT_EQ(text, "2,1 22,-1 7,6 11,10 12,10 15,14 15,14 ");
     EXPECT_EQ(outline.counts(), (std::vector<int>{3, 2, 2}));
     EXPECT_EQ(outline.closed(), (std::vector<bool>{true, false, false}));
-    EXPECT_TRUE(shapeOf(path, Use::fill).allClosed());
-    EXPECT_TRUE(shapeOf({}, Use::fill).empty());
+    EXPECT_TRUE(shapeOf(path, nullptr).allClosed());
+    EXPECT_TRUE(shapeOf({}, nullptr).empty());
+}
+
+TEST(DeviceShape, MakesDashesRoundCorners) {
+    const auto dashes = [](const TvPath& path, std::array<double, 6> dash) {
+        const TvPen pen{{}, 1, dash};
+        return shapeOf(path, &pen).counts();
+    };
+    const TvPath square = TvPath().rectangle({0, 0, 10, 10});
+    EXPECT_EQ(dashes(square, {7, 1}), (std::vector<int>{2, 3, 3, 3, 2}));
+    EXPECT_EQ(dashes(square, {20}), (std::vector<int>{3}));  // and as much left out
+    // No more than can be seen, or counted.
+    EXPECT_EQ(dashes(square, {1e-9, 1e-9}), (std::vector<int>{4}));
+    EXPECT_EQ(dashes(TvPath().moveTo({-1e9, 0}).lineTo({1e9, 0}), {2, 2}), (std::vector<int>{2}));
 }
 
 TEST(DeviceShape, KeepsCurvesNearTheirCircle) {
     for (const double radius : {3.0, 400.0, 1e4, 1e6}) {
-        const DeviceShape shape = shapeOf(TvPath().ellipse({5, 5}, radius, radius), Use::outline);
+        const DeviceShape shape = shapeOf(TvPath().ellipse({5, 5}, radius, radius), &kPen);
         const auto& points = shape.points();
         // Of the arc that the curves are: 0.03 % of the radius.
         const double off = 1 + radius * 3e-4;
@@ -69,7 +83,7 @@ TEST(DeviceShape, CutsWhatIsFarAwayOnly) {
     for (int turn = 0; turn < 300; ++turn) {
         std::vector<TvPoint> corners(3 + chance() % 4);
         for (TvPoint& corner : corners) corner = {anywhere(chance), anywhere(chance)};
-        const DeviceShape fill = shapeOf(TvPath().polygon(corners), Use::fill);
+        const DeviceShape fill = shapeOf(TvPath().polygon(corners), nullptr);
         std::vector<TvPoint> cut;
         for (const DevicePoint& point : fill.points()) {
             EXPECT_LE(std::max(std::abs(1.0 * point.x), std::abs(1.0 * point.y)), kDeviceFar);
@@ -79,7 +93,7 @@ TEST(DeviceShape, CutsWhatIsFarAwayOnly) {
             const TvPoint at{anywhere(chance) / 4.1, anywhere(chance) / 4.1};
             EXPECT_EQ(crossings(cut, at), crossings(corners, at)) << turn;
         }
-        const DeviceShape line = shapeOf(TvPath().polyline({corners.data(), 2}), Use::outline);
+        const DeviceShape line = shapeOf(TvPath().polyline({corners.data(), 2}), &kPen);
         const TvPoint along{corners[1].x - corners[0].x, corners[1].y - corners[0].y};
         for (const DevicePoint& point : line.points()) {
             ++shown;

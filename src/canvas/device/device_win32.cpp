@@ -4,15 +4,12 @@
 #include <algorithm>
 #include <cmath>
 
-#include "canvas/steps.h"
-
 using namespace toolbox::canvas;
 
 namespace {
 
 constexpr double kMostScale = 1e6;
-
-constexpr double kWide = 2.5;  // units: pens whose joins are seen
+constexpr float kSmooth = 1.1F;  // joins of up to 49 degrees, more than those within curves
 
 [[nodiscard]] bool isScale(double scale) {
     return scale > 0 && scale <= kMostScale;  // false for what is no number
@@ -46,12 +43,13 @@ constexpr double kWide = 2.5;  // units: pens whose joins are seen
 TvDeviceCanvas::Device::Device(HDC dc, const TvDevicePage& page)
     : dc_(dc),
       map_{page.scaleX, page.scaleY, page.originX, page.originY},
-      tools_(dc, std::sqrt(page.scaleX * page.scaleY)) {
+      tools_(dc, map_.scale()) {
     if (!isPage(page) || !canDrawOn(dc)) return;
     isPicture_ = GetObjectType(dc) == OBJ_ENHMETADC;
     saved_ = SaveDC(dc);
     SetPolyFillMode(dc, ALTERNATE);
     SetROP2(dc, R2_COPYPEN);
+    SetMiterLimit(dc, kSmooth, nullptr);
     SetBkMode(dc, TRANSPARENT);
     SetTextAlign(dc, TA_LEFT | TA_BASELINE | TA_NOUPDATECP);
     SetTextCharacterExtra(dc, 0);
@@ -66,10 +64,14 @@ TvDeviceCanvas::Device::~Device() {
 bool TvDeviceCanvas::Device::drawPath(const TvPath& path, const TvPen* pen, const TvBrush* brush) {
     if (saved_ == 0) return false;
     bool done = true;
-    shape_.set(path, map_, pen && !brush ? DeviceShape::Use::outline : DeviceShape::Use::fill);
-    if (brush) done = fill(*brush);
-    if (pen && brush) shape_.set(path, map_, DeviceShape::Use::outline);
-    if (pen) done = outline(path, *pen) && done;
+    if (brush) {
+        shape_.set(path, map_, nullptr);
+        done = fill(*brush);
+    }
+    if (pen) {
+        shape_.set(path, map_, pen);
+        done = outline(path, *pen) && done;
+    }
     return done;
 }
 
@@ -85,15 +87,18 @@ bool TvDeviceCanvas::Device::fill(const TvBrush& brush) {
 
 bool TvDeviceCanvas::Device::outline(const TvPath& path, const TvPen& pen) {
     if (shape_.empty()) return true;
-    if (!tools_.usePen(&pen)) return false;
-    if (!shape_.cut() && pen.width * std::min(map_.scaleX, map_.scaleY) > kWide && hasCurve(path))
-        return outlineCurves(path);
+    if (!tools_.usePen(&pen, hasCurve(path))) return false;
     if (!shape_.noneClosed() && !tools_.useBrush(nullptr)) return false;
-    if (shape_.allClosed()) return polygons();
+    const auto& counts = shape_.counts();
     const POINT* points = shape_.points().data();
+    if (shape_.allClosed()) return polygons();
+    if (shape_.noneClosed() && counts.size() > 1) {
+        const std::vector<DWORD> each(counts.begin(), counts.end());
+        return PolyPolyline(dc_, points, each.data(), static_cast<DWORD>(each.size())) != 0;
+    }
     bool done = true;
-    for (std::size_t i = 0; i < shape_.counts().size(); ++i) {
-        const int count = shape_.counts()[i];
+    for (std::size_t i = 0; i < counts.size(); ++i) {
+        const int count = counts[i];
         done = (shape_.closed()[i] ? Polygon(dc_, points, count) : Polyline(dc_, points, count)) &&
                done;
         points += count;
@@ -101,28 +106,11 @@ bool TvDeviceCanvas::Device::outline(const TvPath& path, const TvPen& pen) {
     return done;
 }
 
-/// Round joins between the many short lines of a curve would stick out at its ends: the device
-/// knows where its own curves have none.
-bool TvDeviceCanvas::Device::outlineCurves(const TvPath& path) {
-    if (!BeginPath(dc_)) return false;
-    bool done = true;
-    eachStep(path, [&](TvPath::Step step, const TvPoint* points) {
-        POINT at[3];
-        for (int i = 0; i < pointsOf(step); ++i) at[i] = deviceUnit(map_.at(points[i]));
-        const BOOL ok = step == TvPath::Move    ? MoveToEx(dc_, at[0].x, at[0].y, nullptr)
-                        : step == TvPath::Line  ? LineTo(dc_, at[0].x, at[0].y)
-                        : step == TvPath::Curve ? PolyBezierTo(dc_, at, 3)
-                                                : CloseFigure(dc_);
-        done = ok && done;
-    });
-    return EndPath(dc_) && StrokePath(dc_) && done;
-}
-
 bool TvDeviceCanvas::Device::clip(const TvPath& path) {
     if (saved_ == 0) return false;
     tools_.letGo();  // so that no state that is restored has them
     clips_.push_back(SaveDC(dc_));
-    shape_.set(path, map_, DeviceShape::Use::fill);
+    shape_.set(path, map_, nullptr);
     return clips_.back() != 0 && clipToShape();
 }
 

@@ -25,7 +25,6 @@ struct TvDeviceCanvas::Device {
   private:
     [[nodiscard]] bool fill(const TvBrush& brush);
     [[nodiscard]] bool outline(const TvPath& path, const TvPen& pen);
-    [[nodiscard]] bool outlineCurves(const TvPath& path);
     [[nodiscard]] bool polygons();
     [[nodiscard]] bool clipToShape();
 

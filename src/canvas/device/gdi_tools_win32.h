@@ -38,7 +38,10 @@ class GdiTools {
     GdiTools& operator=(const GdiTools&) = delete;
 
     // Null is one that draws nothing. False when the device refuses.
-    [[nodiscard]] bool usePen(const TvPen* pen);
+
+    /// A wide pen turns round corners; with `smooth` it is for the many short lines of a curve,
+    /// where the round joins would stick out at the ends.
+    [[nodiscard]] bool usePen(const TvPen* pen, bool smooth = false);
     [[nodiscard]] bool useBrush(const TvBrush* brush);
     [[nodiscard]] bool useFace(const GdiFace& face);
     [[nodiscard]] bool useTextColor(TvColor color);
@@ -55,11 +58,12 @@ class GdiTools {
         GdiObject object;
     };
     [[nodiscard]] bool select(HGDIOBJ object, HGDIOBJ& selected);
-    [[nodiscard]] HGDIOBJ makePen(const TvPen& pen) const;
+    [[nodiscard]] HGDIOBJ makePen(const TvPen& pen, bool smooth) const;
 
     HDC dc_;
     double unitsPerPoint_;
     TvPen penKey_;
+    bool smooth_ = false;
     GdiObject pen_;
     TvColor brushKey_;
     GdiObject brush_;

@@ -84,18 +84,15 @@ TEST_F(DeviceCanvas, DrawsPensInTheirWidthAndThinOnesAPixelWide) {
     EXPECT_EQ(pixels(49, 50, 1, 0, 3), ".r.");
 }
 
-TEST_F(DeviceCanvas, DrawsDashesThatAddUp) {
-    open({200, 100, 1.25, 1.25});
-    canvas->setPen({kRed, 1, {1, 1}});  // 1.25 pixels each
-    canvas->line({4, 40}, {132, 40});
-    const std::string row = pixels(5, 50, 1, 0, 160);
-    int dashes = 0;
-    for (std::size_t i = 1; i < row.size(); ++i) dashes += row[i - 1] == '.' && row[i] == 'r';
-    EXPECT_NEAR(dashes, 64, 12);
-    open(page);
+TEST_F(DeviceCanvas, DrawsDashes) {
     canvas->setPen({kRed, 2, {4, 2, 2}});  // goes round twice
     canvas->line({10, 50}, {42, 50});
-    EXPECT_EQ(pixels(10, 50, 1, 0, 32), "rrrr..rr....rr..rrrr..rr....rr..");
+    EXPECT_EQ(pixels(10, 50, 1, 0, 33), "rrrr..rr....rr..rrrr..rr....rr...");
+    open({200, 100, 1.25, 1.25});
+    canvas->setPen({kRed, 1, {1, 1}});
+    canvas->line({4, 40}, {132, 40});
+    EXPECT_EQ(pixels(5, 50, 1, 0, 15), "r..r.r..r.r..r.");
+    EXPECT_EQ(pixels(150, 50, 1, 0, 15), "r..r.r..r.r..r.");
 }
 
 TEST_F(DeviceCanvas, DrawsArcsAndCurvesOnTheirCircle) {

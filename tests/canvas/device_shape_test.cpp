@@ -50,16 +50,22 @@ TEST(DeviceShape, MakesDashesRoundCorners) {
     EXPECT_EQ(dashes(TvPath().moveTo({-1e9, 0}).lineTo({1e9, 0}), {2, 2}), (std::vector<int>{2}));
 }
 
-TEST(DeviceShape, KeepsCurvesNearTheirCircle) {
-    for (const double radius : {3.0, 400.0, 1e4, 1e6}) {
-        const DeviceShape shape = shapeOf(TvPath().ellipse({5, 5}, radius, radius), &kPen);
-        const auto& points = shape.points();
-        // Of the arc that the curves are: 0.03 % of the radius.
-        const double off = 1 + radius * 3e-4;
-        for (std::size_t i = 1; i < points.size(); ++i) {
-            const DevicePoint a = points[i - 1];
-            const DevicePoint b = points[i];
-            EXPECT_NEAR(std::hypot((a.x + b.x) / 2.0 - 5, (a.y + b.y) / 2.0 - 5), radius, off);
+TEST(DeviceShape, KeepsArcsOnTheirCircle) {
+    for (const double sweep : {0.1, -2.0, 3.2, 6.2, 7.0, -100.0}) {
+        for (const double radius : {3.0, 400.0, 1e4, 1e6}) {
+            const TvPath path = TvPath().arc({5, 5}, radius, radius, 0.7, sweep);
+            const bool isWhole = std::fabs(sweep) > 2 * std::numbers::pi;
+            EXPECT_EQ(path.steps().back() == TvPath::Close, isWhole);
+            const DeviceShape shape = shapeOf(path, &kPen);
+            const auto& points = shape.points();
+            for (std::size_t i = 1; i < points.size(); ++i) {
+                const double x = (points[i - 1].x + points[i].x) / 2.0 - 5;
+                const double y = (points[i - 1].y + points[i].y) / 2.0 - 5;
+                ASSERT_NEAR(std::hypot(x, y), radius, 1 + radius * 3e-4) << sweep;
+            }
+            if (isWhole) continue;
+            EXPECT_NEAR(points.back().x, 5 + radius * std::cos(0.7 + sweep), 0.6);
+            EXPECT_NEAR(points.back().y, 5 + radius * std::sin(0.7 + sweep), 0.6);
         }
     }
 }

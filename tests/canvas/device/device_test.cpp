@@ -148,7 +148,6 @@ TEST_F(DeviceCanvas, PutsTextsWhereTheyAreMeasured) {
         const double least = font.size * 0.1;
         double right = -1e9;
         double bottom = -1e9;
-        double innerRight = -1e9;
         for (const double across : {-TvFont::kAscent * font.size, TvFont::kDescent * font.size}) {
             for (const double along : {0.0, width}) {
                 right = std::max(right, at.x + std::cos(angle) * along - std::sin(angle) * across);
@@ -156,7 +155,7 @@ TEST_F(DeviceCanvas, PutsTextsWhereTheyAreMeasured) {
                     std::max(bottom, at.y + std::sin(angle) * along + std::cos(angle) * across);
             }
         }
-        innerRight = at.x + std::cos(angle) * (width - 3 * least);
+        const double innerRight = at.x + std::cos(angle) * (width - 3 * least);
         EXPECT_LE(ink.right, right * 1.7 + 1.4) << text.utf8();
         EXPECT_GE(ink.right, innerRight * 1.7 - 1) << text.utf8();
         EXPECT_LE(ink.bottom, bottom * 1.7 + 1.3) << text.utf8();

@@ -57,7 +57,6 @@ TvDeviceCanvas::Device::Device(HDC dc, const TvDevicePage& page)
 }
 
 TvDeviceCanvas::Device::~Device() {
-    tools_.letGo();
     if (saved_ != 0) RestoreDC(dc_, saved_);
 }
 

@@ -29,11 +29,11 @@ struct GdiFace {
     bool operator==(const GdiFace&) const = default;
 };
 
-/// What is selected here must be let go before somebody else selects or restores.
+/// What is selected here must be let go, or the context restored, before this ends.
 class GdiTools {
   public:
     GdiTools(HDC dc, double unitsPerPoint) : dc_(dc), unitsPerPoint_(unitsPerPoint) {}
-    ~GdiTools() { letGo(); }
+    ~GdiTools() = default;
     GdiTools(const GdiTools&) = delete;
     GdiTools& operator=(const GdiTools&) = delete;
 

@@ -163,22 +163,24 @@ TEST_F(DeviceCanvas, PutsTextsWhereTheyAreMeasured) {
 }
 
 TEST_F(DeviceCanvas, GivesTheContextBackAsItWas) {
+    canvas.reset();
     const HDC dc = picture.dc();
-    const auto state = [dc] {
+    for (const int object : {WHITE_PEN, GRAY_BRUSH, ANSI_FIXED_FONT})
+        SelectObject(dc, GetStockObject(object));
+    SetTextColor(dc, RGB(1, 2, 3));
+    SetTextAlign(dc, TA_RIGHT);
+    SetBkMode(dc, OPAQUE);
+    SetPolyFillMode(dc, WINDING);
+    const auto isAsBefore = [dc] {
         RECT box{};
         GetClipBox(dc, &box);
-        return std::vector<std::uintptr_t>{
-            reinterpret_cast<std::uintptr_t>(GetCurrentObject(dc, OBJ_PEN)),
-            reinterpret_cast<std::uintptr_t>(GetCurrentObject(dc, OBJ_BRUSH)),
-            reinterpret_cast<std::uintptr_t>(GetCurrentObject(dc, OBJ_FONT)),
-            static_cast<std::uintptr_t>(GetBkMode(dc)),
-            GetTextAlign(dc),
-            GetTextColor(dc),
-            static_cast<std::uintptr_t>(GetPolyFillMode(dc)),
-            static_cast<std::uintptr_t>(box.right - box.left)};
+        return GetCurrentObject(dc, OBJ_PEN) == GetStockObject(WHITE_PEN) &&
+               GetCurrentObject(dc, OBJ_BRUSH) == GetStockObject(GRAY_BRUSH) &&
+               GetCurrentObject(dc, OBJ_FONT) == GetStockObject(ANSI_FIXED_FONT) &&
+               GetTextColor(dc) == RGB(1, 2, 3) && GetTextAlign(dc) == TA_RIGHT &&
+               GetBkMode(dc) == OPAQUE && GetPolyFillMode(dc) == WINDING && box.right == 200;
     };
-    canvas.reset();
-    const auto before = state();
+    ASSERT_TRUE(isAsBefore());
     toolbox::testing::expectNoHandlesLeft(5, [&] {
         open(page);
         canvas->setPen({kRed, 2, {3, 1}});
@@ -192,7 +194,7 @@ TEST_F(DeviceCanvas, GivesTheContextBackAsItWas) {
         EXPECT_EQ(canvas->rectangle({1, 1, 9, 9}), 1);
         EXPECT_EQ(canvas->faultCount(), 0U);
         canvas.reset();
-        EXPECT_EQ(state(), before);
+        EXPECT_TRUE(isAsBefore());
     });
 }
 
@@ -202,6 +204,8 @@ TEST_F(DeviceCanvas, RefusesWhatNoDeviceTakes) {
                                       TvDevicePage{200, 100, 1, 1, bad}}) {
         open(other);
         EXPECT_EQ(canvas->rectangle({0, 0, 9, 9}), 0);
+        canvas.reset();
+        EXPECT_EQ(GetCurrentObject(picture.dc(), OBJ_PEN), GetStockObject(BLACK_PEN));
     }
     open(page);
     canvas->save();

@@ -61,8 +61,8 @@ struct TB_API TvTag {
     TvTagBorder border = TvTagBorder::none;  ///< what is drawn around it
     TvPen line{};                            ///< of border and leader
     TvBrush fill{};                          ///< of the box, also without a border
-    double margin = 2;                       ///< points between text and border, whatever the border
-    bool leader = false;                     ///< a line from the box to the anchor
+    double margin = 2;    ///< points between text and border, whatever the border
+    bool leader = false;  ///< a line from the box to the anchor
 
     // It is shown while a unit of the drawing takes this many points of the page, both included; a
     // greatest scale of 0 is no limit.

@@ -25,14 +25,14 @@ TvTagOnPage laid(const TvTag& tag) {
 
 TEST(TagLayout, LiesWhereItsAlignmentSays) {
     const std::tuple<TvAlign, TvLevel, double, double> cases[] = {
-        {TvAlign::left, TvLevel::top, 0, 0},       {TvAlign::center, TvLevel::top, 0.5, 0},
-        {TvAlign::right, TvLevel::top, 1, 0},      {TvAlign::left, TvLevel::middle, 0, 0.5},
+        {TvAlign::left, TvLevel::top, 0, 0},          {TvAlign::center, TvLevel::top, 0.5, 0},
+        {TvAlign::right, TvLevel::top, 1, 0},         {TvAlign::left, TvLevel::middle, 0, 0.5},
         {TvAlign::center, TvLevel::middle, 0.5, 0.5}, {TvAlign::right, TvLevel::middle, 1, 0.5},
-        {TvAlign::left, TvLevel::bottom, 0, 1},    {TvAlign::center, TvLevel::bottom, 0.5, 1},
+        {TvAlign::left, TvLevel::bottom, 0, 1},       {TvAlign::center, TvLevel::bottom, 0.5, 1},
         {TvAlign::right, TvLevel::bottom, 1, 1},
     };
     TvTag tag = labelled("wide line\nii");
-    tag.anchor = {1, 2};     // (110, 180) on the page
+    tag.anchor = {1, 2};  // (110, 180) on the page
     tag.offset = {5, -30};
     tag.margin = 3;
     tag.font.size = 20;
@@ -141,8 +141,8 @@ TEST(TagLayout, DrawsInItsBox) {
     tag.align = TvAlign::center;
     tag.fill = TvColor{200, 200, 0};
     tag.leader = tag.unplaced = true;
-    for (const auto border : {TvTagBorder::none, TvTagBorder::frame, TvTagBorder::rounded,
-                              TvTagBorder::underline}) {
+    for (const auto border :
+         {TvTagBorder::none, TvTagBorder::frame, TvTagBorder::rounded, TvTagBorder::underline}) {
         tag.border = border;
         TvTagSet set;
         set.add(tag);
@@ -159,8 +159,8 @@ TEST(TagLayout, DrawsInItsBox) {
             EXPECT_LE(point.y, box.bottom);
         }
         EXPECT_TRUE(canvas.paths[1].brush.filled);
-        EXPECT_EQ(canvas.paths[1].pen.width > 0, border == TvTagBorder::frame ||
-                                                     border == TvTagBorder::rounded);
+        EXPECT_EQ(canvas.paths[1].pen.width > 0,
+                  border == TvTagBorder::frame || border == TvTagBorder::rounded);
         ASSERT_EQ(canvas.texts.size(), 1U);
         EXPECT_EQ(canvas.texts[0].at, (TvPoint{(box.left + box.right) / 2, box.top + 2}));
         EXPECT_EQ(canvas.texts[0].place, (TvTextPlace{TvAlign::center, TvLevel::top}));
@@ -176,18 +176,6 @@ TEST(TagLayout, EndsWithACanvasThatIsDeleted) {
     canvas->whenDrawn = [&] { canvas.reset(); };
     EXPECT_EQ(TvTagLayout(set, kView, nullptr).draw(*canvas), 0);
     EXPECT_EQ(canvas, nullptr);
-}
-
-TEST(TagLayout, TakesAMegabyteOfAnyBytes) {
-    for (const char* const part : {"x", "$", "$x", " ", "\n", "\x81"}) {
-        TvTag tag;
-        while (tag.text.size() < 1 << 20) tag.text += part;
-        tag.width = 50;
-        TvTagSet set;
-        ASSERT_EQ(set.add(tag), 1U);
-        TvRecording recording(100, 100);
-        EXPECT_EQ(TvTagLayout(set, TransMatrix2D(), nullptr).draw(recording), 1);
-    }
 }
 
 class TagTemplates : public KeysFixture {
@@ -214,6 +202,18 @@ TEST_F(TagTemplates, ShowWrongTokensAsTheyStand) {
     ASSERT_EQ(problems.size(), 1U);
     EXPECT_NE(tvTagSentence(problems[0]).str().find("$VOLTS$, "), std::string::npos);
     EXPECT_NE(tvTagSentence(problems[0]).str().find(" 5"), std::string::npos);
+}
+
+TEST_F(TagTemplates, TakeAMegabyteOfAnyBytes) {
+    for (const char* const part : {"x ", "$x", "\x81"}) {
+        TvTag tag;
+        while (tag.text.size() < 1 << 20) tag.text += part;
+        tag.width = 50;
+        TvTagSet set;
+        ASSERT_EQ(set.add(tag), 1U);
+        TvRecording recording(100, 100);
+        EXPECT_EQ(TvTagLayout(set, kView, &manager_).draw(recording), 1);
+    }
 }
 
 TEST_F(TagTemplates, SurviveWhatFetchingAValueDeletes) {

@@ -107,8 +107,8 @@ TEST(TagPlacement, CoversNothingAndStaysInEveryOrder) {
         const TvTagLayout after(set, kPlain, nullptr);
         std::vector<PlaneRect> taken;
         for (const TvTagOnPage& each : after.tags()) {
-            const bool failed = std::binary_search(placement.unplaced.begin(),
-                                                   placement.unplaced.end(), each.id);
+            const bool failed =
+                std::binary_search(placement.unplaced.begin(), placement.unplaced.end(), each.id);
             ASSERT_EQ(each.tag->unplaced, failed);
             const PlaneRect& old = before.tag(each.id)->box;
             if (failed || each.tag->locked) {
@@ -162,7 +162,8 @@ class BruteForce {
         for (const PlaneRect& each : scene_.rectangles)
             axis == 0 ? add(each.left, each.right) : add(each.top, each.bottom);
         for (const TvSegment& each : scene_.segments) addSegment(each, axis, across, add);
-        for (const double end : ends) offer(axis == 0 ? TvPoint{end, across} : TvPoint{across, end});
+        for (const double end : ends)
+            offer(axis == 0 ? TvPoint{end, across} : TvPoint{across, end});
     }
     template <class Add>
     void addSegment(const TvSegment& line, int axis, double across, Add add) const {
@@ -237,10 +238,10 @@ TEST(TagPlacement, ChoosesAmongEqualPlaces) {
         const auto placement = TvTagLayout(set, kPlain, nullptr).placeFree(around);
         return placement.moves.empty() ? TvPoint{} : placement.moves[0].offset;
     };
-    EXPECT_EQ(placeWith({14, 0, 20, 16}), TvPoint());           // touching is free
-    EXPECT_EQ(placeWith({6, 1, 8, 15}), (TvPoint{-8, 0}));      // left before right
-    EXPECT_EQ(placeWith({-9, 7, 23, 9}), (TvPoint{0, -9}));     // up before down
-    EXPECT_EQ(placeWith({5, 5, 20, 20}), (TvPoint{-9, 0}));     // sideways before up
+    EXPECT_EQ(placeWith({14, 0, 20, 16}), TvPoint());        // touching is free
+    EXPECT_EQ(placeWith({6, 1, 8, 15}), (TvPoint{-8, 0}));   // left before right
+    EXPECT_EQ(placeWith({-9, 7, 23, 9}), (TvPoint{0, -9}));  // up before down
+    EXPECT_EQ(placeWith({5, 5, 20, 20}), (TvPoint{-9, 0}));  // sideways before up
 }
 
 TEST(TagPlacement, ReportsAndMarksWhatHasNoPlace) {

@@ -1,6 +1,8 @@
-// The system's clipboard, as CF_TEXT.
+// The system's clipboard: CF_TEXT, and formats that are registered by their name.
+#include <array>
 #include <cstring>
 
+#include "base/codec.h"
 #include "platform/host.h"
 
 namespace toolbox::platform {
@@ -22,37 +24,87 @@ class OpenClipboardGuard {
     bool open_;
 };
 
-/// A movable block with the text; null when there is no memory.
-HGLOBAL blockWith(const char* text) {
-    const std::size_t size = std::strlen(text) + 1;
-    const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, size);
-    if (!block) return nullptr;
-    std::memcpy(GlobalLock(block), text, size);
+/// A movable block, the program's until the clipboard takes it.
+class Block {
+  public:
+    /// With the bytes of two texts, one after the other; without memory there is none.
+    Block(std::string_view first, std::string_view second)
+        : block_(GlobalAlloc(GMEM_MOVEABLE, first.size() + second.size())) {
+        if (!block_) return;
+        auto* const bytes = static_cast<char*>(GlobalLock(block_));
+        std::memcpy(bytes, first.data(), first.size());
+        if (!second.empty()) std::memcpy(bytes + first.size(), second.data(), second.size());
+        GlobalUnlock(block_);
+    }
+    ~Block() {
+        if (block_) GlobalFree(block_);
+    }
+    Block(const Block&) = delete;
+    Block& operator=(const Block&) = delete;
+
+    explicit operator bool() const { return block_ != nullptr; }
+    /// To the clipboard, which is open.
+    bool give(UINT format) {
+        if (!SetClipboardData(format, block_)) return false;
+        block_ = nullptr;
+        return true;
+    }
+
+  private:
+    HGLOBAL block_;
+};
+
+/// What is there in a format, with what the system may have added at its end.
+std::string bytesOf(UINT format) {
+    const OpenClipboardGuard clipboard;
+    const HANDLE block = clipboard ? GetClipboardData(format) : nullptr;
+    const auto* const held = block ? static_cast<const char*>(GlobalLock(block)) : nullptr;
+    if (!held) return {};
+    std::string result(held, GlobalSize(block));
     GlobalUnlock(block);
-    return block;
+    return result;
 }
+
+/// Data begin with their length: the system rounds blocks up.
+using Length = std::array<char, sizeof(std::uint32_t)>;
 
 class WindowsClipboard final : public Clipboard {
   public:
-    ErrorCode setText(const char* text) override {
-        const OpenClipboardGuard clipboard;
-        if (!clipboard || !EmptyClipboard()) return ERROR_ACCESS_DENIED;
-        const HGLOBAL block = blockWith(text ? text : "");
-        if (!block) return ERROR_NOT_ENOUGH_MEMORY;
-        if (SetClipboardData(CF_TEXT, block)) return ERROR_SUCCESS;  // it is the system's now
-        GlobalFree(block);
-        return ERROR_ACCESS_DENIED;
-    }
+    ErrorCode setText(const char* text) override { return set(text, 0, nullptr); }
 
     std::string text() override {
+        std::string text = bytesOf(CF_TEXT);
+        text.resize(strnlen(text.c_str(), text.size()));
+        return text;
+    }
+
+    ErrorCode setData(const char* format, std::string_view bytes, const char* text) override {
+        if (bytes.size() > MAXDWORD - sizeof(Length)) return ERROR_NOT_ENOUGH_MEMORY;
+        Length length;
+        base::store(length.data(), static_cast<std::uint32_t>(bytes.size()));
+        Block block({length.data(), length.size()}, bytes);
+        return block ? set(text, RegisterClipboardFormatA(format), &block)
+                     : ERROR_NOT_ENOUGH_MEMORY;
+    }
+
+    std::string data(const char* format) override {
+        const std::string held = bytesOf(RegisterClipboardFormatA(format));
+        if (held.size() < sizeof(Length)) return {};
+        const auto size = base::load<std::uint32_t>(held.data());
+        return size <= held.size() - sizeof(Length) ? held.substr(sizeof(Length), size)
+                                                    : std::string();
+    }
+
+  private:
+    static ErrorCode set(const char* text, UINT format, Block* data) {
+        const std::string_view bytes = text ? text : "";
+        Block block(bytes, std::string_view("", 1));
+        if (!block) return ERROR_NOT_ENOUGH_MEMORY;
         const OpenClipboardGuard clipboard;
-        const HANDLE block = clipboard ? GetClipboardData(CF_TEXT) : nullptr;
-        const auto* held = block ? static_cast<const char*>(GlobalLock(block)) : nullptr;
-        if (!held) return {};
-        const std::size_t size = GlobalSize(block);
-        std::string result(held, strnlen(held, size));
-        GlobalUnlock(block);
-        return result;
+        if (!clipboard || !EmptyClipboard()) return ERROR_ACCESS_DENIED;
+        if ((!data || data->give(format)) && block.give(CF_TEXT)) return ERROR_SUCCESS;
+        EmptyClipboard();
+        return ERROR_ACCESS_DENIED;
     }
 };
 

@@ -16,6 +16,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "toolbox/export.h"
@@ -305,6 +306,12 @@ class TB_API Clipboard {
     /// The bytes that setData() of any program put there under that name; empty when there are
     /// none, as by default.
     virtual std::string data(const char* /*format*/) { return {}; }
+    /// Replaces the content by a picture, the bytes of an enhanced metafile. Only Windows' own
+    /// clipboard takes one.
+    virtual ErrorCode setPicture(std::string_view metafile) {
+        (void)metafile;
+        return ERROR_NOT_SUPPORTED;
+    }
 };
 
 /// A calendar date of the local clock.

@@ -1,6 +1,8 @@
-// The system's clipboard: CF_TEXT, and formats that are registered by their name.
+// The system's clipboard: CF_TEXT, CF_ENHMETAFILE, and formats that are registered by their name.
+#include <algorithm>
 #include <array>
 #include <cstring>
+#include <initializer_list>
 
 #include "base/codec.h"
 #include "platform/host.h"
@@ -24,34 +26,41 @@ class OpenClipboardGuard {
     bool open_;
 };
 
-/// A movable block, the program's until the clipboard takes it.
-class Block {
-  public:
-    /// With the bytes of two texts, one after the other; without memory there is none.
-    Block(std::string_view first, std::string_view second)
-        : block_(GlobalAlloc(GMEM_MOVEABLE, first.size() + second.size())) {
-        if (!block_) return;
-        auto* const bytes = static_cast<char*>(GlobalLock(block_));
-        std::memcpy(bytes, first.data(), first.size());
-        if (!second.empty()) std::memcpy(bytes + first.size(), second.data(), second.size());
-        GlobalUnlock(block_);
-    }
-    ~Block() {
-        if (block_) GlobalFree(block_);
-    }
-    Block(const Block&) = delete;
-    Block& operator=(const Block&) = delete;
+/// A movable block with the bytes of two texts, one after the other; null when there is no memory.
+HGLOBAL blockWith(std::string_view first, std::string_view second) {
+    const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, first.size() + second.size());
+    if (!block) return nullptr;
+    auto* const bytes = static_cast<char*>(GlobalLock(block));
+    std::copy(second.begin(), second.end(), std::copy(first.begin(), first.end(), bytes));
+    GlobalUnlock(block);
+    return block;
+}
 
-    explicit operator bool() const { return block_ != nullptr; }
+/// What the clipboard gets in one format; the program's until the clipboard takes it.
+class Item {
+  public:
+    /// Null when it could not be made.
+    Item(UINT format, HANDLE handle) : format_(format), handle_(handle) {}
+    ~Item() {
+        if (handle_ && format_ == CF_ENHMETAFILE)
+            DeleteEnhMetaFile(static_cast<HENHMETAFILE>(handle_));
+        else if (handle_)
+            GlobalFree(handle_);
+    }
+    Item(const Item&) = delete;
+    Item& operator=(const Item&) = delete;
+
+    [[nodiscard]] bool isMade() const { return handle_ != nullptr; }
     /// To the clipboard, which is open.
-    bool give(UINT format) {
-        if (!SetClipboardData(format, block_)) return false;
-        block_ = nullptr;
+    [[nodiscard]] bool give() {
+        if (!SetClipboardData(format_, handle_)) return false;
+        handle_ = nullptr;
         return true;
     }
 
   private:
-    HGLOBAL block_;
+    UINT format_;
+    HANDLE handle_;
 };
 
 /// What is there in a format, with what the system may have added at its end.
@@ -70,7 +79,16 @@ using Length = std::array<char, sizeof(std::uint32_t)>;
 
 class WindowsClipboard final : public Clipboard {
   public:
-    ErrorCode setText(const char* text) override { return set(text, 0, nullptr); }
+    ErrorCode setText(const char* text) override {
+        Item item(CF_TEXT, textBlock(text));
+        return set({&item});
+    }
+
+    ErrorCode setPicture(std::string_view metafile) override {
+        const auto* bytes = reinterpret_cast<const BYTE*>(metafile.data());
+        Item item(CF_ENHMETAFILE, SetEnhMetaFileBits(static_cast<UINT>(metafile.size()), bytes));
+        return set({&item});
+    }
 
     std::string text() override {
         std::string text = bytesOf(CF_TEXT);
@@ -82,9 +100,10 @@ class WindowsClipboard final : public Clipboard {
         if (bytes.size() > MAXDWORD - sizeof(Length)) return ERROR_NOT_ENOUGH_MEMORY;
         Length length;
         base::store(length.data(), static_cast<std::uint32_t>(bytes.size()));
-        Block block({length.data(), length.size()}, bytes);
-        return block ? set(text, RegisterClipboardFormatA(format), &block)
-                     : ERROR_NOT_ENOUGH_MEMORY;
+        Item data(RegisterClipboardFormatA(format),
+                  blockWith({length.data(), length.size()}, bytes));
+        Item words(CF_TEXT, textBlock(text));
+        return set({&data, &words});
     }
 
     std::string data(const char* format) override {
@@ -96,13 +115,16 @@ class WindowsClipboard final : public Clipboard {
     }
 
   private:
-    static ErrorCode set(const char* text, UINT format, Block* data) {
-        const std::string_view bytes = text ? text : "";
-        Block block(bytes, std::string_view("", 1));
-        if (!block) return ERROR_NOT_ENOUGH_MEMORY;
+    static HGLOBAL textBlock(const char* text) {
+        return blockWith(text ? text : "", std::string_view("", 1));
+    }
+
+    /// All of them in place of what is there, or none.
+    static ErrorCode set(std::initializer_list<Item*> items) {
+        if (!std::ranges::all_of(items, &Item::isMade)) return ERROR_NOT_ENOUGH_MEMORY;
         const OpenClipboardGuard clipboard;
         if (!clipboard || !EmptyClipboard()) return ERROR_ACCESS_DENIED;
-        if ((!data || data->give(format)) && block.give(CF_TEXT)) return ERROR_SUCCESS;
+        if (std::ranges::all_of(items, &Item::give)) return ERROR_SUCCESS;
         EmptyClipboard();
         return ERROR_ACCESS_DENIED;
     }

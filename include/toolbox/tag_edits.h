@@ -48,8 +48,8 @@ class TB_API TvTagEdit : public Edit {
     void bringToFront(std::span<const TvTagId> ids);
     void sendToBack(std::span<const TvTagId> ids);
 
-    /// 1 when a set takes all the tags that it brings; 0, with a sentence in `why` unless null, when
-    /// TvTag::check() refuses one. For what the user is told before the edit fails.
+    /// 1 when a set takes all the tags that it brings; 0, with a sentence in `why` unless null,
+    /// when TvTag::check() refuses one. For what the user is told before the edit fails.
     int check(CString* why) const;
 
     /// Failed for a tag that the set does not have, one that TvTag::check() refuses, and when the

@@ -74,8 +74,8 @@ void TvTagEdit::sendToBack(std::span<const TvTagId> ids) {
 }
 
 int TvTagEdit::check(CString* why) const {
-    return std::ranges::all_of(
-        wishes_, [=](const Wish& each) { return !each.tag || each.tag->check(why); });
+    return std::ranges::all_of(wishes_,
+                               [=](const Wish& each) { return !each.tag || each.tag->check(why); });
 }
 
 /// What the wishes come to, in the set as it is. False when it lacks one of the tags.
@@ -88,10 +88,7 @@ bool TvTagEdit::prepare() {
         if (isWished) before.push_back({id, set_.find(id), set_.place(id)});
         const Wish::What what = isWished ? wished->what : Wish::Fields;
         if (what != Wish::Leave)
-            order[what == Wish::Back    ? 0
-                  : what == Wish::Front ? 2
-                                        : 1]
-                .push_back(id);
+            order[what == Wish::Back ? 0 : what == Wish::Front ? 2 : 1].push_back(id);
     }
     std::unordered_map<TvTagId, std::size_t> places;
     for (const auto& part : order)

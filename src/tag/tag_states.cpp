@@ -1,4 +1,5 @@
-// Several tags at once: the new order is built beside the old one, so that a refusal changes nothing.
+// Several tags at once: the new order is built beside the old one, so that a refusal changes
+// nothing.
 #include <algorithm>
 #include <limits>
 #include <unordered_set>

@@ -1,11 +1,12 @@
 // Edits of tags: a random document against copies of it, and what gestures make of tags.
+#include "toolbox/tag_edits.h"
+
 #include <gtest/gtest.h>
 
 #include <limits>
 #include <random>
 
 #include "tag/tag_moves.h"
-#include "toolbox/tag_edits.h"
 
 namespace {
 
@@ -170,8 +171,9 @@ TEST(TagMoves, MoveBoxAnchorOrBoth) {
         bool leader, whole;
         TvPoint anchor, offset;
     };
-    for (const Case& each : {Case{false, false, {13, 3}, {0, 0}}, Case{true, false, {10, 5}, {6, 4}},
-                             Case{true, true, {13, 3}, {0, 0}}}) {
+    for (const Case& each :
+         {Case{false, false, {13, 3}, {0, 0}}, Case{true, false, {10, 5}, {6, 4}},
+          Case{true, true, {13, 3}, {0, 0}}}) {
         tag.leader = each.leader;
         const TvTag result = moved(tag, {6, 4}, each.whole, view);
         EXPECT_EQ(result.anchor, each.anchor);
@@ -190,10 +192,10 @@ TEST(TagMoves, WidenTheBoxByItsFreeSide) {
         double x, width;
         std::vector<double> handles;
     };
-    for (const Case& each : {Case{TvAlign::left, 120, 96, {60}}, Case{TvAlign::right, -70, 86, {-20}},
-                             Case{TvAlign::center, 50, 56, {40, 0}},
-                             Case{TvAlign::center, -10, 56, {40, 0}},
-                             Case{TvAlign::left, 10, kLeastWidth, {60}}}) {
+    for (const Case& each :
+         {Case{TvAlign::left, 120, 96, {60}}, Case{TvAlign::right, -70, 86, {-20}},
+          Case{TvAlign::center, 50, 56, {40, 0}}, Case{TvAlign::center, -10, 56, {40, 0}},
+          Case{TvAlign::left, 10, kLeastWidth, {60}}}) {
         TvTag tag = tagWith("a", {10, 0});
         tag.align = each.align;
         TvTagOnPage place = onPage(tag);

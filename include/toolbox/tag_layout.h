@@ -69,15 +69,15 @@ struct TvTagSurroundings {
     toolbox::PlaneRect frame{};                        ///< no tag is moved out of it
     std::span<const toolbox::PlaneRect> rectangles{};  ///< not to be covered
     std::span<const TvSegment> segments{};             ///< not to be covered
-    double step = 2;                                   ///< between the lines of search, 0.1 or more
-    double reach = 150;                                ///< how far a tag may be moved
+    double step = 2;                                   ///< between the lines of search, from 0.5 on
+    double reach = 150;                                ///< how far a tag may be moved, to 5000
 };
 
 /// What became of a search for free places.
 struct TvTagPlacement {
-    bool refused = false;              ///< a number was impossible: nothing was searched
-    std::vector<TvTagMove> moves{};    ///< tags that change, in the order of their numbers
-    std::vector<TvTagId> unplaced{};   ///< tags without a place, by number
+    bool refused = false;             ///< a number was impossible: nothing was searched
+    std::vector<TvTagMove> moves{};   ///< tags that change, in the order of their numbers
+    std::vector<TvTagId> unplaced{};  ///< tags without a place, by number
 };
 
 /// The tags of a set that are shown on a page. A plain value; it keeps the tags it was made of and
@@ -125,9 +125,9 @@ class TB_API TvTagLayout {
     /// come to touch what is beside them. A tag without such a place stays where it is, is
     /// reported, and holds no room against others.
     ///
-    /// What was placed so stays when it is placed again. A coordinate of a rectangle or segment
-    /// that is not finite or farther than kTvCanvasFar from 0, an empty frame, a step below 0.1 and
-    /// a reach that is no number or negative are refused.
+    /// What was placed so stays when it is placed again. A coordinate of frame, rectangle or
+    /// segment that is not finite or farther than kTvCanvasFar from 0, an empty frame, a step
+    /// outside 0.5 to 5000 and a reach outside 0 to 5000 are refused.
     [[nodiscard]] TvTagPlacement placeFree(const TvTagSurroundings& around) const;
 
   private:

@@ -1,5 +1,5 @@
-// Identifiers of the controls of the editor of labels, for resource scripts and code. The nine of the
-// alignment and the four of the border follow each other, in rows.
+// Identifiers of the controls of the editor of labels, for resource scripts and code. The nine of
+// the alignment and the four of the border follow each other, in rows.
 #pragma once
 
 #define IDC_TAG_TEXT 1450

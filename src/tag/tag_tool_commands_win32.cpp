@@ -80,9 +80,8 @@ std::string withReturns(std::string_view text) {
 
 bool allHave(const TvTagSet& set, const Property& property) {
     const std::vector<TvTagId> ids = set.selection();
-    return !ids.empty() && std::ranges::all_of(ids, [&](TvTagId id) {
-        return property.has(*set.find(id));
-    });
+    return !ids.empty() &&
+           std::ranges::all_of(ids, [&](TvTagId id) { return property.has(*set.find(id)); });
 }
 
 }  // namespace

@@ -77,8 +77,12 @@ bool TvTagTool::State::nudge(WPARAM key, bool coarse) {
     const std::vector<TvTagId> selected = tagSet()->selection();
     if (selected.empty()) return false;
     const double length = coarse ? 10 : 1;
-    const TvPoint step{key == VK_LEFT ? -length : key == VK_RIGHT ? length : 0,
-                       key == VK_UP ? -length : key == VK_DOWN ? length : 0};
+    const TvPoint step{key == VK_LEFT    ? -length
+                       : key == VK_RIGHT ? length
+                                         : 0,
+                       key == VK_UP     ? -length
+                       : key == VK_DOWN ? length
+                                        : 0};
     auto edit = std::make_unique<TvTagEdit>(*tagSet(), TvTagEdit::Move);
     bool some = false;
     for (const TvTagId id : selected) {

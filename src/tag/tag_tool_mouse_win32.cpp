@@ -160,8 +160,7 @@ TagDragger::Shape TvTagTool::State::shape() {
         };
     if (pattern) {
         const TvTagOnPage place = tvLayOutTag(*pattern, TransMatrix2D(), keys);
-        const TvPoint point{place.anchor.x + pattern->offset.x,
-                            place.anchor.y + pattern->offset.y};
+        const TvPoint point{place.anchor.x + pattern->offset.x, place.anchor.y + pattern->offset.y};
         const RECT box = inWindow(place.box);
         const POINT origin = inWindow(point);
         return [=](const POINT& start, const POINT& end) {
@@ -187,18 +186,18 @@ TagDragger::Shape TvTagTool::State::shape() {
         const TvTagOnPage* const place = layout->tag(id);
         if (place && !place->tag->locked) places.push_back(*place);
     }
-    return [this, places, whole = taken.grip == Grip::leader](const POINT& start,
-                                                              const POINT& end) {
-        TagDragger::Figure figure;
-        for (const TvTagOnPage& each : places) {
-            figure.boxes.push_back(shifted(inWindow(each.box), start, end));
-            if (!each.hasLeader) continue;
-            const POINT anchor = inWindow(each.anchor);
-            figure.lines.emplace_back(shifted(inWindow(each.leaderStart), start, end),
-                                      whole ? shifted(anchor, start, end) : anchor);
-        }
-        return figure;
-    };
+    return
+        [this, places, whole = taken.grip == Grip::leader](const POINT& start, const POINT& end) {
+            TagDragger::Figure figure;
+            for (const TvTagOnPage& each : places) {
+                figure.boxes.push_back(shifted(inWindow(each.box), start, end));
+                if (!each.hasLeader) continue;
+                const POINT anchor = inWindow(each.anchor);
+                figure.lines.emplace_back(shifted(inWindow(each.leaderStart), start, end),
+                                          whole ? shifted(anchor, start, end) : anchor);
+            }
+            return figure;
+        };
 }
 
 int TvTagTool::State::follow(TarvMess& message) {
@@ -263,9 +262,8 @@ void TvTagTool::State::finishRubberBand() {
         if (self.gone() || !tagSet()) return;
         const TvPoint a = onPage(from);
         const TvPoint b = onPage(to);
-        const std::vector<TvTagId> inside =
-            layout->findIn({std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x),
-                            std::max(a.y, b.y)});
+        const std::vector<TvTagId> inside = layout->findIn(
+            {std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)});
         ids.insert(ids.end(), inside.begin(), inside.end());
     }
     tagSet()->setSelection(ids);

@@ -80,9 +80,9 @@ struct TvTagTool::State : TvTagListener {
     struct Stack : UndoListener {
         void undoChanged() override {}
     } stack;
-    unsigned nudges = 0;    // the gesture of arrow keys that follow each other
-    std::string pasted;     // what was pasted last
-    int timesPasted = 0;    // and how often
+    unsigned nudges = 0;  // the gesture of arrow keys that follow each other
+    std::string pasted;   // what was pasted last
+    int timesPasted = 0;  // and how often
 
     toolbox::tag::TagDragger dragger;
     MouseDragger gesture{dragger};

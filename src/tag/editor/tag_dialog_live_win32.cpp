@@ -121,8 +121,8 @@ void TvTagDialog::State::show() {
 
 void TvTagDialog::State::showProblems(const CString& text) {
     const HWND list = dialog.control(IDC_TAG_PROBLEMS);
-    problems = keys ? keys->checkTemplate(RWCString(text))
-                    : std::vector<toolbox::TemplateProblem>();
+    problems =
+        keys ? keys->checkTemplate(RWCString(text)) : std::vector<toolbox::TemplateProblem>();
     if (!list) return;
     SendMessageA(list, LB_RESETCONTENT, 0, 0);
     const auto add = [=](const CString& line) {
@@ -143,7 +143,7 @@ void TvTagDialog::State::selectProblem() {
     if (at < 0 || static_cast<std::size_t>(at) >= problems.size()) return;
     const toolbox::TemplateProblem& problem = problems[static_cast<std::size_t>(at)];
     using Kind = toolbox::TemplateProblem::Kind;
-    const std::size_t signs = problem.kind == Kind::keyInText ? 0
+    const std::size_t signs = problem.kind == Kind::keyInText  ? 0
                               : problem.kind == Kind::unclosed ? 1
                                                                : 2;
     const HWND text = dialog.control(IDC_TAG_TEXT);
@@ -191,16 +191,14 @@ void TvTagDialog::State::drawSample(const DRAWITEMSTRUCT& item) const {
     const double areaWidth = item.rcItem.right - item.rcItem.left;
     const double areaHeight = item.rcItem.bottom - item.rcItem.top;
     TvDevicePage page;
-    page.scaleX = page.scaleY =
-        std::min({GetDeviceCaps(item.hDC, LOGPIXELSY) / kPointsPerInch, areaWidth / wide,
-                  areaHeight / high});
+    page.scaleX = page.scaleY = std::min({GetDeviceCaps(item.hDC, LOGPIXELSY) / kPointsPerInch,
+                                          areaWidth / wide, areaHeight / high});
     page.width = areaWidth / page.scaleX;
     page.height = areaHeight / page.scaleY;
     page.originX = item.rcItem.left;
     page.originY = item.rcItem.top;
     TvDeviceCanvas canvas(item.hDC, page);
-    canvas.setTransform(
-        TransMatrix2D().translate((page.width - bounds.left - bounds.right) / 2,
-                                  (page.height - bounds.top - bounds.bottom) / 2));
+    canvas.setTransform(TransMatrix2D().translate((page.width - bounds.left - bounds.right) / 2,
+                                                  (page.height - bounds.top - bounds.bottom) / 2));
     sample.draw(canvas);
 }

@@ -28,10 +28,10 @@ struct TvTagDialog::State {
 
     TvTagDialog& dialog;
     TokenizerUDManager* keys;
-    TvTag tag;                            // as it was confirmed
-    TvTag draft;                          // with the colours that were chosen
-    toolbox::tag::TagEntries entries;     // what was read last
-    bool isFilled = false;                // the fields tell of changes while they are filled, too
+    TvTag tag;                         // as it was confirmed
+    TvTag draft;                       // with the colours that were chosen
+    toolbox::tag::TagEntries entries;  // what was read last
+    bool isFilled = false;             // the fields tell of changes while they are filled, too
     std::vector<toolbox::TemplateProblem> problems;
     TvTagLayout sample;
 

@@ -62,8 +62,7 @@ int TvTagDialog::command(int control, int notification) {
             if (isClick) state.chooseColor(control);
             return 1;
         default:
-            if (isClick || notification == EN_CHANGE || notification == CBN_SELCHANGE)
-                state.show();
+            if (isClick || notification == EN_CHANGE || notification == CBN_SELCHANGE) state.show();
             return 1;
     }
 }

@@ -35,8 +35,7 @@ void lookAt(HWND dialog, int control, double& number) {
 }
 
 void lookAt(HWND dialog, int control, bool& checked) {
-    if (GetDlgItem(dialog, control))
-        checked = IsDlgButtonChecked(dialog, control) == BST_CHECKED;
+    if (GetDlgItem(dialog, control)) checked = IsDlgButtonChecked(dialog, control) == BST_CHECKED;
 }
 
 void lookAt(HWND dialog, int first, int last, int& index) {

@@ -50,8 +50,7 @@ PictureButton::Draw borderPicture(int border) {
         const RECT box = inner(area, static_cast<int>(area.cy) / 8);
         const int round = static_cast<int>(area.cy) / 2;
         if (border == 1) Rectangle(context, box.left, box.top, box.right, box.bottom);
-        if (border == 2)
-            RoundRect(context, box.left, box.top, box.right, box.bottom, round, round);
+        if (border == 2) RoundRect(context, box.left, box.top, box.right, box.bottom, round, round);
         if (border == 3) {
             MoveToEx(context, box.left, box.bottom - 1, nullptr);
             LineTo(context, box.right, box.bottom - 1);

@@ -75,7 +75,7 @@ POINT TvTagTool::State::inWindow(TvPoint point) const {
 }
 
 RECT TvTagTool::State::inWindow(const toolbox::PlaneRect& box) const {
-    return between(inWindow({box.left, box.top}), inWindow({box.right, box.bottom}));
+    return between(inWindow(TvPoint{box.left, box.top}), inWindow(TvPoint{box.right, box.bottom}));
 }
 
 TvTagTool::State::Hit TvTagTool::State::hit(POINT at) {

@@ -1,7 +1,5 @@
 // What the editor of labels shows while something is entered. The values of keys are the
 // application's, which may end the dialog when it is asked for them.
-#include <commdlg.h>
-
 #include <algorithm>
 #include <cmath>
 
@@ -11,6 +9,8 @@
 #include "tag_dialog.h"
 #include "toolbox/canvas_device.h"
 #include "toolbox/key_dialogs.h"
+// Needs the declarations of the system first.
+#include <commdlg.h>
 
 using toolbox::detail::Watch;
 using toolbox::tag::TagEntries;

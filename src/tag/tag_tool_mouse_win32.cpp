@@ -15,8 +15,6 @@ using toolbox::tag::TagDragger;
 
 namespace {
 
-constexpr int kTolerance = 3;  // pixels at 96 DPI
-
 POINT pointOf(const TarvMess& message) {
     return {GET_X_LPARAM(message.lParam), GET_Y_LPARAM(message.lParam)};
 }
@@ -90,7 +88,7 @@ TvTagTool::State::Hit TvTagTool::State::hit(POINT at) {
                 return {handle.grip, one->id};
         }
     }
-    const TvPoint reach = stepOnPage({0, 0}, {kTolerance * handleSize() / 3, 0});
+    const TvPoint reach = stepOnPage({0, 0}, {handleSize(), 0});
     const TvTagHit found = layout->find(onPage(at), std::hypot(reach.x, reach.y));
     return {found.part == TvTagHit::None  ? Grip::none
             : found.part == TvTagHit::Box ? Grip::box

@@ -73,7 +73,8 @@ void TvTagTool::refresh() {
 void TvTagTool::State::tagsChanged() {
     const Watch self(life);
     const bool isOld = !tagSet() || layoutOf != tagSet()->changes();
-    if (isOld && gesture.getState() == MouseDragger::Dragging) cancelGesture();
+    if (!tagSet()) layout.reset();
+    if (isOld) cancelGesture();
     if (!self.gone()) tool.changed();
 }
 

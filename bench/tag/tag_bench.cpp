@@ -1,5 +1,5 @@
-// Labels of a large drawing: 1,000 tags on a page of 2384 by 3370 points (A0) among 10,000 segments,
-// each tag on the middle of one of them, so that almost all have to move.
+// Labels of a large drawing: 1,000 tags on a page of 2384 by 3370 points (A0) among 10,000
+// segments, each tag on the middle of one of them, so that almost all have to move.
 #include <benchmark/benchmark.h>
 
 #include <cmath>
@@ -49,7 +49,9 @@ struct Drawing {
         tags.add(tag);
     }
     [[nodiscard]] TvTagLayout layout() const { return {tags, TransMatrix2D(), nullptr}; }
-    [[nodiscard]] TvTagSurroundings around() const { return {{0, 0, kWidth, kHeight}, {}, segments}; }
+    [[nodiscard]] TvTagSurroundings around() const {
+        return {{0, 0, kWidth, kHeight}, {}, segments};
+    }
 };
 
 void place(benchmark::State& state, bool onePoint) {

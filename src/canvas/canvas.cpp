@@ -213,9 +213,10 @@ int TvCanvas::drawText(TvPoint at, const TvText& text, const TvFont& font,
         return fault({TvCanvasFault::Coordinate});
     // A text may have any number of them.
     const std::size_t room = kFaultsKept - faults_.size();
-    for (const TvTextFault& character :
-         std::span(text.faults()).first(std::min(room, text.faults().size())))
-        fault({TvCanvasFault::Character, 0, character, text.windows1252()});
+    const auto kept = std::span(text.faults()).first(std::min(room, text.faults().size()));
+    const std::string words = kept.empty() ? std::string() : text.windows1252();
+    for (const TvTextFault& character : kept)
+        fault({TvCanvasFault::Character, 0, character, words});
     if (text.faults().size() > room) faultCount_ += text.faults().size() - room;
     if (text.runs().empty()) return 1;
     TvTextPlace placed = place;

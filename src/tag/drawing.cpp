@@ -67,8 +67,7 @@ bool drawText(TvCanvas& canvas, const TvTagOnPage& each) {
 bool drawMark(TvCanvas& canvas, const PlaneRect& box) {
     const PlaneRect frame = grown(box, kMarkDistance);
     return canvas.setBrush({}) && canvas.setPen({kMarkColor, kMarkWidth, {3, 2}}) &&
-           canvas.rectangle(frame) && canvas.setPen(TvPen::none()) &&
-           canvas.setBrush(kMarkColor) &&
+           canvas.rectangle(frame) && canvas.setPen(TvPen::none()) && canvas.setBrush(kMarkColor) &&
            canvas.polygon({{frame.right - kMarkCorner, frame.top},
                            {frame.right, frame.top},
                            {frame.right, frame.top + kMarkCorner}});

@@ -88,7 +88,8 @@ TvTagLayout::TvTagLayout(const TvTagSet& set, const TransMatrix2D& view, Tokeniz
     const TransMatrix2D kept = view;
     std::vector<std::pair<TvTagId, std::shared_ptr<const TvTag>>> shown;
     for (const TvTagId id : set.ids())
-        if (auto tag = set.find(id); isShownAt(*tag, *scale)) shown.emplace_back(id, std::move(tag));
+        if (auto tag = set.find(id); isShownAt(*tag, *scale))
+            shown.emplace_back(id, std::move(tag));
     TemplateText expander(keys);
     tags_.reserve(shown.size());
     for (auto& [id, tag] : shown) {
@@ -108,8 +109,7 @@ TvTagHit TvTagLayout::find(TvPoint point, double tolerance) const {
     for (auto each = tags_.rbegin(); each != tags_.rend(); ++each) {
         if (distance(point, nearestIn(each->box, point)) <= tolerance)
             return {each->id, TvTagHit::Box};
-        if (each->hasLeader &&
-            distanceToLine(point, each->leaderStart, each->anchor) <= tolerance)
+        if (each->hasLeader && distanceToLine(point, each->leaderStart, each->anchor) <= tolerance)
             return {each->id, TvTagHit::Leader};
     }
     return {};

@@ -76,7 +76,8 @@ void PlaceGrid::enterRow(std::uint32_t thing, const Thing& segment, std::size_t 
     Range range{};
     if (!rangeWithin(segment, 0, top, bottom, range)) {
         // Rounding: it ends where the row begins.
-        range = {std::min(segment.from[0], segment.to[0]), std::max(segment.from[0], segment.to[0])};
+        range = {std::min(segment.from[0], segment.to[0]),
+                 std::max(segment.from[0], segment.to[0])};
     }
     if (range.high < region_.low[0] || range.low > region_.high[0]) return;
     const std::size_t right = column(range.high, 0);

@@ -34,18 +34,17 @@ bool canHeed(const TvTagSurroundings& around) {
            around.frame.top < around.frame.bottom && around.step >= kLeastStep &&
            around.step <= kMostReach && around.reach >= 0 && around.reach <= kMostReach &&
            std::all_of(around.rectangles.begin(), around.rectangles.end(), isNearRect) &&
-           std::all_of(around.segments.begin(), around.segments.end(), [](const TvSegment& each) {
-               return isNear(each.from) && isNear(each.to);
-           });
+           std::all_of(around.segments.begin(), around.segments.end(),
+                       [](const TvSegment& each) { return isNear(each.from) && isNear(each.to); });
 }
 
 /// A tag that may be moved.
 struct Movable {
     const TvTagOnPage* tag;
-    Pair start{};          ///< from its place into the frame
-    bool fits = false;     ///< the frame has room for it
-    bool placed = false;   ///< it has a place
-    Pair by{};             ///< from its place to that one
+    Pair start{};         ///< from its place into the frame
+    bool fits = false;    ///< the frame has room for it
+    bool placed = false;  ///< it has a place
+    Pair by{};            ///< from its place to that one
 };
 
 bool isBeforeByFields(const TvTagOnPage& a, const TvTagOnPage& b) {
@@ -113,8 +112,7 @@ class Placement {
     [[nodiscard]] PlaneRect region(const PlaneRect& frame) const {
         PlaneRect all{frame.right, frame.bottom, frame.left, frame.top};
         for (const Movable& each : movables_)
-            if (each.fits)
-                all = unionOf(all, moved(each.tag->box, {each.start[0], each.start[1]}));
+            if (each.fits) all = unionOf(all, moved(each.tag->box, {each.start[0], each.start[1]}));
         return intersection(grown(all, range_.reach), frame);
     }
 
@@ -147,8 +145,7 @@ class Placement {
 
     static void report(const Movable& movable, TvTagPlacement& result) {
         const TvTag& tag = *movable.tag->tag;
-        const TvTagMove move{movable.tag->id,
-                             tag.offset + TvPoint{movable.by[0], movable.by[1]},
+        const TvTagMove move{movable.tag->id, tag.offset + TvPoint{movable.by[0], movable.by[1]},
                              !movable.placed};
         if (move.offset != tag.offset || move.unplaced != tag.unplaced)
             result.moves.push_back(move);

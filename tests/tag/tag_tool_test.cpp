@@ -92,6 +92,7 @@ TEST_F(TagToolTest, KeepsTheAxisWithShiftAndGivesUpWithEscapeOrTheRightButton) {
             mouseButton(MOUSEEVENTF_RIGHTDOWN), mouseButton(MOUSEEVENTF_RIGHTUP);
         EXPECT_TRUE(picture() == still);
         mouseButton(MOUSEEVENTF_LEFTUP);
+        ::Sleep(GetDoubleClickTime() + 1);
         EXPECT_EQ(placeOf(id), before);
         EXPECT_EQ(selection(), Ids{id});
         EXPECT_EQ(GetCapture(), nullptr);
@@ -225,9 +226,9 @@ TEST_F(TagToolTest, ShowsTheMenuOfTheTagUnderTheMouse) {
     PostMessageA(window, WM_KEYDOWN, VK_DOWN, 0);  // the second item: delete
     PostMessageA(window, WM_KEYDOWN, VK_RETURN, 0);
     SetTimer(window, 1, 5000, endMenu);
-    moveMouse(window, middle(a));
-    mouseButton(MOUSEEVENTF_RIGHTDOWN);
-    mouseButton(MOUSEEVENTF_RIGHTUP);
+    POINT at = middle(a);
+    ClientToScreen(window, &at);
+    SendMessageA(window, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(window), MAKELPARAM(at.x, at.y));
     KillTimer(window, 1);
     pumpMessages();
     EXPECT_EQ(tags->ids(), Ids{b});

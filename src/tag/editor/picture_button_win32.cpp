@@ -1,4 +1,5 @@
-// A picture is an icon: where nothing is drawn the button shows through, pressed or not.
+// A picture is an icon: where nothing is drawn the button shows through, but for one that is
+// chosen. That has the colours of a selection, since the face of a pressed button can have any.
 #include "tag/editor/picture_button_win32.h"
 
 namespace toolbox::tag {
@@ -70,10 +71,13 @@ HICON PictureButton::make() const {
     const int edge = 2 * GetSystemMetrics(SM_CXEDGE) + 2;
     const SIZE size{area.right - 2 * edge, area.bottom - 2 * edge};
     if (size.cx <= 0 || size.cy <= 0) return nullptr;
+    const bool isChosen = SendMessageA(getHWND(), BM_GETCHECK, 0, 0) == BST_CHECKED;
+    const COLORREF black = RGB(0, 0, 0);
     const Sheet shape(size, false);
-    shape.draw(draw_, size, RGB(255, 255, 255), RGB(0, 0, 0), true);
+    shape.draw(draw_, size, isChosen ? black : RGB(255, 255, 255), black, true);
     const Sheet colours(size, true);
-    colours.draw(draw_, size, RGB(0, 0, 0), GetSysColor(COLOR_BTNTEXT), false);
+    colours.draw(draw_, size, isChosen ? GetSysColor(COLOR_HIGHLIGHT) : black,
+                 GetSysColor(isChosen ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT), false);
     ICONINFO info{TRUE, 0, 0, shape.release(), colours.release()};
     return CreateIconIndirect(&info);
 }
@@ -91,8 +95,8 @@ void PictureButton::detaching() {
 LRESULT PictureButton::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     const toolbox::detail::Watch self(life_);
     const LRESULT result = pass(message, wParam, lParam);
-    const bool changes =
-        message == WM_SIZE || message == WM_SYSCOLORCHANGE || message == WM_THEMECHANGED;
+    const bool changes = message == WM_SIZE || message == BM_SETCHECK || message == BM_CLICK ||
+                         message == WM_LBUTTONUP || message == WM_KEYUP || message == WM_SETFOCUS;
     if (changes && !self.gone()) refresh();
     return result;
 }

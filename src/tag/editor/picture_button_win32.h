@@ -10,7 +10,7 @@
 namespace toolbox::tag {
 
 /// A button of a template (BS_ICON) that shows a picture instead of its text, which screen readers
-/// still say. The picture follows the size of the button and the colours of the system.
+/// still say. The picture follows the size of the button, and stands out when it is chosen.
 class PictureButton : public TvControl {
   public:
     /// Draws the picture into an area that begins at (0, 0), with the pen and the text colour that
@@ -22,7 +22,7 @@ class PictureButton : public TvControl {
 
     /// What it shows, as soon as it has a button.
     void setPicture(Draw draw);
-    /// Draws the picture anew.
+    /// Draws the picture anew, as when the colours of the system have changed.
     void refresh();
 
   protected:

@@ -21,7 +21,8 @@ if(WIN32)
             DESTINATION ${CMAKE_INSTALL_DATADIR}/toolbox COMPONENT development)
 else()
     foreach(name IN ITEMS attached_control bars controls dialogs exchange graphics key_dialogs meter
-                          pickers property_sheets tools value_service windowing detail/mouse_button)
+                          pickers property_sheets tag_tools tools value_service
+                          windowing detail/mouse_button)
         list(APPEND windows_only REGEX "/${name}[.]h$" EXCLUDE)
     endforeach()
 endif()

@@ -1,0 +1,37 @@
+// Identifiers of the controls of the editor of labels, for resource scripts and code. The nine of
+// the alignment and the four of the border follow each other, in rows.
+#pragma once
+
+#define IDC_TAG_TEXT 1450
+#define IDC_TAG_INSERT_KEY 1451
+#define IDC_TAG_PROBLEMS_LABEL 1452
+#define IDC_TAG_PROBLEMS 1453
+#define IDC_TAG_SAMPLE_LABEL 1454
+#define IDC_TAG_SAMPLE 1455
+#define IDC_TAG_ALIGN_TOP_LEFT 1456
+#define IDC_TAG_ALIGN_TOP 1457
+#define IDC_TAG_ALIGN_TOP_RIGHT 1458
+#define IDC_TAG_ALIGN_LEFT 1459
+#define IDC_TAG_ALIGN_CENTER 1460
+#define IDC_TAG_ALIGN_RIGHT 1461
+#define IDC_TAG_ALIGN_BOTTOM_LEFT 1462
+#define IDC_TAG_ALIGN_BOTTOM 1463
+#define IDC_TAG_ALIGN_BOTTOM_RIGHT 1464
+#define IDC_TAG_BORDER_NONE 1465
+#define IDC_TAG_BORDER_FRAME 1466
+#define IDC_TAG_BORDER_ROUNDED 1467
+#define IDC_TAG_BORDER_UNDERLINE 1468
+#define IDC_TAG_FONT 1469
+#define IDC_TAG_SIZE 1470
+#define IDC_TAG_BOLD 1471
+#define IDC_TAG_ITALIC 1472
+#define IDC_TAG_TEXT_COLOR 1473
+#define IDC_TAG_BORDER_COLOR 1474
+#define IDC_TAG_FILLED 1475
+#define IDC_TAG_FILL_COLOR 1476
+#define IDC_TAG_WRAPPED 1477
+#define IDC_TAG_WIDTH 1478
+#define IDC_TAG_LEADER 1479
+#define IDC_TAG_LOCKED 1480
+#define IDC_TAG_FROM_SCALE 1481
+#define IDC_TAG_TO_SCALE 1482

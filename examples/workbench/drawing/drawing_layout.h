@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "drawing/drawing_plane.h"
-#include "project/document.h"
+#include "project/open_project.h"
 
 /// A force: its tip touches the beam.
 struct Arrow {

@@ -110,7 +110,7 @@ void DrawingPainter::beam(std::size_t index) {
     const Beam& beam = document_.project().beams()[index];
     const BeamPlace place = layout_.place(beam);
     if (!layout_.around(beam, place).meets(part_)) return;
-    const BeamResults* const results = document_.results(index);
+    const BeamResults* const results = document_.work().results(index);
     const bool isLegible = place.width() >= kLegible;
     taken_.clear();
     if (isSelected(Selection::OneBeam, beam.id)) selectionOf(place);

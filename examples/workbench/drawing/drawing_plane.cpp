@@ -18,12 +18,6 @@ int pixel(double value) {
 
 }  // namespace
 
-double snapped(double value, double step) {
-    // Dividing by how many there are in 1 gives the number nearest to the decimal one.
-    const double parts = std::round(1 / step);
-    return std::round(value * parts) / parts + 0.0;
-}
-
 toolbox::PlaneRect extentOf(const Project& project) {
     if (project.beams().empty()) return {0, 1.5, 12, -1.5};
     constexpr double kFar = 1e9;

@@ -36,11 +36,6 @@ struct Place {
     bool operator==(const Place&) const = default;
 };
 
-/// The nearest multiple of `step`: what the mouse picks.
-[[nodiscard]] double snapped(double value, double step);
-inline constexpr double kLengthStep = 0.1;  ///< m
-inline constexpr double kForceStep = 0.5;   ///< kN, kN/m
-
 /// The smallest rectangle with every beam and every label's place in it; top is the highest y. A
 /// project without beams has a piece of the plane to draw the first in.
 [[nodiscard]] toolbox::PlaneRect extentOf(const Project& project);

@@ -29,7 +29,6 @@ class SelectMode : public DrawingMode {
     [[nodiscard]] std::unique_ptr<Dragger> beamFigure(Pixel at);
     [[nodiscard]] std::unique_ptr<Dragger> loadFigure(Pixel at);
     [[nodiscard]] std::unique_ptr<Dragger> labelFigure(Pixel at);
-    void moveBeam(Beam beam, const Place& to) const;
     void moveLoad(Beam beam, double position) const;
     [[nodiscard]] bool moveLabel(Label label, const Place& to) const;
     [[nodiscard]] const Selection& chosen() const { return view().shown().selection(); }
@@ -144,37 +143,22 @@ void SelectMode::finished(Pixel, Pixel end) {
     }
     const Beam* const beam = project.beam(grabbed_.id);
     if (!beam) return;
-    if (grabbed_.kind == Selection::OneBeam)
-        moveBeam(*beam, to);
-    else if (grabbed_.load < beam->loads.size())
+    if (grabbed_.kind == Selection::OneBeam) {
+        if (!view().shown().moveBeam(beam->id, to.x, to.y)) refuse(kBeamRefused);
+    } else if (grabbed_.load < beam->loads.size()) {
         moveLoad(*beam, positionOn(view().layout(), *beam, end.x));
-}
-
-/// Its labels go with it.
-void SelectMode::moveBeam(Beam beam, const Place& to) const {
-    const Place by{to.x - beam.x, to.y - beam.y};
-    beam.x = to.x;
-    beam.y = to.y;
-    if (!put(beam)) return;
-    std::vector<Label> labels;
-    std::ranges::copy_if(view().project().labels(), std::back_inserter(labels),
-                         [&](const Label& label) { return label.beam == beam.id; });
-    bool areMoved = true;
-    for (const Label& label : labels)
-        areMoved &= moveLabel(
-            label, {snapped(label.x + by.x, kLengthStep), snapped(label.y + by.y, kLengthStep)});
-    if (!areMoved) refuse(kLabelRefused);
+    }
 }
 
 void SelectMode::moveLoad(Beam beam, double position) const {
     beam.loads[grabbed_.load].position = position;
-    put(std::move(beam));
+    put(std::move(beam), kStepMoveLoad);
 }
 
 bool SelectMode::moveLabel(Label label, const Place& to) const {
     label.x = to.x;
     label.y = to.y;
-    return view().shown().put(std::move(label)) != 0;
+    return view().shown().put(std::move(label), kStepMoveLabel) != 0;
 }
 
 }  // namespace

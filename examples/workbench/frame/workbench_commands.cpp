@@ -29,6 +29,8 @@ constexpr GCOMMBase::CommRec kCommands[] = {
     {CMD_SAVE, 0},
     {CMD_SAVE_AS, kNeedsDocument},
     {CMD_CLOSE, kNeedsDocument},
+    {CMD_UNDO, 0},
+    {CMD_REDO, 0},
     {CMD_EDIT, 0},
     {CMD_DELETE, 0},
     {CMD_COPY, kNeedsDocument},
@@ -73,13 +75,16 @@ void Workbench::createCommands(HWND frameWindow) {
     commands_->createAndManageContext(kLanguages);
     commands_->manage(static_cast<int>(std::size(kLanguageCommands)), kLanguageCommands, menu,
                       kLanguages);
+    undo_.showIn(frame().getFrameMenu());
     (*commands_)[CMD_SELECT_MODE].setCheckStatus(1);
     (*commands_)[GMSG::language == GMSG::French ? CMD_FRENCH : CMD_ENGLISH].setCheckStatus(1);
 }
 
 void Workbench::refreshCommands() {
     if (!commands_) return;
-    const Document* const document = activeDocument();
+    Document* const document = activeDocument();
+    UndoStack* const steps = document ? &document->steps() : nullptr;
+    if (steps != undo_.stack()) undo_.follow(steps);
     const int is = document != nullptr;
     const int selected = document && document->selection().kind != Selection::Nothing;
     GCOMMBase& commands = *commands_;
@@ -108,6 +113,7 @@ int Workbench::command(HWND child, WPARAM wParam, LPARAM) {
     if (commands_ && (*commands_)[id] && !(*commands_)[id].isEnabled()) return 1;
     const auto* const view = child ? dynamic_cast<const View*>(WindowDict::find(child)) : nullptr;
     Document* const document = view ? static_cast<Document*>(view->document) : nullptr;
+    if (undo_.command(id)) return 1;
     if (document && documentCommand(*document, id)) return 1;
     return programCommand(id);
 }

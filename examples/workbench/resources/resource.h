@@ -34,6 +34,8 @@
 #define CMD_EDIT 4201
 #define CMD_DELETE 4202
 #define CMD_COPY 4203
+#define CMD_UNDO 4204
+#define CMD_REDO 4205
 
 #define CMD_TABLE 4301
 #define CMD_DRAWING 4302

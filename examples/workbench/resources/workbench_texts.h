@@ -1,5 +1,7 @@
-// Numbers of the texts in workbench_texts.inc.
+// The texts in workbench_texts.inc, by their numbers.
 #pragma once
+
+#include "toolbox/messages.h"
 
 enum WorkbenchText : unsigned short {
     kFirstKeyDescription = 3000,  ///< of the keys, in the order of their identifiers
@@ -41,7 +43,28 @@ enum WorkbenchText : unsigned short {
     kNoBeamForLabel,
     kBeamRefused,
     kLabelRefused,
+    // Steps of the user, as the menu says them after "Undo".
+    kStepAddBeam = 3340,
+    kStepEditBeam,
+    kStepMoveBeam,
+    kStepDeleteBeam,
+    kStepAddLoad,
+    kStepMoveLoad,
+    kStepDeleteLoad,
+    kStepLoadUniformly,
+    kStepAddLabel,
+    kStepEditLabel,
+    kStepMoveLabel,
+    kStepDeleteLabel,
 };
+
+/// A text of the program, printed with its arguments.
+template <class... Args>
+[[nodiscard]] CString text(unsigned short id, const Args&... args) {
+    RWCString out;
+    GMSG::getString(id, out, args...);
+    return out;
+}
 
 /// Makes the texts known where they are no resources of the program; on Windows they are.
 void registerWorkbenchTexts();

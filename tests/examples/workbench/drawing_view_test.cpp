@@ -90,7 +90,7 @@ TEST_F(DrawingWindow, DrawsABeam) {
     mouseButton(MOUSEEVENTF_LEFTUP);
     ASSERT_EQ(project().beams().size(), 1u);
     EXPECT_EQ((std::array{beam().x, beam().y, beam().span}), (std::array{2.0, 1.0, 6.0}));
-    EXPECT_NE(workbench.document().results(0), nullptr) << "a section of the table";
+    EXPECT_NE(workbench.document().work().results(0), nullptr) << "a section of the table";
     EXPECT_TRUE(workbench.document().selection() == (Selection{Selection::OneBeam, 1}));
 
     const Picture after = picture();

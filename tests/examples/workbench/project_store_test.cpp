@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <cstring>
+#include <optional>
 #include <vector>
 
 #include "project/crc32.h"
@@ -70,7 +71,8 @@ class ProjectStore : public ::testing::Test {
 };
 
 TEST_F(ProjectStore, GivesBackWhatWasSaved) {
-    project.removeBeam(3);  // identifiers with a gap
+    std::optional<Beam> none;
+    project.exchange(3, none);  // identifiers with a gap
     ASSERT_EQ(saveProject(project, file.c_str(), created, {}), 0);
     const LoadedProject loaded = load();
     EXPECT_EQ(loaded.error, 0);

@@ -29,7 +29,8 @@ struct BeamPlace {
 /// A label as it was drawn.
 struct LabelPlace {
     std::uint32_t id = 0;
-    PixelRect box;
+    PixelRect box{};
+    CString text{};
 };
 
 class DrawingLayout {

@@ -4,10 +4,10 @@
 #include <algorithm>
 
 #include "drawing/drawing_mode.h"
-#include "drawing/drawing_painter.h"
 #include "frame/workbench.h"
 #include "resources/resource.h"
 #include "resources/workbench_texts.h"
+#include "toolbox/canvas_device.h"
 
 namespace {
 
@@ -24,6 +24,7 @@ class BackBuffer {
     }
     ~BackBuffer() {
         SelectObject(dc_, before_);
+        DeleteObject(bitmap_);
         DeleteDC(dc_);
     }
     BackBuffer(const BackBuffer&) = delete;
@@ -32,7 +33,7 @@ class BackBuffer {
 
   private:
     HDC dc_;
-    Owned<HBITMAP> bitmap_;
+    HBITMAP bitmap_;
     HGDIOBJ before_;
 };
 
@@ -78,10 +79,7 @@ void showDrawing(Document& document) {
 
 DrawingView::DrawingView(Document& document_)
     : View(document_),
-      layout_([this](const Beam& beam) {
-          const Section* const section = workbench().section(beam.section);
-          return section ? section->h : 0;
-      }),
+      layout_(depthIn(document_.work())),
       modes_(drawingModes(*this, server_)),
       scrolling_(::scrolling(*this, server_)) {
     layout_.measureLoads(project());
@@ -235,9 +233,12 @@ void DrawingView::paint() {
 }
 
 void DrawingView::drawPicture(HDC dc) {
-    const Canvas canvas(dc, tools_);
-    DrawingPainter painter(canvas, shown(), layout_, client());
-    labels_ = painter.paint();
+    const PixelRect all = client();
+    // A point of the canvas is a pixel.
+    TvDeviceCanvas canvas(dc, {.width = static_cast<double>(all.width()),
+                               .height = static_cast<double>(all.height())});
+    const Scene scene{shown().work(), workbench().keys(), layout_, drawingPart(all)};
+    labels_ = drawWindow(canvas, scene, all, shown().selection());
 }
 
 bool DrawingView::showCursor(LPARAM hit) const {

@@ -7,8 +7,7 @@
 #include <memory>
 #include <vector>
 
-#include "drawing/drawing_layout.h"
-#include "drawing/drawing_tools.h"
+#include "drawing/window_drawing.h"
 #include "frame/view.h"
 #include "toolbox/dispatch.h"
 
@@ -60,7 +59,6 @@ class DrawingView : public View {
     [[nodiscard]] bool showCursor(LPARAM hit) const;
     [[nodiscard]] PixelRect client() const;
 
-    DrawingTools tools_;
     DrawingLayout layout_;
     std::vector<LabelPlace> labels_;
     bool isEmpty_;          // no beam was there when the project was looked at last

@@ -16,6 +16,7 @@
 //     if (!svg.write("beam.svg", &why)) show(why);
 //
 // A TvRecording keeps a drawing, stores it in a variable record and plays it on any other canvas.
+// canvas_device.h has the canvases of Windows: on device contexts, and enhanced metafiles.
 //
 // The canvas is a page: its unit is the point (1/72 inch), its origin the upper left corner, y
 // points down. A transform maps what is drawn onto it:
@@ -28,7 +29,7 @@
 // coordinate must be finite and at most kTvCanvasFar points off the page's origin.
 //
 // What goes out is the same bytes on every system and under any locale. All calls come from one
-// thread. There is no canvas for a device context or a metafile.
+// thread.
 #pragma once
 
 #include <array>
@@ -132,6 +133,7 @@ struct TB_API TvCanvasFault {
         Coordinate,  ///< not finite or too far away: nothing was drawn
         Style,       ///< a pen or font with numbers that cannot be: the one before stays
         Unmatched,   ///< restore() without save()
+        Device,      ///< the device refused: it is not there, or has no memory
     };
     Kind kind = Character;    ///< what is wrong
     std::size_t drawing = 0;  ///< paths and texts that had been drawn before
@@ -220,6 +222,9 @@ class TB_API TvCanvas {
     virtual void onClip(const TvPath& path) = 0;
     /// Takes back the last onClip() that was not taken back.
     virtual void onUnclip() = 0;
+    /// Says from within one of these that it could not be done: what was called for the drawing
+    /// returns 0 and notes a fault.
+    void refuse() { refused_ = true; }
     /// Clippings that were not taken back.
     [[nodiscard]] std::size_t clipDepth() const { return state_.clips; }
 
@@ -238,6 +243,7 @@ class TB_API TvCanvas {
     int drawPath(const TvPath& path, const TvPen& pen, const TvBrush& brush);
     int drawText(TvPoint at, const TvText& text, const TvFont& font, const TvTextPlace& place);
     int fault(TvCanvasFault fault);
+    int outcome();
     void reset(double width, double height);
 
     double width_;
@@ -247,6 +253,7 @@ class TB_API TvCanvas {
     bool plain_ = true;  ///< the transform is the identity
     TvPath scratch_;     ///< of the shape that is being drawn
     TvPath page_;        ///< and its image; both keep their memory
+    bool refused_ = false;
     std::size_t drawings_ = 0;
     std::vector<TvCanvasFault> faults_;
     std::size_t faultCount_ = 0;

@@ -16,6 +16,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "toolbox/export.h"
@@ -295,6 +296,12 @@ class TB_API Clipboard {
     virtual ErrorCode setText(const char* text) = 0;
     /// The text held; empty when there is none.
     virtual std::string text() = 0;
+    /// Replaces the content by a picture, the bytes of an enhanced metafile. Only Windows' own
+    /// clipboard takes one.
+    virtual ErrorCode setPicture(std::string_view metafile) {
+        (void)metafile;
+        return ERROR_NOT_SUPPORTED;
+    }
 };
 
 /// A calendar date of the local clock.

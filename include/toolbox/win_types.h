@@ -81,6 +81,7 @@ inline constexpr unsigned long ERROR_WRITE_FAULT = 29;
 inline constexpr unsigned long ERROR_READ_FAULT = 30;
 inline constexpr unsigned long ERROR_SHARING_VIOLATION = 32;
 inline constexpr unsigned long ERROR_HANDLE_EOF = 38;
+inline constexpr unsigned long ERROR_NOT_SUPPORTED = 50;
 inline constexpr unsigned long ERROR_FILE_EXISTS = 80;
 inline constexpr unsigned long ERROR_INVALID_PARAMETER = 87;
 inline constexpr unsigned long ERROR_DISK_FULL = 112;

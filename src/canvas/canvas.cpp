@@ -67,6 +67,11 @@ int TvCanvas::fault(TvCanvasFault fault) {
     return 0;
 }
 
+/// Of what the derived class was called for.
+int TvCanvas::outcome() {
+    return std::exchange(refused_, false) ? fault({TvCanvasFault::Device}) : 1;
+}
+
 int TvCanvas::setPen(const TvPen& pen) {
     if (!isPen(pen)) return fault({TvCanvasFault::Style});
     state_.pen = pen;
@@ -98,14 +103,16 @@ int TvCanvas::restore() {
     const State before = std::move(saved_.back());
     saved_.pop_back();
     const toolbox::detail::Watch self(life_);
+    int done = 1;
     while (state_.clips > before.clips) {
         --state_.clips;
         onUnclip();
         if (self.gone()) return 0;
+        done = outcome() && done;
     }
     state_ = before;
     plain_ = isIdentity(state_.transform);
-    return 1;
+    return done;
 }
 
 int TvCanvas::clip(const TvPath& path) {
@@ -115,7 +122,7 @@ int TvCanvas::clip(const TvPath& path) {
     ++state_.clips;
     const toolbox::detail::Watch self(life_);
     onClip(page);
-    return self.gone() ? 0 : 1;
+    return self.gone() ? 0 : outcome();
 }
 
 int TvCanvas::clip(const toolbox::PlaneRect& rect) {
@@ -132,12 +139,13 @@ int TvCanvas::drawPath(const TvPath& path, const TvPen& pen, const TvBrush& brus
     if (!isNear(onPage)) {
         drawn = fault({TvCanvasFault::Coordinate});
     } else if (pen.width > 0 || brush.filled) {
-        ++drawings_;
         const TvPen usedPen = pen;  // the canvas may change its own meanwhile
         const TvBrush usedBrush = brush;
         onPath(onPage, pen.width > 0 ? &usedPen : nullptr, brush.filled ? &usedBrush : nullptr);
+        if (self.gone()) return 0;
+        drawn = outcome();
+        if (drawn) ++drawings_;
     }
-    if (self.gone()) return 0;
     page_ = std::move(page);
     return drawn;
 }
@@ -210,13 +218,14 @@ int TvCanvas::drawText(TvPoint at, const TvText& text, const TvFont& font,
         fault({TvCanvasFault::Character, 0, character, text.windows1252()});
     if (text.faults().size() > room) faultCount_ += text.faults().size() - room;
     if (text.runs().empty()) return 1;
-    ++drawings_;
     TvTextPlace placed = place;
     placed.angle = mappedAngle(state_.transform, place.angle);
     const TvFont usedFont = font;
     const toolbox::detail::Watch self(life_);
     onText(onPage, text, usedFont, placed);
-    return self.gone() ? 0 : 1;
+    if (self.gone() || !outcome()) return 0;
+    ++drawings_;
+    return 1;
 }
 
 TvTextExtent TvCanvas::measure(const TvText& text) const {

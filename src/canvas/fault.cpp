@@ -31,6 +31,8 @@ CString TvCanvasFault::sentence() const {
             return sentenceOf(Sentence::style);
         case Unmatched:
             return sentenceOf(Sentence::unmatched);
+        case Device:
+            return sentenceOf(Sentence::device);
     }
     return {};
 }

@@ -3,9 +3,9 @@
 
 #include <algorithm>
 
+#include "canvas/sentences.h"
 #include "file/file_system.h"
 #include "file/replacement.h"
-#include "toolbox/messages.h"
 
 namespace toolbox::canvas {
 namespace {
@@ -41,9 +41,7 @@ int writeWhole(const char* fileName, std::string_view bytes, CString* why) {
     if (error == ERROR_SUCCESS) error = writeAll(fresh.file(), bytes);
     if (error == ERROR_SUCCESS) error = fresh.putInPlace();
     if (error != ERROR_SUCCESS) {
-        char reason[1024] = "";
-        GMSG::getLastErrorMsg(error, reason);
-        if (why) *why = reason;
+        if (why) *why = reasonOf(error);
         return 0;
     }
     // The file is in place whatever this says.

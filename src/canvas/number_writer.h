@@ -53,4 +53,10 @@ inline void appendCount(std::string& out, std::size_t count) {
     out.append(start, end);
 }
 
+/// Appends the last hexadecimal digits of a number.
+inline void appendHex(std::string& out, char32_t value, int digits) {
+    constexpr char kHex[] = "0123456789ABCDEF";
+    for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4) out += kHex[value >> shift & 0xF];
+}
+
 }  // namespace toolbox::canvas

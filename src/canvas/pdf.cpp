@@ -26,13 +26,10 @@ std::string reference(std::size_t object) {
 
 /// UTF-16 in hexadecimal digits, which readers take for any character.
 std::string unicodeString(std::string_view windows1252) {
-    constexpr char kHex[] = "0123456789ABCDEF";
     const std::string utf8 = toolbox::base::utf8From1252(windows1252);
     std::string out = "<FEFF";
-    for (std::string_view rest = utf8; !rest.empty();) {
-        const char32_t code = toolbox::base::takeUtf8(rest);
-        for (int shift = 12; shift >= 0; shift -= 4) out += kHex[code >> shift & 0xF];
-    }
+    for (std::string_view rest = utf8; !rest.empty();)
+        appendHex(out, toolbox::base::takeUtf8(rest), 4);
     return out += '>';
 }
 

@@ -59,11 +59,6 @@ void appendWidths(std::string& out, std::size_t font) {
     out.back() = ']';
 }
 
-void appendHex(std::string& out, unsigned value, int digits) {
-    constexpr char kHex[] = "0123456789ABCDEF";
-    for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4) out += kHex[value >> shift & 0xF];
-}
-
 }  // namespace
 
 std::string pdfFontObject(std::size_t font, std::size_t descriptor, std::size_t unicode) {
@@ -120,7 +115,7 @@ std::string pdfSymbolUnicode() {
         block += '<';
         appendHex(block, static_cast<unsigned>(code), 2);
         block += "> <";
-        appendHex(block, static_cast<unsigned>(unicode), 4);
+        appendHex(block, unicode, 4);
         block += ">\n";
         if (++count == kInBlock) flush();
     }

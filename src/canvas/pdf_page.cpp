@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "canvas/number_writer.h"
+#include "canvas/steps.h"
 
 namespace toolbox::canvas {
 namespace {
@@ -78,14 +79,12 @@ void PdfPage::addPoint(TvPoint point) {
 }
 
 void PdfPage::addPath(const TvPath& path) {
-    const TvPoint* point = path.points().data();
-    for (const TvPath::Step step : path.steps()) {
+    eachStep(path, [this](TvPath::Step step, const TvPoint* points) {
         constexpr char kOperators[] = {'m', 'l', 'c', 'h'};
-        constexpr int kPoints[] = {1, 1, 3, 0};
-        for (int i = 0; i < kPoints[step]; ++i) addPoint(*point++);
+        for (int i = 0; i < pointsOf(step); ++i) addPoint(points[i]);
         content_ += kOperators[step];
         content_ += '\n';
-    }
+    });
 }
 
 void PdfPage::onPath(const TvPath& path, const TvPen* pen, const TvBrush* brush) {

@@ -18,6 +18,8 @@ enum class Sentence : unsigned short {
     newer = 1407,
     altered = 1408,
     impossible = 1409,  ///< offset of the byte
+    device = 1410,
+    clipboard = 1379,  ///< in use; the list of keys has it too
 };
 
 template <class... Args>
@@ -25,6 +27,13 @@ template <class... Args>
     RWCString text;
     GMSG::getString(static_cast<unsigned short>(sentence), text, args...);
     return text;
+}
+
+/// The system's sentence for an error.
+[[nodiscard]] inline CString reasonOf(unsigned long error) {
+    char reason[1024] = "";
+    GMSG::getLastErrorMsg(error, reason);
+    return reason;
 }
 
 }  // namespace toolbox::canvas

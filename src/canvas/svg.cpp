@@ -6,6 +6,7 @@
 #include "canvas/file_writer.h"
 #include "canvas/font/symbol.h"
 #include "canvas/number_writer.h"
+#include "canvas/steps.h"
 #include "toolbox/canvas.h"
 
 using namespace toolbox::canvas;
@@ -60,14 +61,12 @@ std::string withoutControls(std::string_view text) {
 }
 
 void appendData(std::string& out, const TvPath& path) {
-    const TvPoint* point = path.points().data();
-    for (const TvPath::Step step : path.steps()) {
+    eachStep(path, [&out](TvPath::Step step, const TvPoint* points) {
         constexpr char kLetters[] = {'M', 'L', 'C', 'Z'};
-        constexpr int kPoints[] = {1, 1, 3, 0};
         out += kLetters[step];
-        for (int i = 0; i < kPoints[step]; ++i) appendPoint(out, *point++);
+        for (int i = 0; i < pointsOf(step); ++i) appendPoint(out, points[i]);
         if (out.back() == ' ') out.pop_back();
-    }
+    });
 }
 
 void appendPen(std::string& out, const TvPen& pen) {

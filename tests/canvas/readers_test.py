@@ -1,13 +1,15 @@
 """What other programs make of the sample drawing, as SVG and as PDF.
 
-    readers_test.py PROGRAM     the program that writes it
+    readers_test.py PROGRAM...     the program that writes it, with what runs it
 
 Python's XML parser reads the SVG, a small reader here the PDF. Where pdftotext, pdftoppm and
-rsvg-convert are installed they read and draw both, and the pictures are compared region by region;
-a test whose program is missing says so.
+rsvg-convert are installed they read and draw both, and the pictures are compared region by region,
+with that of a device context too where the program writes one; a test whose program is missing says
+so.
 """
 import re
 import shutil
+import struct
 import subprocess
 import sys
 import tempfile
@@ -15,7 +17,7 @@ import pathlib
 import unittest
 import xml.etree.ElementTree as xml
 
-PROGRAM = sys.argv.pop(1)
+PROGRAM = sys.argv[1:]
 SVG = "{http://www.w3.org/2000/svg}"
 TEXTS = ["Poutre élancée (A&B) <1> \\", "σ ≤ 235 N/mm²", "MEd = 106 Nm", "turned", "two", "lines"]
 SCALE = 4   # pixels for each point
@@ -46,7 +48,7 @@ class Readers(unittest.TestCase):
     def setUpClass(cls):
         cls.folder = tempfile.TemporaryDirectory()
         cls.path = pathlib.Path(cls.folder.name)
-        subprocess.run([PROGRAM, cls.folder.name], check=True)
+        subprocess.run([*PROGRAM, cls.folder.name], check=True)
         cls.svg = cls.path / "sample.svg"
         cls.pdf = (cls.path / "sample.pdf").read_bytes()
 
@@ -110,26 +112,46 @@ class Readers(unittest.TestCase):
         for text in ["Poutre élancée (A&B) <1> \\", "235 N/mm²", "σ", "≤", "turned", "two", "lines"]:
             self.assertIn(text, got)
 
-    def test_pdftoppm_draws_the_shapes(self):
-        picture = subprocess.run(
-            [tool("pdftoppm"), "-r", str(72 * SCALE), self.path / "sample.pdf"],
-            check=True, capture_output=True).stdout
-        width, height, data = pixels(picture)
-        self.assertEqual((width, height), (300 * SCALE, 200 * SCALE))
-        self.check_places(width, data)
+    def drawn(self, pdf):
+        """Width, height and bytes of what pdftoppm draws."""
+        return pixels(subprocess.run([tool("pdftoppm"), "-r", str(72 * SCALE), pdf], check=True,
+                                     capture_output=True).stdout)
 
-    def test_rsvg_convert_draws_the_shapes(self):
+    def drawn_from_svg(self):
         # Cairo's PDF of it, drawn again: no library here reads PNG.
         drawn = self.path / "drawn.pdf"
-        subprocess.run([tool("rsvg-convert"), "-f", "pdf", "-b", "white", "-o", drawn, self.svg],
-                       check=True)
-        picture = subprocess.run([tool("pdftoppm"), "-r", str(72 * SCALE), drawn],
-                                 check=True, capture_output=True).stdout
-        width, height, data = pixels(picture)
-        self.assertAlmostEqual(width / height, 300 / 200, delta=0.01)   # at its own resolution
-        self.check_places(width, data)
+        subprocess.run([tool("rsvg-convert"), "-f", "pdf", "-b", "white", "--dpi-x", "72",
+                        "--dpi-y", "72", "-o", drawn, self.svg], check=True)
+        return self.drawn(drawn)
 
-    def check_places(self, width, data):
+    def device(self, scale=SCALE):
+        """What the program drew on a bitmap: rows of blue, green, red and a fourth byte."""
+        name = self.path / f"sample{scale}.bmp"
+        if not name.exists():
+            self.skipTest("there are no device contexts here")
+        bitmap = name.read_bytes()
+        start, width, height = struct.unpack("<10xI4xii", bitmap[:26])
+        data = bytearray(3 * width * -height)
+        for part in range(3):
+            data[part::3] = bitmap[start + 2 - part::4]
+        return width, -height, bytes(data)
+
+    def test_pdftoppm_draws_the_shapes(self):
+        self.check_places(*self.drawn(self.path / "sample.pdf"))
+
+    def test_rsvg_convert_draws_the_shapes(self):
+        self.check_places(*self.drawn_from_svg())
+
+    def test_a_device_draws_the_shapes(self):
+        self.check_places(*self.device())
+
+    def test_a_device_draws_as_the_others_do(self):
+        for drawn in self.drawn(self.path / "sample.pdf"), self.drawn_from_svg():
+            for scale in 1, SCALE:
+                self.check_regions(self.device(scale), drawn)
+
+    def check_places(self, width, height, data):
+        self.assertAlmostEqual(width / height, 300 / 200, delta=0.01)
         scale = width / 300
         for name, ((x, y), wanted) in PLACES.items():
             start = 3 * (round(y * scale) * width + round(x * scale))
@@ -137,6 +159,22 @@ class Readers(unittest.TestCase):
             difference = max(abs(a - b) for a, b in zip(got, wanted))
             self.assertLessEqual(difference, 8, f"{name}: {got} instead of {wanted}")
 
+    def check_regions(self, one, other, tolerance=12):
+        """Both pictures have the same mean of each colour in each region of 20 by 20 points."""
+        for y in range(0, 200, 20):
+            for x in range(0, 300, 20):
+                for a, b in zip(region(one, x, y), region(other, x, y)):
+                    self.assertAlmostEqual(a, b, delta=tolerance, msg=f"at {x}, {y}")
+
+
+def region(picture, x, y):
+    """The means of red, green and blue in 20 by 20 points from a place on."""
+    width, height, data = picture
+    left, right = (3 * round(at * width / 300) for at in (x, x + 20))
+    rows = range(round(y * height / 200), round((y + 20) * height / 200))
+    return [sum(sum(data[3 * row * width + left + part:3 * row * width + right:3]) for row in rows)
+            / (len(rows) * (right - left) / 3) for part in range(3)]
+
 
 if __name__ == "__main__":
-    unittest.main()
+    unittest.main(argv=sys.argv[:1])

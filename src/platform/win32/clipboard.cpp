@@ -1,4 +1,4 @@
-// The system's clipboard, as CF_TEXT.
+// The system's clipboard: CF_TEXT and CF_ENHMETAFILE.
 #include <cstring>
 
 #include "platform/host.h"
@@ -35,13 +35,16 @@ HGLOBAL blockWith(const char* text) {
 class WindowsClipboard final : public Clipboard {
   public:
     ErrorCode setText(const char* text) override {
-        const OpenClipboardGuard clipboard;
-        if (!clipboard || !EmptyClipboard()) return ERROR_ACCESS_DENIED;
-        const HGLOBAL block = blockWith(text ? text : "");
-        if (!block) return ERROR_NOT_ENOUGH_MEMORY;
-        if (SetClipboardData(CF_TEXT, block)) return ERROR_SUCCESS;  // it is the system's now
-        GlobalFree(block);
-        return ERROR_ACCESS_DENIED;
+        return set(
+            CF_TEXT, [&] { return blockWith(text ? text : ""); }, GlobalFree);
+    }
+
+    ErrorCode setPicture(std::string_view metafile) override {
+        const auto* bytes = reinterpret_cast<const BYTE*>(metafile.data());
+        return set(
+            CF_ENHMETAFILE,
+            [&] { return SetEnhMetaFileBits(static_cast<UINT>(metafile.size()), bytes); },
+            DeleteEnhMetaFile);
     }
 
     std::string text() override {
@@ -53,6 +56,19 @@ class WindowsClipboard final : public Clipboard {
         std::string result(held, strnlen(held, size));
         GlobalUnlock(block);
         return result;
+    }
+
+  private:
+    /// Puts what `make` makes there; it is the system's then.
+    template <class Make, class Free>
+    static ErrorCode set(UINT format, Make make, Free free) {
+        const OpenClipboardGuard clipboard;
+        if (!clipboard || !EmptyClipboard()) return ERROR_ACCESS_DENIED;
+        const auto made = make();
+        if (!made) return ERROR_NOT_ENOUGH_MEMORY;
+        if (SetClipboardData(format, made)) return ERROR_SUCCESS;
+        free(made);
+        return ERROR_ACCESS_DENIED;
     }
 };
 

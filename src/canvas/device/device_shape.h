@@ -1,0 +1,79 @@
+// Paths in whole units of a device, as the polygons and polylines that it takes.
+//
+// Curves become lines that are off by a fraction of a unit. What lies further away than a device
+// can count is cut off at a square around its origin: a line goes on in its direction up to there.
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "toolbox/canvas.h"
+#include "toolbox/win_types.h"
+
+namespace toolbox::canvas {
+
+#if defined(_WIN32)
+using DevicePoint = POINT;
+#else
+/// A point of a device.
+struct DevicePoint {
+    int x;
+    int y;
+};
+#endif
+
+/// Half a side of the square: what every system draws without overflow.
+inline constexpr double kDeviceFar = 1 << 24;
+
+/// From points of a page to units of a device.
+struct DeviceMap {
+    double scaleX = 1;
+    double scaleY = 1;
+    double originX = 0;
+    double originY = 0;
+
+    [[nodiscard]] TvPoint at(TvPoint point) const {
+        return {point.x * scaleX + originX, point.y * scaleY + originY};
+    }
+};
+
+/// The nearest unit; halves go up, so that equal distances stay equal. At most kDeviceFar away.
+[[nodiscard]] DevicePoint deviceUnit(TvPoint exact);
+
+/// A path on a device. Keeps its memory from one to the next.
+class DeviceShape {
+  public:
+    /// What is done with the path: pieces are closed to be filled, not to be outlined.
+    enum class Use : unsigned char { fill, outline };
+
+    void set(const TvPath& path, const DeviceMap& map, Use use);
+
+    /// All pieces one after the other; the first point of a closed one is not repeated.
+    [[nodiscard]] const std::vector<DevicePoint>& points() const { return points_; }
+    /// Points of each piece, 2 at least.
+    [[nodiscard]] const std::vector<int>& counts() const { return counts_; }
+    /// Whether each piece is closed.
+    [[nodiscard]] const std::vector<bool>& closed() const { return closed_; }
+    [[nodiscard]] bool allClosed() const { return open_ == 0; }
+    [[nodiscard]] bool noneClosed() const { return open_ == counts_.size(); }
+    [[nodiscard]] bool empty() const { return counts_.empty(); }
+    /// Something was cut off.
+    [[nodiscard]] bool cut() const { return cut_; }
+
+  private:
+    void flatten(const TvPath& path, const DeviceMap& map, Use use);
+    void endPiece(Use use, bool close);
+    void emit(const std::vector<TvPoint>& piece, bool close);
+    void emitCutOutline();
+    void emitCutFill();
+
+    std::vector<TvPoint> piece_;  ///< that is being made, not rounded
+    std::vector<TvPoint> other_;
+    std::vector<DevicePoint> points_;
+    std::vector<int> counts_;
+    std::vector<bool> closed_;
+    std::size_t open_ = 0;
+    bool cut_ = false;
+};
+
+}  // namespace toolbox::canvas

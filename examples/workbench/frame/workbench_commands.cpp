@@ -4,6 +4,7 @@
 
 #include "dialogs/dialogs.h"
 #include "dialogs/file_dialog.h"
+#include "drawing/drawing_export.h"
 #include "drawing/drawing_view.h"
 #include "frame/tracing.h"
 #include "frame/view.h"
@@ -28,12 +29,14 @@ constexpr GCOMMBase::CommRec kCommands[] = {
     {CMD_OPEN, 0},
     {CMD_SAVE, 0},
     {CMD_SAVE_AS, kNeedsDocument},
+    {CMD_EXPORT, kNeedsDocument},
     {CMD_CLOSE, kNeedsDocument},
     {CMD_UNDO, 0},
     {CMD_REDO, 0},
     {CMD_EDIT, 0},
     {CMD_DELETE, 0},
     {CMD_COPY, kNeedsDocument},
+    {CMD_COPY_DRAWING, kNeedsDocument},
     {CMD_TABLE, kNeedsDocument},
     {CMD_DRAWING, kNeedsDocument},
     {CMD_KEY_LIST, 0},
@@ -125,6 +128,12 @@ bool Workbench::documentCommand(Document& document, int id) {
             return true;
         case CMD_SAVE_AS:
             document.saveAs();
+            return true;
+        case CMD_EXPORT:
+            exportDrawing(document);
+            return true;
+        case CMD_COPY_DRAWING:
+            copyDrawing(document);
             return true;
         case CMD_CLOSE:
             closeDocument(document);

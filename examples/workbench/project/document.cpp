@@ -257,7 +257,7 @@ bool Document::saveAs(const CString& file) {
 
 bool Document::mayClose() {
     if (!isModified() || discarded_) return true;
-    const CString question = text(kSaveFirst, file_.empty() ? untitled_ : withoutFolder(file_));
+    const CString question = text(kSaveFirst, name());
     switch (workbench_.showBox(question, MB_YESNOCANCEL | MB_ICONQUESTION)) {
         case IDYES:
             return save();
@@ -269,8 +269,10 @@ bool Document::mayClose() {
     }
 }
 
+CString Document::name() const {
+    return file_.empty() ? untitled_ : withoutFolder(file_);
+}
+
 CString Document::title() const {
-    CString title = file_.empty() ? untitled_ : withoutFolder(file_);
-    if (isModified()) title += "*";
-    return title;
+    return isModified() ? name() + "*" : name();
 }

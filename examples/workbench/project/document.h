@@ -62,7 +62,9 @@ class Document : private UndoListener {
 
     [[nodiscard]] bool isModified() const { return !work_.steps().isClean(); }
     [[nodiscard]] const CString& fileName() const { return file_; }  ///< empty: never saved
-    /// The file's name without folder, or "Project 1"; followed by a star when it is modified.
+    /// The file's name without folder, or "Project 1".
+    [[nodiscard]] CString name() const;
+    /// The name, followed by a star when it is modified.
     [[nodiscard]] CString title() const;
 
     void tellViews(unsigned changes);

@@ -29,6 +29,7 @@
 #define CMD_SAVE_AS 4104
 #define CMD_CLOSE 4105
 #define CMD_SAMPLE 4106
+#define CMD_EXPORT 4107
 #define CMD_RECENT 4151  // to 4155
 
 #define CMD_EDIT 4201
@@ -36,6 +37,7 @@
 #define CMD_COPY 4203
 #define CMD_UNDO 4204
 #define CMD_REDO 4205
+#define CMD_COPY_DRAWING 4206
 
 #define CMD_TABLE 4301
 #define CMD_DRAWING 4302

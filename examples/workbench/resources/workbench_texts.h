@@ -30,6 +30,11 @@ enum WorkbenchText : unsigned short {
     kNothingReadable,
     kOpenElsewhere,
     kSettingsNotKept,  ///< their file
+    kDrawingFilter,
+    kDrawingWritten,     ///< file
+    kDrawingNotWritten,  ///< file, the reason
+    kDrawingCopied,
+    kDrawingNotCopied,  ///< the reason
     kBeamHint = 3300,
     kPointLoadHint,
     kUniformLoadHint,

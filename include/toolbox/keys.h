@@ -142,6 +142,7 @@ struct TemplateProblem {
 namespace udkey {
 struct ManagerState;
 class KeyEntry;
+class ManagerLife;
 }  // namespace udkey
 
 }  // namespace toolbox
@@ -318,6 +319,7 @@ class TB_API UDManager {
 
   private:
     friend class TokenizerUDManager;
+    friend class toolbox::udkey::ManagerLife;
     /// The lists that belong to the current keys; null before initUDApp().
     toolbox::udkey::ManagerState* lists() const;
     /// Appends what getFormatedString() gives.

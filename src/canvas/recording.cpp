@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "base/codec.h"
-#include "canvas/check_sum.h"
+#include "canvas/sealed.h"
 #include "canvas/sentences.h"
 #include "canvas/styles.h"
 #include "canvas/tape.h"
@@ -19,18 +19,8 @@ struct TvRecording::Tape {
 
 namespace {
 
-// A stored drawing: the signature, then what the check sum covers (version, width, height, number
-// of bytes, bytes), then the check sum.
-constexpr int kSignature = 0x43525654;  // "TVRC"
-constexpr int kVersion = 100;
-constexpr std::size_t kHead = 4 + 4 + 8 + 8 + 4;
-constexpr std::size_t kAfterSignature = kHead - 4;
-
-struct Stored {
-    double width = 0;
-    double height = 0;
-    std::string_view bytes;
-};
+// A stored drawing: its width and height are the head.
+constexpr Seal kSeal{0x43525654, 100, 16};  // "TVRC"
 
 /// What is wrong with stored bytes.
 struct Damage {
@@ -45,29 +35,38 @@ std::optional<Damage> damageOfElements(std::string_view bytes) {
         const TapeReader::Element element = reader.next(bytes);
         if (element == TapeReader::Element::end) return std::nullopt;
         if (element == TapeReader::Element::bad)
-            return Damage{Sentence::impossible, kHead + reader.place()};
+            return Damage{Sentence::impossible, kSeal.start() + reader.place()};
     }
 }
 
-std::optional<Damage> findDamage(std::string_view record, Stored& out) {
-    using toolbox::base::load;
-    if (record.size() < 4 || load<std::int32_t>(record.data()) != kSignature)
-        return Damage{Sentence::noDrawing};
-    if (record.size() < kHead) return Damage{Sentence::cutShort};
-    const char* const head = record.data();
-    // A newer version may go on in another way.
-    const auto version = load<std::int32_t>(head + 4);
-    if (version > kVersion) return Damage{Sentence::newer};
-    const auto length = load<std::uint32_t>(head + 24);
-    const std::size_t rest = record.size() - kHead;
-    if (rest < 4 || length > rest - 4) return Damage{Sentence::cutShort};
-    const auto sum = load<std::uint32_t>(head + kHead + length);
-    if (version != kVersion || checkSum(record.substr(4, kAfterSignature + length)) != sum)
-        return Damage{Sentence::altered};
-    out = {load<double>(head + 8), load<double>(head + 16), record.substr(kHead, length)};
-    if (pageSide(out.width) != out.width || pageSide(out.height) != out.height)
+std::optional<Damage> damageOfSeal(Opening opening) {
+    switch (opening) {
+        case Opening::open:
+            return std::nullopt;
+        case Opening::foreign:
+            return Damage{Sentence::noDrawing};
+        case Opening::cutShort:
+            return Damage{Sentence::cutShort};
+        case Opening::newer:
+            return Damage{Sentence::newer};
+        case Opening::altered:
+            break;
+    }
+    return Damage{Sentence::altered};
+}
+
+struct PageSize {
+    double width = 0;
+    double height = 0;
+};
+
+std::optional<Damage> findDamage(std::string_view record, Opened& opened, PageSize& size) {
+    if (const auto damage = damageOfSeal(openSealed(record, kSeal, opened))) return damage;
+    size = {toolbox::base::load<double>(opened.head.data()),
+            toolbox::base::load<double>(opened.head.data() + 8)};
+    if (pageSide(size.width) != size.width || pageSide(size.height) != size.height)
         return Damage{Sentence::impossible, 8};
-    return damageOfElements(out.bytes);
+    return damageOfElements(opened.bytes);
 }
 
 }  // namespace
@@ -140,30 +139,23 @@ int TvRecording::playElement(TvCanvas& target, const toolbox::canvas::TapeReader
 void TvRecording::store(VarRecord& record) const {
     std::string bytes = tape_->bytes;
     bytes.append(clipDepth(), 'U');
-    // All of it or nothing: a record that cannot hold the whole shall not hold a part.
-    VarRecord whole;
-    whole << kSignature << kVersion << width() << height() << static_cast<int>(bytes.size());
-    whole.write(bytes.data(), static_cast<int>(bytes.size()));
-    const auto sum = checkSum({whole.getPData() + 4, kAfterSignature + bytes.size()});
-    whole << static_cast<int>(sum);
-    record.append(whole);
+    char head[16];
+    toolbox::base::store(head, width());
+    toolbox::base::store(head + 8, height());
+    seal(record, kSeal, {head, sizeof head}, bytes);
 }
 
 int TvRecording::load(VarRecord& record, CString* why) {
-    const char* const data = record.getPData();
-    const std::size_t offset = record.getOffset();
-    std::string_view rest;
-    if (data && offset < record.getLen()) rest = {data + offset, record.getLen() - offset};
-    Stored stored;
-    if (const std::optional<Damage> damage = findDamage(rest, stored)) {
+    Opened opened;
+    PageSize size;
+    if (const std::optional<Damage> damage = findDamage(restOf(record), opened, size)) {
         if (why) *why = sentenceOf(damage->sentence, static_cast<unsigned>(damage->place));
         return 0;
     }
     auto tape = std::make_shared<Tape>();
-    tape->bytes = stored.bytes;
-    std::string skipped(kHead + stored.bytes.size() + 4, '\0');
-    record.read(skipped.data(), static_cast<int>(skipped.size()));
-    reset(stored.width, stored.height);
+    tape->bytes = opened.bytes;
+    pass(record, opened);
+    reset(size.width, size.height);
     tape_ = std::move(tape);
     return 1;
 }

@@ -286,8 +286,8 @@ class TB_API RegistryStore {
                            void* data, std::uint32_t& size) = 0;
 };
 
-/// The paste buffer: the system's clipboard on Windows; elsewhere a text of this process, which the
-/// application reads with text().
+/// The paste buffer: the system's clipboard on Windows; elsewhere what this process keeps, which
+/// the application reads with text() and data().
 class TB_API Clipboard {
   public:
     virtual ~Clipboard() = default;
@@ -296,6 +296,16 @@ class TB_API Clipboard {
     virtual ErrorCode setText(const char* text) = 0;
     /// The text held; empty when there is none.
     virtual std::string text() = 0;
+    /// Replaces the content by bytes, for programs that know the format's name, and by a text for
+    /// the others. With an error the content may be lost, but is never one without the other. The
+    /// default keeps the text alone.
+    virtual ErrorCode setData(const char* /*format*/, std::string_view /*bytes*/,
+                              const char* text) {
+        return setText(text);
+    }
+    /// The bytes that setData() of any program put there under that name; empty when there are
+    /// none, as by default.
+    virtual std::string data(const char* /*format*/) { return {}; }
     /// Replaces the content by a picture, the bytes of an enhanced metafile. Only Windows' own
     /// clipboard takes one.
     virtual ErrorCode setPicture(std::string_view metafile) {

@@ -94,6 +94,13 @@ struct TvTagMove {
     bool operator==(const TvTagMove&) const = default;
 };
 
+/// A tag as it is or shall be, for TvTagSet::putStates().
+struct TvTagState {
+    TvTagId id = 0;                      ///< 0: a new one, which gets a number
+    std::shared_ptr<const TvTag> tag{};  ///< null: the set does not have it
+    std::size_t place = 0;               ///< in the drawing order
+};
+
 /// Is told when the tags of a set, their order or the selection have changed.
 class TB_API TvTagListener {
   public:
@@ -148,6 +155,11 @@ class TB_API TvTagSet {
     /// Moves several at once; 0, and all stay, for a number that is no tag's or an offset that
     /// check() refuses.
     int move(std::span<const TvTagMove> moves);
+    /// Puts several tags into other states at once, all or, with 0, none: each leaves, comes or is
+    /// as it says, and stands at its place when all is done; the others keep their order. States
+    /// without a number get one. Tags that come are selected alone. 0 for a number twice, a tag
+    /// that check() refuses, and a place that is too high.
+    int putStates(std::span<TvTagState> states);
     /// Removes all.
     void clear();
 
@@ -205,6 +217,8 @@ class TB_API TvTagSet {
 
     [[nodiscard]] bool has(TvTagId id) const { return places_.contains(id); }
     void put(std::size_t place, Entry entry);
+    static bool takeNumbers(std::span<const TvTagState> states, std::vector<TvTagState>& numbered,
+                            TvTagId& last);
     void number(std::size_t from, std::size_t to);
     int setSelected(TvTagId id, bool selected);
     int tell(bool tags, bool selection);

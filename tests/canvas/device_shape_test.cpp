@@ -37,7 +37,7 @@ TEST(DeviceShape, MakesPiecesOfWholeUnits) {
 }
 
 TEST(DeviceShape, KeepsCurvesNearTheirCircle) {
-    for (const double radius : {3.0, 400.0, 1e5, 1e7}) {
+    for (const double radius : {3.0, 400.0, 1e4, 1e6}) {
         const DeviceShape shape = shapeOf(TvPath().ellipse({5, 5}, radius, radius), Use::outline);
         const auto& points = shape.points();
         // Of the arc that the curves are: 0.03 % of the radius.
@@ -53,7 +53,7 @@ TEST(DeviceShape, KeepsCurvesNearTheirCircle) {
 /// What is cut off does not change what is inside: random pieces against a test of each place.
 TEST(DeviceShape, CutsWhatIsFarAwayOnly) {
     std::mt19937 chance(1);
-    std::uniform_real_distribution<double> far(-4 * kDeviceFar, 4 * kDeviceFar);
+    std::uniform_real_distribution<double> anywhere(-4 * kDeviceFar, 4 * kDeviceFar);
     const auto crossings = [](const std::vector<TvPoint>& polygon, TvPoint at) {
         bool inside = false;
         for (std::size_t i = 0; i < polygon.size(); ++i) {
@@ -68,7 +68,7 @@ TEST(DeviceShape, CutsWhatIsFarAwayOnly) {
     int shown = 0;
     for (int turn = 0; turn < 300; ++turn) {
         std::vector<TvPoint> corners(3 + chance() % 4);
-        for (TvPoint& corner : corners) corner = {far(chance), far(chance)};
+        for (TvPoint& corner : corners) corner = {anywhere(chance), anywhere(chance)};
         const DeviceShape fill = shapeOf(TvPath().polygon(corners), Use::fill);
         std::vector<TvPoint> cut;
         for (const DevicePoint& point : fill.points()) {
@@ -76,7 +76,7 @@ TEST(DeviceShape, CutsWhatIsFarAwayOnly) {
             cut.push_back({1.0 * point.x, 1.0 * point.y});
         }
         for (int i = 0; i < 20; ++i) {
-            const TvPoint at{far(chance) / 4.1, far(chance) / 4.1};
+            const TvPoint at{anywhere(chance) / 4.1, anywhere(chance) / 4.1};
             EXPECT_EQ(crossings(cut, at), crossings(corners, at)) << turn;
         }
         const DeviceShape line = shapeOf(TvPath().polyline({corners.data(), 2}), Use::outline);

@@ -9,7 +9,7 @@
 namespace toolbox::canvas {
 namespace {
 
-constexpr double kOff = 0.15;  // units that a flattened curve may be off
+constexpr double kOff = 0.25;  // units that a flattened curve may be off
 constexpr double kMostParts = 2000;
 
 [[nodiscard]] bool isOutside(TvPoint point) {

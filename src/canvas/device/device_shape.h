@@ -22,8 +22,8 @@ struct DevicePoint {
 };
 #endif
 
-/// Half a side of the square: what every system draws without overflow.
-inline constexpr double kDeviceFar = 1 << 24;
+/// Half a side of the square: beyond every sheet of paper, and what systems still draw fast.
+inline constexpr double kDeviceFar = 1 << 20;
 
 /// From points of a page to units of a device.
 struct DeviceMap {

@@ -4,11 +4,15 @@
 #include <algorithm>
 #include <cmath>
 
+#include "canvas/steps.h"
+
 using namespace toolbox::canvas;
 
 namespace {
 
 constexpr double kMostScale = 1e6;
+
+constexpr double kWide = 2.5;  // units: pens whose joins are seen
 
 [[nodiscard]] bool isScale(double scale) {
     return scale > 0 && scale <= kMostScale;  // false for what is no number
@@ -22,6 +26,11 @@ constexpr double kMostScale = 1e6;
 [[nodiscard]] bool canDrawOn(HDC dc) {
     const DWORD type = GetObjectType(dc);
     return type == OBJ_DC || type == OBJ_MEMDC || type == OBJ_ENHMETADC;
+}
+
+[[nodiscard]] bool hasCurve(const TvPath& path) {
+    const auto steps = path.steps();
+    return std::find(steps.begin(), steps.end(), TvPath::Curve) != steps.end();
 }
 
 /// Whether the shape is one upright rectangle.
@@ -60,7 +69,7 @@ bool TvDeviceCanvas::Device::drawPath(const TvPath& path, const TvPen* pen, cons
     shape_.set(path, map_, pen && !brush ? DeviceShape::Use::outline : DeviceShape::Use::fill);
     if (brush) done = fill(*brush);
     if (pen && brush) shape_.set(path, map_, DeviceShape::Use::outline);
-    if (pen) done = outline(*pen) && done;
+    if (pen) done = outline(path, *pen) && done;
     return done;
 }
 
@@ -74,9 +83,11 @@ bool TvDeviceCanvas::Device::fill(const TvBrush& brush) {
     return shape_.empty() || (tools_.usePen(nullptr) && tools_.useBrush(&brush) && polygons());
 }
 
-bool TvDeviceCanvas::Device::outline(const TvPen& pen) {
+bool TvDeviceCanvas::Device::outline(const TvPath& path, const TvPen& pen) {
     if (shape_.empty()) return true;
     if (!tools_.usePen(&pen)) return false;
+    if (!shape_.cut() && pen.width * std::min(map_.scaleX, map_.scaleY) > kWide && hasCurve(path))
+        return outlineCurves(path);
     if (!shape_.noneClosed() && !tools_.useBrush(nullptr)) return false;
     if (shape_.allClosed()) return polygons();
     const POINT* points = shape_.points().data();
@@ -88,6 +99,23 @@ bool TvDeviceCanvas::Device::outline(const TvPen& pen) {
         points += count;
     }
     return done;
+}
+
+/// Round joins between the many short lines of a curve would stick out at its ends: the device
+/// knows where its own curves have none.
+bool TvDeviceCanvas::Device::outlineCurves(const TvPath& path) {
+    if (!BeginPath(dc_)) return false;
+    bool done = true;
+    eachStep(path, [&](TvPath::Step step, const TvPoint* points) {
+        POINT at[3];
+        for (int i = 0; i < pointsOf(step); ++i) at[i] = deviceUnit(map_.at(points[i]));
+        const BOOL ok = step == TvPath::Move    ? MoveToEx(dc_, at[0].x, at[0].y, nullptr)
+                        : step == TvPath::Line  ? LineTo(dc_, at[0].x, at[0].y)
+                        : step == TvPath::Curve ? PolyBezierTo(dc_, at, 3)
+                                                : CloseFigure(dc_);
+        done = ok && done;
+    });
+    return EndPath(dc_) && StrokePath(dc_) && done;
 }
 
 bool TvDeviceCanvas::Device::clip(const TvPath& path) {

@@ -36,8 +36,17 @@ constexpr std::size_t kFontsKept = 32;
     return dashes;
 }
 
+/// The family serves systems without the font to choose another.
+struct FaceName {
+    const char* name;
+    BYTE family;
+};
+constexpr FaceName kFaces[] = {{"Arial", VARIABLE_PITCH | FF_SWISS},
+                               {"Times New Roman", VARIABLE_PITCH | FF_ROMAN},
+                               {"Courier New", FIXED_PITCH | FF_MODERN},
+                               {"Symbol", VARIABLE_PITCH | FF_DONTCARE}};
+
 [[nodiscard]] HFONT makeFont(const GdiFace& face) {
-    constexpr const char* kNames[] = {"Arial", "Times New Roman", "Courier New", "Symbol"};
     LOGFONTA font{};
     font.lfHeight = -face.height;  // negative: the size, not the line's height
     font.lfEscapement = font.lfOrientation = face.turn;
@@ -45,7 +54,8 @@ constexpr std::size_t kFontsKept = 32;
     font.lfItalic = face.italic;
     font.lfCharSet = face.kind == GdiFace::symbol ? SYMBOL_CHARSET : ANSI_CHARSET;
     font.lfOutPrecision = OUT_TT_PRECIS;
-    std::strcpy(font.lfFaceName, kNames[face.kind]);
+    font.lfPitchAndFamily = kFaces[face.kind].family;
+    std::strcpy(font.lfFaceName, kFaces[face.kind].name);
     return CreateFontIndirectA(&font);
 }
 

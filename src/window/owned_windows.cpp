@@ -1,5 +1,5 @@
-// Where the owned windows are above their owner anyway, which the system sees to in general, nothing
-// is ever found behind it.
+// Where the owned windows are above their owner anyway, which the system sees to in general,
+// nothing is ever found behind it.
 #include "window/owned_windows.h"
 
 #include <vector>
@@ -25,8 +25,7 @@ void raiseOwned(HWND frame) {
     }
     if (!isOneBehind) return;
     for (; !owned.empty(); owned.pop_back())
-        SetWindowPos(owned.back(), HWND_TOP, 0, 0, 0, 0,
-                     SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+        SetWindowPos(owned.back(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
 void CALLBACK look(HWND frame, UINT, UINT_PTR timer, DWORD) {

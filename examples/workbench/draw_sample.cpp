@@ -53,12 +53,9 @@ Project floorProject() {
                      .uniform = 6,
                      .loads = {{3.5, 22}, {6, -9}}});
     const auto label = [&](std::uint32_t beam, double x, double y, const char* text) {
-        project.put(Label{.beam = beam,
-                          .x = x,
-                          .y = y,
-                          .alignment = Label::Center,
-                          .border = true,
-                          .text = text});
+        Label each{.beam = beam, .tag = labelTag(text, x, y)};
+        each.tag.align = TvAlign::center;
+        project.put(std::move(each));
     };
     label(1, 3, -1.5, "$NAME$: M = $M$ kNm at $X$ m, f = $F$ mm");
     label(2, 11, -1.5, "$NAME$: RA = $RA$ kN, RB = $RB$ kN");

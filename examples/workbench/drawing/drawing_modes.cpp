@@ -138,8 +138,7 @@ class LabelMode : public DrawingMode {
         const Beam* const beam = nearestBeam(view().project(), view().layout(), end);
         if (!beam) return refuse(kNoBeamForLabel);
         const Place place = plane.snappedPlace(end);
-        Label label{
-            .beam = beam->id, .x = place.x, .y = place.y, .border = true, .text = text(kNewLabel)};
+        Label label{.beam = beam->id, .tag = labelTag(text(kNewLabel), place.x, place.y)};
         // The view may go while the dialog is open; the document stays.
         Document& document = view().shown();
         if (!editLabel(view().getHWND(), document, label)) return;

@@ -6,9 +6,9 @@
 
 namespace {
 
-/// A4, lying; the largest side of a page; around what is drawn, for texts beyond the beams' ends.
+/// A4, lying, and the largest side of a page.
 constexpr PixelRect kSheet{0, 0, 842, 595};
-constexpr int kLargest = 14400, kBeside = 50, kAround = 12;
+constexpr int kLargest = 14400;
 /// Points a metre.
 constexpr double kReadable = 34;
 
@@ -20,24 +20,6 @@ PixelRect readablePart(const Project& project) {
         return static_cast<int>(std::min<double>(metres * kReadable + kRoom, kLargest));
     };
     return {0, 0, side(extent.right - extent.left), side(extent.top - extent.bottom)};
-}
-
-/// All that is drawn.
-PixelRect drawnPart(const OpenProject& work, const DrawingLayout& layout,
-                    const std::vector<LabelPlace>& labels) {
-    PixelRect all{kLargest, kLargest, 0, 0};
-    const auto include = [&all](const PixelRect& rect) {
-        all = {std::min(all.left, rect.left), std::min(all.top, rect.top),
-               std::max(all.right, rect.right), std::max(all.bottom, rect.bottom)};
-    };
-    for (const Beam& beam : work.project().beams()) {
-        PixelRect around = layout.around(beam, layout.place(beam));
-        around.left -= kBeside;
-        around.right += kBeside;
-        include(around);
-    }
-    for (const LabelPlace& label : labels) include(label.box.grown(kAround));
-    return all.width() > 0 ? all : kSheet;
 }
 
 bool hasEnding(std::string_view file, std::string_view ending) {
@@ -54,11 +36,9 @@ DrawingPage pageOf(const OpenProject& work, ProjectKeys& keys) {
     page.layout.fit(work.project(), kSheet);
     if (page.layout.plane.scale() < kReadable)
         page.layout.fit(work.project(), readablePart(work.project()));
-    // Labels are as wide as their texts, which a drawing beside the page tells.
-    constexpr PixelRect kAll{-kLargest, -kLargest, 2 * kLargest, 2 * kLargest};
-    TvRecording trial(kLargest, kLargest);
-    const std::vector<LabelPlace> labels = drawProject(trial, {work, keys, page.layout, kAll});
-    const PixelRect drawn = drawnPart(work, page.layout, labels);
+    const Scene all{work, keys, page.layout, {-kLargest, -kLargest, 2 * kLargest, 2 * kLargest}};
+    PixelRect drawn = drawnPart(all, layOutLabels(all));
+    if (drawn.width() <= 0) drawn = kSheet;
     page.layout.plane.pan(-drawn.left, -drawn.top);
     page.width = std::min(drawn.width(), kLargest);
     page.height = std::min(drawn.height(), kLargest);

@@ -18,6 +18,11 @@ int pixel(double value) {
 
 }  // namespace
 
+PixelRect pixelsOf(const toolbox::PlaneRect& rect) {
+    return {pixel(std::floor(rect.left)), pixel(std::floor(rect.top)), pixel(std::ceil(rect.right)),
+            pixel(std::ceil(rect.bottom))};
+}
+
 toolbox::PlaneRect extentOf(const Project& project) {
     if (project.beams().empty()) return {0, 1.5, 12, -1.5};
     constexpr double kFar = 1e9;
@@ -29,7 +34,8 @@ toolbox::PlaneRect extentOf(const Project& project) {
         extent.bottom = std::min(extent.bottom, y);
     };
     for (const Beam& beam : project.beams()) include(beam.x, beam.x + beam.span, beam.y);
-    for (const Label& label : project.labels()) include(label.x, label.x, label.y);
+    for (const Label& label : project.labels())
+        include(label.tag.anchor.x, label.tag.anchor.x, label.tag.anchor.y);
     return extent;
 }
 

@@ -29,6 +29,9 @@ struct PixelRect {
     bool operator==(const PixelRect&) const = default;
 };
 
+/// The least that has the whole of a rectangle.
+[[nodiscard]] PixelRect pixelsOf(const toolbox::PlaneRect& rect);
+
 /// A place in metres.
 struct Place {
     double x = 0, y = 0;
@@ -50,6 +53,8 @@ class DrawingPlane {
     DrawingPlane(const toolbox::PlaneRect& extent, const PixelRect& part, double scaleMin = 0);
 
     [[nodiscard]] double scale() const { return scale_; }
+    /// From places to pixels.
+    [[nodiscard]] const TransMatrix2D& matrix() const { return toWindow_; }
     [[nodiscard]] Pixel toWindow(const Place& place) const;
     [[nodiscard]] Place toPlane(Pixel pixel) const;
     /// The place that the mouse picks at a pixel.

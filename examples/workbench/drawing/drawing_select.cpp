@@ -110,12 +110,14 @@ std::unique_ptr<Dragger> SelectMode::loadFigure(Pixel at) {
 
 std::unique_ptr<Dragger> SelectMode::labelFigure(Pixel at) {
     const Label& label = *view().project().label(grabbed_.id);
-    const PixelRect* const drawn = view().boxOf(label.id);
+    const TvTagOnPage* const drawn = view().drawnLabel(label.id);
     if (!drawn) return nullptr;
-    origin_ = plane().toWindow({label.x, label.y});
-    const PixelRect box{drawn->left - origin_.x, drawn->top - origin_.y, drawn->right - origin_.x,
-                        drawn->bottom - origin_.y};
-    const auto guide = [this, at, from = Place{label.x, label.y}](Pixel mouse) {
+    const Place anchor{label.tag.anchor.x, label.tag.anchor.y};
+    origin_ = plane().toWindow(anchor);
+    const PixelRect now = pixelsOf(drawn->box);
+    const PixelRect box{now.left - origin_.x, now.top - origin_.y, now.right - origin_.x,
+                        now.bottom - origin_.y};
+    const auto guide = [this, at, from = anchor](Pixel mouse) {
         return isDrag(at, mouse) ? plane().toWindow(::dragged(plane(), from, at, mouse)) : origin_;
     };
     return guidedBox(box, arrowCursor(), guide);
@@ -156,8 +158,8 @@ void SelectMode::moveLoad(Beam beam, double position) const {
 }
 
 bool SelectMode::moveLabel(Label label, const Place& to) const {
-    label.x = to.x;
-    label.y = to.y;
+    label.tag.anchor = {to.x, to.y};
+    label.tag.unplaced = false;
     return view().shown().put(std::move(label), kStepMoveLabel) != 0;
 }
 

@@ -171,9 +171,9 @@ void DrawingView::changeLabel(UINT command) {
     if (!found) return;
     Label label = *found;
     if (command == toolbox::TagNoBorder || command == toolbox::TagBorder)
-        label.border = command == toolbox::TagBorder;
+        setFramed(label.tag, command == toolbox::TagBorder);
     else
-        label.alignment = static_cast<Label::Alignment>(command - toolbox::TagAlignLeft);
+        label.tag.align = static_cast<TvAlign>(command - toolbox::TagAlignLeft);
     shown().put(std::move(label));
 }
 
@@ -259,9 +259,14 @@ bool DrawingView::isMode(int command) const {
     return workbench().drawingMode() == command;
 }
 
-const PixelRect* DrawingView::boxOf(std::uint32_t label) const {
-    const auto found = std::ranges::find(labels_, label, &LabelPlace::id);
-    return found == labels_.end() ? nullptr : &found->box;
+void DrawingView::arrangeLabels() {
+    std::vector<Label> moved =
+        arrangedLabels({shown().work(), workbench().keys(), layout_, part()});
+    const auto lost = static_cast<int>(
+        std::ranges::count_if(moved, [](const Label& label) { return label.tag.unplaced; }));
+    const auto placed = static_cast<int>(moved.size()) - lost;
+    if (!moved.empty()) shown().put(std::move(moved), kStepArrangeLabels);
+    workbench().showHint(text(kLabelsArranged, placed, lost));
 }
 
 CString DrawingView::usualSection() const {

@@ -22,7 +22,6 @@ inline constexpr Paint kInk{{38, 46, 56}}, kFaint{{126, 136, 148}};
 inline constexpr Paint kForce{{84, 52, 150}}, kStrongForce{{84, 52, 150}, 2};
 inline constexpr Paint kUniform{{22, 120, 112}}, kUniformFill{{226, 243, 240}};
 inline constexpr Paint kCurve{{232, 112, 20}, 2};
-inline constexpr Paint kLabel{{255, 253, 232}}, kLabelBorder{{170, 160, 110}};
 inline constexpr Paint kHalo{{214, 232, 252}}, kChosen{{0, 102, 214}};
 inline constexpr Paint kStrongChosen{{0, 102, 214}, 2};
 // A beam, and its flanges darker: without results, well within the elastic limit, near it, beyond

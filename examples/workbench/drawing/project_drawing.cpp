@@ -11,22 +11,16 @@ namespace {
 
 /// A beam shorter than this is drawn without supports and texts, one even shorter without loads.
 constexpr int kLegible = 30, kVisible = 10;
-/// Pixels a metre from which on there is room for the texts of labels, for the figures of loads,
-/// for dimension lines.
-constexpr double kLabelScale = 8, kFigureScale = 20, kDimensionScale = 30;
+/// Pixels a metre from which on there is room for the figures of loads, for dimension lines.
+constexpr double kFigureScale = 20, kDimensionScale = 30;
 
 class ProjectDrawing {
   public:
     ProjectDrawing(TvCanvas& canvas, const Scene& scene) : pencil_(canvas), scene_(scene) {}
 
-    std::vector<LabelPlace> draw() {
-        beams();
-        for (const Label& each : scene_.project().labels()) label(each);
-        return std::move(labels_);
-    }
+    void beams();
 
   private:
-    void beams();
     void beam(std::size_t index);
     void body(const BeamPlace& place, const BeamResults* results) const;
     void supports(const BeamPlace& place) const;
@@ -35,11 +29,9 @@ class ProjectDrawing {
     void pointLoad(const PointLoad& load, const Arrow& arrow);
     void beamTexts(const Beam& beam, const BeamPlace& place, const BeamResults* results);
     void dimension(const Beam& beam, const BeamPlace& place) const;
-    void label(const Label& label);
 
     Pencil pencil_;
     const Scene& scene_;
-    std::vector<LabelPlace> labels_;
     std::vector<PixelRect> taken_;  // by the texts of the beam being drawn
 };
 
@@ -212,43 +204,13 @@ void ProjectDrawing::dimension(const Beam& beam, const BeamPlace& place) const {
     pencil_.text({textLeft, y}, figure, fonts::kSmall, paints::kRulerText);
 }
 
-void ProjectDrawing::label(const Label& label) {
-    // As wide as a text may become; the widths of those far away are not measured.
-    constexpr int kWidest = 4000, kHighest = 40;
-    const PixelRect& part = scene_.part;
-    const Pixel at = scene_.layout.plane.toWindow({label.x, label.y});
-    if (at.y < part.top - kHighest || at.y > part.bottom || at.x < part.left - kWidest ||
-        at.x > part.right + kWidest)
-        return;
-    const bool isLegible = scene_.layout.plane.scale() >= kLabelScale;
-    LabelPlace place{label.id, {at.x - 2, at.y, at.x + 3, at.y + 5}, {}};
-    if (isLegible) {
-        place.text = scene_.work.textOf(scene_.keys, label);
-        const TvTextExtent extent = fonts::kUsual.measure(place.text);
-        place.box = scene_.layout.box(label, static_cast<int>(std::ceil(extent.width)),
-                                      static_cast<int>(std::ceil(extent.height)));
-    }
-    if (!place.box.meets(part)) return;
-    const bool hasBorder = label.border || !isLegible;
-    const Paint& inside = hasBorder ? paints::kLabel : paints::kPaper;
-    drawLabel(pencil_, place, inside, hasBorder ? paints::kLabelBorder : paints::kPaper);
-    labels_.push_back(std::move(place));
-}
-
 }  // namespace
 
-std::vector<LabelPlace> drawProject(TvCanvas& canvas, const Scene& scene) {
-    return ProjectDrawing(canvas, scene).draw();
-}
-
-void drawLabel(const Pencil& pencil, const LabelPlace& label, const Paint& inside,
-               const Paint& border) {
-    pencil.fill(label.box, inside);
-    pencil.frame(label.box, border);
-    const int width = Pencil::textWidth(label.text, fonts::kUsual);
-    pencil.text(
-        {label.box.left + (label.box.width() - width) / 2, (label.box.top + label.box.bottom) / 2},
-        label.text, fonts::kUsual, paints::kInk);
+TvTagLayout drawProject(TvCanvas& canvas, const Scene& scene) {
+    ProjectDrawing(canvas, scene).beams();
+    TvTagLayout labels = layOutLabels(scene);
+    labels.draw(canvas);
+    return labels;
 }
 
 void drawForce(const Pencil& pencil, const Arrow& arrow, const Paint& head, const Paint& shaft) {

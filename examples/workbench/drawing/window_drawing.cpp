@@ -21,7 +21,8 @@ class WindowDrawing {
   public:
     WindowDrawing(TvCanvas& canvas, const Scene& scene, const PixelRect& client,
                   const Selection& selection)
-        : pencil_(canvas),
+        : canvas_(canvas),
+          pencil_(canvas),
           scene_(scene),
           plane_(scene.layout.plane),
           part_(scene.part),
@@ -33,15 +34,16 @@ class WindowDrawing {
     /// Behind a selected beam.
     void halo() const;
     /// What is selected, over the project.
-    void marks(const std::vector<LabelPlace>& labels) const;
+    void marks(const TvTagLayout& labels) const;
 
   private:
     void figureBelow(double x) const;
     void figureBeside(double y) const;
-    void label(const LabelPlace& label) const;
+    void label(const TvTagOnPage& label) const;
     void load(const Beam& beam, const BeamPlace& place) const;
     void handle(Pixel at) const;
 
+    TvCanvas& canvas_;
     Pencil pencil_;
     const Scene& scene_;
     const DrawingPlane& plane_;
@@ -108,10 +110,9 @@ void WindowDrawing::halo() const {
                  paints::kHalo);
 }
 
-void WindowDrawing::marks(const std::vector<LabelPlace>& labels) const {
+void WindowDrawing::marks(const TvTagLayout& labels) const {
     if (selection_.kind == Selection::OneLabel) {
-        const auto shown = std::ranges::find(labels, selection_.id, &LabelPlace::id);
-        if (shown != labels.end()) label(*shown);
+        if (const TvTagOnPage* const shown = labels.tag(selection_.id)) label(*shown);
         return;
     }
     const Beam* const beam = scene_.project().beam(selection_.id);
@@ -130,12 +131,19 @@ void WindowDrawing::load(const Beam& beam, const BeamPlace& place) const {
 }
 
 /// With a line to its beam.
-void WindowDrawing::label(const LabelPlace& label) const {
+void WindowDrawing::label(const TvTagOnPage& label) const {
     const Beam* const beam = scene_.project().beam(scene_.project().label(label.id)->beam);
     const BeamPlace place = scene_.layout.place(*beam);
-    pencil_.line({(label.box.left + label.box.right) / 2, (label.box.top + label.box.bottom) / 2},
+    const PixelRect box = pixelsOf(label.box);
+    pencil_.line({(box.left + box.right) / 2, (box.top + box.bottom) / 2},
                  {place.middle(), place.axis}, paints::kChosen);
-    drawLabel(pencil_, label, paints::kHalo, paints::kChosen);
+    TvTag chosen = *label.tag;
+    chosen.fill = paints::kHalo.color;
+    chosen.line.color = paints::kChosen.color;
+    if (chosen.border == TvTagBorder::none) chosen.border = TvTagBorder::frame;
+    TvTagSet one;
+    one.insert(0, label.id, chosen);
+    TvTagLayout(one, plane_.matrix(), nullptr).draw(canvas_);
 }
 
 void WindowDrawing::handle(Pixel at) const {
@@ -150,15 +158,15 @@ PixelRect drawingPart(const PixelRect& client) {
     return {client.left + kRulerWidth, client.top, client.right, client.bottom - kRulerHeight};
 }
 
-std::vector<LabelPlace> drawWindow(TvCanvas& canvas, const Scene& scene, const PixelRect& client,
-                                   const Selection& selection) {
+TvTagLayout drawWindow(TvCanvas& canvas, const Scene& scene, const PixelRect& client,
+                       const Selection& selection) {
     const WindowDrawing window(canvas, scene, client, selection);
     window.rulers();
     canvas.save();
     Pencil(canvas).clip(scene.part);
     window.grid();
     window.halo();
-    std::vector<LabelPlace> labels = drawProject(canvas, scene);
+    TvTagLayout labels = drawProject(canvas, scene);
     window.marks(labels);
     canvas.restore();
     return labels;

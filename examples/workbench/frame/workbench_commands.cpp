@@ -42,6 +42,7 @@ constexpr GCOMMBase::CommRec kCommands[] = {
     {CMD_KEY_LIST, 0},
     {CMD_PALETTE, 0},
     {CMD_ZOOM_ALL, kNeedsDocument},
+    {CMD_ARRANGE_LABELS, kNeedsDocument},
     {CMD_RECOMPUTE, kNeedsDocument},
     {CMD_FORMAT, kNeedsDocument},
     {CMD_CLOSE_WINDOW, kNeedsDocument},
@@ -159,6 +160,10 @@ bool Workbench::documentCommand(Document& document, int id) {
                 drawing->zoomAll();
             else
                 showDrawing(document);
+            return true;
+        case CMD_ARRANGE_LABELS:
+            if (!viewOf<DrawingView>(document)) showDrawing(document);
+            if (auto* const drawing = viewOf<DrawingView>(document)) drawing->arrangeLabels();
             return true;
         case CMD_COPY:
         case CMD_FORMAT:

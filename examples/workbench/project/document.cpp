@@ -163,6 +163,10 @@ std::uint32_t Document::put(Label label, unsigned short step) {
     return work_.put(std::move(label), step);
 }
 
+bool Document::put(std::vector<Label> labels, unsigned short step) {
+    return work_.put(std::move(labels), step);
+}
+
 bool Document::moveBeam(std::uint32_t id, double x, double y) {
     return work_.moveBeam(id, x, y);
 }

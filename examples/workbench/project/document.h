@@ -38,6 +38,7 @@ class Document : private UndoListener {
     // changed.
     std::uint32_t put(Beam beam, unsigned short step = 0);
     std::uint32_t put(Label label, unsigned short step = 0);
+    bool put(std::vector<Label> labels, unsigned short step);
     bool moveBeam(std::uint32_t id, double x, double y);
     bool removeSelected();
 

@@ -48,8 +48,8 @@ bool OpenProject::setCurrentKeys(ProjectKeys& keys, std::size_t index) const {
 }
 
 CString OpenProject::textOf(ProjectKeys& keys, const Label& label) const {
-    if (!setCurrentKeys(keys, indexOf(label.beam))) return label.text;
-    return keys.expanded(label.text);
+    const CString text = label.tag.text;
+    return setCurrentKeys(keys, indexOf(label.beam)) ? CString(keys.expanded(text)) : text;
 }
 
 bool OpenProject::perform(unsigned short step, ProjectChange change) {
@@ -77,6 +77,17 @@ std::uint32_t OpenProject::put(Label label, unsigned short step) {
     return perform(step, std::move(change)) ? id : 0;
 }
 
+bool OpenProject::put(std::vector<Label> labels, unsigned short step) {
+    ProjectChange change;
+    for (Label& label : labels) {
+        if (!isSound(label) || !project_.label(label.id) || !project_.beam(label.beam))
+            return false;
+        const std::uint32_t id = label.id;
+        change.labels.emplace_back(id, std::move(label));
+    }
+    return perform(step, std::move(change));
+}
+
 bool OpenProject::moveBeam(std::uint32_t id, double x, double y) {
     const Beam* const found = project_.beam(id);
     if (!found) return false;
@@ -87,8 +98,8 @@ bool OpenProject::moveBeam(std::uint32_t id, double x, double y) {
     ProjectChange change;
     for (Label label : project_.labels()) {
         if (label.beam != id) continue;
-        label.x = snapped(label.x + x - found->x, kLengthStep);
-        label.y = snapped(label.y + y - found->y, kLengthStep);
+        TvPoint& at = label.tag.anchor;
+        at = {snapped(at.x + x - found->x, kLengthStep), snapped(at.y + y - found->y, kLengthStep)};
         isSoundThere &= isSound(label);
         change.labels.emplace_back(label.id, std::move(label));
     }

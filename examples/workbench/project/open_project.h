@@ -54,6 +54,8 @@ class OpenProject {
     // it is what the menu of Edit says.
     std::uint32_t put(Beam beam, unsigned short step = 0);
     std::uint32_t put(Label label, unsigned short step = 0);
+    /// All of them in one step, or none.
+    bool put(std::vector<Label> labels, unsigned short step);
     /// To a place, with its labels.
     bool moveBeam(std::uint32_t id, double x, double y);
     /// Beams go with their labels.

@@ -59,6 +59,24 @@ std::uint32_t putInto(Project& project, Item item, std::uint32_t newId) {
 
 }  // namespace
 
+TvTag labelTag(const CString& text, double x, double y) {
+    constexpr double kPoints = 12, kMargin = 4, kLeastScale = 8;  // points; points a metre
+    TvTag tag;
+    tag.text = text.str();
+    tag.anchor = {x, y};
+    tag.font = {.size = kPoints, .color = {38, 46, 56}};
+    tag.line = {{170, 160, 110}, 1, {}};
+    tag.margin = kMargin;
+    tag.minScale = kLeastScale;
+    setFramed(tag, true);
+    return tag;
+}
+
+void setFramed(TvTag& tag, bool framed) {
+    tag.border = framed ? TvTagBorder::frame : TvTagBorder::none;
+    tag.fill = framed ? TvColor{255, 253, 232} : TvColor{255, 255, 255};
+}
+
 double snapped(double value, double step) {
     // Dividing by how many there are in 1 gives the number nearest to the decimal one.
     const double parts = std::round(1 / step);
@@ -76,8 +94,8 @@ bool isSound(const Beam& beam) {
 }
 
 bool isSound(const Label& label) {
-    return isPlace(label.x, label.y) && label.alignment <= Label::Right &&
-           label.text.length() <= kLabelMax;
+    return isPlace(label.tag.anchor.x, label.tag.anchor.y) && label.tag.check(nullptr) &&
+           label.tag.text.length() <= kLabelMax;
 }
 
 const Beam* Project::beam(std::uint32_t id) const {

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "toolbox/strings.h"
+#include "toolbox/tags.h"
 
 /// A force on a beam.
 struct PointLoad {
@@ -34,22 +35,23 @@ struct Beam {
     bool operator==(const Beam&) const = default;
 };
 
-/// A text in the drawing: a template whose $KEY$ tokens stand for values of a beam.
+/// A label in the drawing: a tag anchored in the plane, whose $KEY$ tokens stand for values of a
+/// beam.
 struct Label {
-    enum Alignment : std::uint32_t { Left, Center, Right };
-
     std::uint32_t id = 0;
     std::uint32_t beam = 0;
-    double x = 0, y = 0;  ///< of its upper side, at the side or middle that the alignment names
-    Alignment alignment = Left;
-    bool border = false;
-    CString text;  ///< at most kLabelMax bytes
+    TvTag tag{};  ///< its text has at most kLabelMax bytes
 
     bool operator==(const Label&) const = default;
 };
 
+/// A tag as labels look at first, with a frame.
+[[nodiscard]] TvTag labelTag(const CString& text, double x, double y);
+/// With a frame or without; either way what is behind it does not show.
+void setFramed(TvTag& tag, bool framed);
+
 inline constexpr std::size_t kNameMax = 16;
-inline constexpr std::size_t kLabelMax = 128;
+inline constexpr std::size_t kLabelMax = 1000;
 /// Point loads that a beam may carry: rows of the grid of formulas.
 inline constexpr std::size_t kLoadsMax = 10;
 inline constexpr double kSpanMin = 0.5, kSpanMax = 60;  ///< m

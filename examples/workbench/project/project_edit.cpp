@@ -20,8 +20,9 @@ bool areThere(const Items& items, Find find) {
 
 template <class Items>
 bool areOfTheSame(const Items& items, const Items& others) {
-    return std::ranges::equal(items, others, {}, [](const auto& each) { return each.first; },
-                              [](const auto& each) { return each.first; });
+    return std::ranges::equal(
+        items, others, {}, [](const auto& each) { return each.first; },
+        [](const auto& each) { return each.first; });
 }
 
 std::size_t sizeOf(const std::optional<Beam>& beam) {
@@ -29,7 +30,7 @@ std::size_t sizeOf(const std::optional<Beam>& beam) {
     return beam->name.length() + beam->section.length() + beam->loads.size() * sizeof(PointLoad);
 }
 std::size_t sizeOf(const std::optional<Label>& label) {
-    return label ? label->text.length() : 0;
+    return label ? label->tag.text.length() : 0;
 }
 
 template <class Items>

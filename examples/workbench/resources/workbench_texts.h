@@ -35,6 +35,7 @@ enum WorkbenchText : unsigned short {
     kDrawingNotWritten,  ///< file, the reason
     kDrawingCopied,
     kDrawingNotCopied,  ///< the reason
+    kLabelsArranged,    ///< how many were moved, how many found no place
     kBeamHint = 3300,
     kPointLoadHint,
     kUniformLoadHint,
@@ -61,6 +62,7 @@ enum WorkbenchText : unsigned short {
     kStepEditLabel,
     kStepMoveLabel,
     kStepDeleteLabel,
+    kStepArrangeLabels,
 };
 
 /// A text of the program, printed with its arguments.

@@ -74,7 +74,7 @@ TEST_F(Work, IsAsItWasAfterAnyStepsAreTakenBack) {
                 if (below(3) == 0) work.remove({Selection::OneBeam, beam.id});
                 break;
             case 3:
-                work.put(Label{.beam = beam.id, .x = static_cast<double>(i % 7), .text = "$M$"});
+                work.put(Label{.beam = beam.id, .tag = labelTag("$M$", i % 7, 0)});
                 break;
             case 4:
                 work.moveBeam(beam.id, static_cast<double>(below(3)), 1);
@@ -109,14 +109,14 @@ TEST_F(Work, IsAsItWasAfterAnyStepsAreTakenBack) {
 
 TEST_F(Work, RefusesWholeWhatItCannotHold) {
     const std::uint32_t beam = addBeam(6);
-    const std::uint32_t label = work.put(Label{.beam = beam, .x = 9e5, .text = "$NAME$"});
+    const std::uint32_t label = work.put(Label{.beam = beam, .tag = labelTag("$NAME$", 9e5, 0)});
     const Project before = work.project();
     const std::size_t steps = work.steps().undoCount();
     EXPECT_FALSE(work.moveBeam(beam, 2e5, 0)) << "its label would lie outside the plane";
     Beam tooLong = work.project().beams()[0];
     tooLong.span = kSpanMax + 1;
     EXPECT_EQ(work.put(tooLong), 0u);
-    EXPECT_EQ(work.put(Label{.beam = beam + 1, .text = "$M$"}), 0u);
+    EXPECT_EQ(work.put(Label{.beam = beam + 1, .tag = labelTag("$M$", 0, 0)}), 0u);
     EXPECT_FALSE(work.remove({Selection::OneLoad, beam, 1}));
     EXPECT_EQ(work.put(*work.project().label(label)), label) << "as it is: no step";
     EXPECT_TRUE(work.project() == before);
@@ -125,7 +125,7 @@ TEST_F(Work, RefusesWholeWhatItCannotHold) {
 
 TEST_F(Work, SaysAndSelectsWhatAStepIsAbout) {
     const std::uint32_t beam = addBeam(6);
-    const std::uint32_t label = work.put(Label{.beam = beam, .text = "$NAME$"});
+    const std::uint32_t label = work.put(Label{.beam = beam, .tag = labelTag("$NAME$", 0, 0)});
     EXPECT_TRUE(work.settled({}) == (Selection{Selection::OneLabel, label}));
     ASSERT_TRUE(work.moveBeam(beam, 1, 1));
     const Selection load{Selection::OneLoad, beam, 0};

@@ -22,6 +22,7 @@ namespace {
 using toolbox::testing::pressKey;
 
 constexpr const char* kFileName = "journ\u00e9e.tbf";
+constexpr const char* kDrawingName = "journ\u00e9e.svg";
 
 // Where the mouse goes in the drawing: parts of its width and height, and pixels above the beam.
 constexpr double kLeft = 0.2, kRight = 0.6, kHeight = 0.45, kLabelX = 0.2, kLabelY = 0.85;
@@ -124,7 +125,11 @@ class Session {
         rightEnd_ = inDrawing(kRight, kHeight);
         drag(leftEnd_, rightEnd_);
         (void)waitForDocument("Projet 1* - dessin");
-        say("drew a beam");
+        command(CMD_UNDO);
+        (void)waitForDocument("Projet 1 - dessin");
+        command(CMD_REDO);
+        (void)waitForDocument("Projet 1* - dessin");
+        say("drew a beam, took it back and again");
     }
 
     void addLoads() {
@@ -152,9 +157,9 @@ class Session {
         takePicture("workbench", frame_);
     }
 
-    void saveAs() {
-        const std::string file = folder_ + "\\" + kFileName;
-        const HWND dialog = dialogOf(CMD_SAVE_AS, "the dialog for the file's name");
+    /// Gives a file its name.
+    void save(int id, const std::string& file) {
+        const HWND dialog = dialogOf(id, "the dialog for the file's name");
         type(file);
         waitFor("the name typed", [&] {
             const HWND focused = workbench_->focus();
@@ -162,8 +167,16 @@ class Session {
         });
         pressKey(VK_RETURN);
         workbench_->waitUntilGone("the file dialog", dialog);
+    }
+
+    void saveAs() {
+        const std::string file = folder_ + "\\" + kFileName;
+        save(CMD_SAVE_AS, file);
         (void)waitForDocument(std::string(kFileName) + " - dessin");
         say("saved it as " + file);
+        save(CMD_EXPORT, folder_ + "\\" + kDrawingName);
+        waitForHint("Dessin enregistr\u00e9");
+        say("saved the drawing");
     }
 
     void restartInEnglish() {

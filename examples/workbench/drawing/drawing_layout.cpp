@@ -190,7 +190,7 @@ const Beam* nearestBeam(const Project& project, const DrawingLayout& layout, Pix
 
 Selection hitTest(const Project& project, const DrawingLayout& layout, const TvTagLayout& labels,
                   Pixel at) {
-    const TvTagHit hit = labels.find({static_cast<double>(at.x), static_cast<double>(at.y)}, 0);
+    const TvTagHit hit = labels.find(pointOf(at), 0);
     if (hit.id != 0) return {Selection::OneLabel, hit.id};
     for (const Beam& beam : project.beams() | std::views::reverse) {
         if (beam.loads.empty()) continue;

@@ -23,6 +23,15 @@ PixelRect pixelsOf(const toolbox::PlaneRect& rect) {
             pixel(std::ceil(rect.bottom))};
 }
 
+TvPoint pointOf(Pixel pixel) {
+    return {static_cast<double>(pixel.x), static_cast<double>(pixel.y)};
+}
+
+toolbox::PlaneRect planeRect(const PixelRect& rect) {
+    const TvPoint first = pointOf({rect.left, rect.top}), last = pointOf({rect.right, rect.bottom});
+    return {first.x, first.y, last.x, last.y};
+}
+
 toolbox::PlaneRect extentOf(const Project& project) {
     if (project.beams().empty()) return {0, 1.5, 12, -1.5};
     constexpr double kFar = 1e9;

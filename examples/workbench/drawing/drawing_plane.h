@@ -31,6 +31,9 @@ struct PixelRect {
 
 /// The least that has the whole of a rectangle.
 [[nodiscard]] PixelRect pixelsOf(const toolbox::PlaneRect& rect);
+// Where a canvas has them.
+[[nodiscard]] TvPoint pointOf(Pixel pixel);
+[[nodiscard]] toolbox::PlaneRect planeRect(const PixelRect& rect);
 
 /// A place in metres.
 struct Place {

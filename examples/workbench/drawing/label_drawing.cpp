@@ -12,15 +12,6 @@ namespace {
 constexpr int kFar = 100000000;
 constexpr PixelRect kEverywhere{-kFar, -kFar, kFar, kFar};
 
-toolbox::PlaneRect planeRect(const PixelRect& rect) {
-    return {static_cast<double>(rect.left), static_cast<double>(rect.top),
-            static_cast<double>(rect.right), static_cast<double>(rect.bottom)};
-}
-
-TvPoint pointOf(Pixel pixel) {
-    return {static_cast<double>(pixel.x), static_cast<double>(pixel.y)};
-}
-
 /// What labels shall not cover.
 struct Surroundings {
     std::vector<toolbox::PlaneRect> rectangles;

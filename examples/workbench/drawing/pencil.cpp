@@ -7,20 +7,10 @@
 
 namespace {
 
-TvPoint pointOf(Pixel pixel) {
-    return {static_cast<double>(pixel.x), static_cast<double>(pixel.y)};
-}
-
 std::vector<TvPoint> pointsOf(const std::vector<Pixel>& pixels) {
     std::vector<TvPoint> points;
     std::ranges::transform(pixels, std::back_inserter(points), pointOf);
     return points;
-}
-
-toolbox::PlaneRect planeRect(const PixelRect& rect, int shortened = 0) {
-    return {static_cast<double>(rect.left), static_cast<double>(rect.top),
-            static_cast<double>(rect.right - shortened),
-            static_cast<double>(rect.bottom - shortened)};
 }
 
 TvPen penOf(const Paint& paint) {
@@ -41,7 +31,7 @@ void Pencil::fill(const PixelRect& rect, const Paint& paint) const {
 
 void Pencil::frame(const PixelRect& rect, const Paint& paint) const {
     take(penOf(paint), {});
-    canvas_.rectangle(planeRect(rect, 1));
+    canvas_.rectangle(planeRect({rect.left, rect.top, rect.right - 1, rect.bottom - 1}));
 }
 
 void Pencil::line(Pixel from, Pixel to, const Paint& paint) const {

@@ -219,6 +219,14 @@ class TB_API TvListView : public TvControl {
 
     /// Appends columns. Rows are selected as a whole and divided by lines.
     int addColumns(const std::vector<Column>& columns);
+    /// Of the columns, in pixels.
+    [[nodiscard]] std::vector<int> columnWidths() const;
+    /// Gives the columns the widths that saveWidths() kept, on a screen of another DPI scaled. 0,
+    /// and they stay as they are, when none are kept of as many columns.
+    int restoreWidths(const toolbox::SettingName& name);
+    /// Keeps the widths in the settings of the message service from run to run: an entry of the
+    /// section "Columns". 0 when they could not be kept.
+    int saveWidths(const toolbox::SettingName& name) const;
     /// Sets the text of a cell. The row after the last one is appended, by its column 0.
     int setText(int row, int column, const CString& text);
     /// Empty where there is no cell.

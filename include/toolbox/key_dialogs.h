@@ -9,6 +9,9 @@
 // unless the dialog derives and says otherwise; a table shows them as its columns, say. The user
 // chooses them and orders them by dragging or with Alt+Up and Alt+Down.
 //
+// What its buttons do, the list's own menu does, too. The widths of the columns are kept from run
+// to run, as the place is; the description takes what the others leave.
+//
 // The list shows one group or all, and the keys that have every word of the filter in their string
 // or description, without regard to case and accents. It follows changes that are made by any
 // manager; of new values it hears when it becomes the active window, or by refresh().

@@ -17,10 +17,10 @@ namespace {
 
 constexpr unsigned short kNotMadeText = 1330;
 
-/// A dialog that can be sized has another frame.
+/// The style of a modal frame stays beside that of a thick one: it says that the caption has no
+/// icon.
 void makeSizable(TemplateCopy& copy) {
-    copy.setStyle((copy.style() & ~static_cast<DWORD>(DS_MODALFRAME)) | WS_THICKFRAME);
-    copy.setExtendedStyle(copy.extendedStyle() & ~static_cast<DWORD>(WS_EX_DLGMODALFRAME));
+    copy.setStyle(copy.style() | WS_THICKFRAME);
 }
 
 bool isChild(HWND window) {

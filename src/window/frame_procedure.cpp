@@ -2,6 +2,7 @@
 // each call that matters its state is touched only while it is there, and a message that it left is
 // given to the system's default processing.
 #include "window/frame_state.h"
+#include "window/owned_windows.h"
 
 using toolbox::detail::Watch;
 
@@ -21,6 +22,7 @@ LRESULT systemProcessing(const TarvMess& message) {
 LRESULT CALLBACK MDI::WinFrameWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     MDI* const mdi = MDIApplication::getPMDI();
     if (!mdi) return DefWindowProcA(window, message, wParam, lParam);
+    if (message == WM_SETFOCUS) toolbox::window::keepOwnedAbove(window);
     TarvMess packed(window, message, wParam, lParam, 0);
     const LRESULT result = mdi->frameWndProc(packed);
     if (message == WM_NCDESTROY && mdi == MDIApplication::getPMDI() &&

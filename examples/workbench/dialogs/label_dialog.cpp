@@ -73,7 +73,9 @@ void LabelDialog::opened() {
 }
 
 void LabelDialog::exchange(TvExchange& fields) {
-    fields.text(IDC_LABEL_TEXT, label_.text, static_cast<int>(kLabelMax));
+    CString written = label_.tag.text;
+    fields.text(IDC_LABEL_TEXT, written, static_cast<int>(kLabelMax));
+    label_.tag.text = written.str();
     if (!fields.isReading()) showEffect();
 }
 
@@ -85,10 +87,10 @@ int LabelDialog::command(int id, int notification) {
 
 void LabelDialog::showEffect() {
     Label entered = label_;
-    entered.text = getText(IDC_LABEL_TEXT);
+    entered.tag.text = getText(IDC_LABEL_TEXT).str();
     setText(IDC_LABEL_PREVIEW, document_.textOf(entered));
     std::string problems;
-    for (const TemplateProblem& problem : keys().checkTemplate(entered.text))
+    for (const TemplateProblem& problem : keys().checkTemplate(entered.tag.text))
         problems += text(wordsFor(problem.kind), problem.word).str() + "\r\n";
     setText(IDC_LABEL_PROBLEM, problems.c_str());
 }

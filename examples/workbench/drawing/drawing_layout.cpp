@@ -136,17 +136,6 @@ int DrawingLayout::dimensionLine(const BeamPlace& place) const {
     return nameLine(place) + 20;
 }
 
-PixelRect DrawingLayout::box(const Label& label, int textWidth, int textHeight) const {
-    constexpr int kBeside = 6;
-    constexpr int kAbove = 3;
-    const Pixel at = plane.toWindow({label.x, label.y});
-    const int width = textWidth + 2 * kBeside;
-    const int left = label.alignment == Label::Left    ? at.x
-                     : label.alignment == Label::Right ? at.x - width
-                                                       : at.x - width / 2;
-    return {left, at.y, left + width, at.y + textHeight + 2 * kAbove};
-}
-
 PixelRect DrawingLayout::around(const Beam& beam, const BeamPlace& place) const {
     constexpr int kText = 20;
     PixelRect all{place.left - kSupportHeight, std::min(place.comb, place.top) - kText,
@@ -199,10 +188,10 @@ const Beam* nearestBeam(const Project& project, const DrawingLayout& layout, Pix
     return nearest == project.beams().end() ? nullptr : &*nearest;
 }
 
-Selection hitTest(const Project& project, const DrawingLayout& layout,
-                  const std::vector<LabelPlace>& labels, Pixel at) {
-    for (const LabelPlace& label : labels | std::views::reverse)
-        if (label.box.contains(at)) return {Selection::OneLabel, label.id};
+Selection hitTest(const Project& project, const DrawingLayout& layout, const TvTagLayout& labels,
+                  Pixel at) {
+    const TvTagHit hit = labels.find(pointOf(at), 0);
+    if (hit.id != 0) return {Selection::OneLabel, hit.id};
     for (const Beam& beam : project.beams() | std::views::reverse) {
         if (beam.loads.empty()) continue;
         const BeamPlace place = layout.place(beam);

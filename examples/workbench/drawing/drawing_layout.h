@@ -6,7 +6,8 @@
 #include <vector>
 
 #include "drawing/drawing_plane.h"
-#include "project/document.h"
+#include "project/open_project.h"
+#include "toolbox/tag_layout.h"
 
 /// A force: its tip touches the beam.
 struct Arrow {
@@ -24,12 +25,6 @@ struct BeamPlace {
 
     [[nodiscard]] int width() const { return right - left; }
     [[nodiscard]] int middle() const { return left + width() / 2; }
-};
-
-/// A label as it was drawn.
-struct LabelPlace {
-    std::uint32_t id = 0;
-    PixelRect box;
 };
 
 class DrawingLayout {
@@ -61,8 +56,6 @@ class DrawingLayout {
     /// The middle of the line with a beam's name, and its dimension line.
     [[nodiscard]] int nameLine(const BeamPlace& place) const;
     [[nodiscard]] int dimensionLine(const BeamPlace& place) const;
-    /// The box of a label whose text has that size.
-    [[nodiscard]] PixelRect box(const Label& label, int textWidth, int textHeight) const;
     /// Everything drawn of a beam but what its texts have beyond its ends.
     [[nodiscard]] PixelRect around(const Beam& beam, const BeamPlace& place) const;
 
@@ -81,4 +74,4 @@ inline constexpr int kSupportHeight = 14;
                                       Pixel at);
 /// The label, else the point load, else the beam at a pixel.
 [[nodiscard]] Selection hitTest(const Project& project, const DrawingLayout& layout,
-                                const std::vector<LabelPlace>& labels, Pixel at);
+                                const TvTagLayout& labels, Pixel at);

@@ -68,8 +68,8 @@ void DrawingMode::showFigure(HDC dc) const {
     if (gesture_) gesture_->figure->drag(dc, gesture_->mouseAt);
 }
 
-std::uint32_t DrawingMode::put(Beam beam) const {
-    const std::uint32_t id = view_.shown().put(std::move(beam));
+std::uint32_t DrawingMode::put(Beam beam, unsigned short step) const {
+    const std::uint32_t id = view_.shown().put(std::move(beam), step);
     if (id == 0) refuse(kBeamRefused);
     return id;
 }

@@ -42,7 +42,7 @@ class DrawingMode : public DispatchClient {
         workbench().report(textId, MB_ICONEXCLAMATION, args...);
     }
     /// 0 when the project refuses it: the user was told in a box.
-    std::uint32_t put(Beam beam) const;
+    std::uint32_t put(Beam beam, unsigned short step = 0) const;
 
   private:
     struct Gesture {

@@ -81,7 +81,8 @@ class PointLoadMode : public DrawingMode {
         Beam beam = *found;
         beam.loads.push_back({positionOn(view().layout(), beam, start.x), force});
         const std::size_t last = beam.loads.size() - 1;
-        if (put(std::move(beam))) view().shown().select({Selection::OneLoad, beam_, last});
+        if (put(std::move(beam), kStepAddLoad))
+            view().shown().select({Selection::OneLoad, beam_, last});
     }
 
   private:
@@ -112,7 +113,7 @@ class UniformLoadMode : public DrawingMode {
         if (!found) return hint(text(kNoBeamUnder));
         Beam beam = *found;
         beam.uniform = uniformFrom(view().layout(), beam, rect);
-        if (const std::uint32_t id = put(std::move(beam)))
+        if (const std::uint32_t id = put(std::move(beam), kStepLoadUniformly))
             view().shown().select({Selection::OneBeam, id});
     }
 };
@@ -137,8 +138,7 @@ class LabelMode : public DrawingMode {
         const Beam* const beam = nearestBeam(view().project(), view().layout(), end);
         if (!beam) return refuse(kNoBeamForLabel);
         const Place place = plane.snappedPlace(end);
-        Label label{
-            .beam = beam->id, .x = place.x, .y = place.y, .border = true, .text = text(kNewLabel)};
+        Label label{.beam = beam->id, .tag = labelTag(text(kNewLabel), place.x, place.y)};
         // The view may go while the dialog is open; the document stays.
         Document& document = view().shown();
         if (!editLabel(view().getHWND(), document, label)) return;

@@ -18,10 +18,18 @@ int pixel(double value) {
 
 }  // namespace
 
-double snapped(double value, double step) {
-    // Dividing by how many there are in 1 gives the number nearest to the decimal one.
-    const double parts = std::round(1 / step);
-    return std::round(value * parts) / parts + 0.0;
+PixelRect pixelsOf(const toolbox::PlaneRect& rect) {
+    return {pixel(std::floor(rect.left)), pixel(std::floor(rect.top)), pixel(std::ceil(rect.right)),
+            pixel(std::ceil(rect.bottom))};
+}
+
+TvPoint pointOf(Pixel pixel) {
+    return {static_cast<double>(pixel.x), static_cast<double>(pixel.y)};
+}
+
+toolbox::PlaneRect planeRect(const PixelRect& rect) {
+    const TvPoint first = pointOf({rect.left, rect.top}), last = pointOf({rect.right, rect.bottom});
+    return {first.x, first.y, last.x, last.y};
 }
 
 toolbox::PlaneRect extentOf(const Project& project) {
@@ -35,7 +43,8 @@ toolbox::PlaneRect extentOf(const Project& project) {
         extent.bottom = std::min(extent.bottom, y);
     };
     for (const Beam& beam : project.beams()) include(beam.x, beam.x + beam.span, beam.y);
-    for (const Label& label : project.labels()) include(label.x, label.x, label.y);
+    for (const Label& label : project.labels())
+        include(label.tag.anchor.x, label.tag.anchor.x, label.tag.anchor.y);
     return extent;
 }
 

@@ -29,17 +29,18 @@ struct PixelRect {
     bool operator==(const PixelRect&) const = default;
 };
 
+/// The least that has the whole of a rectangle.
+[[nodiscard]] PixelRect pixelsOf(const toolbox::PlaneRect& rect);
+// Where a canvas has them.
+[[nodiscard]] TvPoint pointOf(Pixel pixel);
+[[nodiscard]] toolbox::PlaneRect planeRect(const PixelRect& rect);
+
 /// A place in metres.
 struct Place {
     double x = 0, y = 0;
 
     bool operator==(const Place&) const = default;
 };
-
-/// The nearest multiple of `step`: what the mouse picks.
-[[nodiscard]] double snapped(double value, double step);
-inline constexpr double kLengthStep = 0.1;  ///< m
-inline constexpr double kForceStep = 0.5;   ///< kN, kN/m
 
 /// The smallest rectangle with every beam and every label's place in it; top is the highest y. A
 /// project without beams has a piece of the plane to draw the first in.
@@ -55,6 +56,8 @@ class DrawingPlane {
     DrawingPlane(const toolbox::PlaneRect& extent, const PixelRect& part, double scaleMin = 0);
 
     [[nodiscard]] double scale() const { return scale_; }
+    /// From places to pixels.
+    [[nodiscard]] const TransMatrix2D& matrix() const { return toWindow_; }
     [[nodiscard]] Pixel toWindow(const Place& place) const;
     [[nodiscard]] Place toPlane(Pixel pixel) const;
     /// The place that the mouse picks at a pixel.

@@ -29,7 +29,6 @@ class SelectMode : public DrawingMode {
     [[nodiscard]] std::unique_ptr<Dragger> beamFigure(Pixel at);
     [[nodiscard]] std::unique_ptr<Dragger> loadFigure(Pixel at);
     [[nodiscard]] std::unique_ptr<Dragger> labelFigure(Pixel at);
-    void moveBeam(Beam beam, const Place& to) const;
     void moveLoad(Beam beam, double position) const;
     [[nodiscard]] bool moveLabel(Label label, const Place& to) const;
     [[nodiscard]] const Selection& chosen() const { return view().shown().selection(); }
@@ -111,12 +110,14 @@ std::unique_ptr<Dragger> SelectMode::loadFigure(Pixel at) {
 
 std::unique_ptr<Dragger> SelectMode::labelFigure(Pixel at) {
     const Label& label = *view().project().label(grabbed_.id);
-    const PixelRect* const drawn = view().boxOf(label.id);
+    const TvTagOnPage* const drawn = view().drawnLabel(label.id);
     if (!drawn) return nullptr;
-    origin_ = plane().toWindow({label.x, label.y});
-    const PixelRect box{drawn->left - origin_.x, drawn->top - origin_.y, drawn->right - origin_.x,
-                        drawn->bottom - origin_.y};
-    const auto guide = [this, at, from = Place{label.x, label.y}](Pixel mouse) {
+    const Place anchor{label.tag.anchor.x, label.tag.anchor.y};
+    origin_ = plane().toWindow(anchor);
+    const PixelRect now = pixelsOf(drawn->box);
+    const PixelRect box{now.left - origin_.x, now.top - origin_.y, now.right - origin_.x,
+                        now.bottom - origin_.y};
+    const auto guide = [this, at, from = anchor](Pixel mouse) {
         return isDrag(at, mouse) ? plane().toWindow(::dragged(plane(), from, at, mouse)) : origin_;
     };
     return guidedBox(box, arrowCursor(), guide);
@@ -144,37 +145,22 @@ void SelectMode::finished(Pixel, Pixel end) {
     }
     const Beam* const beam = project.beam(grabbed_.id);
     if (!beam) return;
-    if (grabbed_.kind == Selection::OneBeam)
-        moveBeam(*beam, to);
-    else if (grabbed_.load < beam->loads.size())
+    if (grabbed_.kind == Selection::OneBeam) {
+        if (!view().shown().moveBeam(beam->id, to.x, to.y)) refuse(kBeamRefused);
+    } else if (grabbed_.load < beam->loads.size()) {
         moveLoad(*beam, positionOn(view().layout(), *beam, end.x));
-}
-
-/// Its labels go with it.
-void SelectMode::moveBeam(Beam beam, const Place& to) const {
-    const Place by{to.x - beam.x, to.y - beam.y};
-    beam.x = to.x;
-    beam.y = to.y;
-    if (!put(beam)) return;
-    std::vector<Label> labels;
-    std::ranges::copy_if(view().project().labels(), std::back_inserter(labels),
-                         [&](const Label& label) { return label.beam == beam.id; });
-    bool areMoved = true;
-    for (const Label& label : labels)
-        areMoved &= moveLabel(
-            label, {snapped(label.x + by.x, kLengthStep), snapped(label.y + by.y, kLengthStep)});
-    if (!areMoved) refuse(kLabelRefused);
+    }
 }
 
 void SelectMode::moveLoad(Beam beam, double position) const {
     beam.loads[grabbed_.load].position = position;
-    put(std::move(beam));
+    put(std::move(beam), kStepMoveLoad);
 }
 
 bool SelectMode::moveLabel(Label label, const Place& to) const {
-    label.x = to.x;
-    label.y = to.y;
-    return view().shown().put(std::move(label)) != 0;
+    label.tag.anchor = {to.x, to.y};
+    label.tag.unplaced = false;
+    return view().shown().put(std::move(label), kStepMoveLabel) != 0;
 }
 
 }  // namespace

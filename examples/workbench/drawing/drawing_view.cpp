@@ -4,10 +4,10 @@
 #include <algorithm>
 
 #include "drawing/drawing_mode.h"
-#include "drawing/drawing_painter.h"
 #include "frame/workbench.h"
 #include "resources/resource.h"
 #include "resources/workbench_texts.h"
+#include "toolbox/canvas_device.h"
 
 namespace {
 
@@ -24,6 +24,7 @@ class BackBuffer {
     }
     ~BackBuffer() {
         SelectObject(dc_, before_);
+        DeleteObject(bitmap_);
         DeleteDC(dc_);
     }
     BackBuffer(const BackBuffer&) = delete;
@@ -32,7 +33,7 @@ class BackBuffer {
 
   private:
     HDC dc_;
-    Owned<HBITMAP> bitmap_;
+    HBITMAP bitmap_;
     HGDIOBJ before_;
 };
 
@@ -78,10 +79,7 @@ void showDrawing(Document& document) {
 
 DrawingView::DrawingView(Document& document_)
     : View(document_),
-      layout_([this](const Beam& beam) {
-          const Section* const section = workbench().section(beam.section);
-          return section ? section->h : 0;
-      }),
+      layout_(depthIn(document_.work())),
       modes_(drawingModes(*this, server_)),
       scrolling_(::scrolling(*this, server_)) {
     layout_.measureLoads(project());
@@ -173,9 +171,9 @@ void DrawingView::changeLabel(UINT command) {
     if (!found) return;
     Label label = *found;
     if (command == toolbox::TagNoBorder || command == toolbox::TagBorder)
-        label.border = command == toolbox::TagBorder;
+        setFramed(label.tag, command == toolbox::TagBorder);
     else
-        label.alignment = static_cast<Label::Alignment>(command - toolbox::TagAlignLeft);
+        label.tag.align = static_cast<TvAlign>(command - toolbox::TagAlignLeft);
     shown().put(std::move(label));
 }
 
@@ -235,9 +233,12 @@ void DrawingView::paint() {
 }
 
 void DrawingView::drawPicture(HDC dc) {
-    const Canvas canvas(dc, tools_);
-    DrawingPainter painter(canvas, shown(), layout_, client());
-    labels_ = painter.paint();
+    const PixelRect all = client();
+    // A point of the canvas is a pixel.
+    TvDeviceCanvas canvas(dc, {.width = static_cast<double>(all.width()),
+                               .height = static_cast<double>(all.height())});
+    const Scene scene{shown().work(), workbench().keys(), layout_, drawingPart(all)};
+    labels_ = drawWindow(canvas, scene, all, shown().selection());
 }
 
 bool DrawingView::showCursor(LPARAM hit) const {
@@ -258,9 +259,14 @@ bool DrawingView::isMode(int command) const {
     return workbench().drawingMode() == command;
 }
 
-const PixelRect* DrawingView::boxOf(std::uint32_t label) const {
-    const auto found = std::ranges::find(labels_, label, &LabelPlace::id);
-    return found == labels_.end() ? nullptr : &found->box;
+void DrawingView::arrangeLabels() {
+    std::vector<Label> moved =
+        arrangedLabels({shown().work(), workbench().keys(), layout_, part()});
+    const auto lost = static_cast<int>(
+        std::ranges::count_if(moved, [](const Label& label) { return label.tag.unplaced; }));
+    const auto placed = static_cast<int>(moved.size()) - lost;
+    if (!moved.empty()) shown().put(std::move(moved), kStepArrangeLabels);
+    workbench().showHint(text(kLabelsArranged, placed, lost));
 }
 
 CString DrawingView::usualSection() const {

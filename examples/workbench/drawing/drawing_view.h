@@ -7,8 +7,7 @@
 #include <memory>
 #include <vector>
 
-#include "drawing/drawing_layout.h"
-#include "drawing/drawing_tools.h"
+#include "drawing/window_drawing.h"
 #include "frame/view.h"
 #include "toolbox/dispatch.h"
 
@@ -35,14 +34,16 @@ class DrawingView : public View {
     [[nodiscard]] Selection at(Pixel pixel) const;
     [[nodiscard]] const Beam* beamAt(Pixel pixel) const;
     [[nodiscard]] bool isMode(int command) const;
-    /// Where a label was drawn; null when it is out of sight.
-    [[nodiscard]] const PixelRect* boxOf(std::uint32_t label) const;
+    /// A label as it was drawn; null when it is out of sight.
+    [[nodiscard]] const TvTagOnPage* drawnLabel(std::uint32_t id) const { return labels_.tag(id); }
     /// The section for a new beam: of the selected beam, else of the newest, else a usual one.
     [[nodiscard]] CString usualSection() const;
 
     void zoom(double factor, Pixel about);
     void pan(int dx, int dy);
     void zoomAll();
+    /// Moves labels to where they cover nothing.
+    void arrangeLabels();
     [[nodiscard]] PixelRect part() const;
 
   protected:
@@ -60,9 +61,8 @@ class DrawingView : public View {
     [[nodiscard]] bool showCursor(LPARAM hit) const;
     [[nodiscard]] PixelRect client() const;
 
-    DrawingTools tools_;
     DrawingLayout layout_;
-    std::vector<LabelPlace> labels_;
+    TvTagLayout labels_;
     bool isEmpty_;          // no beam was there when the project was looked at last
     bool isFitted_ = true;  // the user has not looked around yet: the project follows the size
     DispatchServer server_;

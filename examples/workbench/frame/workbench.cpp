@@ -42,6 +42,7 @@ Workbench::Workbench(HINSTANCE instance, const Settings& settings)
       settings_(settings),
       sections_(loadSections(instance)),
       keys_(settings.file),
+      undo_(CMD_UNDO, CMD_REDO),
       palette_(IDD_PALETTE) {
     RWCString columns;
     GMSG::getProfile("Table", "Columns", columns, "");

@@ -8,6 +8,7 @@
 
 #include "project/document.h"
 #include "project/project_keys.h"
+#include "resources/workbench_texts.h"
 #include "settings/settings.h"
 #include "toolbox/command_manager.h"
 #include "toolbox/dialogs.h"
@@ -15,19 +16,12 @@
 #include "toolbox/meter.h"
 #include "toolbox/recent_files.h"
 #include "toolbox/tools.h"
+#include "toolbox/undo.h"
 #include "toolbox/windowing.h"
 
 /// The number of a menu in the program's language.
 [[nodiscard]] inline int inLanguage(int french) {
     return GMSG::language == GMSG::French ? french : french + 1;
-}
-
-/// A text of the program, printed with its arguments.
-template <class... Args>
-[[nodiscard]] CString text(unsigned short id, const Args&... args) {
-    RWCString out;
-    GMSG::getString(id, out, args...);
-    return out;
 }
 
 class Workbench : public MDIApplication {
@@ -124,6 +118,7 @@ class Workbench : public MDIApplication {
     HistoricMenuFile recent_;
     std::unique_ptr<GCOMMBase> commands_;
     std::unique_ptr<MenuTool> menu_;
+    UndoCommands undo_;
     CToolDialog palette_;
     TvWindowPlace palettePlace_{"Palette"};
     TvWindowPlace framePlace_{"Frame"};

@@ -4,6 +4,7 @@
 
 #include "dialogs/dialogs.h"
 #include "dialogs/file_dialog.h"
+#include "drawing/drawing_export.h"
 #include "drawing/drawing_view.h"
 #include "frame/tracing.h"
 #include "frame/view.h"
@@ -28,15 +29,20 @@ constexpr GCOMMBase::CommRec kCommands[] = {
     {CMD_OPEN, 0},
     {CMD_SAVE, 0},
     {CMD_SAVE_AS, kNeedsDocument},
+    {CMD_EXPORT, kNeedsDocument},
     {CMD_CLOSE, kNeedsDocument},
+    {CMD_UNDO, 0},
+    {CMD_REDO, 0},
     {CMD_EDIT, 0},
     {CMD_DELETE, 0},
     {CMD_COPY, kNeedsDocument},
+    {CMD_COPY_DRAWING, kNeedsDocument},
     {CMD_TABLE, kNeedsDocument},
     {CMD_DRAWING, kNeedsDocument},
     {CMD_KEY_LIST, 0},
     {CMD_PALETTE, 0},
     {CMD_ZOOM_ALL, kNeedsDocument},
+    {CMD_ARRANGE_LABELS, kNeedsDocument},
     {CMD_RECOMPUTE, kNeedsDocument},
     {CMD_FORMAT, kNeedsDocument},
     {CMD_CLOSE_WINDOW, kNeedsDocument},
@@ -73,13 +79,16 @@ void Workbench::createCommands(HWND frameWindow) {
     commands_->createAndManageContext(kLanguages);
     commands_->manage(static_cast<int>(std::size(kLanguageCommands)), kLanguageCommands, menu,
                       kLanguages);
+    undo_.showIn(frame().getFrameMenu());
     (*commands_)[CMD_SELECT_MODE].setCheckStatus(1);
     (*commands_)[GMSG::language == GMSG::French ? CMD_FRENCH : CMD_ENGLISH].setCheckStatus(1);
 }
 
 void Workbench::refreshCommands() {
     if (!commands_) return;
-    const Document* const document = activeDocument();
+    Document* const document = activeDocument();
+    UndoStack* const steps = document ? &document->steps() : nullptr;
+    if (steps != undo_.stack()) undo_.follow(steps);
     const int is = document != nullptr;
     const int selected = document && document->selection().kind != Selection::Nothing;
     GCOMMBase& commands = *commands_;
@@ -108,6 +117,7 @@ int Workbench::command(HWND child, WPARAM wParam, LPARAM) {
     if (commands_ && (*commands_)[id] && !(*commands_)[id].isEnabled()) return 1;
     const auto* const view = child ? dynamic_cast<const View*>(WindowDict::find(child)) : nullptr;
     Document* const document = view ? static_cast<Document*>(view->document) : nullptr;
+    if (undo_.command(id)) return 1;
     if (document && documentCommand(*document, id)) return 1;
     return programCommand(id);
 }
@@ -119,6 +129,12 @@ bool Workbench::documentCommand(Document& document, int id) {
             return true;
         case CMD_SAVE_AS:
             document.saveAs();
+            return true;
+        case CMD_EXPORT:
+            exportDrawing(document);
+            return true;
+        case CMD_COPY_DRAWING:
+            copyDrawing(document);
             return true;
         case CMD_CLOSE:
             closeDocument(document);
@@ -144,6 +160,10 @@ bool Workbench::documentCommand(Document& document, int id) {
                 drawing->zoomAll();
             else
                 showDrawing(document);
+            return true;
+        case CMD_ARRANGE_LABELS:
+            if (!viewOf<DrawingView>(document)) showDrawing(document);
+            if (auto* const drawing = viewOf<DrawingView>(document)) drawing->arrangeLabels();
             return true;
         case CMD_COPY:
         case CMD_FORMAT:

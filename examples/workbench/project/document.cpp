@@ -113,41 +113,25 @@ bool tellDamage(Workbench& workbench, const CString& name, const LoadedProject& 
 
 }  // namespace
 
-Document::Document(Workbench& workbench) : views(this, &View::document), workbench_(workbench) {
+Document::Document(Workbench& workbench)
+    : views(this, &View::document),
+      workbench_(workbench),
+      work_([&workbench](const CString& designation) { return workbench.section(designation); }) {
     static int projects = 0;
     untitled_ = text(kUntitled, ++projects);
+    listenTo(&work_.steps());
 }
 
-Document::~Document() = default;
-
-const Section* Document::sectionOf(const Beam& beam) const {
-    return workbench_.section(beam.section);
-}
-
-std::size_t Document::indexOf(std::uint32_t beam) const {
-    const auto place = std::ranges::lower_bound(project_.beams(), beam, {}, &Beam::id);
-    return static_cast<std::size_t>(place - project_.beams().begin());
-}
-
-const BeamResults* Document::results(std::size_t index) const {
-    TVASSERT(results_.size() == project_.beams().size());
-    return index < results_.size() && results_[index] ? &*results_[index] : nullptr;
+Document::~Document() {
+    listenTo(nullptr);
 }
 
 bool Document::setCurrentKeys(std::size_t index) {
-    static const Section none;
-    static const BeamResults nothing;
-    if (index >= project_.beams().size()) return false;
-    const Beam& beam = project_.beams()[index];
-    const Section* const section = sectionOf(beam);
-    const BeamResults* const found = results(index);
-    workbench_.keys().setCurrent(beam, section ? *section : none, found ? *found : nothing);
-    return found != nullptr;
+    return work_.setCurrentKeys(workbench_.keys(), index);
 }
 
 CString Document::textOf(const Label& label) {
-    if (!setCurrentKeys(indexOf(label.beam))) return label.text;
-    return workbench_.keys().expanded(label.text);
+    return work_.textOf(workbench_.keys(), label);
 }
 
 void Document::select(const Selection& selection) {
@@ -164,71 +148,42 @@ void Document::tellViews(unsigned changes) {
     workbench_.refreshCommands();
 }
 
-void Document::changed() {
-    modified_ = true;
+/// Also what was saved or forgotten: the titles tell.
+void Document::undoChanged() {
     discarded_ = false;
+    selection_ = work_.settled(selection_);
     tellViews(Content);
 }
 
-void Document::computeAt(std::size_t index) {
-    const Beam& beam = project_.beams()[index];
-    const Section* const section = sectionOf(beam);
-    results_[index].reset();
-    if (section) results_[index] = computer_.compute(beam, *section);
+std::uint32_t Document::put(Beam beam, unsigned short step) {
+    return work_.put(std::move(beam), step);
 }
 
-std::uint32_t Document::put(Beam beam) {
-    const std::size_t before = project_.beams().size();
-    const std::uint32_t id = project_.put(std::move(beam));
-    if (id == 0) return 0;
-    const std::size_t index = indexOf(id);
-    if (project_.beams().size() > before)
-        results_.insert(results_.begin() + static_cast<std::ptrdiff_t>(index), std::nullopt);
-    computeAt(index);
-    const std::size_t loads = project_.beams()[index].loads.size();
-    if (selection_.kind == Selection::OneLoad && selection_.id == id && selection_.load >= loads)
-        selection_ = {Selection::OneBeam, id};
-    changed();
-    return id;
+std::uint32_t Document::put(Label label, unsigned short step) {
+    return work_.put(std::move(label), step);
 }
 
-std::uint32_t Document::put(Label label) {
-    const std::uint32_t id = project_.put(std::move(label));
-    if (id != 0) changed();
-    return id;
+bool Document::put(std::vector<Label> labels, unsigned short step) {
+    return work_.put(std::move(labels), step);
+}
+
+bool Document::moveBeam(std::uint32_t id, double x, double y) {
+    return work_.moveBeam(id, x, y);
 }
 
 bool Document::removeSelected() {
-    const Selection removed = std::exchange(selection_, Selection());
-    switch (removed.kind) {
-        case Selection::Nothing:
-            return false;
-        case Selection::OneBeam:
-            results_.erase(results_.begin() + static_cast<std::ptrdiff_t>(indexOf(removed.id)));
-            project_.removeBeam(removed.id);
-            break;
-        case Selection::OneLabel:
-            project_.removeLabel(removed.id);
-            break;
-        case Selection::OneLoad:
-            Beam beam = *project_.beam(removed.id);
-            beam.loads.erase(beam.loads.begin() + static_cast<std::ptrdiff_t>(removed.load));
-            project_.put(std::move(beam));
-            computeAt(indexOf(removed.id));
-            break;
-    }
-    changed();
-    tellViews(Selected);
+    if (!work_.remove(selection_)) return false;
+    select({});
     return true;
 }
 
 bool Document::recompute() {
-    const std::size_t count = project_.beams().size();
-    results_.assign(count, std::nullopt);
+    const std::size_t count = project().beams().size();
+    work_.forgetResults();
     std::size_t done = 0;
     {
         JobMeter meter(workbench_, kComputing, title(), 1);
-        for (; done < count && meter(done, count); ++done) computeAt(done);
+        for (; done < count && meter(done, count); ++done) work_.compute(done);
     }
     CTvTrace::Trace(TraceComputing, "computed %u of %u beams", static_cast<unsigned>(done),
                     static_cast<unsigned>(count));
@@ -238,8 +193,8 @@ bool Document::recompute() {
 }
 
 void Document::setProject(Project project) {
-    project_ = std::move(project);
     selection_ = {};
+    work_.setProject(std::move(project));
     recompute();
 }
 
@@ -255,7 +210,7 @@ bool Document::open(const CString& file) {
     if (fault == kDamaged) {
         if (!tellDamage(workbench_, withoutFolder(file), loaded)) return false;
         // What can be recovered becomes a project without a file: the damaged one stays as it is.
-        modified_ = true;
+        steps().setChanged();
         untitled_ = text(kRecovered, withoutFolder(file));
     } else if (fault != 0) {
         workbench_.report(fault, MB_ICONSTOP, withoutFolder(file));
@@ -273,7 +228,7 @@ bool Document::saveTo(const CString& file) {
     ErrObj error;
     {
         JobMeter meter(workbench_, kSaving, withoutFolder(file), 0);
-        error = saveProject(project_, file.c_str(), created_, std::ref(meter));
+        error = saveProject(project(), file.c_str(), created_, std::ref(meter));
     }
     if (error != 0) {
         workbench_.report(static_cast<unsigned short>(int{error}), MB_ICONSTOP,
@@ -281,8 +236,8 @@ bool Document::saveTo(const CString& file) {
         return false;
     }
     file_ = file;
-    modified_ = false;
     workbench_.noteRecent(file);
+    steps().setClean();
     tellViews(Selected);  // the titles have the name
     return true;
 }
@@ -305,8 +260,8 @@ bool Document::saveAs(const CString& file) {
 }
 
 bool Document::mayClose() {
-    if (!modified_ || discarded_) return true;
-    const CString question = text(kSaveFirst, file_.empty() ? untitled_ : withoutFolder(file_));
+    if (!isModified() || discarded_) return true;
+    const CString question = text(kSaveFirst, name());
     switch (workbench_.showBox(question, MB_YESNOCANCEL | MB_ICONQUESTION)) {
         case IDYES:
             return save();
@@ -318,8 +273,10 @@ bool Document::mayClose() {
     }
 }
 
+CString Document::name() const {
+    return file_.empty() ? untitled_ : withoutFolder(file_);
+}
+
 CString Document::title() const {
-    CString title = file_.empty() ? untitled_ : withoutFolder(file_);
-    if (modified_) title += "*";
-    return title;
+    return isModified() ? name() + "*" : name();
 }

@@ -1,28 +1,15 @@
-// An open project: its file, its results, what is selected in it, and the windows that show it.
+// A project that is open: its file, its steps, what is selected in it, and the windows that show
+// it.
 #pragma once
 
-#include <optional>
-#include <vector>
-
-#include "project/beam_results.h"
-#include "project/project.h"
+#include "project/open_project.h"
 #include "toolbox/dates.h"
 #include "toolbox/links.h"
 
 class View;
 class Workbench;
 
-/// What the user has selected in a document: nothing, a beam, one of a beam's point loads, a label.
-struct Selection {
-    enum Kind { Nothing, OneBeam, OneLoad, OneLabel };
-    Kind kind = Nothing;
-    std::uint32_t id = 0;  ///< of the beam or the label
-    std::size_t load = 0;  ///< index of a point load
-
-    bool operator==(const Selection&) const = default;
-};
-
-class Document {
+class Document : private UndoListener {
   public:
     /// What changed, for the views: bits.
     enum Change : unsigned {
@@ -32,17 +19,14 @@ class Document {
     };
 
     explicit Document(Workbench& workbench);
-    ~Document();
+    ~Document() override;
 
     [[nodiscard]] Workbench& workbench() const { return workbench_; }
-    [[nodiscard]] const Project& project() const { return project_; }
-    /// The results of the beam with this index in the project; null while they are not computed or
-    /// the section is not in the table.
-    [[nodiscard]] const BeamResults* results(std::size_t index) const;
-    [[nodiscard]] std::size_t indexOf(std::uint32_t beam) const;
-
-    /// Makes the keys' values those of a beam. False when it has no results: keys would print as
-    /// nothing.
+    [[nodiscard]] const Project& project() const { return work_.project(); }
+    /// With its results and steps.
+    [[nodiscard]] const OpenProject& work() const { return work_; }
+    [[nodiscard]] UndoStack& steps() { return work_.steps(); }
+    /// Makes the keys' values those of a beam: see OpenProject.
     bool setCurrentKeys(std::size_t index);
     /// A label as it is drawn, its tokens replaced.
     [[nodiscard]] CString textOf(const Label& label);
@@ -50,10 +34,12 @@ class Document {
     [[nodiscard]] const Selection& selection() const { return selection_; }
     void select(const Selection& selection);
 
-    // Changes by the user. They mark the document as modified, compute what depends on them and
-    // tell the views. 0 or false: refused, nothing changed.
-    std::uint32_t put(Beam beam);
-    std::uint32_t put(Label label);
+    // Changes by the user: see OpenProject. The views are told. 0 or false: refused, nothing
+    // changed.
+    std::uint32_t put(Beam beam, unsigned short step = 0);
+    std::uint32_t put(Label label, unsigned short step = 0);
+    bool put(std::vector<Label> labels, unsigned short step);
+    bool moveBeam(std::uint32_t id, double x, double y);
     bool removeSelected();
 
     /// Computes every beam anew, under a meter that the user can cancel when they are many; what
@@ -75,9 +61,11 @@ class Document {
     /// The session goes on after all: mayClose() asks again.
     void keepAsking() { discarded_ = false; }
 
-    [[nodiscard]] bool isModified() const { return modified_; }
+    [[nodiscard]] bool isModified() const { return !work_.steps().isClean(); }
     [[nodiscard]] const CString& fileName() const { return file_; }  ///< empty: never saved
-    /// The file's name without folder, or "Project 1"; followed by a star when it is modified.
+    /// The file's name without folder, or "Project 1".
+    [[nodiscard]] CString name() const;
+    /// The name, followed by a star when it is modified.
     [[nodiscard]] CString title() const;
 
     void tellViews(unsigned changes);
@@ -85,19 +73,14 @@ class Document {
     Many<Document, View> views;
 
   private:
-    void computeAt(std::size_t index);
-    void changed();
+    void undoChanged() override;
     bool saveTo(const CString& file);
-    [[nodiscard]] const Section* sectionOf(const Beam& beam) const;
 
     Workbench& workbench_;
-    Project project_;
-    BeamComputer computer_;
-    std::vector<std::optional<BeamResults>> results_;
+    OpenProject work_;
     Selection selection_;
     CString file_;
     CString untitled_;
     TarvDate created_;
-    bool modified_ = false;
     bool discarded_ = false;
 };

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string>
+#include <utility>
 
 namespace {
 
@@ -28,24 +30,58 @@ const Item* find(const std::vector<Item>& items, std::uint32_t id) {
 }
 
 template <class Item>
-std::uint32_t putInto(std::vector<Item>& items, std::uint32_t& last, Item item) {
-    if (item.id == 0) item.id = last + 1;
-    const std::uint32_t id = item.id;
-    last = std::max(last, id);
+void exchangeIn(std::vector<Item>& items, std::uint32_t id, std::optional<Item>& item) {
     const auto place = placeOf(items, id);
-    if (place != items.end() && place->id == id)
-        *place = std::move(item);
-    else
-        items.insert(place, std::move(item));
-    return id;
+    if (place == items.end() || place->id != id) {
+        if (item) items.insert(place, *std::exchange(item, std::nullopt));
+    } else if (item) {
+        std::swap(*place, *item);
+    } else {
+        item = std::move(*place);
+        items.erase(place);
+    }
 }
 
 template <class Item>
-bool removeFrom(std::vector<Item>& items, std::uint32_t id) {
-    return std::erase_if(items, [id](const Item& item) { return item.id == id; }) > 0;
+void makeRoomIn(std::vector<Item>& items, std::size_t more) {
+    const std::size_t needed = items.size() + more;
+    if (needed > items.capacity()) items.reserve(std::max(needed, 2 * items.size()));
+}
+
+template <class Item>
+std::uint32_t putInto(Project& project, Item item, std::uint32_t newId) {
+    if (item.id == 0) item.id = newId;
+    const std::uint32_t id = item.id;
+    std::optional<Item> given(std::move(item));
+    project.exchange(id, given);
+    return id;
 }
 
 }  // namespace
+
+TvTag labelTag(const CString& text, double x, double y) {
+    constexpr double kPoints = 12, kMargin = 4, kLeastScale = 8;  // points; points a metre
+    TvTag tag;
+    tag.text = text.str();
+    tag.anchor = {x, y};
+    tag.font = {.size = kPoints, .color = {38, 46, 56}};
+    tag.line = {{170, 160, 110}, 1, {}};
+    tag.margin = kMargin;
+    tag.minScale = kLeastScale;
+    setFramed(tag, true);
+    return tag;
+}
+
+void setFramed(TvTag& tag, bool framed) {
+    tag.border = framed ? TvTagBorder::frame : TvTagBorder::none;
+    tag.fill = framed ? TvColor{255, 253, 232} : TvColor{255, 255, 255};
+}
+
+double snapped(double value, double step) {
+    // Dividing by how many there are in 1 gives the number nearest to the decimal one.
+    const double parts = std::round(1 / step);
+    return std::round(value * parts) / parts + 0.0;
+}
 
 bool isSound(const Beam& beam) {
     const auto stands = [&](const PointLoad& load) {
@@ -58,8 +94,8 @@ bool isSound(const Beam& beam) {
 }
 
 bool isSound(const Label& label) {
-    return isPlace(label.x, label.y) && label.alignment <= Label::Right &&
-           label.text.length() <= kLabelMax;
+    return isPlace(label.tag.anchor.x, label.tag.anchor.y) && label.tag.check(nullptr) &&
+           label.tag.text.length() <= kLabelMax;
 }
 
 const Beam* Project::beam(std::uint32_t id) const {
@@ -70,18 +106,22 @@ const Label* Project::label(std::uint32_t id) const {
 }
 
 std::uint32_t Project::put(Beam beam) {
-    return isSound(beam) ? putInto(beams_, lastBeam_, std::move(beam)) : 0;
+    return isSound(beam) ? putInto(*this, std::move(beam), newBeamId()) : 0;
 }
 std::uint32_t Project::put(Label label) {
-    return isSound(label) && beam(label.beam) ? putInto(labels_, lastLabel_, std::move(label)) : 0;
+    return isSound(label) && beam(label.beam) ? putInto(*this, std::move(label), newLabelId()) : 0;
 }
 
-bool Project::removeBeam(std::uint32_t id) {
-    std::erase_if(labels_, [id](const Label& label) { return label.beam == id; });
-    return removeFrom(beams_, id);
+void Project::exchange(std::uint32_t id, std::optional<Beam>& beam) {
+    exchangeIn(beams_, id, beam);
 }
-bool Project::removeLabel(std::uint32_t id) {
-    return removeFrom(labels_, id);
+void Project::exchange(std::uint32_t id, std::optional<Label>& label) {
+    exchangeIn(labels_, id, label);
+}
+
+void Project::makeRoom(std::size_t beams, std::size_t labels) {
+    makeRoomIn(beams_, beams);
+    makeRoomIn(labels_, labels);
 }
 
 Project sampleProject(std::size_t count, const std::vector<CString>& sections) {

@@ -3,14 +3,16 @@
 //
 // The drawing's plane is in metres, x to the right and y up; a beam is horizontal and named by the
 // place of its left support. Loads act downwards when positive. Beams and labels have identifiers
-// of their own, from 1, which stay theirs whatever is added or removed.
+// of their own, from 1, which stay theirs as long as they are there.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "toolbox/strings.h"
+#include "toolbox/tags.h"
 
 /// A force on a beam.
 struct PointLoad {
@@ -33,26 +35,33 @@ struct Beam {
     bool operator==(const Beam&) const = default;
 };
 
-/// A text in the drawing: a template whose $KEY$ tokens stand for values of a beam.
+/// A label in the drawing: a tag anchored in the plane, whose $KEY$ tokens stand for values of a
+/// beam.
 struct Label {
-    enum Alignment : std::uint32_t { Left, Center, Right };
-
     std::uint32_t id = 0;
     std::uint32_t beam = 0;
-    double x = 0, y = 0;  ///< of its upper side, at the side or middle that the alignment names
-    Alignment alignment = Left;
-    bool border = false;
-    CString text;  ///< at most kLabelMax bytes
+    TvTag tag{};  ///< its text has at most kLabelMax bytes
 
     bool operator==(const Label&) const = default;
 };
 
+/// A tag as labels look at first, with a frame.
+[[nodiscard]] TvTag labelTag(const CString& text, double x, double y);
+/// With a frame or without; either way what is behind it does not show.
+void setFramed(TvTag& tag, bool framed);
+
 inline constexpr std::size_t kNameMax = 16;
-inline constexpr std::size_t kLabelMax = 128;
+inline constexpr std::size_t kLabelMax = 1000;
 /// Point loads that a beam may carry: rows of the grid of formulas.
 inline constexpr std::size_t kLoadsMax = 10;
 inline constexpr double kSpanMin = 0.5, kSpanMax = 60;  ///< m
 inline constexpr double kLoadMax = 10000;               ///< kN or kN/m, up or down
+
+inline constexpr double kLengthStep = 0.1;  ///< m, of what the mouse picks
+inline constexpr double kForceStep = 0.5;   ///< kN, kN/m
+
+/// The nearest multiple of a step.
+[[nodiscard]] double snapped(double value, double step);
 
 /// True when a beam can be kept and computed: its span and loads are within the limits, every load
 /// stands on it, and its texts have room. Its section is not looked at.
@@ -72,17 +81,27 @@ class Project {
     /// when a label names no beam.
     std::uint32_t put(Beam beam);
     std::uint32_t put(Label label);
-    /// Removes a beam with the labels that name it. False when there is none.
-    bool removeBeam(std::uint32_t id);
-    bool removeLabel(std::uint32_t id);
+    // For the next that is added.
+    [[nodiscard]] std::uint32_t newBeamId() const { return nextOf(beams_); }
+    [[nodiscard]] std::uint32_t newLabelId() const { return nextOf(labels_); }
+
+    /// Puts an item in the place of that with an identifier, or of none, and gives back what was
+    /// there. Nothing is checked, and nothing thrown when makeRoom() was called for the items to
+    /// come.
+    void exchange(std::uint32_t id, std::optional<Beam>& beam);
+    void exchange(std::uint32_t id, std::optional<Label>& label);
+    void makeRoom(std::size_t beams, std::size_t labels);
 
     bool operator==(const Project&) const = default;
 
   private:
+    template <class Item>
+    [[nodiscard]] static std::uint32_t nextOf(const std::vector<Item>& items) {
+        return items.empty() ? 1 : items.back().id + 1;
+    }
+
     std::vector<Beam> beams_;  // ascending identifiers, as the labels
     std::vector<Label> labels_;
-    std::uint32_t lastBeam_ = 0;
-    std::uint32_t lastLabel_ = 0;
 };
 
 /// A project of `count` beams in rows, their sections, spans and loads taken in turn: for trying

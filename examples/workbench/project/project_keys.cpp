@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "project/printed_number.h"
 #include "resources/workbench_texts.h"
+#include "toolbox/formats.h"
 #include "toolbox/messages.h"
 
 namespace {
@@ -63,6 +63,23 @@ RWCString declaredDescription(UINT id) {
     RWCString description;
     GMSG::getString(static_cast<unsigned short>(kFirstKeyDescription + id - kName), description);
     return description;
+}
+
+/// False when a reader of the text would not get the value, rounded to the decimals that it shows:
+/// a format that is too narrow cuts exponents off, and numbers that have no room for one.
+bool standsFor(std::string_view text, double value) {
+    constexpr std::size_t kExponent = 5;  // "e+006"
+    constexpr int kWidest = 80;
+    if (const std::size_t mark = text.find('e'); mark != std::string_view::npos)
+        return text.size() - mark == kExponent;
+    if (text.ends_with('.')) text.remove_suffix(1);
+    const std::size_t point = text.find('.');
+    const std::size_t decimals = point == std::string_view::npos ? 0 : text.size() - point - 1;
+    RealFormatedValue whole;
+    whole.setFormat(kWidest, static_cast<int>(decimals), Left);
+    whole = value;
+    const RWCString printed = whole.getStringValue();
+    return printed.view().substr(0, printed.view().find(' ')) == text;
 }
 
 RWCString believable(const RWCString& text, double value) {

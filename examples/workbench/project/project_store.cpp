@@ -18,7 +18,8 @@ constexpr std::size_t kProgressEvery = 100;
 constexpr unsigned long kLabelBlocksEnd = 2 * kFirstLabelBlock - kFirstBeamBlock;
 
 // Bytes of the records without their checksum; those of a beam's point loads come on top.
-constexpr unsigned kCountsSize = 8, kBeamSize = 72, kPointLoadSize = 16, kLabelSize = 160;
+constexpr unsigned kCountsSize = 8, kBeamSize = 72, kPointLoadSize = 16, kOldLabelSize = 160;
+constexpr std::size_t kOldLabelText = 128;
 constexpr unsigned kChecksumSize = 4;
 
 using Record = VarRecord;
@@ -89,21 +90,36 @@ void take(Record& record, Beam& beam) {
 }
 
 void put(Record& record, const Label& label) {
-    put(record, label.id);
     put(record, label.beam);
-    record << label.x << label.y;
-    put(record, label.alignment);
-    put(record, Number{label.border});
-    put<kLabelMax>(record, label.text);
+    TvTagSet one;
+    one.insert(0, label.id, label.tag);
+    one.store(record);
+    static constexpr char kZeros[4] = {};
+    record.writeString(kZeros, (4 - record.getLen() % 4) % 4);
 }
-void take(Record& record, Label& label) {
-    expectSize(record, kLabelSize);
+
+/// As version 1 has it; at the record's start.
+void takeOld(Record& record, Label& label) {
+    expectSize(record, kOldLabelSize);
     label.id = takeNumber(record);
     label.beam = takeNumber(record);
-    record >> label.x >> label.y;
-    label.alignment = static_cast<Label::Alignment>(takeNumber(record));
-    label.border = takeNumber(record) != 0;
-    label.text = takeText<kLabelMax>(record);
+    double x = 0, y = 0;
+    record >> x >> y;
+    const Number alignment = takeNumber(record);
+    const bool framed = takeNumber(record) != 0;
+    label.tag = labelTag(takeText<kOldLabelText>(record), x, y);
+    setFramed(label.tag, framed);
+    if (alignment > static_cast<Number>(TvAlign::right)) throw VarRecord::VarRecordException();
+    label.tag.align = static_cast<TvAlign>(alignment);
+}
+void take(Record& record, Label& label) {
+    Record old = record;
+    label.beam = takeNumber(record);
+    TvTagSet one;
+    if (!one.load(record, nullptr)) return takeOld(old, label);
+    if (one.count() != 1) throw VarRecord::VarRecordException();
+    label.id = one.ids()[0];
+    label.tag = *one.find(label.id);
 }
 
 /// What follows the values of a record.

@@ -6,7 +6,11 @@
 //     project  beams u32, labels u32
 //     beam     id u32, name 16, section 16, x, y, span, uniform f64, loads u32,
 //              of each load: position, force f64
-//     label    id u32, beam u32, x, y f64, alignment u32, border u32, text 128
+//     label    beam u32, a set of one tag (tags.h), whose number is the label's identifier; zeros
+//              up to a multiple of 4 bytes
+// Version 1 of the contents, which is read too, has labels so:
+//     label    id u32, beam u32, x, y f64, alignment u32 (0 left, 1 centred, 2 right), border u32,
+//              text 128
 // After the last value of each stands the checksum of the bytes before it in the record, u32
 // (crc32.h). Every block is a multiple of 4 bytes long, so that a file whose index is lost can be
 // searched.
@@ -22,7 +26,7 @@ inline constexpr unsigned long kProjectBlock = 1;
 inline constexpr unsigned long kFirstBeamBlock = 0x10000000;
 inline constexpr unsigned long kFirstLabelBlock = 0x20000000;
 /// Of the contents, kept in the header.
-inline constexpr unsigned long kProjectVersion = 1;
+inline constexpr unsigned long kProjectVersion = 2;
 
 /// Codes of the error objects, which are numbers of texts; 0: all went well.
 enum StoreError : int {

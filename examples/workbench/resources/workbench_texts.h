@@ -1,5 +1,7 @@
-// Numbers of the texts in workbench_texts.inc.
+// The texts in workbench_texts.inc, by their numbers.
 #pragma once
+
+#include "toolbox/messages.h"
 
 enum WorkbenchText : unsigned short {
     kFirstKeyDescription = 3000,  ///< of the keys, in the order of their identifiers
@@ -28,6 +30,12 @@ enum WorkbenchText : unsigned short {
     kNothingReadable,
     kOpenElsewhere,
     kSettingsNotKept,  ///< their file
+    kDrawingFilter,
+    kDrawingWritten,     ///< file
+    kDrawingNotWritten,  ///< file, the reason
+    kDrawingCopied,
+    kDrawingNotCopied,  ///< the reason
+    kLabelsArranged,    ///< how many were moved, how many found no place
     kBeamHint = 3300,
     kPointLoadHint,
     kUniformLoadHint,
@@ -41,7 +49,29 @@ enum WorkbenchText : unsigned short {
     kNoBeamForLabel,
     kBeamRefused,
     kLabelRefused,
+    // Steps of the user, as the menu says them after "Undo".
+    kStepAddBeam = 3340,
+    kStepEditBeam,
+    kStepMoveBeam,
+    kStepDeleteBeam,
+    kStepAddLoad,
+    kStepMoveLoad,
+    kStepDeleteLoad,
+    kStepLoadUniformly,
+    kStepAddLabel,
+    kStepEditLabel,
+    kStepMoveLabel,
+    kStepDeleteLabel,
+    kStepArrangeLabels,
 };
+
+/// A text of the program, printed with its arguments.
+template <class... Args>
+[[nodiscard]] CString text(unsigned short id, const Args&... args) {
+    RWCString out;
+    GMSG::getString(id, out, args...);
+    return out;
+}
 
 /// Makes the texts known where they are no resources of the program; on Windows they are.
 void registerWorkbenchTexts();

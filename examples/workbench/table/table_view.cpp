@@ -214,7 +214,7 @@ void TableView::showSelection() {
     const Selection& selection = shown->selection();
     const bool isRow = selection.kind == Selection::OneBeam || selection.kind == Selection::OneLoad;
     const int count = ListView_GetSelectedCount(list_);
-    const int row = isRow ? static_cast<int>(shown->indexOf(selection.id)) : kEveryRow;
+    const int row = isRow ? static_cast<int>(shown->work().indexOf(selection.id)) : kEveryRow;
     bool isShown = count == 0;
     if (isRow)
         isShown = count == 1 && ListView_GetItemState(list_, row, LVIS_SELECTED) != 0;

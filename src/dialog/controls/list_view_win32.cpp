@@ -1,10 +1,17 @@
 // Lists with columns, and the few things that most of them need.
+#include <algorithm>
+
 #include "dialog/controls/window_text_win32.h"
+#include "dialog/layout/kept_place.h"
+#include "dialog/layout/screens_win32.h"
 #include "toolbox/controls.h"
+#include "toolbox/messages.h"
 
 using namespace toolbox::controls;
 
 namespace {
+
+constexpr const char* kSection = "Columns";
 
 /// Dialog units across, in pixels, also where the parent is no dialog.
 int pixelsOf(HWND list, int units) {
@@ -50,6 +57,37 @@ int TvListView::addColumns(const std::vector<Column>& columns) {
             ListView_SetColumnWidth(list, last, LVSCW_AUTOSIZE_USEHEADER);
     }
     return all;
+}
+
+std::vector<int> TvListView::columnWidths() const {
+    std::vector<int> widths;
+    for (int column = 0; getHWND() && column < columnsOf(getHWND()); ++column)
+        widths.push_back(ListView_GetColumnWidth(getHWND(), column));
+    return widths;
+}
+
+int TvListView::restoreWidths(const toolbox::SettingName& name) {
+    RWCString kept;
+    if (!getHWND() || !GMSG::getProfile(kSection, name, kept, RWCString())) return 0;
+    std::string_view line = kept.view();
+    const int dpi = toolbox::dialog::takeNumber(line).value_or(0);
+    std::vector<int> widths;
+    while (const auto width = toolbox::dialog::takeNumber(line)) widths.push_back(*width);
+    const bool areWidths = dpi > 0 && line.empty() &&
+                           std::ranges::all_of(widths, [](int width) { return width >= 0; });
+    if (!areWidths || static_cast<int>(widths.size()) != columnsOf(getHWND())) return 0;
+    for (std::size_t at = 0; at < widths.size(); ++at)
+        ListView_SetColumnWidth(
+            getHWND(), static_cast<int>(at),
+            toolbox::dialog::scaled(widths[at], dpi, toolbox::dialog::screenDpi()));
+    return 1;
+}
+
+int TvListView::saveWidths(const toolbox::SettingName& name) const {
+    if (!getHWND()) return 0;
+    std::string line = std::to_string(toolbox::dialog::screenDpi());
+    for (const int width : columnWidths()) line += " " + std::to_string(width);
+    return GMSG::writeProfile(kSection, name, RWCString(line));
 }
 
 int TvListView::setText(int row, int column, const CString& text) {

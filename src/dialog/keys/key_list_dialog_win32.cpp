@@ -219,7 +219,7 @@ LRESULT TvKeyListDialog::notified(NMHDR& note) {
     }
 }
 
-int TvKeyListDialog::handleMessage(UINT message, WPARAM wParam, LPARAM, LRESULT& result) {
+int TvKeyListDialog::handleMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
     State& state = *state_;
     result = 0;
     if (message == State::workMessage()) {
@@ -235,8 +235,13 @@ int TvKeyListDialog::handleMessage(UINT message, WPARAM wParam, LPARAM, LRESULT&
         state.ageSamples();
         state.post(State::kShowButtons);
     }
+    if (message == WM_CONTEXTMENU && reinterpret_cast<HWND>(wParam) == state.list.getHWND()) {
+        state.openMenu({static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))});
+        return 1;
+    }
     if (message == WM_DESTROY) {
         state.drag.end();
+        state.list.keepColumns();
         state.takeSelection();
     }
     return 0;

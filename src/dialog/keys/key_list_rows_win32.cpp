@@ -69,7 +69,8 @@ void TvKeyListDialog::State::fillGroups() {
     };
     add(kAllKeys, toolbox::keys::textOf(toolbox::keys::kAllKeysName));
     for (const Group& each : groups) add(each.id, each.name);
-    dialog.enable(IDC_KEY_LIST_GROUP, !groups.empty());
+    for (const int control : {IDC_KEY_LIST_GROUP_LABEL, IDC_KEY_LIST_GROUP})
+        dialog.enable(control, !groups.empty());
 }
 
 void TvKeyListDialog::State::showRows() {

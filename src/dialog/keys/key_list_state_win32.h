@@ -67,6 +67,8 @@ struct TvKeyListDialog::State : private toolbox::KeyWatcher {
     void copyTokens();
     void insertTokens();
     void enterFromFilter();
+    /// The menu of the list: what the buttons do. (-1, -1): asked for by a key.
+    void openMenu(POINT screen);
     /// False for a control that is not a button of the list.
     bool clicked(int button);
     void filterTyped();

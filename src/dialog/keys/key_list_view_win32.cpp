@@ -8,6 +8,11 @@
 #include "toolbox/windowing.h"
 
 namespace toolbox::keys {
+namespace {
+
+constexpr const char* kSetting = "KeyList";
+
+}  // namespace
 
 int KeyListView::commandOf(UINT message, WPARAM key) {
     const bool control = GetKeyState(VK_CONTROL) < 0;
@@ -25,6 +30,15 @@ void KeyListView::addKeyColumns() {
                 {textOf(kUnitsHeading), 38},
                 {textOf(kSampleHeading), 62, true},
                 {textOf(kPlaceHeading), 28, true}});
+    restoreWidths(kSetting);
+    widths_ = columnWidths();
+}
+
+void KeyListView::keepColumns() const {
+    std::vector<int> widths = columnWidths();
+    if (widths.size() != widths_.size() || widths.empty()) return;
+    widths[kDescription] = widths_[kDescription];
+    if (widths != widths_) saveWidths(kSetting);
 }
 
 void KeyListView::fitColumns() {
@@ -112,6 +126,14 @@ RECT KeyListView::rowArea(std::size_t row) const {
     RECT area{};
     ListView_GetItemRect(getHWND(), static_cast<int>(row), &area, LVIR_BOUNDS);
     return area;
+}
+
+POINT KeyListView::belowFocus() const {
+    const int row = ListView_GetNextItem(getHWND(), -1, LVNI_FOCUSED);
+    const RECT area = row >= 0 ? rowArea(static_cast<std::size_t>(row)) : RECT{};
+    POINT place{area.left, area.bottom};
+    ClientToScreen(getHWND(), &place);
+    return place;
 }
 
 int KeyListView::rowHeight() const {

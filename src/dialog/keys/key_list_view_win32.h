@@ -2,6 +2,7 @@
 #pragma once
 
 #include <utility>
+#include <vector>
 
 #include "dialog/keys/key_list_model.h"
 #include "toolbox/controls.h"
@@ -17,8 +18,10 @@ class KeyListView : public TvListView {
   public:
     ~KeyListView() override { detach(); }
 
-    /// With headings in the program's language.
+    /// With headings in the program's language, and as wide as the user made them in a former run.
     void addKeyColumns();
+    /// Keeps their widths, when the user changed one that counts: that of the description does not.
+    void keepColumns() const;
     /// The description takes what the other columns leave.
     void fitColumns();
 
@@ -34,6 +37,9 @@ class KeyListView : public TvListView {
     /// Rows that can be seen, as far as the model has them: from the first to before the last.
     [[nodiscard]] std::pair<std::size_t, std::size_t> rowsInSight(const KeyListModel& model) const;
     void redraw(std::pair<std::size_t, std::size_t> rows);
+
+    /// Where a menu opens that a key asks for: below the row with the focus, on the screen.
+    [[nodiscard]] POINT belowFocus() const;
 
     // For dragging.
 
@@ -58,6 +64,7 @@ class KeyListView : public TvListView {
     void deselect();
     [[nodiscard]] RECT rowArea(std::size_t row) const;
 
+    std::vector<int> widths_;  // of the columns at first
     bool showing_ = false;
     bool fitting_ = false;
 };

@@ -12,7 +12,8 @@ constexpr std::string_view kMaximized = "max";
 constexpr int kFarthest = 1'000'000;  // pixels: no screen is there
 constexpr int kLowestDpi = 24, kHighestDpi = 2400;
 
-/// The number that the text begins with, which is taken off together with the blank after it.
+}  // namespace
+
 std::optional<int> takeNumber(std::string_view& text) {
     int value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
@@ -23,8 +24,6 @@ std::optional<int> takeNumber(std::string_view& text) {
     text.remove_prefix(1);
     return value;
 }
-
-}  // namespace
 
 std::string printPlace(const KeptPlace& place) {
     std::string text;

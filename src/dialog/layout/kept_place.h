@@ -19,6 +19,10 @@ struct KeptPlace {
     friend bool operator==(const KeptPlace&, const KeptPlace&) = default;
 };
 
+/// The whole number that a text begins with, which is taken off together with the blank after it.
+/// Nothing for other words and for numbers beyond any screen.
+[[nodiscard]] std::optional<int> takeNumber(std::string_view& text);
+
 /// One line: left, top, width, height, dots per inch, and "max" for a maximized window.
 [[nodiscard]] std::string printPlace(const KeptPlace& place);
 

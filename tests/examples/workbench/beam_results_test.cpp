@@ -67,15 +67,4 @@ TEST(BeamComputer, AgreesWithASumOverTheBeam) {
     }
 }
 
-TEST(BeamComputer, FindsTheLargestMomentBetweenLoads) {
-    // By hand, own weight taken out: the left reaction is 30 + 20 * 5 / 6 = 140 / 3 kN, the shear
-    // force after the load at 1 m is 50 / 3 kN and vanishes 5 / 3 m further on.
-    BeamComputer computer;
-    const Section section = ipe300();
-    const BeamResults results =
-        computer.compute(beamWith(10 - 0.00981 * section.mass, {{1, 20}}), section);
-    EXPECT_NEAR(results.momentAt, 1 + 5.0 / 3, 1e-5);
-    EXPECT_NEAR(results.moment, 140.0 / 3 * 8 / 3 - 20 * 5.0 / 3 - 5 * 64.0 / 9, 1e-4);
-}
-
 }  // namespace

@@ -197,7 +197,7 @@ TEST_F(Closing, StopsALongJobAtItsEnd) {
         end(script);
         send(WM_COMMAND, CMD_SAMPLE);
         ASSERT_NE(workbench.frame(), nullptr) << "the meter is cancelled, the frame stays";
-        EXPECT_EQ(document().results(9999), nullptr) << "computed to the end";
+        EXPECT_EQ(document().work().results(9999), nullptr) << "computed to the end";
         EXPECT_TRUE(workbench.hint().ends_with(" of 10000")) << workbench.hint();
     }
     MSG message;

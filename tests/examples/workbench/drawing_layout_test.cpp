@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <cstdlib>
 #include <utility>
 
 #include "drawing/drawing_edits.h"
@@ -42,23 +40,11 @@ class Drawing : public ::testing::Test {
     DrawingLayout layout{[](const Beam&) { return 200.0; }};
 };
 
-TEST_F(Drawing, FitsAProjectIntoAPartOfTheWindow) {
-    for (const toolbox::PlaneRect& extent :
-         {toolbox::PlaneRect{-20, 4, 100, -4}, {0, 10, 9, -4000}, {9e5, 9e5, 9e5 + 6, 9e5 - 8}}) {
-        const DrawingPlane plane(extent, kPart);
-        const Pixel first = plane.toWindow({extent.left, extent.top});
-        const Pixel last = plane.toWindow({extent.right, extent.bottom});
-        EXPECT_TRUE(kPart.grown(-40).contains(first)) << extent.right;
-        EXPECT_TRUE(kPart.grown(-40).contains(last)) << extent.right;
-        EXPECT_NEAR(first.x - kPart.left, kPart.right - last.x, 2) << extent.right;
-    }
-}
-
 TEST_F(Drawing, FitsLoadsAndTextsOfABeamToo) {
     for (const double force : {24.0, -24.0}) {
         project = {};
         const std::uint32_t id = add(0, 0, 7.3, 5, {{3, force}});
-        project.put(Label{.beam = id, .x = 0, .y = -2.5, .text = "$NAME$"});
+        project.put(Label{.beam = id, .tag = labelTag("$NAME$", 0, -2.5)});
         const PixelRect part{50, 0, 950, 230};
         layout.fit(project, part);
         const PixelRect all = layout.around(beam(id), layout.place(beam(id)));
@@ -81,28 +67,15 @@ TEST_F(Drawing, ZoomsAboutAPixelWithinLimits) {
     }
 }
 
-TEST_F(Drawing, StandsCombAndCurveBetweenTheSupports) {
-    const std::uint32_t id = add(0, 0, 6, 5);
-    const BeamPlace place = layout.place(beam(id));
-    const std::vector<Arrow> comb = layout.comb(place);
-    ASSERT_GT(comb.size(), 4u);
-    EXPECT_EQ(comb.front().tip, (Pixel{place.left, place.top}));
-    EXPECT_EQ(comb.back().tip, (Pixel{place.right, place.top}));
-    for (const auto& [deflection, sign] : {std::pair{8.0, 1}, {-8.0, -1}, {1e6, 1}, {0.0, 0}}) {
-        const std::vector<Pixel> curve = layout.deflected(place, deflection);
-        EXPECT_EQ(curve.front(), (Pixel{place.left, place.bottom}));
-        EXPECT_EQ(curve.back(), (Pixel{place.right, place.bottom}));
-        const int sag = curve[curve.size() / 2].y - place.bottom;
-        EXPECT_EQ((sag > 0) - (sag < 0), sign) << deflection;
-        EXPECT_LE(std::abs(sag), 30) << deflection;
-    }
-    EXPECT_TRUE(layout.deflected(place, HUGE_VAL).empty());
-}
-
 TEST_F(Drawing, FindsWhatIsUnderTheMouse) {
     const std::uint32_t first = add(0, 0, 6, 5, {{2, 10}, {4, -10}});  // x 100 to 340, y 300
     const std::uint32_t second = add(3, 0, 6);                         // over its right half
-    const std::vector<LabelPlace> labels = {{7, {200, 290, 260, 306}}, {8, {250, 290, 270, 306}}};
+    TvTagSet tags;
+    for (const auto& [tag, left] : {std::pair{7u, 200}, {8u, 250}}) {
+        const Place at = layout.plane.toPlane({left, 290});
+        tags.insert(tags.count(), tag, labelTag("Moment: 12", at.x, at.y));
+    }
+    const TvTagLayout labels(tags, layout.plane.matrix(), nullptr);
     struct Case {
         const char* what;
         Pixel at;

@@ -19,7 +19,7 @@ class Files : public ::testing::Test {
   protected:
     Files() {
         Project project = sampleProject(3, {"IPE 300"});
-        project.put(Label{.beam = 1, .text = "$NAME$"});
+        project.put(Label{.beam = 1, .tag = labelTag("$NAME$", 0, 0)});
         EXPECT_EQ(saveProject(project, file.c_str(), TarvDate(2026, 8, 14), {}), 0);
     }
     [[nodiscard]] std::string bytes() const { return workbench.folder().read("plan.tbf"); }

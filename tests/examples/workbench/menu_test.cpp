@@ -27,6 +27,12 @@ TEST(MenuCommands, EditingKeysBelongToTheListOfKeysWhileItIsActive) {
     SetForegroundWindow(workbench.frame());
     pressKey(VK_DELETE);
     EXPECT_TRUE(workbench.runUntil([&] { return document.project().beams().empty(); }));
+    pressKey('Z', {VK_CONTROL});
+    EXPECT_TRUE(workbench.runUntil([&] { return document.project().beams().size() == 1; }));
+    char label[64] = "";
+    GetMenuStringA(workbench.workbench().frame().getFrameMenu(), CMD_REDO, label, sizeof label,
+                   MF_BYCOMMAND);
+    EXPECT_STREQ(label, "&Redo Delete beam\tCtrl+Y");
 }
 
 }  // namespace

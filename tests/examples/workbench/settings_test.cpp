@@ -24,11 +24,4 @@ TEST(SettingsFolder, IsMadeWithThoseAboveIt) {
     EXPECT_FALSE(settingsIn(CString(folder / "file\\one")).isWritable);
 }
 
-TEST(SettingsFolder, StaysWhereItIsWhateverItsLength) {
-    const TempFolder folder;
-    std::string name = folder / "long";
-    while (name.size() <= 2 * MAX_PATH) name += "\\a folder of a long name";
-    EXPECT_EQ(settingsIn(CString(name)).file, CString(name + "\\workbench.ini"));
-}
-
 }  // namespace

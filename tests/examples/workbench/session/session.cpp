@@ -9,26 +9,20 @@
 // Everything that is written goes to FOLDER, which is made anew. Prints what it did, a line each;
 // ends with 0. When something is not as it should be it says what, leaves a picture of the screen
 // and ends with 1. Takes the mouse and the keyboard while it runs.
-#include <algorithm>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <iostream>
 #include <memory>
-#include <vector>
 
-#include "other_windows.h"
+#include "hand.h"
 #include "resources/resource.h"
-#include "support/picture.h"
 #include "support/window_kit.h"
 
 namespace session {
 namespace {
 
-using toolbox::testing::mouseButton;
 using toolbox::testing::pressKey;
 
 constexpr const char* kFileName = "journ\u00e9e.tbf";
+constexpr const char* kDrawingName = "journ\u00e9e.svg";
 
 // Where the mouse goes in the drawing: parts of its width and height, and pixels above the beam.
 constexpr double kLeft = 0.2, kRight = 0.6, kHeight = 0.45, kLabelX = 0.2, kLabelY = 0.85;
@@ -36,92 +30,6 @@ constexpr LONG kForceDrag = 70, kUniformDrag = 30;
 
 void say(const std::string& line) {
     std::cout << line << std::endl;
-}
-
-/// Writes what an area of the screen shows into a portable pixmap.
-void savePicture(const RECT& area, const std::string& file) {
-    const toolbox::testing::Picture screen = toolbox::testing::pictureOf(GetDesktopWindow());
-    const RECT all{0, 0, screen.width, screen.height};
-    RECT seen{};
-    IntersectRect(&seen, &area, &all);
-    std::ofstream out(std::filesystem::path(wide(file)), std::ios::binary);
-    out << "P6\n" << seen.right - seen.left << ' ' << seen.bottom - seen.top << "\n255\n";
-    for (LONG y = seen.top; y < seen.bottom; ++y)
-        for (LONG x = seen.left; x < seen.right; ++x)
-            for (const int shift : {16, 8, 0}) out.put(static_cast<char>(screen.at(x, y) >> shift));
-    if (!out.flush()) throw Failure("no picture of the screen: " + file);
-}
-
-POINT mouseAt() {
-    POINT now{};
-    GetCursorPos(&now);
-    return now;
-}
-
-void step(POINT place) {
-    toolbox::testing::moveMouse(GetDesktopWindow(), place);
-}
-
-/// Waits until a program that pulls the mouse after itself has caught up with it: the hand rests.
-void rest() {
-    constexpr ULONGLONG kRest = 100;  // ms
-    POINT last = mouseAt();
-    ULONGLONG since = GetTickCount64();
-    waitFor("the mouse to rest", [&] {
-        const POINT now = mouseAt();
-        if (now.x != last.x || now.y != last.y) since = GetTickCount64();
-        last = now;
-        return GetTickCount64() - since >= kRest;
-    });
-}
-
-// Places are on the screen.
-
-void click(POINT place) {
-    step(place);
-    mouseButton(MOUSEEVENTF_LEFTDOWN);
-    mouseButton(MOUSEEVENTF_LEFTUP);
-}
-
-/// Goes to one place, presses the button, goes to the other in small steps, lets go.
-void drag(POINT from, POINT to) {
-    constexpr LONG kStep = 6;  // pixels
-    step(from);
-    mouseButton(MOUSEEVENTF_LEFTDOWN);
-    const LONG steps =
-        std::max({std::abs(to.x - from.x) / kStep, std::abs(to.y - from.y) / kStep, LONG{1}});
-    for (LONG i = 1; i < steps; ++i)
-        step({from.x + (to.x - from.x) * i / steps, from.y + (to.y - from.y) * i / steps});
-    step(to);
-    rest();
-    mouseButton(MOUSEEVENTF_LEFTUP);
-}
-
-/// Types a text in UTF-8, whether the keyboard has its characters or not.
-void type(const std::string& text) {
-    std::vector<INPUT> events;
-    for (const wchar_t unit : wide(text)) {
-        INPUT event{};
-        event.type = INPUT_KEYBOARD;
-        event.ki.wScan = unit;
-        event.ki.dwFlags = KEYEVENTF_UNICODE;
-        events.push_back(event);
-        event.ki.dwFlags |= KEYEVENTF_KEYUP;
-        events.push_back(event);
-    }
-    const auto count = static_cast<UINT>(events.size());
-    if (SendInput(count, events.data(), sizeof(INPUT)) != count)
-        throw Failure("the system takes no input");
-}
-
-/// Replaces the text of a field.
-void enter(HWND dialog, int field, const std::string& text) {
-    const HWND edit = control(dialog, field);
-    click(middleOf(areaOf(edit)));
-    pressKey(VK_HOME);
-    pressKey(VK_END, {VK_SHIFT});
-    type(text);
-    waitFor("\"" + text + "\" in a field", [&] { return textOf(edit) == text; });
 }
 
 class Session {
@@ -180,9 +88,7 @@ class Session {
                 area.top + static_cast<LONG>(y * (area.bottom - area.top))};
     }
     void takePicture(const std::string& name, HWND window) const {
-        // What is waiting to be painted is painted now.
-        RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
-        savePicture(areaOf(window), folder_ + "\\" + name + ".ppm");
+        savePicture(window, folder_ + "\\" + name + ".ppm");
     }
 
     void start(const std::string& more, const std::string& hint) {
@@ -219,7 +125,11 @@ class Session {
         rightEnd_ = inDrawing(kRight, kHeight);
         drag(leftEnd_, rightEnd_);
         (void)waitForDocument("Projet 1* - dessin");
-        say("drew a beam");
+        command(CMD_UNDO);
+        (void)waitForDocument("Projet 1 - dessin");
+        command(CMD_REDO);
+        (void)waitForDocument("Projet 1* - dessin");
+        say("drew a beam, took it back and again");
     }
 
     void addLoads() {
@@ -247,9 +157,9 @@ class Session {
         takePicture("workbench", frame_);
     }
 
-    void saveAs() {
-        const std::string file = folder_ + "\\" + kFileName;
-        const HWND dialog = dialogOf(CMD_SAVE_AS, "the dialog for the file's name");
+    /// Gives a file its name.
+    void save(int id, const std::string& file) {
+        const HWND dialog = dialogOf(id, "the dialog for the file's name");
         type(file);
         waitFor("the name typed", [&] {
             const HWND focused = workbench_->focus();
@@ -257,8 +167,16 @@ class Session {
         });
         pressKey(VK_RETURN);
         workbench_->waitUntilGone("the file dialog", dialog);
+    }
+
+    void saveAs() {
+        const std::string file = folder_ + "\\" + kFileName;
+        save(CMD_SAVE_AS, file);
         (void)waitForDocument(std::string(kFileName) + " - dessin");
         say("saved it as " + file);
+        save(CMD_EXPORT, folder_ + "\\" + kDrawingName);
+        waitForHint("Dessin enregistr\u00e9");
+        say("saved the drawing");
     }
 
     void restartInEnglish() {
@@ -288,31 +206,14 @@ class Session {
     POINT leftEnd_{}, rightEnd_{};  // of the beam, on the screen
 };
 
-int drive(const char* program, const char* folderName) {
-    namespace fs = std::filesystem;
-    // Full names, as a file dialog shows them.
-    const auto fullName = [](const char* name) {
-        return utf8(fs::absolute(name).make_preferred().wstring());
-    };
-    const std::string folder = fullName(folderName);
-    Session session(fullName(program), folder);
-    try {
-        fs::remove_all(wide(folder));
-        fs::create_directories(wide(folder));
-        session.run();
-        return 0;
-    } catch (const std::exception& failure) {
-        std::cout << "FAILED: " << failure.what() << '\n';
-        savePicture(areaOf(GetDesktopWindow()), folder + "\\failure.ppm");
-        return 1;
-    }
-}
-
 }  // namespace
 }  // namespace session
 
 int main(int count, char** words) {
-    if (count == 3) return session::drive(words[1], words[2]);
+    if (count == 3)
+        return session::drive(words[1], words[2], [](const auto& program, const auto& folder) {
+            session::Session(program, folder).run();
+        });
     std::cerr << "usage: workbench_session WORKBENCH FOLDER\n";
     return 2;
 }

@@ -9,6 +9,7 @@ import struct
 import subprocess
 import sys
 import unittest
+import xml.etree.ElementTree
 import zlib
 
 sys.dont_write_bytecode = True
@@ -67,7 +68,7 @@ class Session(unittest.TestCase):
 
     def test_the_file_has_what_was_drawn(self):
         file = BlockFile.read(FOLDER / "journ\u00e9e.tbf")
-        self.assertEqual(("Beam project", 1, 210), (file.description, file.version, file.format))
+        self.assertEqual(("Beam project", 2, 210), (file.description, file.version, file.format))
         self.assertTrue(file.mask & 1 and file.whole_words, "its blocks cannot be searched for")
         self.assertTrue(file.compact and file.index_end == file.size, "room that no block uses")
         self.assertEqual([1, 0x10000000, 0x20000000], [block.id for block in file.blocks])
@@ -81,9 +82,15 @@ class Session(unittest.TestCase):
         self.assertGreater(uniform, 0)
         self.assertGreater(force, 0)
         self.assertAlmostEqual(span / 2, position, delta=0.25)
-        _, labelled, _, label_y, _, _, text = values("<II2dII128s", label)
-        self.assertEqual((id, "$NAME$ : fl\u00e8che $F$ mm"), (labelled, text))
-        self.assertLess(label_y, y)
+        labelled, signature = struct.unpack_from("<I4s", label.data)
+        self.assertEqual((id, b"TVTG"), (labelled, signature))
+        self.assertIn("$NAME$ : fl\u00e8che $F$ mm".encode("cp1252"), label.data)
+
+    def test_the_exported_drawing_shows_the_beam_and_its_label(self):
+        drawing = xml.etree.ElementTree.parse(FOLDER / "journ\u00e9e.svg").getroot()
+        texts = [text.strip() for text in drawing.itertext() if text.strip()]
+        self.assertIn("P1", texts)
+        self.assertTrue(any(text.startswith("P1 : fl\u00e8che") for text in texts), texts)
 
     def test_the_settings_have_what_was_changed(self):
         settings = configparser.ConfigParser(interpolation=None, strict=False)

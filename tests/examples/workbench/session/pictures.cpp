@@ -68,9 +68,8 @@ class Album {
         cancel(dialog, name);
     }
     [[nodiscard]] POINT inDrawing(double x, double y) const {
-        const HWND drawing = reinterpret_cast<HWND>(
-            SendMessageW(FindWindowExW(frame_, nullptr, L"MDICLIENT", nullptr), WM_MDIGETACTIVE, 0,
-                         0));
+        const HWND drawing = reinterpret_cast<HWND>(SendMessageW(
+            FindWindowExW(frame_, nullptr, L"MDICLIENT", nullptr), WM_MDIGETACTIVE, 0, 0));
         const RECT area = clientOf(drawing);
         return {area.left + static_cast<LONG>(x * (area.right - area.left)),
                 area.top + static_cast<LONG>(y * (area.bottom - area.top))};

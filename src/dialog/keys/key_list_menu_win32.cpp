@@ -11,10 +11,10 @@ struct Item {
     int button;  ///< 0: a line
     const char* key;
 };
-constexpr Item kItems[] = {{IDC_KEY_LIST_FORMAT, ""},   {IDC_KEY_LIST_DESCRIPTION, "\tF2"},
-                           {IDC_KEY_LIST_RESET, ""},    {0, ""},
-                           {IDC_KEY_LIST_CHOSEN, ""},   {IDC_KEY_LIST_UP, ""},
-                           {IDC_KEY_LIST_DOWN, ""},     {0, ""},
+constexpr Item kItems[] = {{IDC_KEY_LIST_FORMAT, ""},       {IDC_KEY_LIST_DESCRIPTION, "\tF2"},
+                           {IDC_KEY_LIST_RESET, ""},        {0, ""},
+                           {IDC_KEY_LIST_CHOSEN, ""},       {IDC_KEY_LIST_UP, ""},
+                           {IDC_KEY_LIST_DOWN, ""},         {0, ""},
                            {IDC_KEY_LIST_COPY, "\tCtrl+C"}, {IDC_KEY_LIST_INSERT, ""}};
 
 /// Of the buttons that the dialog has.

@@ -1,6 +1,7 @@
 // Makes, saves and compares blocks, and builds block files of any format version byte by byte.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -100,6 +101,19 @@ inline std::string record(std::uint32_t format, const Block& block) {
     if (format >= 200) bytes += word(block.version);
     if (format >= 210) bytes += word(block.recordVersion);
     return bytes + word(0xFFFFFFFF);
+}
+
+/// Whether a block stands in the bytes of a file, all of it but its terminator. What follows the
+/// text in the field of its description does not count.
+inline bool standsIn(std::string_view bytes, const Block& block) {
+    const std::uint32_t format = wordAt(bytes, 152) == 0xFFFFFFFF ? 100 : wordAt(bytes, 152);
+    const std::string whole = record(format, block);
+    const std::string start = whole.substr(0, 4 + block.description.size());
+    const std::size_t length = format >= 210 ? 132 : 68;
+    const std::string rest = whole.substr(length, whole.size() - 4 - length);
+    for (std::size_t at = bytes.find(start); at != bytes.npos; at = bytes.find(start, at + 1))
+        if (bytes.substr(std::min(at + length, bytes.size())).starts_with(rest)) return true;
+    return false;
 }
 
 /// A whole file as a writer of that format version left it.

@@ -156,7 +156,7 @@ int TvRecording::load(VarRecord& record, CString* why) {
     if (data && offset < record.getLen()) rest = {data + offset, record.getLen() - offset};
     Stored stored;
     if (const std::optional<Damage> damage = findDamage(rest, stored)) {
-        if (why) *why = sentenceOf(damage->sentence, static_cast<unsigned>(damage->place));
+        if (why) *why = printed(damage->sentence, static_cast<unsigned>(damage->place));
         return 0;
     }
     auto tape = std::make_shared<Tape>();

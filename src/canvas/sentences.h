@@ -1,10 +1,11 @@
 // What is said about drawings, in the language of GMSG.
 #pragma once
 
-#include "toolbox/messages.h"
-#include "toolbox/strings.h"
+#include "text/printed_text.h"
 
 namespace toolbox::canvas {
+
+using text::printed;
 
 /// Numbers of the texts, with what is put into them.
 enum class Sentence : unsigned short {
@@ -19,12 +20,5 @@ enum class Sentence : unsigned short {
     altered = 1408,
     impossible = 1409,  ///< offset of the byte
 };
-
-template <class... Args>
-[[nodiscard]] CString sentenceOf(Sentence sentence, const Args&... args) {
-    RWCString text;
-    GMSG::getString(static_cast<unsigned short>(sentence), text, args...);
-    return text;
-}
 
 }  // namespace toolbox::canvas

@@ -33,6 +33,16 @@ std::string textOf(HWND window) {
     return text;
 }
 
+/// A font of even letters, as high as that of the dialog; null when there is none.
+HFONT evenFont(HWND dialog) {
+    LOGFONTA font{};
+    const auto own = reinterpret_cast<HFONT>(SendMessageA(dialog, WM_GETFONT, 0, 0));
+    if (!GetObjectA(own, sizeof font, &font)) return nullptr;
+    font.lfPitchAndFamily = FIXED_PITCH | FF_MODERN;
+    lstrcpynA(font.lfFaceName, "Courier New", LF_FACESIZE);
+    return CreateFontIndirectA(&font);
+}
+
 const char* templateFor(const FormatType& format) {
     if (format.isReal()) return "DLG_FORMAT_REAL";
     return format.isNumber() ? "DLG_FORMAT_NUMBER" : "DLG_FORMAT_STRING";
@@ -42,6 +52,11 @@ const char* templateFor(const FormatType& format) {
 class FormatDialog {
   public:
     explicit FormatDialog(UDKeyData& key) : key_(key), draft_(key) {}
+    ~FormatDialog() {
+        if (font_) DeleteObject(font_);
+    }
+    FormatDialog(const FormatDialog&) = delete;
+    FormatDialog& operator=(const FormatDialog&) = delete;
 
     /// True when the user confirmed, and the key is changed.
     bool run(HWND parent) {
@@ -67,7 +82,8 @@ class FormatDialog {
     }
 
     HWND dialog_ = nullptr;
-    bool filled_ = false;  // the fields tell of changes while they are filled, too
+    HFONT font_ = nullptr;  // of the sample
+    bool filled_ = false;   // the fields tell of changes while they are filled, too
     UDKeyData& key_;
     UDKeyData draft_;
 };
@@ -91,8 +107,9 @@ void FormatDialog::open(HWND dialog) {
     limit(IDC_FORMAT_DESCRIPTION, UDKeyData::kMaxDescription);
     limit(IDC_FORMAT_WIDTH, kNumberCharacters);
     limit(IDC_FORMAT_DECIMALS, kNumberCharacters);
-    SendDlgItemMessageA(dialog, IDC_FORMAT_PREVIEW, WM_SETFONT,
-                        reinterpret_cast<WPARAM>(GetStockObject(ANSI_FIXED_FONT)), FALSE);
+    font_ = evenFont(dialog);
+    SendDlgItemMessageA(dialog, IDC_FORMAT_PREVIEW, WM_SETFONT, reinterpret_cast<WPARAM>(font_),
+                        FALSE);
 
     const FormatType& format = *key_.getFormat();
     SetDlgItemTextA(dialog, IDC_FORMAT_DESCRIPTION, key_.getDescStr());

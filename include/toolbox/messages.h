@@ -6,8 +6,8 @@
 // application destroys the object and calls destroyStaticVars at its end.
 //
 // Texts are looked up in the registered module first, in the application second, in the service's
-// language where they exist in it; texts 1210 to 1215 and 1300 to 1699 are found in the library as
-// a last resort. Templates are printf's; at most 511 characters of a template and of a printed text
+// language where they exist in it; the library has its own texts 1300 to 1699 as a last resort.
+// Templates are printf's; at most 511 characters of a template and of a printed text
 // are kept. The arguments that follow a template are passed with their types: a template that asks
 // for another type, for more of them or for "%n" prints something harmless. Only the VaList forms,
 // whose arguments have no types, trust the template's.

@@ -8,7 +8,8 @@
 namespace toolbox::text {
 
 template <class Id, class... Args>
-requires std::is_enum_v<Id> [[nodiscard]] CString printed(Id id, const Args&... args) {
+requires std::is_enum_v<Id>
+[[nodiscard]] CString printed(Id id, const Args&... args) {
     RWCString text;
     GMSG::getString(static_cast<unsigned short>(id), text, args...);
     return CString(text);

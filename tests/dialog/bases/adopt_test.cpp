@@ -48,7 +48,7 @@ TEST_F(DialogFixture, IsSizedWhileItHasAnObject) {
     ASSERT_EQ(object->adopt(window), 1);
     GetClientRect(window, &kept);
     EXPECT_TRUE(EqualRect(&client, &kept));
-    EXPECT_EQ(inCorner(window), HTRIGHT) << "the field grows across only";
+    EXPECT_EQ(inCorner(window), HTBOTTOMRIGHT);
     const LONG framed = widthOf(window);
     const RECT area = areaOf(window);
     MoveWindow(window, area.left, area.top, framed + 100, area.bottom - area.top, TRUE);
@@ -65,7 +65,7 @@ TEST_F(DialogFixture, IsSizedWithTheFrameOfAModalDialog) {
     GrowingDialog dialog;
     const HWND window = dialog.open(owner);
     EXPECT_NE(GetWindowLongPtrA(window, GWL_EXSTYLE) & WS_EX_DLGMODALFRAME, 0) << "no icon";
-    EXPECT_EQ(inCorner(window), HTRIGHT);
+    EXPECT_EQ(inCorner(window), HTBOTTOMRIGHT);
 }
 
 }  // namespace

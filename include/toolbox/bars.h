@@ -202,5 +202,4 @@ class TB_API TvToolBar : public Tool {
     struct State;
     int setState(int commandId, BYTE bit, int status);
     std::unique_ptr<State> state_;
-    toolbox::detail::Watched<> alive_;
 };

@@ -199,12 +199,14 @@ class TB_API Tool {
   protected:
     /// The commands that it shows, in the order in which they were added.
     [[nodiscard]] const SetPointer<Command>& commands() const { return commands_; }
+    /// Shows the states of all commands. 0 when one could not be shown, or the tool was deleted
+    /// meanwhile.
+    int showCommands();
     /// Ceases to show every command.
     void removeAll();
 
   private:
     friend class GCOMMBase;
-    friend class MenuTool;
 
     unsigned long id_;
     SetPointer<Command> commands_;

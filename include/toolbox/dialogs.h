@@ -230,8 +230,9 @@ class TB_API TvDialog {
     /// What open() does, shown as wanted.
     HWND open(HWND owner, Showing showing);
     /// Makes this the object of a modeless dialog that somebody else created with a procedure of
-    /// its own, which hears what this object leaves, but for commands. opened() follows. 0 when
-    /// this is open, the window is no dialog, or it has an object.
+    /// its own, which hears what this object leaves, but for commands. opened() follows. It can be
+    /// sized, as layout() says, until the object leaves it. 0 when this is open, the window is no
+    /// dialog, or it has an object.
     int adopt(HWND dialog);
 
   private:
@@ -243,6 +244,7 @@ class TB_API TvDialog {
     bool prepare(HWND& owner);
     void initialized(HWND window);
     void join();
+    void giveBack(HWND window);
     void arrange();
     INT_PTR commanded(int control, int notification);
     void cancel();

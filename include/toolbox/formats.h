@@ -1,16 +1,14 @@
 // Formats: how one value is laid out as text of a fixed width, as in the column of a table.
 //
-// NumberFormat lays out integers, RealFormat reals, StringFormat strings; NoFormatType stands for
-// "no format". A format has a width in characters, a justification and, for reals, a number of
-// decimals. It can be saved to a short text and restored from it. A formatted value is a value
-// together with its format.
+// A format has a width in characters, a justification and, for reals, a number of decimals, and can
+// be saved to a short text. A formatted value is a value together with its format. All are plain
+// values without shared state, and nothing throws.
 //
-// All are plain values without shared state, and nothing throws. A result is as long as its
-// format's width: what is longer is cut, what is shorter padded with blanks, up to 16777216
-// characters (a greater width counts as that). A negative width gives the empty text, and so does a
-// field for which there is no memory. Numbers print the same characters on every system and under
-// every locale: '.' as decimal point, ties rounded to even, at least three digits in an exponent,
-// "inf", "-inf" and "nan".
+// A result is as long as its format's width: what is longer is cut, what is shorter padded with
+// blanks, up to 16777216 characters (a greater width counts as that). It is empty for a negative
+// width, and when there is no memory for it. Numbers print the same characters on every system and
+// under every locale: '.' as decimal point, ties rounded to even, at least three digits in an
+// exponent, "inf", "-inf" and "nan".
 #pragma once
 
 #include "toolbox/export.h"
@@ -37,18 +35,14 @@ class TB_API FormatType {
 #if defined(_WIN32)
     /// Lets the user edit the description and the format of a key whose format is of this kind, in
     /// a modal dialog over `parent` (null for none). 1 when the user confirmed: `key` has what was
-    /// entered, in the format object that it had. 0 and nothing changed when the user cancelled,
-    /// when the key's format is of another kind (no dialog is shown), and for "no format" always.
-    /// A record got from UDManager is a copy: hand the changes back with setKeyDesc() and
-    /// setKeyFormat().
+    /// entered, in the format object that it had; one that is a UDManager's copy is handed back
+    /// with setKeyDesc() and setKeyFormat(). 0 and nothing changed when the user cancelled, when
+    /// the key's format is of another kind (no dialog is shown), and for "no format" always.
     ///
-    /// Widths are accepted from 1 (reals: 2) to 80, decimals to width - 2; a width or decimals that
-    /// were beyond and are not touched stay. The dialog names these limits, and warns when its
-    /// sample does not fit. A description is one that reads back from a profile, so without '|' and
-    /// without blanks around it. The dialogs, DLG_FORMAT_NUMBER, DLG_FORMAT_REAL and
-    /// DLG_FORMAT_STRING, are resources of GMSG's module or of the application, in GMSG's language
-    /// where they exist in it: include format_dialogs.rc and toolbox_texts.rc in the program's
-    /// resource script. 0 without them.
+    /// Widths are accepted from 1 (reals: 2) to 80, decimals to width - 2; what was beyond and is
+    /// not touched stays. The dialog names these limits, and warns when its sample does not fit. A
+    /// description has no '|', and no blanks around it. DLG_FORMAT_NUMBER, DLG_FORMAT_REAL and
+    /// DLG_FORMAT_STRING are looked up in GMSG's module, the application and the library.
     virtual int setFormatDlg(HWND parent, UDKeyData& key) = 0;
 #endif
     /// The saved form: width (and decimals) right-aligned in 4 columns, each with a "-", then "L"
@@ -56,8 +50,7 @@ class TB_API FormatType {
     /// not read back.
     virtual RWCString saveStringFormat() = 0;
     /// Reads a saved form. 0 and no change when a part is missing. Otherwise every part is applied
-    /// by its setter, even after one was refused; 0 when one was, or when the letter is
-    /// neither "L" nor "R".
+    /// by its setter, even after one was refused; 0 when one was, or for a letter but "L" and "R".
     virtual int restoreStringFormat(const RWCString& text) = 0;
     /// The name of the class, "NumberFormat"; never null.
     [[nodiscard]] virtual const char* getClassName() const = 0;
@@ -82,13 +75,11 @@ class TB_API FormatType {
     virtual int setPrecision(int precision) = 0;
 
     /// The kind's name for users, at most 98 characters: text 1200 (integers), 1201 (reals) or 1202
-    /// (strings) of the module that owns the window, of the application for a null window. Empty
-    /// when there is no such text, and for "no format".
+    /// (strings) of the window's module, of the application for null. Empty where there is none.
     [[nodiscard]] virtual RWCString getTypeName(HWND window) const;
 };
 
-/// Format of integers. Any width is accepted; setting a precision is accepted and
-/// ignored.
+/// Format of integers. Any width is accepted; setting a precision is accepted and ignored.
 class TB_API NumberFormat : public virtual FormatType {
   public:
     /// Width 0, right.
@@ -345,9 +336,8 @@ class TB_API RealFormatedValue : public RealFormat, public FormatedValue {
 
     /// Compares the formats.
     int operator==(const FormatType& other) const override;
-    /// 1 when width, justification and precision are equal and the values differ by less than one
-    /// unit of the last decimal: 10 to the power of -precision, but 0.1 for precision 0.
-    /// Infinities and not-a-number equal nothing.
+    /// 1 when width, justification and precision are equal and the values differ by less than a
+    /// unit of the last decimal (0.1 for precision 0). Infinities and not-a-number equal nothing.
     int operator==(const RealFormatedValue& other) const;
     int operator!=(const RealFormatedValue& other) const { return !(*this == other); }
 

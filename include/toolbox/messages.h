@@ -6,8 +6,8 @@
 // application destroys the object and calls destroyStaticVars at its end.
 //
 // Texts are looked up in the registered module first, in the application second, in the service's
-// language where they exist in it; texts 1210 to 1215 and 1300 to 1699 are found in the library as
-// a last resort. Templates are printf's; at most 511 characters of a template and of a printed text
+// language where they exist in it; the library has its own texts 1300 to 1699 as a last resort.
+// Templates are printf's; at most 511 characters of a template and of a printed text
 // are kept. The arguments that follow a template are passed with their types: a template that asks
 // for another type, for more of them or for "%n" prints something harmless. Only the VaList forms,
 // whose arguments have no types, trust the template's.
@@ -232,8 +232,7 @@ class TB_API GMSG {
     /// Creates or empties the log file and makes it the log stream, until CloseLogFile or the
     /// service's end; the log file open before is closed. An empty path stands for a new file
     /// "ERR....TMP" in the system's folder for temporary files. Each error is in the file as soon
-    /// as it is reported. 0: the file cannot be opened, or there is no service; there is no log
-    /// then.
+    /// as it is reported. 0, and no log, when the file cannot be opened or there is no service.
     static int OpenLogFile(const RWCString& path);
     /// Closes the log file, which is then no log stream any more; does nothing when none is open.
     static void CloseLogFile();
@@ -269,8 +268,7 @@ class TB_API GMSG {
     static int getProfile(const toolbox::SettingName& section, const toolbox::SettingName& entry,
                           float& value, float byDefault, const char* dest = nullptr);
 
-    // In a profile a number beyond the range reads as the nearer end of it, text that begins with
-    // no number as 0.
+    // In a profile a number beyond the range reads as its nearer end, text without one as 0.
     static int writeProfile(const toolbox::SettingName& section, const toolbox::SettingName& entry,
                             int value, const char* dest = nullptr);
     static int getProfile(const toolbox::SettingName& section, const toolbox::SettingName& entry,

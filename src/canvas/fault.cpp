@@ -13,10 +13,10 @@ namespace {
 CString characterSentence(const std::string& text, const TvTextFault& character) {
     const auto place = static_cast<int>(character.place) + 1;
     if (character.code == TvTextFault::kNotUtf8)
-        return sentenceOf(Sentence::notUtf8, text.c_str(), place);
+        return printed(Sentence::notUtf8, text.c_str(), place);
     char code[16];
     std::snprintf(code, std::size(code), "U+%04lX", static_cast<unsigned long>(character.code));
-    return sentenceOf(Sentence::noCharacter, text.c_str(), place, static_cast<const char*>(code));
+    return printed(Sentence::noCharacter, text.c_str(), place, static_cast<const char*>(code));
 }
 
 }  // namespace
@@ -26,13 +26,13 @@ CString TvCanvasFault::sentence() const {
         case Character:
             return characterSentence(text, character);
         case Coordinate:
-            return sentenceOf(Sentence::coordinate);
+            return printed(Sentence::coordinate);
         case Style:
-            return sentenceOf(Sentence::style);
+            return printed(Sentence::style);
         case Unmatched:
-            return sentenceOf(Sentence::unmatched);
+            return printed(Sentence::unmatched);
         case Device:
-            return sentenceOf(Sentence::device);
+            return printed(Sentence::device);
     }
     return {};
 }

@@ -149,7 +149,7 @@ int TvRecording::load(VarRecord& record, CString* why) {
     Opened opened;
     PageSize size;
     if (const std::optional<Damage> damage = findDamage(restOf(record), opened, size)) {
-        if (why) *why = sentenceOf(damage->sentence, static_cast<unsigned>(damage->place));
+        if (why) *why = printed(damage->sentence, static_cast<unsigned>(damage->place));
         return 0;
     }
     auto tape = std::make_shared<Tape>();

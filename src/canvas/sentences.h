@@ -1,10 +1,11 @@
 // What is said about drawings, in the language of GMSG.
 #pragma once
 
-#include "toolbox/messages.h"
-#include "toolbox/strings.h"
+#include "text/printed_text.h"
 
 namespace toolbox::canvas {
+
+using text::printed;
 
 /// Numbers of the texts, with what is put into them.
 enum class Sentence : unsigned short {
@@ -21,13 +22,6 @@ enum class Sentence : unsigned short {
     device = 1410,
     clipboard = 1379,  ///< in use; the list of keys has it too
 };
-
-template <class... Args>
-[[nodiscard]] CString sentenceOf(Sentence sentence, const Args&... args) {
-    RWCString text;
-    GMSG::getString(static_cast<unsigned short>(sentence), text, args...);
-    return text;
-}
 
 /// The system's sentence for an error.
 [[nodiscard]] inline CString reasonOf(unsigned long error) {

@@ -31,14 +31,5 @@ int MenuTool::change(int before) {
 }
 
 int MenuTool::refresh() {
-    const toolbox::detail::Watch<> self(life_);
-    int all = 1;
-    const bool stays = tellEach(commands(), self, [&](Command* command) {
-        const int id = command->getID();
-        const int checked = command->isChecked();
-        const int enabled = command->isEnabled();
-        all &= setCommandCheckStatus(id, checked);
-        if (!self.gone()) all &= setCommandEnableStatus(id, enabled);
-    });
-    return stays ? all : 0;
+    return showCommands();
 }

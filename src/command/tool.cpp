@@ -40,3 +40,16 @@ int Tool::remove(Command* command) {
 void Tool::removeAll() {
     while (commands_.nItem() > 0) remove(commands_[0]);
 }
+
+int Tool::showCommands() {
+    const toolbox::detail::Watch<> self(life_);
+    int all = 1;
+    const bool stays = tellEach(commands(), self, [&](Command* command) {
+        const int id = command->getID();
+        const int checked = command->isChecked();
+        const int enabled = command->isEnabled();
+        all &= setCommandCheckStatus(id, checked);
+        if (!self.gone()) all &= setCommandEnableStatus(id, enabled);
+    });
+    return stays ? all : 0;
+}

@@ -164,7 +164,7 @@ void TvDialog::ended() {
     const Watch self(state.life);
     state.window = nullptr;
     state.before = nullptr;
-    state.adopted = false;
+    state.adopted = state.widened = false;
     state.fields.reset();
     state.sizer.reset();
     state.place.reset();

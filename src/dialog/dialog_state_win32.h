@@ -59,6 +59,7 @@ struct TvDialog::State {
     toolbox::dialog::ModalRun* run = nullptr;  // on the stack of run()
     bool made = false;
     bool adopted = false;
+    bool widened = false;     // an adopted window got the frame by which users size it
     bool opening = false;     // inside the system's call that makes the window
     bool closing = false;     // asked to close meanwhile
     bool takesFocus = false;  // its first control does when it is opened

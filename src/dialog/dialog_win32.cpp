@@ -23,6 +23,21 @@ void makeSizable(TemplateCopy& copy) {
     copy.setStyle(copy.style() | WS_THICKFRAME);
 }
 
+/// The same of a window that is there, around what it has inside; and back.
+void setSizable(HWND window, bool on) {
+    RECT inside{};
+    GetClientRect(window, &inside);
+    const LONG_PTR style = GetWindowLongPtrA(window, GWL_STYLE);
+    SetWindowLongPtrA(window, GWL_STYLE, on ? style | WS_THICKFRAME : style & ~WS_THICKFRAME);
+    const UINT flags = SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE;
+    SetWindowPos(window, nullptr, 0, 0, 0, 0, flags | SWP_NOSIZE);
+    RECT outside{}, left{};
+    GetWindowRect(window, &outside);
+    GetClientRect(window, &left);
+    SetWindowPos(window, nullptr, 0, 0, outside.right - outside.left + inside.right - left.right,
+                 outside.bottom - outside.top + inside.bottom - left.bottom, flags);
+}
+
 bool isChild(HWND window) {
     return (GetWindowLongPtrA(window, GWL_STYLE) & WS_CHILD) != 0;
 }
@@ -60,9 +75,15 @@ TvDialog::~TvDialog() {
     if (state.run)
         state.run->end(0);
     else if (state.adopted)
-        SetWindowLongPtrA(window, DWLP_DLGPROC, reinterpret_cast<LONG_PTR>(state.before));
+        giveBack(window);
     else
         DestroyWindow(window);
+}
+
+void TvDialog::giveBack(HWND window) {
+    SetWindowLongPtrA(window, DWLP_DLGPROC, reinterpret_cast<LONG_PTR>(state_->before));
+    state_->sizer.reset();
+    if (state_->widened) setSizable(window, false);
 }
 
 bool TvDialog::prepare(HWND& owner) {
@@ -151,6 +172,9 @@ int TvDialog::adopt(HWND dialog) {
         SetWindowLongPtrA(dialog, DWLP_DLGPROC, reinterpret_cast<LONG_PTR>(&TvDialog::procedure)));
     state.adopted = true;
     state.takesFocus = false;
+    state.widened = !state.layout.controls().empty() && !isChild(dialog) &&
+                    !(GetWindowLongPtrA(dialog, GWL_STYLE) & WS_THICKFRAME);
+    if (state.widened) setSizable(dialog, true);
     initialized(dialog);
     return !self.gone() && state.window ? 1 : 0;
 }

@@ -2,12 +2,15 @@
 // the formats' own operation but know keys and texts, so they are here.
 #include <string>
 
+#include "base/template_text.h"
 #include "base/trimmed.h"
 #include "format/format_entry.h"
 #include "format_dialogs.h"
+#include "text/text_resources.h"
 #include "toolbox/keys.h"
 #include "toolbox/messages.h"
 #include "toolbox/platform.h"
+#include "toolbox/windowing.h"
 #include "window/dialog_template.h"
 
 namespace {
@@ -33,6 +36,28 @@ std::string textOf(HWND window) {
     return text;
 }
 
+/// A font of even letters, as high as that of the dialog; null when there is none.
+HFONT evenFont(HWND dialog) {
+    LOGFONTA font{};
+    const auto own = reinterpret_cast<HFONT>(SendMessageA(dialog, WM_GETFONT, 0, 0));
+    if (!GetObjectA(own, sizeof font, &font)) return nullptr;
+    font.lfPitchAndFamily = FIXED_PITCH | FF_MODERN;
+    lstrcpynA(font.lfFaceName, "Courier New", LF_FACESIZE);
+    return CreateFontIndirectA(&font);
+}
+
+/// A sentence of these dialogs; the library's own where the program has none.
+template <class... Args>
+RWCString sentence(TextId id, const Args&... args) {
+    RWCString found;
+    if (GMSG::getString(id, found, args...)) return found;
+    text::MessageBuffer own = "";
+    text::loadFrom(WindowObject::getLibraryInstance(), id, own, sizeof own);
+    text::MessageBuffer printed = "";
+    base::printTemplate(printed, sizeof printed, own, args...);
+    return printed;
+}
+
 const char* templateFor(const FormatType& format) {
     if (format.isReal()) return "DLG_FORMAT_REAL";
     return format.isNumber() ? "DLG_FORMAT_NUMBER" : "DLG_FORMAT_STRING";
@@ -42,6 +67,11 @@ const char* templateFor(const FormatType& format) {
 class FormatDialog {
   public:
     explicit FormatDialog(UDKeyData& key) : key_(key), draft_(key) {}
+    ~FormatDialog() {
+        if (font_) DeleteObject(font_);
+    }
+    FormatDialog(const FormatDialog&) = delete;
+    FormatDialog& operator=(const FormatDialog&) = delete;
 
     /// True when the user confirmed, and the key is changed.
     bool run(HWND parent) {
@@ -67,7 +97,8 @@ class FormatDialog {
     }
 
     HWND dialog_ = nullptr;
-    bool filled_ = false;  // the fields tell of changes while they are filled, too
+    HFONT font_ = nullptr;  // of the sample
+    bool filled_ = false;   // the fields tell of changes while they are filled, too
     UDKeyData& key_;
     UDKeyData draft_;
 };
@@ -91,8 +122,9 @@ void FormatDialog::open(HWND dialog) {
     limit(IDC_FORMAT_DESCRIPTION, UDKeyData::kMaxDescription);
     limit(IDC_FORMAT_WIDTH, kNumberCharacters);
     limit(IDC_FORMAT_DECIMALS, kNumberCharacters);
-    SendDlgItemMessageA(dialog, IDC_FORMAT_PREVIEW, WM_SETFONT,
-                        reinterpret_cast<WPARAM>(GetStockObject(ANSI_FIXED_FONT)), FALSE);
+    font_ = evenFont(dialog);
+    SendDlgItemMessageA(dialog, IDC_FORMAT_PREVIEW, WM_SETFONT, reinterpret_cast<WPARAM>(font_),
+                        FALSE);
 
     const FormatType& format = *key_.getFormat();
     SetDlgItemTextA(dialog, IDC_FORMAT_DESCRIPTION, key_.getDescStr());
@@ -127,20 +159,18 @@ std::optional<format::EntryFault> FormatDialog::enter() {
 }
 
 void FormatDialog::showRange(int control, int minimum, int maximum) {
-    RWCString range;
-    if (minimum <= maximum) GMSG::getString(kRange, range, minimum, maximum);
-    SetDlgItemTextA(dialog_, control, range);
+    const bool isOne = minimum <= maximum;
+    SetDlgItemTextA(dialog_, control, isOne ? sentence(kRange, minimum, maximum) : RWCString());
 }
 
 void FormatDialog::showPreview() {
     RWCString text;
     RWCString warning;
     if (!enter()) {
-        RWCString sample;
-        GMSG::getString(kSampleText, sample);
+        const RWCString sample = sentence(kSampleText);
         text = format::previewOf(*draft_.getFormat(), sample.view());
         if (!format::previewFits(*draft_.getFormat(), sample.view()))
-            GMSG::getString(kSampleCut, warning);
+            warning = sentence(kSampleCut);
         showRange(IDC_FORMAT_DECIMALS_RANGE, 0,
                   format::mostDecimals(draft_.getFormat()->getWidth()));
     }
@@ -164,14 +194,13 @@ void FormatDialog::confirm() {
 void FormatDialog::refuse(const format::EntryFault& fault) {
     struct Field {
         int control;
-        unsigned short message;
+        TextId message;
     };
     const Field field =
         fault.field == EntryField::description ? Field{IDC_FORMAT_DESCRIPTION, kNoBarInDescription}
         : fault.field == EntryField::width     ? Field{IDC_FORMAT_WIDTH, kWidthRange}
                                                : Field{IDC_FORMAT_DECIMALS, kDecimalsRange};
-    RWCString message;
-    GMSG::getString(field.message, message, fault.minimum, fault.maximum);
+    const RWCString message = sentence(field.message, fault.minimum, fault.maximum);
     platform::current().prompt->messageBox(dialog_, message,
                                            GMSG::language == GMSG::French ? "Erreur" : "Error",
                                            MB_ICONEXCLAMATION | MB_TASKMODAL);

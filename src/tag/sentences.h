@@ -1,10 +1,12 @@
 // What is said about tags, in the language of GMSG.
 #pragma once
 
-#include "toolbox/messages.h"
+#include "text/printed_text.h"
 #include "toolbox/strings.h"
 
 namespace toolbox::tag {
+
+using text::printed;
 
 /// Numbers of the texts, with what is put into them.
 enum class Sentence : unsigned short {
@@ -25,17 +27,10 @@ enum class Sentence : unsigned short {
     noNumber = 1444,
 };
 
-template <class... Args>
-[[nodiscard]] CString sentenceOf(Sentence sentence, const Args&... args) {
-    RWCString text;
-    GMSG::getString(static_cast<unsigned short>(sentence), text, args...);
-    return text;
-}
-
 /// 0, with the sentence in `why` unless null.
 template <class... Args>
 int refuse(CString* why, Sentence sentence, const Args&... args) {
-    if (why) *why = sentenceOf(sentence, args...);
+    if (why) *why = printed(sentence, args...);
     return 0;
 }
 

@@ -48,7 +48,7 @@ CString tvTagSentence(const toolbox::TemplateProblem& problem) {
     using Kind = toolbox::TemplateProblem::Kind;
     using toolbox::tag::Sentence;
     const auto of = [&problem](Sentence sentence) {
-        return toolbox::tag::sentenceOf(sentence, problem.word.data(),
+        return toolbox::tag::printed(sentence, problem.word.data(),
                                         static_cast<unsigned>(problem.position) + 1);
     };
     switch (problem.kind) {

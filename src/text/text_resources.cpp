@@ -6,9 +6,9 @@
 namespace toolbox::text {
 namespace {
 
-/// Texts that programs need not bring: those of the format dialogs and of the later families.
+/// Texts that programs need not bring.
 constexpr bool libraryHas(unsigned int id) {
-    return (id >= 1210 && id <= 1215) || (id >= 1300 && id <= 1699);
+    return id >= 1300 && id <= 1699;
 }
 
 }  // namespace

@@ -22,7 +22,7 @@ using MessageBuffer = char[512];
 int loadFrom(HINSTANCE module, unsigned int id, char* out, int size);
 
 /// Loads from the message service's module and, when that has no such text, from the application;
-/// texts 1210 to 1215 and 1300 to 1699 last from the library itself.
+/// texts 1300 to 1699 last from the library itself.
 int loadText(unsigned int id, char* out, int size);
 
 /// The whole text, however long; empty when there is none.

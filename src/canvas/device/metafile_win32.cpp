@@ -112,6 +112,6 @@ int TvMetafile::copy(CString* why) const {
     if (!made.empty()) error = toolbox::platform::current().clipboard->setPicture(made);
     if (error == ERROR_SUCCESS) return 1;
     const bool isInUse = error == ERROR_ACCESS_DENIED;
-    if (why) *why = isInUse ? sentenceOf(Sentence::clipboard) : reasonOf(error);
+    if (why) *why = isInUse ? printed(Sentence::clipboard) : reasonOf(error);
     return 0;
 }

@@ -275,16 +275,7 @@ void TvToolBar::setStatusBar(HWND bar) {
 }
 
 int TvToolBar::refresh() {
-    const Watch self(alive_);
-    int all = 1;
-    const bool stays = tellEach(commands(), self, [&](Command* command) {
-        const int id = command->getID();
-        const int checked = command->isChecked();
-        const int enabled = command->isEnabled();
-        all &= setCommandCheckStatus(id, checked);
-        if (!self.gone()) all &= setCommandEnableStatus(id, enabled);
-    });
-    return stays ? all : 0;
+    return showCommands();
 }
 
 int TvToolBar::setVisibleStatus(int visible, int) {

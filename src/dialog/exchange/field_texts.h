@@ -1,10 +1,11 @@
 // The sentences about entries: numbers 1340 to 1359 of the library's texts.
 #pragma once
 
-#include "toolbox/messages.h"
-#include "toolbox/strings.h"
+#include "text/printed_text.h"
 
 namespace toolbox::dialog {
+
+using text::printed;
 
 enum FieldTextId : unsigned short {
     kTooLong = 1340,
@@ -12,13 +13,5 @@ enum FieldTextId : unsigned short {
     kDateOrder = 1342,
     kNoSuchDay = 1343
 };
-
-/// A text with its arguments printed.
-template <class... Args>
-[[nodiscard]] CString printed(FieldTextId id, const Args&... args) {
-    RWCString text;
-    GMSG::getString(static_cast<unsigned short>(id), text, args...);
-    return text;
-}
 
 }  // namespace toolbox::dialog

@@ -23,7 +23,7 @@ void DescriptionDialog::exchange(TvExchange& fields) {
     if (!fields.isReading()) return;
     description_ = CString(base::trimmed(description_.view()));
     if (description_.view().find('|') != std::string_view::npos)
-        fields.fail(IDC_KEY_DESCRIPTION, textOf(kNoBar));
+        fields.fail(IDC_KEY_DESCRIPTION, printed(kNoBar));
 }
 
 }  // namespace toolbox::keys

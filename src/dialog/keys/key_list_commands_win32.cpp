@@ -86,7 +86,7 @@ void TvKeyListDialog::State::reset() {
     if (selected.size() > 1) {
         const int answer = toolbox::platform::current().prompt->messageBox(
             dialog.getHWND(),
-            toolbox::keys::textOf(toolbox::keys::kResetSeveral, static_cast<int>(selected.size())),
+            toolbox::keys::printed(toolbox::keys::kResetSeveral, static_cast<int>(selected.size())),
             GMSG::getAppTitle(), MB_YESNO | MB_DEFBUTTON2 | MB_ICONQUESTION | MB_TASKMODAL);
         if (self.gone() || answer != IDYES) return;
     }

@@ -106,7 +106,7 @@ CString TvKeyListDialog::sampleOf(UINT id) {
         return CString(manager.getFormatedString(id, value, 1));
     }
     StringFormatedValue value;
-    value = RWCString(toolbox::keys::textOf(toolbox::keys::kSampleText));
+    value = RWCString(toolbox::keys::printed(toolbox::keys::kSampleText));
     return CString(manager.getFormatedString(id, value, 1));
 }
 

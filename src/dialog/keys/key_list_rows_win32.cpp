@@ -67,7 +67,7 @@ void TvKeyListDialog::State::fillGroups() {
         SendMessageA(box, CB_SETITEMDATA, static_cast<WPARAM>(at), static_cast<LPARAM>(id));
         if (id == group) SendMessageA(box, CB_SETCURSEL, static_cast<WPARAM>(at), 0);
     };
-    add(kAllKeys, toolbox::keys::textOf(toolbox::keys::kAllKeysName));
+    add(kAllKeys, toolbox::keys::printed(toolbox::keys::kAllKeysName));
     for (const Group& each : groups) add(each.id, each.name);
     for (const int control : {IDC_KEY_LIST_GROUP_LABEL, IDC_KEY_LIST_GROUP})
         dialog.enable(control, !groups.empty());

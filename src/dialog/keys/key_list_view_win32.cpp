@@ -24,12 +24,12 @@ int KeyListView::commandOf(UINT message, WPARAM key) {
 }
 
 void KeyListView::addKeyColumns() {
-    addColumns({{textOf(kKeyHeading), 60},
-                {textOf(kDescriptionHeading), 110},
-                {textOf(kHeaderHeading), 46},
-                {textOf(kUnitsHeading), 38},
-                {textOf(kSampleHeading), 62, true},
-                {textOf(kPlaceHeading), 28, true}});
+    addColumns({{printed(kKeyHeading), 60},
+                {printed(kDescriptionHeading), 110},
+                {printed(kHeaderHeading), 46},
+                {printed(kUnitsHeading), 38},
+                {printed(kSampleHeading), 62, true},
+                {printed(kPlaceHeading), 28, true}});
     restoreWidths(kSetting);
     widths_ = columnWidths();
 }

@@ -1,9 +1,11 @@
 // Texts of the list of keys.
 #pragma once
 
-#include "toolbox/messages.h"
+#include "text/printed_text.h"
 
 namespace toolbox::keys {
+
+using text::printed;
 
 /// Their numbers.
 enum TextId : unsigned short {
@@ -20,13 +22,5 @@ enum TextId : unsigned short {
     kNoBar = 1380,
     kSampleText = 1381
 };
-
-/// A text with its arguments.
-template <class... Args>
-[[nodiscard]] CString textOf(TextId id, const Args&... args) {
-    RWCString text;
-    GMSG::getString(static_cast<unsigned short>(id), text, args...);
-    return CString(text);
-}
 
 }  // namespace toolbox::keys

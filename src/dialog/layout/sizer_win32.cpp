@@ -97,6 +97,10 @@ Sizer::Sizer(HWND dialog, const TvDialogLayout& layout) : dialog_(dialog), outsi
               [](const Size& a, const Size& b) { return depth(a.window) < depth(b.window); });
 }
 
+Sizer::~Sizer() {
+    if (grip_ && GetParent(grip_) == dialog_) DestroyWindow(grip_);
+}
+
 void Sizer::add(HWND control, const EdgeShares& shares) {
     const HWND parent = GetParent(control);
     items_.push_back({control, parent, boxIn(parent, control), shares});

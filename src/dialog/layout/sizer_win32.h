@@ -13,6 +13,9 @@ class Sizer {
   public:
     /// For a dialog whose controls have the places of its template.
     Sizer(HWND dialog, const TvDialogLayout& layout);
+    ~Sizer();
+    Sizer(const Sizer&) = delete;
+    Sizer& operator=(const Sizer&) = delete;
 
     /// The dialog has another size.
     void follow();

@@ -88,8 +88,8 @@ class FileDialogCall {
         answer.outcome = PickOutcome::notShown;
         const bool isMemory = error == CDERR_MEMALLOCFAILURE || error == CDERR_MEMLOCKFAILURE ||
                               error == CDERR_INITIALIZATION;
-        answer.reason = isMemory ? pickers::textWith(pickers::kNoMemory)
-                                 : pickers::textWith(pickers::kErrorNumber, error);
+        answer.reason = isMemory ? pickers::printed(pickers::kNoMemory)
+                                 : pickers::printed(pickers::kErrorNumber, error);
         return answer;
     }
 
@@ -122,7 +122,7 @@ struct TvFileDialog::State {
 
 int TvFileDialog::State::run(Kind kind, HWND owner) {
     if (isOpen) {
-        answer = {PickOutcome::notShown, {}, pickers::textWith(pickers::kIsOpen), 0};
+        answer = {PickOutcome::notShown, {}, pickers::printed(pickers::kIsOpen), 0};
         return 0;
     }
     isOpen = true;

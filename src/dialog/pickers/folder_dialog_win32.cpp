@@ -98,7 +98,7 @@ struct TvFolderDialog::State {
 
 int TvFolderDialog::State::run(HWND owner) {
     if (isOpen) {
-        answer = {PickOutcome::notShown, {}, pickers::textWith(pickers::kIsOpen), 0};
+        answer = {PickOutcome::notShown, {}, pickers::printed(pickers::kIsOpen), 0};
         return 0;
     }
     isOpen = true;

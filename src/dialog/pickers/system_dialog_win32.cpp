@@ -47,13 +47,13 @@ bool SystemSource::exists(const CString& name) {
 
 bool SystemSource::mayReplace(const CString& name) {
     return platform::current().prompt->messageBox(
-               owner_, textWith(kReplaceFile, name), GMSG::getAppTitle(),
+               owner_, printed(kReplaceFile, name), GMSG::getAppTitle(),
                MB_YESNO | MB_DEFBUTTON2 | MB_ICONEXCLAMATION | MB_TASKMODAL) == IDYES;
 }
 
 void SystemSource::tell(Fault fault, const CString& name) {
     const TextId text = fault == Fault::foreign ? kForeignName : kNoFile;
-    platform::current().prompt->messageBox(owner_, textWith(text, name), GMSG::getAppTitle(),
+    platform::current().prompt->messageBox(owner_, printed(text, name), GMSG::getAppTitle(),
                                            MB_OK | MB_ICONEXCLAMATION | MB_TASKMODAL);
 }
 

@@ -8,8 +8,11 @@
 #include <string_view>
 
 #include "dialog/pickers/pick_flow.h"
+#include "text/printed_text.h"
 
 namespace toolbox::pickers {
+
+using text::printed;
 
 /// Numbers of texts.
 enum TextId : unsigned short {
@@ -21,14 +24,6 @@ enum TextId : unsigned short {
     kErrorNumber = 1395,
     kNoFile = 1396
 };
-
-/// A text with its arguments.
-template <class... Args>
-[[nodiscard]] CString textWith(TextId id, const Args&... args) {
-    RWCString text;
-    GMSG::getString(id, text, args...);
-    return CString(text);
-}
 
 [[nodiscard]] std::wstring systemName(std::string_view bytes);
 [[nodiscard]] std::u16string portableName(const wchar_t* name, std::size_t length);

@@ -10,6 +10,7 @@
 #include "base/lz_expand.h"
 #include "platform/host.h"
 #include "platform/scoped_file.h"
+#include "platform/win32/file_names.h"
 #include "toolbox/win_types.h"
 // clang-format off
 #include <lzexpand.h>  // stands on the types above
@@ -21,10 +22,6 @@ namespace {
 /// Handles have 32 significant bits also where the type has 64.
 HANDLE handleOf(FileHandle file) {
     return reinterpret_cast<HANDLE>(static_cast<INT_PTR>(static_cast<std::int32_t>(file)));
-}
-
-const char* nameOf(const char* name) {
-    return name ? name : "";
 }
 
 /// The code of the call that has just failed, never 0.
@@ -43,62 +40,6 @@ ErrorCode opened(HANDLE file, FileHandle& out) {
     if (file == INVALID_HANDLE_VALUE) return lastError();
     out = static_cast<FileHandle>(reinterpret_cast<INT_PTR>(file));
     return ERROR_SUCCESS;
-}
-
-std::wstring wideOf(const char* name) {
-    const int size = ::MultiByteToWideChar(CP_ACP, 0, nameOf(name), -1, nullptr, 0);
-    std::wstring wide(static_cast<std::size_t>(std::max(size, 1)), L'\0');
-    ::MultiByteToWideChar(CP_ACP, 0, nameOf(name), -1, wide.data(), size);
-    wide.pop_back();
-    return wide;
-}
-
-std::string bytesOf(const std::wstring& wide) {
-    const auto length = static_cast<int>(wide.size());
-    const int size =
-        ::WideCharToMultiByte(CP_ACP, 0, wide.data(), length, nullptr, 0, nullptr, nullptr);
-    std::string bytes(static_cast<std::size_t>(size), '\0');
-    ::WideCharToMultiByte(CP_ACP, 0, wide.data(), length, bytes.data(), size, nullptr, nullptr);
-    return bytes;
-}
-
-/// Empty where the system cannot tell. Its function for names of bytes stops at MAX_PATH.
-std::wstring wideFullName(const char* name) {
-    const std::wstring given = wideOf(name);
-    std::wstring full(MAX_PATH, L'\0');
-    for (;;) {
-        const DWORD length = ::GetFullPathNameW(given.c_str(), static_cast<DWORD>(full.size()),
-                                                full.data(), nullptr);
-        const bool fits = length < full.size();
-        full.resize(length);
-        if (fits) return full;
-    }
-}
-
-std::string fullPath(const char* name) {
-    const std::wstring full = wideFullName(name);
-    return full.empty() ? nameOf(name) : bytesOf(full);
-}
-
-/// What tells a file from every other; none when it is not there.
-std::optional<std::array<DWORD, 3>> identityOf(const char* name) {
-    const HANDLE file =
-        ::CreateFileA(nameOf(name), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                      nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-    if (file == INVALID_HANDLE_VALUE) return {};
-    BY_HANDLE_FILE_INFORMATION facts{};
-    const BOOL known = ::GetFileInformationByHandle(file, &facts);
-    ::CloseHandle(file);
-    if (!known) return {};
-    return std::array{facts.dwVolumeSerialNumber, facts.nFileIndexHigh, facts.nFileIndexLow};
-}
-
-/// A name as programs know it, without the prefix of names that the system takes as they stand.
-std::string withoutPrefix(const std::string& name) {
-    constexpr std::string_view kShare = R"(\\?\UNC\)";
-    constexpr std::string_view kPrefix = R"(\\?\)";
-    if (name.starts_with(kShare)) return "\\\\" + name.substr(kShare.size());
-    return name.starts_with(kPrefix) ? name.substr(kPrefix.size()) : name;
 }
 
 /// The access list of a file as the system hands it out; empty where there is none to be had.

@@ -16,8 +16,11 @@ TEST(TagMenu, SendsTheCommandThatIsChosen) {
     VoidDragger dragger(nullptr);
     MouseDragger mouse(dragger);
     int place = 0;
-    for (const UINT command : {0u + TagEdit, 0u + TagDelete, 0u + TagAlignLeft, 0u + TagAlignCenter,
-                               0u + TagAlignRight, 0u + TagNoBorder, 0u + TagBorder}) {
+    for (const UINT command :
+         {0u + TagEdit, 0u + TagDelete, 0u + TagAlignLeft, 0u + TagAlignCenter, 0u + TagAlignRight,
+          0u + TagNoBorder, 0u + TagBorder, 0u + TagRoundedBorder, 0u + TagUnderline,
+          0u + TagAlignTop, 0u + TagAlignMiddle, 0u + TagAlignBottom, 0u + TagFilled,
+          0u + TagLeader, 0u + TagLocked, 0u + TagToFront, 0u + TagToBack}) {
         ++place;
         for (int i = 0; i < place; ++i) PostMessageA(window.handle(), WM_KEYDOWN, VK_DOWN, 0);
         PostMessageA(window.handle(), WM_KEYDOWN, VK_RETURN, 0);

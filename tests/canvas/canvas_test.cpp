@@ -133,42 +133,6 @@ TEST(Canvas, RestoresStylesTransformAndClipping) {
     EXPECT_EQ(canvas.paths.back().path.points().back(), (TvPoint{2, 2}));
 }
 
-/// How far the curves are from the circle of the radius, as a part of it.
-double deviation(const TvPath& path, double radius) {
-    double worst = 0;
-    TvPoint from;
-    const TvPoint* p = path.points().data();
-    for (const TvPath::Step step : path.steps()) {
-        if (step == TvPath::Move) from = *p++;
-        if (step != TvPath::Curve) continue;
-        for (double t = 0; t <= 1; t += 0.01) {
-            const double u = 1 - t;
-            const auto at = [&](double a, double b, double c, double d) {
-                return u * u * u * a + 3 * u * u * t * b + 3 * u * t * t * c + t * t * t * d;
-            };
-            const double x = at(from.x, p[0].x, p[1].x, p[2].x);
-            const double y = at(from.y, p[0].y, p[1].y, p[2].y);
-            worst = std::max(worst, std::fabs(std::hypot(x, y) / radius - 1));
-        }
-        from = p[2];
-        p += 3;
-    }
-    return worst;
-}
-
-TEST(Path, IsRound) {
-    EXPECT_LT(deviation(TvPath().ellipse({}, 50, 50), 50), 3e-4);
-    for (const double sweep : {0.1, -2.0, 3.2, 6.2, 7.0, -100.0}) {
-        const TvPath path = TvPath().arc({}, 50, 50, 0.7, sweep);
-        EXPECT_LT(deviation(path, 50), 3e-4) << sweep;
-        const bool full = std::fabs(sweep) > 2 * kPi;
-        EXPECT_EQ(path.steps().back() == TvPath::Close, full);
-        if (full) continue;
-        EXPECT_NEAR(path.points().back().x, 50 * std::cos(0.7 + sweep), 1e-9);
-        EXPECT_NEAR(path.points().back().y, 50 * std::sin(0.7 + sweep), 1e-9);
-    }
-}
-
 TEST(Path, StartsAPieceWhereThereIsNone) {
     TvPath path;
     path.close().lineTo({1, 1}).lineTo({2, 2}).close().close().curveTo({3, 3}, {4, 4}, {5, 5});

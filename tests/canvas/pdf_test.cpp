@@ -1,11 +1,9 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <numbers>
 #include <string>
 
 #include "canvas/pdf_page.h"
-#include "sample_drawing.h"
 
 namespace {
 
@@ -52,58 +50,6 @@ TEST(PdfPage, SetsStylesAgainAfterAClipping) {
     const std::string line = "0 0 0 RG\n0.5 w\n[] 0 d\n1 199 m\n2 198 l\nS\n";
     EXPECT_EQ(page.content(), "1 j\nq\n0 200 m\n10 200 l\n10 190 l\n0 190 l\nh\nW* n\n" + line +
                                   "Q\n" + line + "q\n-2 -2 1 1 re\nW* n\nQ\n");
-}
-
-/// The text of an object, by where the cross-reference table says that it is.
-class PdfFile {
-  public:
-    explicit PdfFile(std::string bytes) : bytes_(std::move(bytes)) {
-        const std::size_t start = bytes_.rfind("startxref\n");
-        table_ = std::stoul(bytes_.substr(start + 10));
-        EXPECT_EQ(bytes_.substr(table_, 7), "xref\n0 ");
-        count_ = std::stoul(bytes_.substr(table_ + 7));
-    }
-    [[nodiscard]] std::size_t count() const { return count_; }
-    [[nodiscard]] std::string object(std::size_t number) const {
-        const std::size_t first = bytes_.find('\n', table_ + 5) + 1;
-        const std::string entry = bytes_.substr(first + 20 * number, 20);
-        EXPECT_EQ(entry.substr(10), " 00000 n \n");
-        const std::string head = std::to_string(number) + " 0 obj\n";
-        const std::size_t place = std::stoul(entry);
-        EXPECT_EQ(bytes_.substr(place, head.size()), head);
-        return bytes_.substr(place, bytes_.find("endobj", place) - place);
-    }
-
-  private:
-    std::string bytes_;
-    std::size_t table_ = 0;
-    std::size_t count_ = 0;
-};
-
-TEST(Pdf, FindsEachObjectByItsTable) {
-    TvPdf pdf;
-    pdf.setTitle("\351");
-    drawSample(pdf.addPage(kSampleWidth, kSampleHeight));
-    pdf.addPage(10, 20).text({0, 0}, "a");
-    const PdfFile file(pdf.bytes());
-    // Catalogue, pages, description; 4 fonts and a map of Symbol; two pages with their contents.
-    ASSERT_EQ(file.count(), 1U + 3 + 4 * 2 + 1 + 4);
-    std::string all;
-    for (std::size_t i = 1; i < file.count(); ++i) all += file.object(i);
-    EXPECT_NE(file.object(2).find("/Count 2 /Kids [13 0 R 15 0 R]"), std::string::npos);
-    EXPECT_NE(file.object(3).find("<FEFF00E9>"), std::string::npos);
-    EXPECT_NE(file.object(15).find("/MediaBox [0 0 10 20] /Contents 16 0 R"), std::string::npos);
-    const auto times = [&](const std::string& part) {
-        std::size_t n = 0;
-        for (std::size_t at = 0; (at = all.find(part, at)) != std::string::npos; ++at) ++n;
-        return n;
-    };
-    EXPECT_EQ(times("/WinAnsiEncoding"), 3U);  // Symbol has its own
-    EXPECT_EQ(times("/BaseFont /Symbol /FirstChar"), 1U);
-    EXPECT_EQ(times("/ToUnicode"), 1U);
-    EXPECT_EQ(times("<73> <03C3>\n"), 1U);
-    EXPECT_EQ(times("/Type /Page "), 2U);
-    EXPECT_EQ(PdfFile(TvPdf().bytes()).count(), 1U + 5);  // a file needs a page
 }
 
 }  // namespace

@@ -39,18 +39,29 @@ void writeBitmap(const MemoryPicture& picture, const std::string& name) {
     add(picture.pixels().data(), picture.pixels().size_bytes());
 }
 
+MemoryPicture pictureOf(int scale) {
+    return {static_cast<int>(kSampleWidth) * scale, static_cast<int>(kSampleHeight) * scale};
+}
+
 bool areDevicesWritten(const std::string& folder) {
     for (const int scale : {1, 4}) {
-        const auto side = [scale](double points) { return static_cast<int>(points * scale); };
-        const MemoryPicture picture(side(kSampleWidth), side(kSampleHeight));
-        TvDeviceCanvas canvas(picture.dc(),
-                              {kSampleWidth, kSampleHeight, 1.0 * scale, 1.0 * scale});
+        const MemoryPicture picture = pictureOf(scale);
+        const double perPoint = scale;
+        TvDeviceCanvas canvas(picture.dc(), {kSampleWidth, kSampleHeight, perPoint, perPoint});
         drawSample(canvas);
-        writeBitmap(picture, folder + "/sample" + std::to_string(scale) + ".bmp");
+        writeBitmap(picture, folder + "/device" + std::to_string(scale) + ".bmp");
     }
     TvMetafile metafile(kSampleWidth, kSampleHeight);
     drawSample(metafile);
-    return isWritten(metafile, folder + "/sample.emf");
+    const std::string name = folder + "/sample.emf";
+    if (!isWritten(metafile, name)) return false;
+    const MemoryPicture pasted = pictureOf(4);
+    const HENHMETAFILE file = GetEnhMetaFileA(name.c_str());
+    const RECT place{0, 0, pasted.width(), pasted.height()};
+    PlayEnhMetaFile(pasted.dc(), file, &place);
+    DeleteEnhMetaFile(file);
+    writeBitmap(pasted, folder + "/metafile.bmp");
+    return true;
 }
 
 #else

@@ -1,4 +1,4 @@
-// Each piece is flattened, cut where it leaves the square, and rounded.
+// Each piece is flattened, cut where it leaves the square, cut into dashes, and rounded.
 #include "canvas/device/device_shape.h"
 
 #include <algorithm>
@@ -9,7 +9,13 @@
 namespace toolbox::canvas {
 namespace {
 
-constexpr double kOff = 0.15;  // units that a flattened curve may be off
+// Units that a curve may be off. The lines of a wide one are longer, for the sake of their
+// direction.
+constexpr double kOff = 0.02;
+constexpr double kOffOfWide = 0.12;
+constexpr double kWide = 2.5;
+constexpr double kShortestPeriod = 0.5;  // dashes that cannot be told apart are a solid line
+constexpr double kMostPeriods = 1 << 18;
 constexpr double kMostParts = 2000;
 
 [[nodiscard]] bool isOutside(TvPoint point) {
@@ -20,17 +26,21 @@ constexpr double kMostParts = 2000;
     return {a.x + (b.x - a.x) * t, a.y + (b.y - a.y) * t};
 }
 
+[[nodiscard]] double distance(TvPoint a, TvPoint b) {
+    return std::hypot(b.x - a.x, b.y - a.y);
+}
+
 /// A bound of the curve's second derivative, over 6.
 [[nodiscard]] double bend(TvPoint a, TvPoint b, TvPoint c) {
     return std::hypot(a.x - 2 * b.x + c.x, a.y - 2 * b.y + c.y);
 }
 
 /// A chord over a parameter's h is off by at most h * h / 8 of the second derivative.
-void addCurve(std::vector<TvPoint>& out, TvPoint b, TvPoint c, TvPoint d) {
+void addCurve(std::vector<TvPoint>& out, TvPoint b, TvPoint c, TvPoint d, double off) {
     const TvPoint a = out.back();
     const double most = std::max(bend(a, b, c), bend(b, c, d));
     const auto parts =
-        static_cast<int>(std::clamp(std::ceil(std::sqrt(0.75 * most / kOff)), 1.0, kMostParts));
+        static_cast<int>(std::clamp(std::ceil(std::sqrt(0.75 * most / off)), 1.0, kMostParts));
     for (int i = 1; i < parts; ++i) {
         const double t = static_cast<double>(i) / parts;
         const TvPoint ab = between(a, b, t);
@@ -93,47 +103,59 @@ DevicePoint deviceUnit(TvPoint exact) {
     return {unit(exact.x), unit(exact.y)};
 }
 
-void DeviceShape::set(const TvPath& path, const DeviceMap& map, Use use) {
+void DeviceShape::clear() {
     points_.clear();
     counts_.clear();
     closed_.clear();
     open_ = 0;
-    cut_ = false;
-    flatten(path, map, use);
 }
 
-void DeviceShape::flatten(const TvPath& path, const DeviceMap& map, Use use) {
+void DeviceShape::set(const TvPath& path, const DeviceMap& map, const TvPen* pen) {
+    clear();
+    fills_ = !pen;
+    off_ = pen && pen->width * map.scale() > kWide ? kOffOfWide : kOff;
+    period_ = 0;
+    dash_ = {};
+    for (std::size_t i = 0; pen && i < dash_.size() && pen->dash[i] > 0; ++i)
+        period_ += dash_[i] = pen->dash[i] * map.scale();
+    flatten(path, map);
+}
+
+void DeviceShape::flatten(const TvPath& path, const DeviceMap& map) {
     piece_.clear();
     eachStep(path, [&](TvPath::Step step, const TvPoint* points) {
         switch (step) {
             case TvPath::Move:
-                endPiece(use, false);
+                endPiece(false);
                 [[fallthrough]];
             case TvPath::Line:
                 piece_.push_back(map.at(points[0]));
                 break;
             case TvPath::Curve:
-                addCurve(piece_, map.at(points[0]), map.at(points[1]), map.at(points[2]));
+                addCurve(piece_, map.at(points[0]), map.at(points[1]), map.at(points[2]), off_);
                 break;
             case TvPath::Close:
-                endPiece(use, true);
+                endPiece(true);
                 break;
         }
     });
-    endPiece(use, false);
+    endPiece(false);
 }
 
-void DeviceShape::endPiece(Use use, bool close) {
+void DeviceShape::endPiece(bool close) {
     const bool isCut = std::any_of(piece_.begin(), piece_.end(), isOutside);
-    if (!isCut) {
-        emit(piece_, close || use == Use::fill);
-    } else {
-        cut_ = true;
-        if (close) piece_.push_back(piece_.front());
-        if (use == Use::fill)
+    const bool isDashed = period_ >= kShortestPeriod;
+    if (fills_ || (close && !isCut && !isDashed)) {
+        if (isCut)
             emitCutFill();
         else
+            emit(piece_, true);
+    } else {
+        if (close) piece_.push_back(piece_.front());
+        if (isCut)
             emitCutOutline();
+        else
+            emitOutline(piece_);
     }
     piece_.clear();
 }
@@ -146,7 +168,7 @@ void DeviceShape::emitCutFill() {
     emit(piece_, true);
 }
 
-/// What comes back into the square begins a piece of its own.
+/// What comes back into the square begins a line of its own.
 void DeviceShape::emitCutOutline() {
     other_.clear();
     for (std::size_t i = 1; i < piece_.size(); ++i) {
@@ -154,13 +176,48 @@ void DeviceShape::emitCutOutline() {
         TvPoint to = piece_[i];
         if (!cutSegment(from, to)) continue;
         if (!other_.empty() && other_.back() != from) {
-            emit(other_, false);
+            emitOutline(other_);
             other_.clear();
         }
         if (other_.empty()) other_.push_back(from);
         other_.push_back(to);
     }
-    emit(other_, false);
+    emitOutline(other_);
+}
+
+void DeviceShape::emitOutline(const std::vector<TvPoint>& line) {
+    double length = 0;
+    for (std::size_t i = 1; i < line.size(); ++i) length += distance(line[i - 1], line[i]);
+    if (period_ >= kShortestPeriod && length > 0 && length < period_ * kMostPeriods)
+        emitDashes(line);
+    else
+        emit(line, false);
+}
+
+/// Drawn and left out by turns, round the corners of the line.
+void DeviceShape::emitDashes(const std::vector<TvPoint>& line) {
+    std::size_t dash = 0;
+    double left = dash_[0];
+    bool isDrawn = true;
+    dashPiece_.assign(line.begin(), line.begin() + 1);
+    for (std::size_t i = 1; i < line.size(); ++i) {
+        const double length = distance(line[i - 1], line[i]);
+        double gone = 0;
+        while (length - gone > left) {
+            gone += left;
+            const TvPoint at = between(line[i - 1], line[i], gone / length);
+            if (dashPiece_.back() != at) dashPiece_.push_back(at);
+            if (isDrawn) emit(dashPiece_, false);
+            dashPiece_.assign(1, at);
+            isDrawn = !isDrawn;
+            ++dash;
+            if (dash == dash_.size() || dash_[dash] == 0) dash = 0;
+            left = dash_[dash];
+        }
+        left -= length - gone;
+        dashPiece_.push_back(line[i]);
+    }
+    if (isDrawn) emit(dashPiece_, false);
 }
 
 /// A line shorter than a unit keeps the length of one, or nothing would be seen of it.

@@ -1,9 +1,12 @@
 // Paths in whole units of a device, as the polygons and polylines that it takes.
 //
-// Curves become lines that are off by a fraction of a unit. What lies further away than a device
-// can count is cut off at a square around its origin: a line goes on in its direction up to there.
+// Curves become lines that are off by a fraction of a unit, dashes lines of their own. What lies
+// further away than a device can count is cut off at a square around its origin: a line goes on in
+// its direction up to there.
 #pragma once
 
+#include <array>
+#include <cmath>
 #include <cstddef>
 #include <vector>
 
@@ -22,8 +25,8 @@ struct DevicePoint {
 };
 #endif
 
-/// Half a side of the square: what every system draws without overflow.
-inline constexpr double kDeviceFar = 1 << 24;
+/// Half a side of the square: beyond every sheet of paper, and what systems still draw fast.
+inline constexpr double kDeviceFar = 1 << 20;
 
 /// From points of a page to units of a device.
 struct DeviceMap {
@@ -35,6 +38,8 @@ struct DeviceMap {
     [[nodiscard]] TvPoint at(TvPoint point) const {
         return {point.x * scaleX + originX, point.y * scaleY + originY};
     }
+    /// Units for a point, whatever the direction.
+    [[nodiscard]] double scale() const { return std::sqrt(scaleX * scaleY); }
 };
 
 /// The nearest unit; halves go up, so that equal distances stay equal. At most kDeviceFar away.
@@ -43,10 +48,8 @@ struct DeviceMap {
 /// A path on a device. Keeps its memory from one to the next.
 class DeviceShape {
   public:
-    /// What is done with the path: pieces are closed to be filled, not to be outlined.
-    enum class Use : unsigned char { fill, outline };
-
-    void set(const TvPath& path, const DeviceMap& map, Use use);
+    /// The path as it is outlined with a pen, or as it is filled: with null, each piece is closed.
+    void set(const TvPath& path, const DeviceMap& map, const TvPen* pen);
 
     /// All pieces one after the other; the first point of a closed one is not repeated.
     [[nodiscard]] const std::vector<DevicePoint>& points() const { return points_; }
@@ -57,23 +60,28 @@ class DeviceShape {
     [[nodiscard]] bool allClosed() const { return open_ == 0; }
     [[nodiscard]] bool noneClosed() const { return open_ == counts_.size(); }
     [[nodiscard]] bool empty() const { return counts_.empty(); }
-    /// Something was cut off.
-    [[nodiscard]] bool cut() const { return cut_; }
 
   private:
-    void flatten(const TvPath& path, const DeviceMap& map, Use use);
-    void endPiece(Use use, bool close);
-    void emit(const std::vector<TvPoint>& piece, bool close);
-    void emitCutOutline();
+    void clear();
+    void flatten(const TvPath& path, const DeviceMap& map);
+    void endPiece(bool close);
     void emitCutFill();
+    void emitCutOutline();
+    void emitOutline(const std::vector<TvPoint>& line);
+    void emitDashes(const std::vector<TvPoint>& line);
+    void emit(const std::vector<TvPoint>& piece, bool close);
 
-    std::vector<TvPoint> piece_;  ///< that is being made, not rounded
+    bool fills_ = false;
+    double off_ = 0;                ///< units that a curve may be off
+    std::array<double, 6> dash_{};  ///< units; all 0 for a solid line
+    double period_ = 0;             ///< their sum
+    std::vector<TvPoint> piece_;    ///< that is being made, not rounded
     std::vector<TvPoint> other_;
+    std::vector<TvPoint> dashPiece_;
     std::vector<DevicePoint> points_;
     std::vector<int> counts_;
     std::vector<bool> closed_;
     std::size_t open_ = 0;
-    bool cut_ = false;
 };
 
 }  // namespace toolbox::canvas

@@ -9,6 +9,7 @@ using namespace toolbox::canvas;
 namespace {
 
 constexpr double kMostScale = 1e6;
+constexpr float kSmooth = 1.1F;  // joins of up to 49 degrees, more than those within curves
 
 [[nodiscard]] bool isScale(double scale) {
     return scale > 0 && scale <= kMostScale;  // false for what is no number
@@ -24,6 +25,11 @@ constexpr double kMostScale = 1e6;
     return type == OBJ_DC || type == OBJ_MEMDC || type == OBJ_ENHMETADC;
 }
 
+[[nodiscard]] bool hasCurve(const TvPath& path) {
+    const auto steps = path.steps();
+    return std::find(steps.begin(), steps.end(), TvPath::Curve) != steps.end();
+}
+
 /// Whether the shape is one upright rectangle.
 [[nodiscard]] bool isRectangle(const DeviceShape& shape) {
     const auto& p = shape.points();
@@ -37,12 +43,13 @@ constexpr double kMostScale = 1e6;
 TvDeviceCanvas::Device::Device(HDC dc, const TvDevicePage& page)
     : dc_(dc),
       map_{page.scaleX, page.scaleY, page.originX, page.originY},
-      tools_(dc, std::sqrt(page.scaleX * page.scaleY)) {
+      tools_(dc, map_.scale()) {
     if (!isPage(page) || !canDrawOn(dc)) return;
     isPicture_ = GetObjectType(dc) == OBJ_ENHMETADC;
     saved_ = SaveDC(dc);
     SetPolyFillMode(dc, ALTERNATE);
     SetROP2(dc, R2_COPYPEN);
+    SetMiterLimit(dc, kSmooth, nullptr);
     SetBkMode(dc, TRANSPARENT);
     SetTextAlign(dc, TA_LEFT | TA_BASELINE | TA_NOUPDATECP);
     SetTextCharacterExtra(dc, 0);
@@ -50,17 +57,20 @@ TvDeviceCanvas::Device::Device(HDC dc, const TvDevicePage& page)
 }
 
 TvDeviceCanvas::Device::~Device() {
-    tools_.letGo();
     if (saved_ != 0) RestoreDC(dc_, saved_);
 }
 
 bool TvDeviceCanvas::Device::drawPath(const TvPath& path, const TvPen* pen, const TvBrush* brush) {
     if (saved_ == 0) return false;
     bool done = true;
-    shape_.set(path, map_, pen && !brush ? DeviceShape::Use::outline : DeviceShape::Use::fill);
-    if (brush) done = fill(*brush);
-    if (pen && brush) shape_.set(path, map_, DeviceShape::Use::outline);
-    if (pen) done = outline(*pen) && done;
+    if (brush) {
+        shape_.set(path, map_, nullptr);
+        done = fill(*brush);
+    }
+    if (pen) {
+        shape_.set(path, map_, pen);
+        done = outline(path, *pen) && done;
+    }
     return done;
 }
 
@@ -74,15 +84,20 @@ bool TvDeviceCanvas::Device::fill(const TvBrush& brush) {
     return shape_.empty() || (tools_.usePen(nullptr) && tools_.useBrush(&brush) && polygons());
 }
 
-bool TvDeviceCanvas::Device::outline(const TvPen& pen) {
+bool TvDeviceCanvas::Device::outline(const TvPath& path, const TvPen& pen) {
     if (shape_.empty()) return true;
-    if (!tools_.usePen(&pen)) return false;
+    if (!tools_.usePen(&pen, hasCurve(path))) return false;
     if (!shape_.noneClosed() && !tools_.useBrush(nullptr)) return false;
-    if (shape_.allClosed()) return polygons();
+    const auto& counts = shape_.counts();
     const POINT* points = shape_.points().data();
+    if (shape_.allClosed()) return polygons();
+    if (shape_.noneClosed() && counts.size() > 1) {
+        const std::vector<DWORD> each(counts.begin(), counts.end());
+        return PolyPolyline(dc_, points, each.data(), static_cast<DWORD>(each.size())) != 0;
+    }
     bool done = true;
-    for (std::size_t i = 0; i < shape_.counts().size(); ++i) {
-        const int count = shape_.counts()[i];
+    for (std::size_t i = 0; i < counts.size(); ++i) {
+        const int count = counts[i];
         done = (shape_.closed()[i] ? Polygon(dc_, points, count) : Polyline(dc_, points, count)) &&
                done;
         points += count;
@@ -94,7 +109,7 @@ bool TvDeviceCanvas::Device::clip(const TvPath& path) {
     if (saved_ == 0) return false;
     tools_.letGo();  // so that no state that is restored has them
     clips_.push_back(SaveDC(dc_));
-    shape_.set(path, map_, DeviceShape::Use::fill);
+    shape_.set(path, map_, nullptr);
     return clips_.back() != 0 && clipToShape();
 }
 

@@ -24,7 +24,7 @@ struct TvDeviceCanvas::Device {
 
   private:
     [[nodiscard]] bool fill(const TvBrush& brush);
-    [[nodiscard]] bool outline(const TvPen& pen);
+    [[nodiscard]] bool outline(const TvPath& path, const TvPen& pen);
     [[nodiscard]] bool polygons();
     [[nodiscard]] bool clipToShape();
 

@@ -1,5 +1,5 @@
-// Pens are geometric, for lengths of their dashes in units; a solid one of a unit is a plain one,
-// which systems draw faster.
+// Pens are geometric, for flat ends; one of a unit is a plain one, which systems draw faster.
+// Dashes are lines of their own, so that no pen has any: not every system keeps them in a metafile.
 #include "canvas/device/gdi_tools_win32.h"
 
 #include <algorithm>
@@ -20,24 +20,17 @@ constexpr std::size_t kFontsKept = 32;
     return static_cast<DWORD>(std::clamp(std::floor(units + 0.5), 1.0, 1e6));
 }
 
-/// The dashes in units, an even number of them. What is rounded off one is added to the next, so
-/// that a long line has as many as it should.
-[[nodiscard]] std::vector<DWORD> dashesOf(const TvPen& pen, double unitsPerPoint) {
-    const auto* const end =
-        std::find_if(pen.dash.begin(), pen.dash.end(), [](double length) { return !(length > 0); });
-    const auto count = static_cast<std::size_t>(end - pen.dash.begin());
-    std::vector<DWORD> dashes;
-    double left = 0;
-    for (std::size_t i = 0; i < count * (1 + count % 2); ++i) {
-        const double exact = pen.dash[i % count] * unitsPerPoint + left;
-        dashes.push_back(lengthOf(exact));
-        left = std::clamp(exact - dashes.back(), -1.0, 1.0);
-    }
-    return dashes;
-}
+/// The family serves systems without the font to choose another.
+struct FaceName {
+    const char* name;
+    BYTE family;
+};
+constexpr FaceName kFaces[] = {{"Arial", VARIABLE_PITCH | FF_SWISS},
+                               {"Times New Roman", VARIABLE_PITCH | FF_ROMAN},
+                               {"Courier New", FIXED_PITCH | FF_MODERN},
+                               {"Symbol", VARIABLE_PITCH | FF_DONTCARE}};
 
 [[nodiscard]] HFONT makeFont(const GdiFace& face) {
-    constexpr const char* kNames[] = {"Arial", "Times New Roman", "Courier New", "Symbol"};
     LOGFONTA font{};
     font.lfHeight = -face.height;  // negative: the size, not the line's height
     font.lfEscapement = font.lfOrientation = face.turn;
@@ -45,7 +38,8 @@ constexpr std::size_t kFontsKept = 32;
     font.lfItalic = face.italic;
     font.lfCharSet = face.kind == GdiFace::symbol ? SYMBOL_CHARSET : ANSI_CHARSET;
     font.lfOutPrecision = OUT_TT_PRECIS;
-    std::strcpy(font.lfFaceName, kNames[face.kind]);
+    font.lfPitchAndFamily = kFaces[face.kind].family;
+    std::strcpy(font.lfFaceName, kFaces[face.kind].name);
     return CreateFontIndirectA(&font);
 }
 
@@ -60,24 +54,23 @@ bool GdiTools::select(HGDIOBJ object, HGDIOBJ& selected) {
     return true;
 }
 
-HGDIOBJ GdiTools::makePen(const TvPen& pen) const {
+HGDIOBJ GdiTools::makePen(const TvPen& pen, bool smooth) const {
     const DWORD width = lengthOf(pen.width * unitsPerPoint_);
-    const std::vector<DWORD> dashes = dashesOf(pen, unitsPerPoint_);
-    if (width == 1 && dashes.empty()) return CreatePen(PS_SOLID, 1, colorOf(pen.color));
+    if (width == 1) return CreatePen(PS_SOLID, 1, colorOf(pen.color));
     const LOGBRUSH brush{BS_SOLID, colorOf(pen.color), 0};
-    const DWORD style = dashes.empty() ? PS_SOLID : PS_USERSTYLE;
-    return ExtCreatePen(PS_GEOMETRIC | style | PS_ENDCAP_FLAT | PS_JOIN_ROUND, width, &brush,
-                        static_cast<DWORD>(dashes.size()),
-                        dashes.empty() ? nullptr : dashes.data());
+    const DWORD joins = smooth ? PS_JOIN_MITER : PS_JOIN_ROUND;
+    return ExtCreatePen(PS_GEOMETRIC | PS_SOLID | PS_ENDCAP_FLAT | joins, width, &brush, 0,
+                        nullptr);
 }
 
-bool GdiTools::usePen(const TvPen* pen) {
+bool GdiTools::usePen(const TvPen* pen, bool smooth) {
     if (!pen) return select(GetStockObject(NULL_PEN), selectedPen_);
-    if (pen_ && penKey_ == *pen) return select(pen_.get(), selectedPen_);
-    GdiObject made(makePen(*pen));
+    if (pen_ && penKey_ == *pen && smooth_ == smooth) return select(pen_.get(), selectedPen_);
+    GdiObject made(makePen(*pen, smooth));
     if (!select(made.get(), selectedPen_)) return false;
     pen_ = std::move(made);
     penKey_ = *pen;
+    smooth_ = smooth;
     return true;
 }
 

@@ -29,16 +29,19 @@ struct GdiFace {
     bool operator==(const GdiFace&) const = default;
 };
 
-/// What is selected here must be let go before somebody else selects or restores.
+/// What is selected here must be let go, or the context restored, before this ends.
 class GdiTools {
   public:
     GdiTools(HDC dc, double unitsPerPoint) : dc_(dc), unitsPerPoint_(unitsPerPoint) {}
-    ~GdiTools() { letGo(); }
+    ~GdiTools() = default;
     GdiTools(const GdiTools&) = delete;
     GdiTools& operator=(const GdiTools&) = delete;
 
     // Null is one that draws nothing. False when the device refuses.
-    [[nodiscard]] bool usePen(const TvPen* pen);
+
+    /// A wide pen turns round corners; with `smooth` it is for the many short lines of a curve,
+    /// where the round joins would stick out at the ends.
+    [[nodiscard]] bool usePen(const TvPen* pen, bool smooth = false);
     [[nodiscard]] bool useBrush(const TvBrush* brush);
     [[nodiscard]] bool useFace(const GdiFace& face);
     [[nodiscard]] bool useTextColor(TvColor color);
@@ -55,11 +58,12 @@ class GdiTools {
         GdiObject object;
     };
     [[nodiscard]] bool select(HGDIOBJ object, HGDIOBJ& selected);
-    [[nodiscard]] HGDIOBJ makePen(const TvPen& pen) const;
+    [[nodiscard]] HGDIOBJ makePen(const TvPen& pen, bool smooth) const;
 
     HDC dc_;
     double unitsPerPoint_;
     TvPen penKey_;
+    bool smooth_ = false;
     GdiObject pen_;
     TvColor brushKey_;
     GdiObject brush_;

@@ -156,8 +156,8 @@ TEST_F(TagDialogTest, ListsWhatIsWrongAndLeadsThere) {
     script
         .run([](HWND dialog) {
             SendDlgItemMessageA(dialog, IDC_TAG_TEXT, EM_REPLACESEL, FALSE,
-                                reinterpret_cast<LPARAM>("a\r\n$VOLTS$ and $VOLT"));
-            EXPECT_EQ(problems(dialog).size(), 2u);
+                                reinterpret_cast<LPARAM>("a\r\n$VOLTS$ and $VOLT \201"));
+            EXPECT_EQ(problems(dialog).size(), 3u);
             const HWND list = GetDlgItem(dialog, IDC_TAG_PROBLEMS);
             SendMessageA(list, LB_SETCURSEL, 0, 0);
             SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDC_TAG_PROBLEMS, LBN_SELCHANGE), 0);

@@ -1,6 +1,6 @@
-// Any bytes are refused, with nothing changed, or are tags: ones that are drawn, that find places or
-// are reported, and that are stored as the same bytes again. The seal is made right, for no fuzzer
-// would find its check sum.
+// Any bytes are refused, with nothing changed, or are tags: ones that are drawn, that find places
+// or are reported, and that are stored as the same bytes again. The seal is made right, for no
+// fuzzer would find its check sum.
 #include <algorithm>
 #include <cstdint>
 #include <string>
@@ -39,10 +39,10 @@ void checkLayout(TvTagSet& set) {
     require(placed.placeFree(around).unplaced == placement.unplaced);
     for (const TvTagOnPage& each : placed.tags()) {
         const TvPoint inside{each.box.left, each.box.bottom};
-        require(placed.find(inside, 0.001).id >= 1);
-        require(each.tag->locked || each.tag->unplaced ==
-                                        std::binary_search(placement.unplaced.begin(),
-                                                           placement.unplaced.end(), each.id));
+        require(placed.find(inside, 0.001).part != TvTagHit::None);
+        require(each.tag->locked ||
+                each.tag->unplaced == std::binary_search(placement.unplaced.begin(),
+                                                         placement.unplaced.end(), each.id));
     }
 }
 

@@ -69,7 +69,7 @@ struct TvTagSurroundings {
     toolbox::PlaneRect frame{};                        ///< no tag is moved out of it
     std::span<const toolbox::PlaneRect> rectangles{};  ///< not to be covered
     std::span<const TvSegment> segments{};             ///< not to be covered
-    double step = 2;                                   ///< between the lines of search, from 0.5 on
+    double step = 4;                                   ///< between the lines of search, from 0.5 on
     double reach = 150;                                ///< how far a tag may be moved, to 5000
 };
 

@@ -28,30 +28,29 @@ class Search {
     }
 
   private:
-    /// How far the box can go to either side until it leaves the frame.
-    [[nodiscard]] double room(int axis, int direction) const {
-        return direction > 0 ? range_.frame.high[axis] - box_.high[axis]
-                             : box_.low[axis] - range_.frame.low[axis];
+    /// How far the box can go until it leaves the frame.
+    [[nodiscard]] Pair room(int axis) const {
+        return {box_.low[axis] - range_.frame.low[axis], range_.frame.high[axis] - box_.high[axis]};
     }
 
     void slideColumn() {
-        for (const int direction : {-1, 1}) {
-            const double most = std::min(room(1, direction), std::sqrt(least_));
-            const double found = grid_.slide(box_, 1, direction, most);
-            if (found >= 0) offer({0, direction * found});
-        }
+        const Pair within = room(1);
+        const double most = std::sqrt(least_);
+        const Pair found =
+            grid_.slide(box_, 1, {std::min(within[0], most), std::min(within[1], most)});
+        if (found[0] >= 0) offer({0, -found[0]});
+        if (found[1] >= 0) offer({0, found[1]});
     }
 
     /// False when the line lies outside the frame.
     bool slideRow(double down) {
-        if (down != 0 && std::fabs(down) > room(1, down < 0 ? -1 : 1)) return false;
-        const Box start = movedBox(box_, {0, down});
-        for (const int direction : {-1, 1}) {
-            const double most =
-                std::min(room(0, direction), std::sqrt(std::max(least_ - down * down, 0.0)));
-            const double found = grid_.slide(start, 0, direction, most);
-            if (found >= 0) offer({direction * found, down});
-        }
+        if (down != 0 && std::fabs(down) > room(1)[down < 0 ? 0 : 1]) return false;
+        const Pair within = room(0);
+        const double most = std::sqrt(std::max(least_ - down * down, 0.0));
+        const Pair found = grid_.slide(movedBox(box_, {0, down}), 0,
+                                       {std::min(within[0], most), std::min(within[1], most)});
+        if (found[0] >= 0) offer({-found[0], down});
+        if (found[1] >= 0) offer({found[1], down});
         return true;
     }
 

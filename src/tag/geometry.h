@@ -40,7 +40,8 @@ namespace toolbox::tag {
     return {std::clamp(point.x, rect.left, rect.right), std::clamp(point.y, rect.top, rect.bottom)};
 }
 [[nodiscard]] inline double distance(TvPoint a, TvPoint b) {
-    return std::hypot(a.x - b.x, a.y - b.y);
+    const TvPoint way = a - b;
+    return std::sqrt(way.x * way.x + way.y * way.y);
 }
 [[nodiscard]] inline double distanceToLine(TvPoint point, TvPoint from, TvPoint to) {
     const TvPoint along = to - from;

@@ -1,22 +1,19 @@
 // A list of things in each cell. A segment is entered in the cells that it goes through, row by
-// row; neighbouring rows cut it at the same point, so that no part of it is lost to rounding.
+// row; rows overlap a little, so that no part of it is lost to rounding.
 #include "tag/place_grid.h"
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace toolbox::tag {
 namespace {
 
 constexpr double kMostCells = 1 << 18;
 
-/// Where a segment is on `axis` when it is at `at` on the other one; between its ends.
-double cut(const Pair& from, const Pair& to, int axis, double at) {
-    const int other = 1 - axis;
-    const double t = (at - from[other]) / (to[other] - from[other]);
-    const double there = from[axis] + t * (to[axis] - from[axis]);
-    return std::clamp(there, std::min(from[axis], to[axis]), std::max(from[axis], to[axis]));
+/// 0 also for what is so steep that a double does not tell.
+double slopeOf(double rise, double run) {
+    const double slope = rise / run;
+    return std::isfinite(slope) ? slope : 0;
 }
 
 }  // namespace
@@ -30,7 +27,7 @@ PlaceGrid::PlaceGrid(const Box& region, std::size_t expected, double cell) : reg
               static_cast<std::size_t>(height / cell_) + 1};
     heads_.assign(cells_[0] * cells_[1], kNone);
     things_.reserve(expected);
-    entries_.reserve(4 * expected);
+    chunks_.reserve(2 * expected);
 }
 
 /// The nearest column, or row, of cells.
@@ -42,15 +39,21 @@ std::size_t PlaceGrid::column(double coordinate, int axis) const {
 
 void PlaceGrid::enter(std::uint32_t thing, std::size_t x, std::size_t y) {
     std::uint32_t& head = heads_[y * cells_[0] + x];
-    entries_.push_back({thing, head});
-    head = static_cast<std::uint32_t>(entries_.size() - 1);
+    if (head == kNone || chunks_[head].things.back() != kNone) {
+        Chunk chunk{{}, head};
+        chunk.things.fill(kNone);
+        head = static_cast<std::uint32_t>(chunks_.size());
+        chunks_.push_back(chunk);
+    }
+    auto& things = chunks_[head].things;
+    *std::find(things.begin(), things.end(), kNone) = thing;
 }
 
 void PlaceGrid::add(const Box& box) {
     for (const int axis : {0, 1})
         if (box.high[axis] < region_.low[axis] || box.low[axis] > region_.high[axis]) return;
     const auto thing = static_cast<std::uint32_t>(things_.size());
-    things_.push_back({box.low, box.high, false});
+    things_.push_back({box.low, box.high, {}});
     const std::size_t right = column(box.high[0], 0);
     const std::size_t bottom = column(box.high[1], 1);
     for (std::size_t y = column(box.low[1], 1); y <= bottom; ++y)
@@ -58,92 +61,97 @@ void PlaceGrid::add(const Box& box) {
 }
 
 void PlaceGrid::add(const TvSegment& segment) {
-    const Thing thing{{segment.from.x, segment.from.y}, {segment.to.x, segment.to.y}, true};
-    for (const int axis : {0, 1})
-        if (std::max(thing.from[axis], thing.to[axis]) < region_.low[axis] ||
-            std::min(thing.from[axis], thing.to[axis]) > region_.high[axis])
-            return;
+    const bool falls = segment.from.y <= segment.to.y;
+    const TvPoint& upper = falls ? segment.from : segment.to;
+    const TvPoint& lower = falls ? segment.to : segment.from;
+    const double width = lower.x - upper.x;
+    const double height = lower.y - upper.y;
+    if (lower.y < region_.low[1] || upper.y > region_.high[1]) return;
     const auto index = static_cast<std::uint32_t>(things_.size());
-    things_.push_back(thing);
-    const std::size_t bottom = column(std::max(thing.from[1], thing.to[1]), 1);
-    for (std::size_t y = column(std::min(thing.from[1], thing.to[1]), 1); y <= bottom; ++y)
-        enterRow(index, thing, y);
+    things_.push_back(
+        {{upper.x, upper.y}, {lower.x, lower.y}, {slopeOf(width, height), slopeOf(height, width)}});
+    const std::size_t bottom = column(lower.y, 1);
+    for (std::size_t y = column(upper.y, 1); y <= bottom; ++y) enterRow(index, y);
 }
 
-void PlaceGrid::enterRow(std::uint32_t thing, const Thing& segment, std::size_t row) {
-    const auto top = region_.low[1] + static_cast<double>(row) * cell_;
-    const auto bottom = region_.low[1] + static_cast<double>(row + 1) * cell_;
-    Range range{};
-    if (!rangeWithin(segment, 0, top, bottom, range)) {
-        // Rounding: it ends where the row begins.
-        range = {std::min(segment.from[0], segment.to[0]),
-                 std::max(segment.from[0], segment.to[0])};
-    }
-    if (range.high < region_.low[0] || range.low > region_.high[0]) return;
-    const std::size_t right = column(range.high, 0);
-    for (std::size_t x = column(range.low, 0); x <= right; ++x) enter(thing, x, row);
+void PlaceGrid::enterRow(std::uint32_t thing, std::size_t row) {
+    const double top = region_.low[1] + static_cast<double>(row) * cell_;
+    Covered part;
+    if (!isBeside<0>(things_[thing], top - kTouch, top + cell_ + kTouch, part)) return;
+    if (part.high < region_.low[0] || part.low > region_.high[0]) return;
+    const std::size_t right = column(part.high, 0);
+    for (std::size_t x = column(part.low, 0); x <= right; ++x) enter(thing, x, row);
 }
 
-bool PlaceGrid::rangeWithin(const Thing& thing, int axis, double low, double high, Range& range) {
-    const int other = 1 - axis;
-    const bool rises = thing.from[other] <= thing.to[other];
-    const Pair& first = rises ? thing.from : thing.to;
-    const Pair& last = rises ? thing.to : thing.from;
-    if (first[other] > high || last[other] < low) return false;
-    range = {first[axis], last[axis]};
-    if (thing.isSegment) {
-        if (first[other] < low) range.low = cut(thing.from, thing.to, axis, low);
-        if (last[other] > high) range.high = cut(thing.from, thing.to, axis, high);
-        if (range.low > range.high) std::swap(range.low, range.high);
-    }
-    return true;
+/// Whether a thing is between two coordinates of the other axis; and if so, where on this one.
+/// Without branches, for what lies in a cell is as likely beside as not.
+template <int Axis>
+bool PlaceGrid::isBeside(const Thing& thing, double low, double high, Covered& part) {
+    constexpr int kOther = 1 - Axis;
+    const bool inOrder = Axis == 0 || thing.from[kOther] <= thing.to[kOther];
+    const Pair& first = inOrder ? thing.from : thing.to;
+    const Pair& last = inOrder ? thing.to : thing.from;
+    const double slope = thing.slope[Axis];
+    const double start = first[Axis] + std::max(low - first[kOther], 0.0) * slope;
+    const double end = last[Axis] + std::min(high - last[kOther], 0.0) * slope;
+    part.low = std::min(start, end);
+    part.high = std::max(start, end);
+    return (first[kOther] <= high) & (last[kOther] >= low);
 }
 
-template <class Visit>
-void PlaceGrid::visitThings(const Box& box, Visit visit) const {
+template <int Axis>
+PlaceGrid::Covered PlaceGrid::cover(const Box& box) const {
+    constexpr int kOther = 1 - Axis;
+    const double low = box.low[kOther] + kTouch;
+    const double high = box.high[kOther] - kTouch;
+    const double from = box.low[Axis] + kTouch;
+    const double to = box.high[Axis] - kTouch;
+    const std::size_t left = column(box.low[0], 0);
     const std::size_t right = column(box.high[0], 0);
     const std::size_t bottom = column(box.high[1], 1);
+    Covered covered;
+    Covered part;
     for (std::size_t y = column(box.low[1], 1); y <= bottom; ++y)
-        for (std::size_t x = column(box.low[0], 0); x <= right; ++x)
-            for (std::uint32_t i = heads_[y * cells_[0] + x]; i != kNone; i = entries_[i].next)
-                if (!visit(things_[entries_[i].thing])) return;
+        for (std::size_t x = left; x <= right; ++x)
+            for (std::uint32_t i = heads_[y * cells_[0] + x]; i != kNone; i = chunks_[i].next)
+                for (const std::uint32_t thing : chunks_[i].things) {
+                    if (thing == kNone) break;
+                    const bool beside = isBeside<Axis>(things_[thing], low, high, part);
+                    const bool hit = beside & (part.high > from) & (part.low < to);
+                    covered.low = hit ? std::min(covered.low, part.low) : covered.low;
+                    covered.high = hit ? std::max(covered.high, part.high) : covered.high;
+                }
+    return covered;
 }
 
 bool PlaceGrid::isFree(const Box& box) const {
-    bool free = true;
-    visitThings(box, [&](const Thing& thing) {
-        Range range{};
-        free = !(rangeWithin(thing, 0, box.low[1] + kTouch, box.high[1] - kTouch, range) &&
-                 range.high > box.low[0] + kTouch && range.low < box.high[0] - kTouch);
-        return free;
-    });
-    return free;
+    return !cover<0>(box).any();
 }
 
-double PlaceGrid::slide(Box box, int axis, int direction, double most) const {
-    const int other = 1 - axis;
-    const double low = box.low[other] + kTouch;
-    const double high = box.high[other] - kTouch;
-    const double start = box.low[axis];
-    const double size = box.high[axis] - start;
-    for (;;) {
-        // The farthest end of all that the box covers here.
-        double next = box.low[axis];
-        bool free = true;
-        visitThings(box, [&](const Thing& thing) {
-            Range range{};
-            if (!rangeWithin(thing, axis, low, high, range) ||
-                range.high <= box.low[axis] + kTouch || range.low >= box.high[axis] - kTouch)
-                return true;
-            free = false;
-            next = direction > 0 ? std::max(next, range.high) : std::min(next, range.low - size);
-            return std::fabs(next - start) <= most;
-        });
-        if (free) return std::fabs(box.low[axis] - start);
-        if (std::fabs(next - start) > most) return -1;
-        box.low[axis] = next;
-        box.high[axis] = next + size;
+template <int Axis>
+Pair PlaceGrid::slideAlong(const Box& box, const Pair& most) const {
+    const Covered first = cover<Axis>(box);
+    if (!first.any()) return {0, 0};
+    const double start = box.low[Axis];
+    const double size = box.high[Axis] - start;
+    Pair found{-1, -1};
+    for (const int up : {0, 1}) {
+        Covered covered = first;
+        while (covered.any()) {
+            Box next = box;
+            next.low[Axis] = up ? covered.high : covered.low - size;
+            next.high[Axis] = next.low[Axis] + size;
+            const double way = up ? next.low[Axis] - start : start - next.low[Axis];
+            if (way > most[up]) break;
+            covered = cover<Axis>(next);
+            if (!covered.any()) found[up] = way;
+        }
     }
+    return found;
+}
+
+Pair PlaceGrid::slide(const Box& box, int axis, const Pair& most) const {
+    return axis == 0 ? slideAlong<0>(box, most) : slideAlong<1>(box, most);
 }
 
 }  // namespace toolbox::tag

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <vector>
 
 #include "toolbox/tag_layout.h"
@@ -40,40 +41,46 @@ class PlaceGrid {
 
     /// Nothing is in the box.
     [[nodiscard]] bool isFree(const Box& box) const;
-    /// The box slides along an axis, to greater coordinates for direction 1, to lesser ones for -1.
-    /// How far it is to the first free place; negative when that is farther than `most`.
-    [[nodiscard]] double slide(Box box, int axis, int direction, double most) const;
+    /// The box slides along an axis both ways, to lesser and to greater coordinates, each way no
+    /// farther than `most`. How far it is to the first free places; negative where there is none.
+    [[nodiscard]] Pair slide(const Box& box, int axis, const Pair& most) const;
 
   private:
-    /// Of a segment the ends; of a box, the corners low and high.
+    /// The ends of a segment, the upper one first; of a box, the corners low and high.
     struct Thing {
         Pair from;
         Pair to;
-        bool isSegment;
+        Pair slope;  ///< how far along an axis for each point along the other; 0 for a box
     };
-    struct Entry {
-        std::uint32_t thing;
+    /// From where to where a box covers something along an axis; at first nothing.
+    struct Covered {
+        double low = std::numeric_limits<double>::infinity();
+        double high = -std::numeric_limits<double>::infinity();
+        [[nodiscard]] bool any() const { return low <= high; }
+    };
+    /// Some things of a cell, the last ones first; kNone in places that are not taken.
+    struct Chunk {
+        static constexpr std::size_t kSize = 7;
+        std::array<std::uint32_t, kSize> things;
         std::uint32_t next;
-    };
-    struct Range {
-        double low;
-        double high;
     };
     static constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
     [[nodiscard]] std::size_t column(double coordinate, int axis) const;
     void enter(std::uint32_t thing, std::size_t x, std::size_t y);
-    void enterRow(std::uint32_t thing, const Thing& segment, std::size_t row);
-    /// The part of a thing between two coordinates of the other axis, as a range of this axis.
-    static bool rangeWithin(const Thing& thing, int axis, double low, double high, Range& range);
-    template <class Visit>
-    void visitThings(const Box& box, Visit visit) const;
+    void enterRow(std::uint32_t thing, std::size_t row);
+    template <int Axis>
+    static bool isBeside(const Thing& thing, double low, double high, Covered& part);
+    template <int Axis>
+    [[nodiscard]] Covered cover(const Box& box) const;
+    template <int Axis>
+    [[nodiscard]] Pair slideAlong(const Box& box, const Pair& most) const;
 
     Box region_;
     double cell_;
     std::array<std::size_t, 2> cells_;
     std::vector<std::uint32_t> heads_;
-    std::vector<Entry> entries_;
+    std::vector<Chunk> chunks_;
     std::vector<Thing> things_;
 };
 

@@ -120,7 +120,7 @@ class Placement {
     static double cellSize(std::span<const TvTagOnPage> tags) {
         double sum = 0;
         for (const TvTagOnPage& each : tags) sum += each.box.bottom - each.box.top;
-        return tags.empty() ? 1 : sum / static_cast<double>(tags.size());
+        return tags.empty() ? 1 : 2 * sum / static_cast<double>(tags.size());
     }
 
     void place(Movable& movable, const Pair& by) {

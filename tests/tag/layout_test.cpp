@@ -101,9 +101,9 @@ TEST(TagLayout, ShowsWhatTheScaleAllows) {
         tag.maxScale = greatest;
         set.add(tag);
     }
-    TvTag far = labelled("far");
-    far.anchor = {1e308, 0};
-    set.add(far);
+    TvTag away = labelled("far");
+    away.anchor = {1e308, 0};
+    set.add(away);
     std::vector<TvTagId> shown;
     const TvTagLayout layout(set, kView, nullptr);
     for (const TvTagOnPage& each : layout.tags()) shown.push_back(each.id);
@@ -205,7 +205,7 @@ TEST_F(TagTemplates, ShowWrongTokensAsTheyStand) {
 }
 
 TEST_F(TagTemplates, TakeAMegabyteOfAnyBytes) {
-    for (const char* const part : {"x ", "$x", "\x81"}) {
+    for (const char* const part : {"$x ", "\x81"}) {
         TvTag tag;
         while (tag.text.size() < 1 << 20) tag.text += part;
         tag.width = 50;

@@ -57,7 +57,8 @@ class TB_API TvTagTool {
     TvTagTool& operator=(const TvTagTool&) = delete;
 
     /// How the drawing lies on the page, in points, and the page in the window, in pixels. Without
-    /// inverse there is nothing for the mouse. A gesture that is under way is cancelled.
+    /// inverse there is nothing for the mouse. Another view than before cancels a gesture that is
+    /// under way.
     void setView(const TransMatrix2D& toPage, const TransMatrix2D& toWindow);
     /// Where changes go, instead of the stack before; null: they cannot be undone.
     void setUndo(UndoStack* stack);
@@ -115,8 +116,8 @@ class TB_API TvTagTool {
 };
 
 /// The editor of one tag. Its text is shown as it is expanded while it is typed, with what is wrong
-/// in it; so is everything else that it has. See howto of templates in dialogs.h: the application
-/// may have its own DLG_TAG, in which any control but the text may lack.
+/// in it; so is everything else that it has. An application may have a template DLG_TAG of its own
+/// (tag_dialog.rc), in which any control may lack but the text.
 ///
 ///     TvTagDialog editor(tag, &keys);
 ///     if (editor.run(frame)) tag = editor.getTag();

@@ -292,7 +292,9 @@ int TvTagTool::State::doubleClick(TarvMess& message) {
 }
 
 int TvTagTool::State::showCursor(const TarvMess& message) {
-    if (LOWORD(message.lParam) != HTCLIENT || !isVisible) return 0;
+    const bool isOverTags = LOWORD(message.lParam) == HTCLIENT && isVisible &&
+                            reinterpret_cast<HWND>(message.wParam) == window;
+    if (!isOverTags) return 0;
     POINT at{};
     GetCursorPos(&at);
     ScreenToClient(window, &at);

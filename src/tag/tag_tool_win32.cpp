@@ -23,6 +23,7 @@ TvTagTool::~TvTagTool() {
 
 void TvTagTool::setView(const TransMatrix2D& toPage, const TransMatrix2D& toWindow) {
     State& state = *state_;
+    if (toPage == state.toPage && toWindow == state.toWindow) return;
     const Watch self(state.life);
     state.cancelGesture();
     if (self.gone()) return;

@@ -161,30 +161,6 @@ TvTagOnPage onPage(TvTag tag) {
     return place;
 }
 
-TEST(TagMoves, MoveBoxAnchorOrBoth) {
-    using namespace toolbox::tag;
-    const PageView view(TransMatrix2D().scale(2, -2));
-    TvTag tag = tagWith("a", {10, 5});
-    tag.unplaced = true;
-    // The whole tag goes along, unless a leader holds it.
-    struct Case {
-        bool leader, whole;
-        TvPoint anchor, offset;
-    };
-    for (const Case& each :
-         {Case{false, false, {13, 3}, {0, 0}}, Case{true, false, {10, 5}, {6, 4}},
-          Case{true, true, {13, 3}, {0, 0}}}) {
-        tag.leader = each.leader;
-        const TvTag result = moved(tag, {6, 4}, each.whole, view);
-        EXPECT_EQ(result.anchor, each.anchor);
-        EXPECT_EQ(result.offset, each.offset);
-        EXPECT_FALSE(result.unplaced);
-    }
-    const TvTag apart = anchorMoved(tag, {6, 4}, view);
-    EXPECT_EQ(apart.anchor, (TvPoint{13, 3}));
-    EXPECT_EQ(onPage(apart).box, onPage(tag).box);
-}
-
 TEST(TagMoves, WidenTheBoxByItsFreeSide) {
     using namespace toolbox::tag;
     struct Case {

@@ -178,33 +178,37 @@ TEST_F(TagToolTest, CopiesAndPastesAsTextAndAsTags) {
 
 TEST_F(TagToolTest, CarriesOutTheCommandsOfTheMenu) {
     struct Case {
-        UINT command;
-        std::function<bool(const TvTag&)> has;
+        std::vector<UINT> commands;
+        TvAlign align;
+        TvLevel level;
+        TvTagBorder border;
     };
     const TvTagId a = add({50, 50}), b = add({50, 150});
-    for (const Case& each : std::vector<Case>{
-             {TagAlignRight, [](const TvTag& tag) { return tag.align == TvAlign::right; }},
-             {TagAlignCenter, [](const TvTag& tag) { return tag.align == TvAlign::center; }},
-             {TagAlignLeft, [](const TvTag& tag) { return tag.align == TvAlign::left; }},
-             {TagAlignBottom, [](const TvTag& tag) { return tag.level == TvLevel::bottom; }},
-             {TagAlignMiddle, [](const TvTag& tag) { return tag.level == TvLevel::middle; }},
-             {TagAlignTop, [](const TvTag& tag) { return tag.level == TvLevel::top; }},
-             {TagNoBorder, [](const TvTag& tag) { return tag.border == TvTagBorder::none; }},
-             {TagBorder, [](const TvTag& tag) { return tag.border == TvTagBorder::frame; }},
-             {TagRoundedBorder,
-              [](const TvTag& tag) { return tag.border == TvTagBorder::rounded; }},
-             {TagUnderline, [](const TvTag& tag) { return tag.border == TvTagBorder::underline; }},
-             {TagFilled, [](const TvTag& tag) { return tag.fill.filled; }},
-             {TagLeader, [](const TvTag& tag) { return tag.leader; }},
-             {TagLocked, [](const TvTag& tag) { return tag.locked; }}}) {
-        tags->setSelection({});
-        EXPECT_EQ(tool->state(each.command), UINT{MF_GRAYED}) << each.command;
-        tags->setSelection(Ids{a, b});
-        EXPECT_EQ(tool->state(each.command) & MF_CHECKED, 0u) << each.command;
-        EXPECT_EQ(tool->command(each.command), 1);
-        EXPECT_TRUE(each.has(tag(a)) && each.has(tag(b))) << each.command;
-        EXPECT_EQ(tool->state(each.command), UINT{MF_CHECKED}) << each.command;
+    for (const Case& each : {Case{{TagAlignRight, TagAlignBottom, TagNoBorder, TagFilled},
+                                  TvAlign::right,
+                                  TvLevel::bottom,
+                                  TvTagBorder::none},
+                             Case{{TagAlignCenter, TagAlignMiddle, TagBorder, TagLeader},
+                                  TvAlign::center,
+                                  TvLevel::middle,
+                                  TvTagBorder::frame},
+                             Case{{TagAlignLeft, TagAlignTop, TagRoundedBorder, TagLocked},
+                                  TvAlign::left,
+                                  TvLevel::top,
+                                  TvTagBorder::rounded}}) {
+        for (const UINT command : each.commands) {
+            tags->setSelection({});
+            EXPECT_EQ(tool->state(command), UINT{MF_GRAYED}) << command;
+            tags->setSelection(Ids{a, b});
+            EXPECT_EQ(tool->state(command) & MF_CHECKED, 0u) << command;
+            EXPECT_EQ(tool->command(command), 1);
+            EXPECT_EQ(tool->state(command), UINT{MF_CHECKED}) << command;
+        }
+        EXPECT_EQ(tag(b).align, each.align);
+        EXPECT_EQ(tag(b).level, each.level);
+        EXPECT_EQ(tag(b).border, each.border);
     }
+    EXPECT_TRUE(tag(a).fill.filled && tag(a).leader && tag(a).locked);
     tool->command(TagLocked);
     EXPECT_FALSE(tag(a).locked) << "a switch";
     tags->setSelection(Ids{a});

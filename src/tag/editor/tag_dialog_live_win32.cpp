@@ -107,34 +107,39 @@ void TvTagDialog::State::show() {
     seen.anchor = {};
     seen.minScale = seen.maxScale = 0;
     seen.unplaced = false;
-    showProblems(shown.text);
     TvTagSet set;
-    if (self.gone() || !set.add(seen)) return;
+    if (!set.add(seen)) return;
     TvTagLayout laidOut(set, TransMatrix2D(), keys);
-    if (self.gone() || !dialog.getHWND()) return;
+    if (self.gone() || !dialog.getHWND() || laidOut.tags().empty()) return;
     sample = std::move(laidOut);
+    showProblems(shown.text);
     // Screen readers say it.
-    const auto tags = sample.tags();
-    if (!tags.empty()) dialog.setText(IDC_TAG_SAMPLE, tags.front().text.windows1252());
+    dialog.setText(IDC_TAG_SAMPLE, sample.tags().front().text.windows1252());
     if (const HWND control = dialog.control(IDC_TAG_SAMPLE)) InvalidateRect(control, nullptr, TRUE);
 }
 
+/// What is wrong with tokens, then the characters that no font has.
 void TvTagDialog::State::showProblems(const CString& text) {
     const HWND list = dialog.control(IDC_TAG_PROBLEMS);
+    if (!list) return;
     problems =
         keys ? keys->checkTemplate(RWCString(text)) : std::vector<toolbox::TemplateProblem>();
-    if (!list) return;
-    SendMessageA(list, LB_RESETCONTENT, 0, 0);
-    const auto add = [=](const CString& line) {
-        SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(line.c_str()));
-    };
-    for (const toolbox::TemplateProblem& each : problems) add(tvTagSentence(each));
-    if (problems.empty()) {
+    std::vector<CString> lines;
+    for (const toolbox::TemplateProblem& each : problems) lines.push_back(tvTagSentence(each));
+    const TvText& shown = sample.tags().front().text;
+    for (const TvTextFault& each : shown.faults()) {
+        const TvCanvasFault fault{TvCanvasFault::Character, 0, each, shown.windows1252()};
+        lines.push_back(fault.sentence());
+    }
+    dialog.enable(IDC_TAG_PROBLEMS, !lines.empty());
+    if (lines.empty()) {
         RWCString none;
         GMSG::getString(kNoFindings, none);
-        add(none);
+        lines.emplace_back(none);
     }
-    dialog.enable(IDC_TAG_PROBLEMS, !problems.empty());
+    SendMessageA(list, LB_RESETCONTENT, 0, 0);
+    for (const CString& line : lines)
+        SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(line.c_str()));
 }
 
 /// Leads to the place in the text.

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "dialog/controls/window_text_win32.h"
 #include "tag_dialog.h"
 #include "toolbox/numbers.h"
 
@@ -23,11 +24,7 @@ int rowOf(TvLevel level) {
 }
 
 CString textIn(HWND dialog, int control) {
-    const HWND window = GetDlgItem(dialog, control);
-    std::string text(static_cast<std::size_t>(GetWindowTextLengthA(window)) + 1, '\0');
-    text.resize(static_cast<std::size_t>(
-        GetWindowTextA(window, text.data(), static_cast<int>(text.size()))));
-    return CString(std::move(text));
+    return CString(controls::windowText(GetDlgItem(dialog, control)));
 }
 
 void lookAt(HWND dialog, int control, double& number) {

@@ -2,12 +2,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <memory>
 #include <string>
 
 #include "drawing/drawing_page.h"
 #include "drawing/label_drawing.h"
 #include "drawing/window_drawing.h"
 #include "resources/workbench_texts.h"
+#include "support/temp_folder.h"
 
 namespace {
 
@@ -50,7 +52,7 @@ class ProjectDrawing : public ::testing::Test {
         UDManager::initStaticVars();
         GMSG::language = GMSG::English;
         registerWorkbenchTexts();
-        keys = std::make_unique<ProjectKeys>("");
+        keys = std::make_unique<ProjectKeys>(folder / "workbench.ini");
         section.iY = 8356.11;
         section.welY = 557.07;
     }
@@ -65,6 +67,7 @@ class ProjectDrawing : public ::testing::Test {
     }
 
     GMSG service;
+    TempFolder folder;
     std::unique_ptr<ProjectKeys> keys;
     Section section;
     OpenProject work{[this](const CString&) { return &section; }};

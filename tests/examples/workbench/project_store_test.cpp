@@ -103,7 +103,7 @@ TEST_F(ProjectStore, MakesTagsOfTheLabelsOfVersion1) {
         block << static_cast<int>(crc32(data));
         ASSERT_TRUE(writer.writeBloc(block));
     }
-    ASSERT_TRUE(writer.close());
+    ASSERT_TRUE(writer.commit() && writer.close());
     LoadedProject loaded = load();
     EXPECT_EQ(loaded.error, 0);
     ASSERT_EQ(loaded.project.labels().size(), 1u);

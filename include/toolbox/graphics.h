@@ -291,7 +291,8 @@ class TB_API MouseDragger {
 
 namespace toolbox {
 
-/// Commands of the menu of tag objects.
+/// Commands of the menu of tag objects. The alignment along the text and that across it are set one
+/// by one: together there are nine.
 enum TagCommand : UINT {
     TagEdit = 12100,
     TagDelete = 12101,
@@ -299,7 +300,22 @@ enum TagCommand : UINT {
     TagAlignCenter = 12103,
     TagAlignRight = 12104,
     TagNoBorder = 12105,
-    TagBorder = 12106
+    TagBorder = 12106,
+    TagRoundedBorder = 12107,
+    TagUnderline = 12108,
+    TagAlignTop = 12109,
+    TagAlignMiddle = 12110,
+    TagAlignBottom = 12111,
+    TagFilled = 12112,
+    TagLeader = 12113,
+    TagLocked = 12114,
+    TagToFront = 12115,
+    TagToBack = 12116,
+    // Not in the library's menu; an application's may have them.
+    TagCut = 12117,
+    TagCopy = 12118,
+    TagPaste = 12119,
+    TagSelectAll = 12120
 };
 
 }  // namespace toolbox

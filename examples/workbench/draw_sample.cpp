@@ -3,6 +3,7 @@
 //     workbench_drawing SECTIONS FILE...
 //
 // SECTIONS is the table of sections; each FILE is written as SVG or, when its name ends so, as PDF.
+// Formats of keys that workbench_drawing.ini in the current folder holds are heeded.
 // Exit status: 0 all are written; 1 one is not, or the table has no section; 2 wrong arguments.
 #include <cstdio>
 
@@ -71,7 +72,7 @@ int drawInto(int count, char** files, const std::vector<Section>& sections) {
     });
     work.setProject(floorProject());
     for (std::size_t i = 0; i < work.project().beams().size(); ++i) work.compute(i);
-    ProjectKeys keys("");
+    ProjectKeys keys("workbench_drawing.ini");
     for (int i = 0; i < count; ++i) {
         CString why;
         if (writeDrawing(work, keys, "Beams of a floor", files[i], &why)) continue;

@@ -111,17 +111,17 @@ std::vector<Arrow> DrawingLayout::comb(const BeamPlace& place) const {
     return arrows;
 }
 
-std::vector<Pixel> DrawingLayout::deflected(const BeamPlace& place, double deflection) const {
+std::vector<TvPoint> DrawingLayout::deflected(const BeamPlace& place, double deflection) const {
     if (!std::isfinite(deflection)) return {};
     const double deepest = kDeepestSag * smaller(plane.scale());
     const double sag =
         std::clamp(deflection * kSagScale * smaller(plane.scale()), -deepest, deepest);
     const int parts = std::clamp(place.width() / 8, 4, 64);
-    std::vector<Pixel> curve;
+    std::vector<TvPoint> curve;
     for (int i = 0; i <= parts; ++i) {
         const double along = static_cast<double>(i) / parts;
-        curve.push_back({place.left + whole(along * place.width()),
-                         place.bottom + whole(sag * bentShape(along))});
+        curve.push_back(
+            {place.left + along * place.width(), place.bottom + sag * bentShape(along)});
     }
     return curve;
 }

@@ -52,7 +52,7 @@ class DrawingLayout {
     /// Where the arrows of a uniform load stand: at both ends, evenly between. Empty without load.
     [[nodiscard]] std::vector<Arrow> comb(const BeamPlace& place) const;
     /// The lower flange bent by so many mm at midspan, much exaggerated.
-    [[nodiscard]] std::vector<Pixel> deflected(const BeamPlace& place, double deflection) const;
+    [[nodiscard]] std::vector<TvPoint> deflected(const BeamPlace& place, double deflection) const;
     /// The middle of the line with a beam's name, and its dimension line.
     [[nodiscard]] int nameLine(const BeamPlace& place) const;
     [[nodiscard]] int dimensionLine(const BeamPlace& place) const;

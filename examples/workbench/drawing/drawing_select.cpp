@@ -111,7 +111,7 @@ std::unique_ptr<Dragger> SelectMode::loadFigure(Pixel at) {
 std::unique_ptr<Dragger> SelectMode::labelFigure(Pixel at) {
     const Label& label = *view().project().label(grabbed_.id);
     const TvTagOnPage* const drawn = view().drawnLabel(label.id);
-    if (!drawn) return nullptr;
+    if (!drawn || label.tag.locked) return nullptr;
     const Place anchor{label.tag.anchor.x, label.tag.anchor.y};
     origin_ = plane().toWindow(anchor);
     const PixelRect now = pixelsOf(drawn->box);

@@ -57,6 +57,47 @@ class FiguresAside {
     const std::vector<std::unique_ptr<DrawingMode>>& modes_;
 };
 
+/// What the library's menu of tags offers. False for a command of another kind.
+bool apply(UINT command, TvTag& tag) {
+    switch (command) {
+        case toolbox::TagAlignLeft:
+        case toolbox::TagAlignCenter:
+        case toolbox::TagAlignRight:
+            tag.align = static_cast<TvAlign>(command - toolbox::TagAlignLeft);
+            return true;
+        case toolbox::TagAlignTop:
+            tag.level = TvLevel::top;
+            return true;
+        case toolbox::TagAlignMiddle:
+            tag.level = TvLevel::middle;
+            return true;
+        case toolbox::TagAlignBottom:
+            tag.level = TvLevel::bottom;
+            return true;
+        case toolbox::TagNoBorder:
+        case toolbox::TagBorder:
+            setFramed(tag, command == toolbox::TagBorder);
+            return true;
+        case toolbox::TagRoundedBorder:
+            tag.border = TvTagBorder::rounded;
+            return true;
+        case toolbox::TagUnderline:
+            tag.border = TvTagBorder::underline;
+            return true;
+        case toolbox::TagFilled:
+            tag.fill.filled = !tag.fill.filled;
+            return true;
+        case toolbox::TagLeader:
+            tag.leader = !tag.leader;
+            return true;
+        case toolbox::TagLocked:
+            tag.locked = !tag.locked;
+            return true;
+        default:
+            return false;
+    }
+}
+
 }  // namespace
 
 void registerDrawingClass(HINSTANCE instance) {
@@ -152,29 +193,21 @@ bool DrawingView::command(UINT id) {
         case toolbox::TagDelete:
             shown().removeSelected();
             return true;
-        case toolbox::TagAlignLeft:
-        case toolbox::TagAlignCenter:
-        case toolbox::TagAlignRight:
-        case toolbox::TagNoBorder:
-        case toolbox::TagBorder:
-            changeLabel(id);
-            return true;
         default:
-            return false;
+            return id > toolbox::TagDelete && id <= toolbox::TagLocked && changeLabel(id);
     }
 }
 
-void DrawingView::changeLabel(UINT command) {
+/// False for what labels do not know.
+bool DrawingView::changeLabel(UINT command) {
     const Selection& chosen = shown().selection();
     const Label* const found =
         chosen.kind == Selection::OneLabel ? project().label(chosen.id) : nullptr;
-    if (!found) return;
+    if (!found) return true;
     Label label = *found;
-    if (command == toolbox::TagNoBorder || command == toolbox::TagBorder)
-        setFramed(label.tag, command == toolbox::TagBorder);
-    else
-        label.tag.align = static_cast<TvAlign>(command - toolbox::TagAlignLeft);
+    if (!apply(command, label.tag)) return false;
     shown().put(std::move(label));
+    return true;
 }
 
 PixelRect DrawingView::client() const {

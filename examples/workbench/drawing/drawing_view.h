@@ -52,7 +52,7 @@ class DrawingView : public View {
   private:
     bool take(UINT message, WPARAM wParam, LPARAM lParam);
     bool command(UINT id);
-    void changeLabel(UINT command);
+    bool changeLabel(UINT command);
     void resized();
     void showFirst();
     void repaint() const;

@@ -20,16 +20,16 @@ struct Surroundings {
     void add(const Beam& beam, const DrawingLayout& layout) {
         constexpr int kLine = 8, kFigure = 22;
         const BeamPlace place = layout.place(beam);
-        rectangles.push_back(planeRect({place.left - kSupportHeight, std::min(place.top, place.comb),
-                                        place.right + kSupportHeight,
-                                        layout.dimensionLine(place) + kLine}));
+        rectangles.push_back(
+            planeRect({place.left - kSupportHeight, std::min(place.top, place.comb),
+                       place.right + kSupportHeight, layout.dimensionLine(place) + kLine}));
         for (const PointLoad& load : beam.loads) {
             const Arrow arrow = layout.arrow(beam, place, load);
             segments.push_back({pointOf(arrow.tail), pointOf(arrow.tip)});
             const int away = arrow.tail.y < arrow.tip.y ? -2 * kLine : 0;
-            rectangles.push_back(planeRect({arrow.tail.x - kFigure, arrow.tail.y + away,
-                                            arrow.tail.x + kFigure,
-                                            arrow.tail.y + away + 2 * kLine}));
+            rectangles.push_back(
+                planeRect({arrow.tail.x - kFigure, arrow.tail.y + away, arrow.tail.x + kFigure,
+                           arrow.tail.y + away + 2 * kLine}));
         }
     }
 };

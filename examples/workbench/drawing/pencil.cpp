@@ -39,9 +39,9 @@ void Pencil::line(Pixel from, Pixel to, const Paint& paint) const {
     canvas_.line(pointOf(from), pointOf(to));
 }
 
-void Pencil::polyline(const std::vector<Pixel>& points, const Paint& paint) const {
+void Pencil::polyline(const std::vector<TvPoint>& points, const Paint& paint) const {
     canvas_.setPen(penOf(paint));
-    canvas_.polyline(pointsOf(points));
+    canvas_.polyline(points);
 }
 
 void Pencil::polygon(const std::vector<Pixel>& points, const Paint& edge,

@@ -50,7 +50,7 @@ class Pencil {
     /// Lines inside the rectangle, along its sides.
     void frame(const PixelRect& rect, const Paint& paint) const;
     void line(Pixel from, Pixel to, const Paint& paint) const;
-    void polyline(const std::vector<Pixel>& points, const Paint& paint) const;
+    void polyline(const std::vector<TvPoint>& points, const Paint& paint) const;
     void polygon(const std::vector<Pixel>& points, const Paint& edge, const Paint& inside) const;
     void circle(Pixel center, int radius, const Paint& edge, const Paint& inside) const;
     /// With a head of that length, or as much of it as there is room for.

@@ -28,7 +28,7 @@ class ProjectDrawing {
     void pointLoads(const Beam& beam, const BeamPlace& place);
     void pointLoad(const PointLoad& load, const Arrow& arrow);
     void beamTexts(const Beam& beam, const BeamPlace& place, const BeamResults* results);
-    void dimension(const Beam& beam, const BeamPlace& place) const;
+    void dimension(const Beam& beam, const BeamPlace& place);
 
     Pencil pencil_;
     const Scene& scene_;
@@ -188,7 +188,7 @@ void ProjectDrawing::beamTexts(const Beam& beam, const BeamPlace& place,
     if (scene_.layout.plane.scale() >= kDimensionScale) dimension(beam, place);
 }
 
-void ProjectDrawing::dimension(const Beam& beam, const BeamPlace& place) const {
+void ProjectDrawing::dimension(const Beam& beam, const BeamPlace& place) {
     const CString figure = amount(beam.span, 2, "m");
     const int width = Pencil::textWidth(figure, fonts::kSmall);
     const int y = scene_.layout.dimensionLine(place);
@@ -202,6 +202,7 @@ void ProjectDrawing::dimension(const Beam& beam, const BeamPlace& place) const {
         pencil_.line({x - 3, y + 3}, {x + 4, y - 4}, paints::kInk);
     }
     pencil_.text({textLeft, y}, figure, fonts::kSmall, paints::kRulerText);
+    taken_.push_back({place.left, y - 7, place.right, y + 7});
 }
 
 }  // namespace

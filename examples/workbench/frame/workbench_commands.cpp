@@ -80,6 +80,7 @@ void Workbench::createCommands(HWND frameWindow) {
     commands_->manage(static_cast<int>(std::size(kLanguageCommands)), kLanguageCommands, menu,
                       kLanguages);
     undo_.showIn(frame().getFrameMenu());
+    undo_.refresh();
     (*commands_)[CMD_SELECT_MODE].setCheckStatus(1);
     (*commands_)[GMSG::language == GMSG::French ? CMD_FRENCH : CMD_ENGLISH].setCheckStatus(1);
 }

@@ -9,7 +9,6 @@
 #include "drawing/drawing_view.h"
 #include "frame/view.h"
 #include "open_workbench.h"
-#include "project/project_store.h"
 #include "resources/resource.h"
 #include "support/window_kit.h"
 #include "table/table_view.h"
@@ -62,15 +61,6 @@ TEST_F(Closing, AsksOnceAboutEachProjectWhenTheSessionEnds) {
     EXPECT_EQ(asked, (std::vector{last, first}));
 }
 
-TEST_F(Closing, AsksNothingWhileAnotherWindowShowsTheProject) {
-    change();
-    ASSERT_EQ(document().views.getCount(), 2);
-    const DialogScript none;
-    EXPECT_EQ(SendMessageA(document().views[0]->getHWND(), WM_QUERYENDSESSION, SC_CLOSE, 0), 1);
-    workbench.command(CMD_CLOSE_WINDOW);
-    EXPECT_EQ(document().views.getCount(), 1);
-}
-
 TEST_F(Closing, ANoHoldsUntilTheNextChangeOrUntilTheSessionGoesOn) {
     change();
     workbench.command(CMD_CLOSE_WINDOW);
@@ -87,25 +77,6 @@ TEST_F(Closing, ANoHoldsUntilTheNextChangeOrUntilTheSessionGoesOn) {
     answer(script, IDCANCEL);
     EXPECT_EQ(send(WM_QUERYENDSESSION), 0);
     EXPECT_EQ(asked.size(), 3u);
-}
-
-TEST_F(Closing, WaitsForTheDialogThatIsOpen) {
-    change();
-    document().select({Selection::OneBeam, document().project().beams()[0].id});
-    DialogScript script;
-    script.run([&](HWND dialog) {
-        setText(dialog, IDC_BEAM_NAME, "P7");
-        send(WM_CLOSE);
-        EXPECT_EQ(send(WM_QUERYENDSESSION), 0);
-        const HWND view = workbench.workbench().frame().getActiveMDIChild();
-        SendMessageA(view, WM_CLOSE, 0, 0);
-        EXPECT_TRUE(IsWindow(view));
-        ASSERT_TRUE(IsWindow(dialog));
-        PostMessageA(dialog, WM_COMMAND, IDOK, 0);
-    });
-    workbench.command(CMD_EDIT);
-    ASSERT_NE(workbench.frame(), nullptr);
-    EXPECT_EQ(document().project().beams()[0].name, "P7");
 }
 
 Document* closed = nullptr;
@@ -144,11 +115,6 @@ TEST_F(Closing, OutlivesAProjectThatGoesUnderItsDialogs) {
              workbench.command(CMD_CLOSE_WINDOW);
              SendMessageA(document().views[0]->getHWND(), WM_CLOSE, 0, 0);
          }},
-        {"the question of the command", IDYES,
-         [&] {
-             change();
-             workbench.command(CMD_CLOSE);
-         }},
         {"the table's menu", 0,
          [&] {
              const HWND window = workbench.maximized<TableView>(CMD_TABLE)->getHWND();
@@ -179,7 +145,6 @@ TEST_F(Closing, OutlivesAProjectThatGoesUnderItsDialogs) {
         workbench.command(CMD_NEW);
         EXPECT_EQ(document().views.getCount(), 2) << "the program goes on";
     }
-    EXPECT_EQ(loadProject(file.c_str(), {}).project.beams().size(), 2u) << "Yes saved it";
 }
 
 TEST_F(Closing, StopsALongJobAtItsEnd) {

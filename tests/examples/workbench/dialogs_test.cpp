@@ -33,15 +33,6 @@ class BeamDialogTest : public ::testing::Test {
     Beam beam;
 };
 
-TEST_F(BeamDialogTest, GivesBackWhatWasNotTouched) {
-    const Beam before = beam;
-    DialogScript script;
-    script.run([](HWND dialog) { EXPECT_EQ(textOf(dialog, IDC_BEAM_SPAN), "6.123456789"); })
-        .run([](HWND) { pressKey(VK_RETURN); });
-    EXPECT_TRUE(edit());
-    EXPECT_EQ(beam, before);
-}
-
 TEST_F(BeamDialogTest, TakesWhatIsTyped) {
     DialogScript script;
     script.run([](HWND) { typeText("Nord"); })
@@ -58,7 +49,7 @@ TEST_F(BeamDialogTest, TakesWhatIsTyped) {
             press(dialog, IDC_LOAD_REMOVE);
         })
         .run([](HWND dialog) { press(dialog, IDOK); });
-    Beam expected = beam;
+    Beam expected = beam;  // the rest as it was, to the last digit
     expected.name = "Nord";
     expected.span = 7.25;
     expected.loads = {{3.1, -4}, {7.2, 3}};

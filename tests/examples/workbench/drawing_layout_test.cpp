@@ -9,8 +9,6 @@
 
 namespace {
 
-constexpr PixelRect kPart{50, 0, 1050, 600};
-
 /// 40 pixels a metre, (0, 0) at (100, 300); sections are 200 mm deep, 8 pixels.
 class Drawing : public ::testing::Test {
   protected:
@@ -39,33 +37,6 @@ class Drawing : public ::testing::Test {
     Project project;
     DrawingLayout layout{[](const Beam&) { return 200.0; }};
 };
-
-TEST_F(Drawing, FitsLoadsAndTextsOfABeamToo) {
-    for (const double force : {24.0, -24.0}) {
-        project = {};
-        const std::uint32_t id = add(0, 0, 7.3, 5, {{3, force}});
-        project.put(Label{.beam = id, .tag = labelTag("$NAME$", 0, -2.5)});
-        const PixelRect part{50, 0, 950, 230};
-        layout.fit(project, part);
-        const PixelRect all = layout.around(beam(id), layout.place(beam(id)));
-        EXPECT_GE(all.top, part.top) << force;
-        EXPECT_LE(all.bottom, part.bottom) << force;
-    }
-}
-
-TEST_F(Drawing, ZoomsAboutAPixelWithinLimits) {
-    DrawingPlane& plane = layout.plane;
-    const Pixel about{340, 220};
-    const Place before = plane.toPlane(about);
-    for (const double factor : {1.25, 3.0, 1e6, 1e-3, 1e-6, 40.0}) {
-        plane.zoom(factor, about);
-        const Place now = plane.toPlane(about);
-        EXPECT_NEAR(now.x, before.x, 1e-6);
-        EXPECT_NEAR(now.y, before.y, 1e-6);
-        EXPECT_GE(plane.scale(), DrawingPlane::kScaleMin);
-        EXPECT_LE(plane.scale(), DrawingPlane::kScaleMax);
-    }
-}
 
 TEST_F(Drawing, FindsWhatIsUnderTheMouse) {
     const std::uint32_t first = add(0, 0, 6, 5, {{2, 10}, {4, -10}});  // x 100 to 340, y 300

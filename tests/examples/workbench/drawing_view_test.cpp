@@ -146,6 +146,15 @@ TEST_F(DrawingWindow, MovesWhatIsDragged) {
     EXPECT_DOUBLE_EQ(anchor().x, 5.5);
 }
 
+TEST_F(DrawingWindow, IsCopiedAsAPicture) {
+    putBeam();
+    workbench.command(CMD_COPY_DRAWING);
+    EXPECT_EQ(workbench.hint(), "Drawing copied.");
+    ASSERT_TRUE(OpenClipboard(window()));
+    EXPECT_NE(GetClipboardData(CF_ENHMETAFILE), nullptr);
+    CloseClipboard();
+}
+
 TEST_F(DrawingWindow, AClickSelectsAndMovesNothing) {
     putBeam();
     const Project before = project();

@@ -103,14 +103,4 @@ TEST_F(TableWindow, SelectsWithTheDocumentBothWays) {
     EXPECT_TRUE(selectedRows().empty());
 }
 
-TEST_F(TableWindow, ColumnsAreDraggedIntoAnotherOrder) {
-    const POINT to = onHeading(2);
-    moveMouse(header(), onHeading(0));
-    mouseButton(MOUSEEVENTF_LEFTDOWN);
-    moveMouse(header(), onHeading(1));
-    moveMouse(header(), {to.x + 10, to.y});
-    mouseButton(MOUSEEVENTF_LEFTUP);
-    EXPECT_TRUE(pumpUntil([&] { return columns() == "SECTION L NAME M"; })) << columns();
-}
-
 }  // namespace

@@ -125,6 +125,7 @@ void WindowDrawing::marks(const TvTagLayout& labels) const {
 }
 
 void WindowDrawing::load(const Beam& beam, const BeamPlace& place) const {
+    if (selection_.load >= beam.loads.size()) return;
     const Arrow arrow = scene_.layout.arrow(beam, place, beam.loads[selection_.load]);
     drawForce(pencil_, arrow, paints::kChosen, paints::kStrongChosen);
     handle(arrow.tail);

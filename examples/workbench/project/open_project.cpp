@@ -53,8 +53,11 @@ CString OpenProject::textOf(ProjectKeys& keys, const Label& label) const {
 }
 
 bool OpenProject::perform(unsigned short step, ProjectChange change) {
-    return steps_.perform(std::make_unique<ProjectEdit>(*this, step, std::move(change))) !=
-           Edit::Failed;
+    performing_ = true;
+    const Edit::Outcome outcome =
+        steps_.perform(std::make_unique<ProjectEdit>(*this, step, std::move(change)));
+    performing_ = false;
+    return outcome != Edit::Failed;
 }
 
 std::uint32_t OpenProject::put(Beam beam, unsigned short step) {
@@ -145,7 +148,7 @@ void OpenProject::exchange(std::uint32_t id, std::optional<Beam>& beam) {
     else if (after > before)
         results_.insert(place, std::nullopt);
     if (after >= before) compute(index);
-    touched_ = {Selection::OneBeam, id};
+    if (!performing_) touched_ = {Selection::OneBeam, id};
 }
 
 void OpenProject::exchange(std::uint32_t id, std::optional<Label>& label) {
@@ -153,7 +156,8 @@ void OpenProject::exchange(std::uint32_t id, std::optional<Label>& label) {
     const std::uint32_t beam = before ? before->beam : label ? label->beam : 0;
     project_.exchange(id, label);
     // The labels of a beam go with it.
-    if (!(touched_ == Selection{Selection::OneBeam, beam})) touched_ = {Selection::OneLabel, id};
+    if (!performing_ && !(touched_ == Selection{Selection::OneBeam, beam}))
+        touched_ = {Selection::OneLabel, id};
 }
 
 bool OpenProject::has(const Selection& selection) const {
@@ -168,7 +172,9 @@ Selection OpenProject::settled(const Selection& before) {
     // A load of the beam stays selected.
     const bool isAboutIt = touched.id == before.id && (touched.kind == Selection::OneLabel) ==
                                                           (before.kind == Selection::OneLabel);
-    if (has(before) && (isAboutIt || touched.kind == Selection::Nothing)) return before;
-    if (has(touched)) return touched;
-    return has(before) ? before : Selection();
+    if (has(touched) && !(has(before) && isAboutIt)) return touched;
+    if (has(before)) return before;
+    if (before.kind == Selection::OneLoad && project_.beam(before.id))
+        return {Selection::OneBeam, before.id};
+    return {};
 }

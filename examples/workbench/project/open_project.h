@@ -64,8 +64,8 @@ class OpenProject {
     [[nodiscard]] UndoStack& steps() { return steps_; }
     [[nodiscard]] const UndoStack& steps() const { return steps_; }
 
-    /// What the user should have selected after steps: the selection before, or what they were
-    /// about. To be asked once after each.
+    /// What the user should have selected after a change: what was undone or redone, else the
+    /// selection before as far as it is there. To be asked once after each.
     [[nodiscard]] Selection settled(const Selection& before);
 
   private:
@@ -82,6 +82,7 @@ class OpenProject {
     Project project_;
     BeamComputer computer_;
     std::vector<std::optional<BeamResults>> results_;  // of the beams, by their index
-    Selection touched_;                                // by the last steps
+    Selection touched_;                                // by what was undone or redone last
+    bool performing_ = false;                          // the user does something new
     UndoStack steps_;
 };

@@ -126,10 +126,16 @@ TEST_F(Work, RefusesWholeWhatItCannotHold) {
 TEST_F(Work, SaysAndSelectsWhatAStepIsAbout) {
     const std::uint32_t beam = addBeam(6);
     const std::uint32_t label = work.put(Label{.beam = beam, .tag = labelTag("$NAME$", 0, 0)});
+    EXPECT_TRUE(work.settled({}) == Selection()) << "the user chooses";
+    work.steps().undo();
+    work.steps().redo();
     EXPECT_TRUE(work.settled({}) == (Selection{Selection::OneLabel, label}));
-    ASSERT_TRUE(work.moveBeam(beam, 1, 1));
     const Selection load{Selection::OneLoad, beam, 0};
+    ASSERT_TRUE(work.moveBeam(beam, 1, 1));
     EXPECT_TRUE(work.settled(load) == load) << "is still there";
+    ASSERT_TRUE(work.remove(load));
+    EXPECT_TRUE(work.settled(load) == (Selection{Selection::OneBeam, beam}));
+    work.steps().undo();
     ASSERT_TRUE(work.remove({Selection::OneBeam, beam}));
     EXPECT_EQ(work.steps().undoText(), "Undo Delete beam");
     EXPECT_TRUE(work.settled(load) == Selection());

@@ -49,7 +49,7 @@ CString tvTagSentence(const toolbox::TemplateProblem& problem) {
     using toolbox::tag::Sentence;
     const auto of = [&problem](Sentence sentence) {
         return toolbox::tag::printed(sentence, problem.word.data(),
-                                        static_cast<unsigned>(problem.position) + 1);
+                                     static_cast<unsigned>(problem.position) + 1);
     };
     switch (problem.kind) {
         case Kind::unknown:

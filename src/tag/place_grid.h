@@ -25,9 +25,6 @@ struct Box {
 [[nodiscard]] inline Box boxOf(const PlaneRect& rect) {
     return {{rect.left, rect.top}, {rect.right, rect.bottom}};
 }
-[[nodiscard]] inline PlaneRect rectOf(const Box& box) {
-    return {box.low[0], box.low[1], box.high[0], box.high[1]};
-}
 
 class PlaceGrid {
   public:

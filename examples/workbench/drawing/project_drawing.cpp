@@ -202,7 +202,8 @@ void ProjectDrawing::dimension(const Beam& beam, const BeamPlace& place) {
         pencil_.line({x - 3, y + 3}, {x + 4, y - 4}, paints::kInk);
     }
     pencil_.text({textLeft, y}, figure, fonts::kSmall, paints::kRulerText);
-    taken_.push_back({place.left, y - 7, place.right, y + 7});
+    taken_.push_back({place.left, y - 1, place.right, y + 1});
+    taken_.push_back({textLeft, y - 7, textLeft + width, y + 7});
 }
 
 }  // namespace

@@ -63,8 +63,8 @@ TEST_F(Drawing, FindsWhatIsUnderTheMouse) {
     for (const Case& test : cases)
         EXPECT_TRUE(hitTest(project, layout, labels, test.at) == test.expected) << test.what;
 
-    const std::uint32_t far = add(0, -5, 6);
-    EXPECT_EQ(nearestBeam(project, layout, {150, 420})->id, far);
+    const std::uint32_t distant = add(0, -5, 6);
+    EXPECT_EQ(nearestBeam(project, layout, {150, 420})->id, distant);
     EXPECT_EQ(nearestBeam(Project(), layout, {0, 0}), nullptr);
 }
 

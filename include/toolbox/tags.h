@@ -182,6 +182,7 @@ class TB_API TvTagSet {
     int deselect(TvTagId id);
     /// Exactly these; numbers that are no tag's are left out. None: nothing is selected.
     void setSelection(std::span<const TvTagId> ids);
+    /// False also for a number that is no tag's.
     [[nodiscard]] bool isSelected(TvTagId id) const;
     /// In drawing order.
     [[nodiscard]] std::vector<TvTagId> selection() const;

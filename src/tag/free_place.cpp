@@ -1,5 +1,5 @@
-// Rows are searched from the middle outwards, each only as far as a nearer place than the best so far
-// could lie.
+// Rows are searched from the middle outwards, each only as far as a nearer place than the best so
+// far could lie.
 #include "tag/free_place.h"
 
 #include <algorithm>

@@ -54,7 +54,9 @@ struct TB_API TvDevicePage {
 /// page whose numbers cannot be.
 class TB_API TvDeviceCanvas : public TvCanvas {
   public:
+    /// Saves the state of `dc`, which has to live as long as the canvas.
     TvDeviceCanvas(HDC dc, const TvDevicePage& page);
+    /// Gives it back as it was.
     ~TvDeviceCanvas() override;
 
   protected:

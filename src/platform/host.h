@@ -13,13 +13,13 @@ namespace toolbox::platform {
 [[nodiscard]] RegistryStore& hostRegistry();
 [[nodiscard]] Clipboard& hostClipboard();
 
-/// The module that the library's code lies in, which brings texts of its own where programs have
-/// string resources; null where the host's strings have them anyway.
-[[nodiscard]] HINSTANCE libraryModule();
-
 [[nodiscard]] inline Services hostServices() {
     return {&hostStrings(),  &hostPrompt(),   &hostFiles(),    &hostSystem(),
             &hostProfiles(), &hostRegistry(), &hostClipboard()};
 }
+
+/// The module that the library's code lies in, which brings texts of its own where programs have
+/// string resources; null where the host's strings have them anyway.
+[[nodiscard]] HINSTANCE libraryModule();
 
 }  // namespace toolbox::platform

@@ -45,6 +45,7 @@ int Tool::showCommands() {
     const toolbox::detail::Watch<> self(life_);
     int all = 1;
     const bool stays = tellEach(commands(), self, [&](Command* command) {
+        if (!command) return;  // add() takes none, but a set can hold any pointer
         const int id = command->getID();
         const int checked = command->isChecked();
         const int enabled = command->isEnabled();

@@ -34,7 +34,8 @@ PlaceGrid::PlaceGrid(const Box& region, std::size_t expected, double cell) : reg
 std::size_t PlaceGrid::column(double coordinate, int axis) const {
     const double at = (coordinate - region_.low[axis]) / cell_;
     if (!(at > 0)) return 0;
-    return static_cast<std::size_t>(std::min(at, static_cast<double>(cells_[axis] - 1)));
+    return static_cast<std::size_t>(
+        std::min(at, static_cast<double>(cells_[axis == 0 ? 0 : 1] - 1)));
 }
 
 void PlaceGrid::enter(std::uint32_t thing, std::size_t x, std::size_t y) {
@@ -96,7 +97,9 @@ bool PlaceGrid::isBeside(const Thing& thing, double low, double high, Covered& p
     const double end = last[Axis] + std::min(high - last[kOther], 0.0) * slope;
     part.low = std::min(start, end);
     part.high = std::max(start, end);
-    return (first[kOther] <= high) & (last[kOther] >= low);
+    const bool begins = first[kOther] <= high;
+    const bool ends = last[kOther] >= low;
+    return begins & ends;
 }
 
 template <int Axis>

@@ -15,7 +15,13 @@ namespace toolbox::tag {
 /// What goes less than this into something, in points, only touches it.
 inline constexpr double kTouch = 0.001;
 
-using Pair = std::array<double, 2>;
+struct Pair {
+    double x;
+    double y;
+
+    double& operator[](int axis) { return axis == 0 ? x : y; }
+    const double& operator[](int axis) const { return axis == 0 ? x : y; }
+};
 
 struct Box {
     Pair low;

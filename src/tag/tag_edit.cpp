@@ -79,6 +79,7 @@ int TvTagEdit::check(CString* why) const {
 }
 
 /// What the wishes come to, in the set as it is. False when it lacks one of the tags.
+// NOLINTNEXTLINE(readability-function-cognitive-complexity): one case for each kind of wish
 bool TvTagEdit::prepare() {
     std::array<std::vector<TvTagId>, 3> order;  // below the others, as before, on top
     std::vector<TvTagState> before;

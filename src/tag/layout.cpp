@@ -78,13 +78,15 @@ bool isOnPage(const TvTagOnPage& tag) {
 
 TvTagOnPage tvLayOutTag(const TvTag& tag, const TransMatrix2D& view, TokenizerUDManager* keys) {
     TemplateText expander(keys);
-    const TransMatrix2D kept = view;  // a value may end the caller's
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): a value may end the caller's
+    const TransMatrix2D kept = view;
     return layOut(0, std::make_shared<const TvTag>(tag), kept, expander);
 }
 
 TvTagLayout::TvTagLayout(const TvTagSet& set, const TransMatrix2D& view, TokenizerUDManager* keys) {
     const std::optional<double> scale = scaleOf(view);
     if (!scale) return;
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): a value may end the caller's
     const TransMatrix2D kept = view;
     std::vector<std::pair<TvTagId, std::shared_ptr<const TvTag>>> shown;
     for (const TvTagId id : set.ids())
@@ -106,6 +108,7 @@ const TvTagOnPage* TvTagLayout::tag(TvTagId id) const {
 }
 
 TvTagHit TvTagLayout::find(TvPoint point, double tolerance) const {
+    // NOLINTNEXTLINE(modernize-loop-convert): the compilers' views differ
     for (auto each = tags_.rbegin(); each != tags_.rend(); ++each) {
         if (distance(point, nearestIn(each->box, point)) <= tolerance)
             return {each->id, TvTagHit::Box};

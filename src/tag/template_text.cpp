@@ -15,7 +15,8 @@ TemplateText::TemplateText(TokenizerUDManager* keys) : keys_(keys) {
 
 void TemplateText::append(std::string_view part, std::string& out) {
     const std::size_t first = part.find('$');
-    const bool isTemplate = first != part.npos && part.find('$', first + 1) != part.npos;
+    const bool isTemplate =
+        first != std::string_view::npos && part.find('$', first + 1) != std::string_view::npos;
     if (isTemplate && canExpand())
         out += keys_->getParseString(RWCString(part), 1).view();
     else
@@ -23,7 +24,7 @@ void TemplateText::append(std::string_view part, std::string& out) {
 }
 
 std::string TemplateText::expand(std::string text) {
-    if (text.find('$') == text.npos || !canExpand()) return text;
+    if (text.find('$') == std::string::npos || !canExpand()) return text;
     const std::vector<TemplateProblem> problems = keys_->checkTemplate(RWCString(text));
     std::string out;
     std::size_t from = 0;

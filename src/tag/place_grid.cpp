@@ -25,6 +25,7 @@ PlaceGrid::PlaceGrid(const Box& region, std::size_t expected, double cell) : reg
     cell_ = std::max({cell, std::sqrt(width * height / most), width / most, height / most});
     cells_ = {static_cast<std::size_t>(width / cell_) + 1,
               static_cast<std::size_t>(height / cell_) + 1};
+    perPoint_ = 1 / cell_;
     heads_.assign(cells_[0] * cells_[1], kNone);
     things_.reserve(expected + 1);
     chunks_.reserve(2 * expected + 1);
@@ -35,7 +36,7 @@ PlaceGrid::PlaceGrid(const Box& region, std::size_t expected, double cell) : reg
 
 /// The nearest column, or row, of cells.
 std::size_t PlaceGrid::column(double coordinate, int axis) const {
-    const double at = (coordinate - region_.low[axis]) / cell_;
+    const double at = (coordinate - region_.low[axis]) * perPoint_;
     if (!(at > 0)) return 0;
     return static_cast<std::size_t>(
         std::min(at, static_cast<double>(cells_[axis == 0 ? 0 : 1] - 1)));

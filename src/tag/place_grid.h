@@ -84,6 +84,7 @@ class PlaceGrid {
 
     Box region_;
     double cell_;
+    double perPoint_;  ///< cells
     std::array<std::size_t, 2> cells_;
     std::vector<std::uint32_t> heads_;
     std::vector<Chunk> chunks_;

@@ -19,6 +19,7 @@
 #include <cstddef>
 #include <memory>
 #include <span>
+#include <unordered_map>
 #include <vector>
 
 #include "toolbox/export.h"
@@ -71,7 +72,8 @@ class TB_API TvTagEdit : public Edit {
 
     TvTagSet& set_;
     Action action_;
-    std::vector<Wish> wishes_;  // until it is carried out first
+    std::vector<Wish> wishes_;                         // until it is carried out first
+    std::unordered_map<TvTagId, std::size_t> wishOf_;  // where that of a tag is in wishes_
     // The tags that it changes, before and after, in the same order.
     std::vector<TvTagState> before_;
     std::vector<TvTagState> after_;

@@ -25,14 +25,18 @@ PlaceGrid::PlaceGrid(const Box& region, std::size_t expected, double cell) : reg
     cell_ = std::max({cell, std::sqrt(width * height / most), width / most, height / most});
     cells_ = {static_cast<std::size_t>(width / cell_) + 1,
               static_cast<std::size_t>(height / cell_) + 1};
+    perPoint_ = 1 / cell_;
     heads_.assign(cells_[0] * cells_[1], kNone);
-    things_.reserve(expected);
-    chunks_.reserve(2 * expected);
+    things_.reserve(expected + 1);
+    chunks_.reserve(2 * expected + 1);
+    constexpr double kNowhere = std::numeric_limits<double>::quiet_NaN();
+    things_.push_back({{kNowhere, kNowhere}, {kNowhere, kNowhere}, {}});
+    chunks_.push_back({});
 }
 
 /// The nearest column, or row, of cells.
 std::size_t PlaceGrid::column(double coordinate, int axis) const {
-    const double at = (coordinate - region_.low[axis]) / cell_;
+    const double at = (coordinate - region_.low[axis]) * perPoint_;
     if (!(at > 0)) return 0;
     return static_cast<std::size_t>(
         std::min(at, static_cast<double>(cells_[axis == 0 ? 0 : 1] - 1)));
@@ -41,10 +45,8 @@ std::size_t PlaceGrid::column(double coordinate, int axis) const {
 void PlaceGrid::enter(std::uint32_t thing, std::size_t x, std::size_t y) {
     std::uint32_t& head = heads_[y * cells_[0] + x];
     if (head == kNone || chunks_[head].things.back() != kNone) {
-        Chunk chunk{{}, head};
-        chunk.things.fill(kNone);
-        head = static_cast<std::uint32_t>(chunks_.size());
-        chunks_.push_back(chunk);
+        chunks_.push_back({{}, head});
+        head = static_cast<std::uint32_t>(chunks_.size() - 1);
     }
     auto& things = chunks_[head].things;
     *std::find(things.begin(), things.end(), kNone) = thing;
@@ -93,8 +95,8 @@ bool PlaceGrid::isBeside(const Thing& thing, double low, double high, Covered& p
     const Pair& first = inOrder ? thing.from : thing.to;
     const Pair& last = inOrder ? thing.to : thing.from;
     const double slope = thing.slope[Axis];
-    const double start = first[Axis] + std::max(low - first[kOther], 0.0) * slope;
-    const double end = last[Axis] + std::min(high - last[kOther], 0.0) * slope;
+    const double start = first[Axis] + (std::max(low, first[kOther]) - first[kOther]) * slope;
+    const double end = last[Axis] + (std::min(high, last[kOther]) - last[kOther]) * slope;
     part.low = std::min(start, end);
     part.high = std::max(start, end);
     const bool begins = first[kOther] <= high;
@@ -115,15 +117,18 @@ PlaceGrid::Covered PlaceGrid::cover(const Box& box) const {
     Covered covered;
     Covered part;
     for (std::size_t y = column(box.low[1], 1); y <= bottom; ++y)
-        for (std::size_t x = left; x <= right; ++x)
-            for (std::uint32_t i = heads_[y * cells_[0] + x]; i != kNone; i = chunks_[i].next)
-                for (const std::uint32_t thing : chunks_[i].things) {
-                    if (thing == kNone) break;
-                    const bool beside = isBeside<Axis>(things_[thing], low, high, part);
-                    const bool hit = beside & (part.high > from) & (part.low < to);
-                    covered.low = hit ? std::min(covered.low, part.low) : covered.low;
-                    covered.high = hit ? std::max(covered.high, part.high) : covered.high;
-                }
+        for (std::size_t x = left; x <= right; ++x) {
+            std::uint32_t chunk = heads_[y * cells_[0] + x];
+            do {
+                for (const std::uint32_t thing : chunks_[chunk].things)
+                    if (isBeside<Axis>(things_[thing], low, high, part) & (part.high > from) &
+                        (part.low < to)) {
+                        covered.low = std::min(covered.low, part.low);
+                        covered.high = std::max(covered.high, part.high);
+                    }
+                chunk = chunks_[chunk].next;
+            } while (chunk != kNone);
+        }
     return covered;
 }
 
@@ -137,17 +142,26 @@ Pair PlaceGrid::slideAlong(const Box& box, const Pair& most) const {
     if (!first.any()) return {0, 0};
     const double start = box.low[Axis];
     const double size = box.high[Axis] - start;
+    Pair at{first.low - size, first.high};
+    Pair way{start - at[0], at[1] - start};
+    Pair limit = most;
     Pair found{-1, -1};
-    for (const int up : {0, 1}) {
-        Covered covered = first;
-        while (covered.any()) {
-            Box next = box;
-            next.low[Axis] = up ? covered.high : covered.low - size;
-            next.high[Axis] = next.low[Axis] + size;
-            const double way = up ? next.low[Axis] - start : start - next.low[Axis];
-            if (way > most[up]) break;
-            covered = cover<Axis>(next);
-            if (!covered.any()) found[up] = way;
+    for (;;) {
+        // The nearer one of the next places both ways.
+        const bool canGo[] = {way[0] <= limit[0], way[1] <= limit[1]};
+        if (!canGo[0] && !canGo[1]) break;
+        const int up = canGo[0] && (!canGo[1] || way[0] <= way[1]) ? 0 : 1;
+        Box next = box;
+        next.low[Axis] = at[up];
+        next.high[Axis] = at[up] + size;
+        const Covered covered = cover<Axis>(next);
+        if (covered.any()) {
+            at[up] = up ? covered.high : covered.low - size;
+            way[up] = up ? at[up] - start : start - at[up];
+        } else {
+            found[up] = way[up];
+            limit[up] = -1;
+            limit[1 - up] = std::min(limit[1 - up], way[up]);
         }
     }
     return found;

@@ -45,7 +45,8 @@ class PlaceGrid {
     /// Nothing is in the box.
     [[nodiscard]] bool isFree(const Box& box) const;
     /// The box slides along an axis both ways, to lesser and to greater coordinates, each way no
-    /// farther than `most`. How far it is to the first free places; negative where there is none.
+    /// farther than `most`. How far it is to the first free places; negative where there is none,
+    /// or where that of the other way is nearer.
     [[nodiscard]] Pair slide(const Box& box, int axis, const Pair& most) const;
 
   private:
@@ -63,11 +64,13 @@ class PlaceGrid {
     };
     /// Some things of a cell, the last ones first; kNone in places that are not taken.
     struct Chunk {
-        static constexpr std::size_t kSize = 7;
+        static constexpr std::size_t kSize = 3;
         std::array<std::uint32_t, kSize> things;
         std::uint32_t next;
     };
-    static constexpr std::uint32_t kNone = 0xFFFFFFFF;
+    /// The first thing, which is nowhere, and the first chunk, which has nothing else: cells are
+    /// gone through without asking what there is.
+    static constexpr std::uint32_t kNone = 0;
 
     [[nodiscard]] std::size_t column(double coordinate, int axis) const;
     void enter(std::uint32_t thing, std::size_t x, std::size_t y);
@@ -81,6 +84,7 @@ class PlaceGrid {
 
     Box region_;
     double cell_;
+    double perPoint_;  ///< cells
     std::array<std::size_t, 2> cells_;
     std::vector<std::uint32_t> heads_;
     std::vector<Chunk> chunks_;

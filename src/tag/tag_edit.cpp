@@ -9,8 +9,8 @@
 #include "toolbox/tag_edits.h"
 
 struct TvTagEdit::Wish {
-    enum What { Fields, Leave, Front, Back };
-    TvTagId id = 0;                      // 0: a new tag
+    enum What { Fields, Leave, Front, Back, Arrive };
+    TvTagId id = 0;                      // 0 for a new tag
     What what = Fields;                  // what becomes of it
     std::shared_ptr<const TvTag> tag{};  // its new fields; null: they stay
 };
@@ -48,13 +48,13 @@ TvTagEdit::TvTagEdit(TvTagSet& set, Action action) : set_(set), action_(action) 
 TvTagEdit::~TvTagEdit() = default;
 
 TvTagEdit::Wish& TvTagEdit::wish(TvTagId id) {
-    const auto known = std::ranges::find(wishes_, id, &Wish::id);
-    if (id != 0 && known != wishes_.end()) return *known = Wish{id};
+    const auto [known, isFirst] = wishOf_.try_emplace(id, wishes_.size());
+    if (!isFirst) return wishes_[known->second] = Wish{id};
     return wishes_.emplace_back(Wish{id});
 }
 
 void TvTagEdit::add(const TvTag& tag) {
-    wish(0).tag = std::make_shared<const TvTag>(tag);
+    wishes_.push_back({0, Wish::Arrive, std::make_shared<const TvTag>(tag)});
 }
 
 void TvTagEdit::change(TvTagId id, const TvTag& tag) {
@@ -84,10 +84,10 @@ bool TvTagEdit::prepare() {
     std::array<std::vector<TvTagId>, 3> order;  // below the others, as before, on top
     std::vector<TvTagState> before;
     for (const TvTagId id : set_.ids()) {
-        const auto wished = std::ranges::find(wishes_, id, &Wish::id);
-        const bool isWished = wished != wishes_.end();
+        const auto wished = wishOf_.find(id);
+        const bool isWished = wished != wishOf_.end();
         if (isWished) before.push_back({id, set_.find(id), set_.place(id)});
-        const Wish::What what = isWished ? wished->what : Wish::Fields;
+        const Wish::What what = isWished ? wishes_[wished->second].what : Wish::Fields;
         if (what != Wish::Leave)
             order[what == Wish::Back ? 0 : what == Wish::Front ? 2 : 1].push_back(id);
     }
@@ -97,7 +97,7 @@ bool TvTagEdit::prepare() {
 
     std::vector<TvTagState> after;
     for (const TvTagState& was : before) {
-        const Wish& wished = *std::ranges::find(wishes_, was.id, &Wish::id);
+        const Wish& wished = wishes_[wishOf_.at(was.id)];
         const auto place = places.find(was.id);
         if (place == places.end())
             after.push_back({was.id});
@@ -106,7 +106,7 @@ bool TvTagEdit::prepare() {
     }
     std::size_t place = places.size();
     for (const Wish& each : wishes_) {
-        if (each.id != 0) continue;
+        if (each.what != Wish::Arrive) continue;
         before.push_back({});
         after.push_back({0, each.tag, place++});
     }
@@ -129,6 +129,7 @@ Edit::Outcome TvTagEdit::apply() {
     if (areSame(before_, after_)) return Pointless;
     if (!isFirst && !isAt(before_)) return Failed;
     wishes_.clear();
+    wishOf_.clear();
     return set_.putStates(after_) ? Done : Failed;
 }
 

@@ -25,7 +25,7 @@ int UndoStack::closeGroup() {
         if (!stands && !history_->isShut()) failGroup(operation);
         if (stands) return 1;
     }
-    return operation.tell() && stands;
+    return operation.end(operation.tell() && stands);
 }
 
 int UndoStack::cancelGroup() {
@@ -34,7 +34,7 @@ int UndoStack::cancelGroup() {
     const bool whole = history_->isShut() || rollBack(operation);
     if (operation.gone()) return 0;
     history_->endGroup(operation.dropped);
-    return operation.tell() && whole;
+    return operation.end(operation.tell() && whole);
 }
 
 std::size_t UndoStack::groupDepth() const {

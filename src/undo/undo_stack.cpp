@@ -23,13 +23,12 @@ Edit::Outcome UndoStack::perform(std::unique_ptr<Edit> edit, unsigned gesture) {
     const Edit::Outcome outcome =
         enter(made, edit, gesture, history_->label()) ? applied(*made.front().edit) : Edit::Failed;
     if (operation.gone()) return Edit::Failed;
-    if (outcome == Edit::Done)
-        keep(operation, made);
-    else if (outcome == Edit::Failed && history_->depth() > 0)
-        failGroup(operation);
-    else
-        return outcome;
-    return operation.tell() ? outcome : Edit::Failed;
+    const bool failsGroup = outcome == Edit::Failed && history_->depth() > 0;
+    if (outcome == Edit::Done) keep(operation, made);
+    if (failsGroup) failGroup(operation);
+    operation.dropped.splice(operation.dropped.end(), made);
+    if (outcome == Edit::Done || failsGroup) operation.tell();
+    return operation.end(outcome);
 }
 
 void UndoStack::keep(Operation& operation, Entries& made) {
@@ -76,7 +75,7 @@ int UndoStack::step(bool back) {
         if (operation.gone() || moved == 0) return 0;
     }
     if (whole) history_->trim(!back, operation.dropped);
-    return operation.tell() && whole;
+    return operation.end(operation.tell() && whole);
 }
 
 bool UndoStack::move(Operation& operation, bool back) {
@@ -128,14 +127,14 @@ int UndoStack::setClean() {
     if (phase_ != Phase::Idle) return 0;
     Operation operation(*this);
     clean_ = history_->current();
-    return operation.tell();
+    return operation.end(operation.tell() ? 1 : 0);
 }
 
 int UndoStack::setChanged() {
     if (phase_ != Phase::Idle) return 0;
     Operation operation(*this);
     clean_ = kUnreachable;
-    return operation.tell();
+    return operation.end(operation.tell() ? 1 : 0);
 }
 
 int UndoStack::setLimits(std::size_t steps, std::size_t bytes) {
@@ -143,7 +142,7 @@ int UndoStack::setLimits(std::size_t steps, std::size_t bytes) {
     Operation operation(*this);
     history_->setLimits(steps, bytes);
     history_->trim(true, operation.dropped);
-    return operation.tell();
+    return operation.end(operation.tell() ? 1 : 0);
 }
 
 std::uint64_t UndoStack::bytes() const {
@@ -154,5 +153,5 @@ int UndoStack::clear() {
     if (phase_ != Phase::Idle || history_->depth() > 0) return 0;
     Operation operation(*this);
     history_->clear(operation.dropped);
-    return operation.tell();
+    return operation.end(operation.tell() ? 1 : 0);
 }

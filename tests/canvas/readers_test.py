@@ -91,16 +91,6 @@ class Readers(unittest.TestCase):
                             (b"/ToUnicode", 1), (b"/WinAnsiEncoding", 3)):   # Symbol has its own
             self.assertEqual(file.count(part), times, part)
 
-    def test_pdf_and_svg_put_texts_at_the_same_place(self):
-        page = next(body for body in self.objects().values() if b"BT" in body)
-        shown = re.findall(rb"1 0 0 1 (\S+) (\S+) Tm", page)
-        upright = [run for text in xml.parse(self.svg).getroot().iter(SVG + "text")
-                   if not text.get("transform") for run in list(text) or [text]]
-        self.assertEqual(len(shown), len(upright))
-        for (x, y), run in zip(shown, upright):
-            self.assertAlmostEqual(float(x), float(run.get("x")), delta=0.002)
-            self.assertAlmostEqual(200 - float(y), float(run.get("y")), delta=0.002)
-
     def test_pdftotext_finds_the_texts(self):
         got = subprocess.run([tool("pdftotext"), "-raw", self.path / "sample.pdf", "-"],
                              check=True, capture_output=True).stdout.decode()

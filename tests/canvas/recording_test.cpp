@@ -104,7 +104,9 @@ TEST(RecordingFormat, IsThatOfVersion100) {
     EXPECT_EQ(toolbox::canvas::checkSum("123456789"), 0xCBF43926);  // the known answer of CRC-32
 }
 
-TEST_F(Recording, IsRefusedWhenAnyByteIsDamagedOrMissing) {
+// A check sum that is right makes no sense of nonsense: whatever single byte is altered, what is
+// taken can be played and stores to the same bytes.
+TEST_F(Recording, TakesOnlyWhatCanBePlayed) {
     const std::string good = stored(recording);
     TvRecording target(10, 10);
     target.line({0, 0}, {1, 1});
@@ -114,32 +116,21 @@ TEST_F(Recording, IsRefusedWhenAnyByteIsDamagedOrMissing) {
         const int loaded = target.load(record, nullptr);
         return loaded == 0 && record.getOffset() == 0 && stored(target) == before;
     };
-    for (std::size_t i = 0; i < good.size(); ++i) {
-        std::string bytes = good;
-        bytes[i] = static_cast<char>(bytes[i] ^ 0x10);
-        ASSERT_TRUE(refused(bytes)) << i;
-        ASSERT_TRUE(refused(good.substr(0, i))) << i;
-    }
-    EXPECT_FALSE(refused(good));
-}
-
-// A check sum that is right makes no sense of nonsense: whatever single byte is altered, what is
-// taken can be played and stores to the same bytes.
-TEST_F(Recording, TakesOnlyWhatCanBePlayed) {
-    const std::string good = stored(recording);
     int taken = 0;
-    for (std::size_t i = 4; i + 4 < good.size(); ++i) {
+    for (std::size_t i = 0; i < good.size(); ++i) {
+        ASSERT_TRUE(refused(good.substr(0, i))) << i;
         for (const int bit : {0x01, 0x80}) {
             std::string bytes = good;
             bytes[i] = static_cast<char>(bytes[i] ^ bit);
+            ASSERT_TRUE(refused(bytes)) << i;
             bytes = summed(bytes);
             VarRecord record = recordOf(bytes);
-            TvRecording target(10, 10);
-            if (!target.load(record, nullptr)) continue;
+            TvRecording altered(10, 10);
+            if (!altered.load(record, nullptr)) continue;
             ++taken;
             ProbeCanvas played;
-            ASSERT_EQ(target.play(played), 1) << i;
-            ASSERT_EQ(stored(target), bytes) << i;
+            ASSERT_EQ(altered.play(played), 1) << i;
+            ASSERT_EQ(stored(altered), bytes) << i;
         }
     }
     EXPECT_GT(taken, 0);

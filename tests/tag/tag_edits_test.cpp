@@ -114,7 +114,12 @@ TEST(TagEdits, RefuseTagsThatAreNotAsTheyLeftThem) {
         say(*edit);
         return stack.perform(std::move(edit));
     };
-    EXPECT_EQ(perform([&](TvTagEdit& edit) { edit.remove(id + 1); }), Edit::Failed);
+    for (const TvTagId none : {TvTagId{0}, id + 1}) {
+        const auto change = [&](TvTagEdit& edit) { edit.change(none, tagWith("b")); };
+        EXPECT_EQ(perform([&](TvTagEdit& edit) { edit.remove(none); }), Edit::Failed);
+        EXPECT_EQ(perform(change), Edit::Failed);
+        EXPECT_EQ(perform([&](TvTagEdit& edit) { edit.sendToBack({&none, 1}); }), Edit::Failed);
+    }
     EXPECT_EQ(perform([](TvTagEdit&) {}), Edit::Pointless);
     const TvTag wrong = tagWith("b", {std::numeric_limits<double>::quiet_NaN(), 0});
     const auto bringWrong = [&](TvTagEdit& edit) { edit.remove(id), edit.add(wrong); };

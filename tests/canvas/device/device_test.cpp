@@ -95,24 +95,6 @@ TEST_F(DeviceCanvas, DrawsDashes) {
     EXPECT_EQ(pixels(150, 50, 1, 0, 15), "r..r.r..r.r..r.");
 }
 
-TEST_F(DeviceCanvas, DrawsArcsAndCurvesOnTheirCircle) {
-    canvas->setPen({kRed, 1});
-    canvas->setBrush({});
-    canvas->ellipse({60, 50}, 40, 40);
-    canvas->arc({150, 50}, 40, 40, 0, kPi / 2);
-    int drawn = 0;
-    for (int y = 0; y < 100; ++y)
-        for (int x = 0; x < 200; ++x) {
-            if (picture.at(x, y) != kRedPixel) continue;
-            ++drawn;
-            const bool isCircle = x <= 100;
-            EXPECT_NEAR(std::hypot(x - (isCircle ? 60 : 150), y - 50), 40, 1) << x << ' ' << y;
-            EXPECT_TRUE(isCircle || (x >= 149 && y >= 49)) << x << ' ' << y;
-        }
-    EXPECT_NEAR(drawn, 283,
-                30);  // a circle and a quarter, a pixel for each step of the longer side
-}
-
 /// Far beyond what a device counts: the direction is kept.
 TEST_F(DeviceCanvas, DrawsWhatGoesFarOffThePage) {
     canvas->setPen({kRed, 1});

@@ -51,7 +51,7 @@ std::string configFolder() {
 void createFoldersOf(const std::string& path) {
     for (std::size_t end = path.find('/', 1); end != std::string::npos;
          end = path.find('/', end + 1))
-        ::mkdir(path.substr(0, end).c_str(), kOnlyTheUser);
+        ::mkdir(path.substr(0, end).c_str(), kUsersFolder);
 }
 
 ErrorCode codeOf(int error, ErrorCode otherwise) {

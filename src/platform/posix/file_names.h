@@ -24,7 +24,7 @@ namespace toolbox::platform::posix {
 [[nodiscard]] std::string configFolder();
 
 /// Rights of a folder of this user's own.
-inline constexpr mode_t kOnlyTheUser = 0700;
+inline constexpr mode_t kUsersFolder = 0700;
 
 /// Creates the folders on the way to a file that do not exist, for this user only.
 void createFoldersOf(const std::string& path);

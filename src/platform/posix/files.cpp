@@ -332,7 +332,7 @@ class PosixFiles final : public FileSystem {
         const bool isThere = ::stat(path.c_str(), &facts) == 0;
         if (isThere && S_ISDIR(facts.st_mode)) return ERROR_SUCCESS;
         if (isThere) return ERROR_ALREADY_EXISTS;
-        return ::mkdir(path.c_str(), kOnlyTheUser) == 0 ? ERROR_SUCCESS : codeOfName(errno, path);
+        return ::mkdir(path.c_str(), kUsersFolder) == 0 ? ERROR_SUCCESS : codeOfName(errno, path);
     }
 
     ErrorCode diskFree(const char* root, std::uint32_t& sectorsPerCluster,

@@ -210,6 +210,12 @@ class TB_API FileSystem {
     virtual std::string currentFolder() = 0;
     virtual ErrorCode setCurrentFolder(const char* name) = 0;
 
+    /// Creates a folder with those on the way to it, for this user only. Success when it is there
+    /// already. A file system that does not override it makes none.
+    virtual ErrorCode createFolder(const char* name) {
+        return exists(name) ? ErrorCode{ERROR_SUCCESS} : ErrorCode{ERROR_NOT_SUPPORTED};
+    }
+
     /// Sectors per cluster, bytes per sector and free clusters of the volume with this root path.
     virtual ErrorCode diskFree(const char* root, std::uint32_t& sectorsPerCluster,
                                std::uint32_t& bytesPerSector, std::uint32_t& freeClusters) = 0;
@@ -343,6 +349,10 @@ class TB_API SystemInfo {
     /// Bytes of address space that the process can still take, whether or not there is memory for
     /// them.
     virtual std::uint64_t availableVirtualMemory() = 0;
+    /// The folder for what programs keep for this user, with no separator at its end: on Windows
+    /// "toolbox" in the user's local application data, elsewhere the one of ProfileStore. It may
+    /// not exist. Empty when the system does not tell.
+    virtual std::string settingsFolder() { return {}; }
     /// Milliseconds since some moment; after 0xFFFFFFFF comes 0.
     virtual std::uint32_t clockMilliseconds() { return 0; }
     /// The whole name of the running program's file; empty when the system does not tell.

@@ -49,7 +49,6 @@ std::string configFolder() {
 }
 
 void createFoldersOf(const std::string& path) {
-    constexpr mode_t kOnlyTheUser = 0700;
     for (std::size_t end = path.find('/', 1); end != std::string::npos;
          end = path.find('/', end + 1))
         ::mkdir(path.substr(0, end).c_str(), kOnlyTheUser);

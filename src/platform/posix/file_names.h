@@ -1,6 +1,8 @@
 // Names and error codes of files: what the file calls of this folder share.
 #pragma once
 
+#include <sys/types.h>
+
 #include <string>
 #include <string_view>
 
@@ -21,8 +23,10 @@ namespace toolbox::platform::posix {
 /// at each call; the folder may not exist.
 [[nodiscard]] std::string configFolder();
 
-/// Creates the folders on the way to a file of the settings folder that do not exist, for this user
-/// only.
+/// Rights of a folder of this user's own.
+inline constexpr mode_t kOnlyTheUser = 0700;
+
+/// Creates the folders on the way to a file that do not exist, for this user only.
 void createFoldersOf(const std::string& path);
 
 /// The Windows code for an errno; `otherwise` for those that have no counterpart.

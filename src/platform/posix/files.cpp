@@ -327,6 +327,16 @@ class PosixFiles final : public FileSystem {
         return ::chdir(path.c_str()) == 0 ? ERROR_SUCCESS : codeOfName(errno, path);
     }
 
+    ErrorCode createFolder(const char* name) override {
+        const std::string path = posix::fullName(hostPath(name));
+        createFoldersOf(path + '/');
+        struct stat facts {};
+        const bool isThere = ::stat(path.c_str(), &facts) == 0;
+        if (isThere && S_ISDIR(facts.st_mode)) return ERROR_SUCCESS;
+        if (isThere) return ERROR_ALREADY_EXISTS;
+        return ::mkdir(path.c_str(), kOnlyTheUser) == 0 ? ERROR_SUCCESS : codeOfName(errno, path);
+    }
+
     ErrorCode diskFree(const char* root, std::uint32_t& sectorsPerCluster,
                        std::uint32_t& bytesPerSector, std::uint32_t& freeClusters) override {
         std::string path = hostPath(root);

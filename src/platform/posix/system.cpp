@@ -16,6 +16,7 @@
 #include <system_error>
 
 #include "platform/host.h"
+#include "platform/posix/file_names.h"
 #include "toolbox/utf8.h"
 
 namespace toolbox::platform {
@@ -104,6 +105,12 @@ class PosixSystem final : public SystemInfo {
             limit = allowed.rlim_cur;
         const std::uint64_t used = addressSpaceInUse();
         return limit > used ? limit - used : 0;
+    }
+
+    std::string settingsFolder() override {
+        std::string folder = posix::configFolder();
+        folder.pop_back();
+        return folder;
     }
 
     std::uint32_t clockMilliseconds() override {

@@ -217,6 +217,21 @@ class WindowsFiles final : public FileSystem {
         return resultOf(::SetCurrentDirectoryA(nameOf(name)));
     }
 
+    ErrorCode createFolder(const char* name) override {
+        const std::string path = fullPath(name);
+        ErrorCode error = ERROR_INVALID_NAME;
+        // The parts that are there already, drives and shares among them, refuse in ways of their own.
+        for (std::size_t end = path.find('\\'); !path.empty(); end = path.find('\\', end + 1)) {
+            const BOOL made = ::CreateDirectoryA(path.substr(0, end).c_str(), nullptr);
+            error = resultOf(made);
+            if (end == std::string::npos) break;
+        }
+        const DWORD found = ::GetFileAttributesA(path.c_str());
+        const bool isFolder =
+            found != INVALID_FILE_ATTRIBUTES && (found & FILE_ATTRIBUTE_DIRECTORY) != 0;
+        return isFolder ? ErrorCode{ERROR_SUCCESS} : error;
+    }
+
     ErrorCode diskFree(const char* root, std::uint32_t& sectorsPerCluster,
                        std::uint32_t& bytesPerSector, std::uint32_t& freeClusters) override {
         DWORD sectors = 0;

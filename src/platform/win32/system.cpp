@@ -5,6 +5,10 @@
 
 #include "platform/host.h"
 #include "platform/win32/file_names.h"
+#include "toolbox/win_types.h"
+// clang-format off
+#include <shlobj.h>  // stands on the types above
+// clang-format on
 
 namespace toolbox::platform {
 namespace {
@@ -49,6 +53,13 @@ class WindowsSystem final : public SystemInfo {
         status.dwLength = sizeof status;
         GlobalMemoryStatus(&status);
         return status.dwAvailVirtual;
+    }
+
+    std::string settingsFolder() override {
+        char folder[MAX_PATH] = "";
+        const HRESULT found =
+            SHGetFolderPathA(nullptr, CSIDL_LOCAL_APPDATA, nullptr, SHGFP_TYPE_CURRENT, folder);
+        return found == S_OK && *folder ? std::string(folder) + "\\toolbox" : std::string();
     }
 
     std::uint32_t clockMilliseconds() override {

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <random>
+#include <utility>
 
 #include "file/file_system.h"
 #include "platform/scoped_file.h"
@@ -57,14 +58,14 @@ Replacement::~Replacement() {
     discard(name_);
 }
 
-ErrorCode Replacement::create(const std::string& target, const char* like) {
+ErrorCode Replacement::create(const std::string& target, const char* like, std::uint32_t share) {
     target_ = target;
     removeLeftovers(target);
     constexpr int kTries = 100;
     ErrorCode error = ERROR_FILE_EXISTS;
     for (int tries = 0; tries < kTries && error == ERROR_FILE_EXISTS; ++tries) {
         name_ = target + std::string(kWriting) + digitsOfChance();
-        error = files().createLike(name_.c_str(), like, FILE_SHARE_DELETE, handle_);
+        error = files().createLike(name_.c_str(), like, share | FILE_SHARE_DELETE, handle_);
     }
     if (error == ERROR_SUCCESS) file_ = std::make_shared<SharedFile>(handle_);
     return error;
@@ -82,17 +83,26 @@ std::unique_ptr<APIFile> Replacement::apiFile(ErrorCode error) const {
     return file;
 }
 
-ErrorCode Replacement::putInPlace() {
+ErrorCode Replacement::replaceTarget() {
     constexpr std::chrono::milliseconds kPause{50};
-    const ErrorCode error = patiently(kPause, [&] {
+    return patiently(kPause, [&] {
         const ErrorCode refused = files().replace(name_.c_str(), target_.c_str());
         // Windows says so of a target that is open; a read-only one is so for good.
         return refused == ERROR_ACCESS_DENIED && !isReadOnlyFile(target_)
                    ? ErrorCode{ERROR_SHARING_VIOLATION}
                    : refused;
     });
+}
+
+ErrorCode Replacement::putInPlace() {
+    const ErrorCode error = replaceTarget();
     if (error == ERROR_SUCCESS) file_.reset();  // readers are refused up to here
     return error;
+}
+
+std::shared_ptr<SharedFile> Replacement::putInPlaceOpen(bool onlyNew, ErrorCode& error) {
+    error = onlyNew ? files().renameNew(name_.c_str(), target_.c_str()) : replaceTarget();
+    return error == ERROR_SUCCESS ? std::exchange(file_, nullptr) : nullptr;
 }
 
 std::string Replacement::keep() {

@@ -41,8 +41,9 @@ class Replacement {
     Replacement& operator=(const Replacement&) = delete;
 
     /// Creates the file for the place of `target`, with the rights of the file `like` (null: those
-    /// of a new file). Removes what killed programs left of earlier ones.
-    [[nodiscard]] platform::ErrorCode create(const std::string& target, const char* like);
+    /// of a new file), for others to `share`. Removes what killed programs left of earlier ones.
+    [[nodiscard]] platform::ErrorCode create(const std::string& target, const char* like,
+                                             std::uint32_t share = 0);
 
     [[nodiscard]] const std::string& target() const { return target_; }
     /// The file, while it is open.
@@ -53,10 +54,16 @@ class Replacement {
     /// Gives the file the target's name and closes it. When somebody has the target open the rename
     /// is tried again for half a second. On failure the file stays open.
     [[nodiscard]] platform::ErrorCode putInPlace();
+    /// As putInPlace(), and leaves the file open for the caller; null on failure. `onlyNew`: there
+    /// must be no file of that name (ERROR_ALREADY_EXISTS).
+    [[nodiscard]] std::shared_ptr<SharedFile> putInPlaceOpen(bool onlyNew,
+                                                             platform::ErrorCode& error);
     /// Closes the file and leaves it to the user, beside the target, under the name returned.
     [[nodiscard]] std::string keep();
 
   private:
+    [[nodiscard]] platform::ErrorCode replaceTarget();
+
     std::string target_;
     std::string name_;
     platform::FileHandle handle_ = platform::kNoFile;

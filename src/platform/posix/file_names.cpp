@@ -105,6 +105,11 @@ ErrorCode codeOfName(int error, const std::string& path) {
     return codeOf(error);
 }
 
+ErrorCode codeOfRename(int error, const std::string& from, const std::string& to) {
+    struct stat facts {};
+    return codeOfName(error, ::lstat(from.c_str(), &facts) == 0 ? to : from);
+}
+
 namespace {
 
 bool matches(std::string_view name, std::string_view pattern) {
@@ -146,8 +151,9 @@ std::vector<FoundFile> findFiles(const std::string& pattern) {
         // A link that leads nowhere is still a name in the folder.
         if (::stat(path.c_str(), &facts) != 0 && ::lstat(path.c_str(), &facts) != 0) return;
         const bool isFile = S_ISREG(facts.st_mode);
-        found.push_back(
-            {name, attributesOf(facts), isFile ? static_cast<std::uint64_t>(facts.st_size) : 0});
+        found.push_back({name, attributesOf(facts),
+                         isFile ? static_cast<std::uint64_t>(facts.st_size) : 0,
+                         writtenAt(facts)});
     };
     if (wanted.find_first_of("*?") == std::string::npos) {
         if (!wanted.empty()) add(wanted);

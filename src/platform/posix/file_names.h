@@ -35,6 +35,9 @@ void createFoldersOf(const std::string& path);
 /// As codeOf, for a call that took a name: tells a missing file from a missing folder.
 [[nodiscard]] ErrorCode codeOfName(int error, const std::string& path);
 
+/// As codeOfName, for a rename.
+[[nodiscard]] ErrorCode codeOfRename(int error, const std::string& from, const std::string& to);
+
 /// True when `name` matches `pattern`: `*` any text, `?` any one character, case counts. As on
 /// Windows ".*" at the end also matches a name without an extension, so "*.*" is everything.
 [[nodiscard]] bool matchesPattern(std::string_view name, std::string_view pattern);

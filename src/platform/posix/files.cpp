@@ -232,9 +232,11 @@ class PosixFiles final : public FileSystem {
         if (::stat(target.c_str(), &facts) == 0 && isReadOnly(facts)) return ERROR_ACCESS_DENIED;
         const std::string source = hostPath(from);
         if (::rename(source.c_str(), target.c_str()) == 0) return ERROR_SUCCESS;
-        const int error = errno;
-        const bool sourceThere = ::lstat(source.c_str(), &facts) == 0;
-        return codeOfName(error, sourceThere ? target : source);
+        return codeOfRename(errno, source, target);
+    }
+
+    ErrorCode renameNew(const char* from, const char* to) override {
+        return posix::renameNew(hostPath(from), hostPath(to));
     }
 
     ErrorCode fullName(const char* name, std::string& full) override {

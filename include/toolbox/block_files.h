@@ -301,8 +301,8 @@ class TB_API TarvFileRead : public virtual TarvFile {
 
     /// Why a block could not be had.
     enum BlocFault {
-        NoFault,     ///< the last getBloc() gave 1, or there was none since opening
-        NotThere,    ///< it is not there, or not whole
+        NoFault,       ///< the last getBloc() gave 1, or there was none since opening
+        NotThere,      ///< it is not there, or not whole
         WrongChecksum  ///< it is there, but is not what was written
     };
     /// Of the last getBloc().
@@ -370,11 +370,12 @@ class TB_API TarvFileWrite : public virtual TarvFile {
     /// file's name followed by ".saved-" and eight digits, a message names it, and close() gives 0.
     void setSafeSave(int on);
 
-    /// Checksums; turned on at once, off at the next open. On, each commit writes a list with the CRC-32C of every
-    /// block, of the index and of the header, as a block of its own with the identifier 0xFFFFFFEE,
-    /// which writeBloc() then refuses to others. The list of an earlier commit is superseded. Sums
-    /// are known of the blocks that are written while this is on; blocks of a class that writes
-    /// itself in another way, and those that were in a file that was set, are listed without one.
+    /// Checksums; turned on at once, off at the next open. On, each commit writes a list with the
+    /// CRC-32C of every block, of the index and of the header, as a block of its own with the
+    /// identifier 0xFFFFFFEE, which writeBloc() then refuses to others. The list of an earlier
+    /// commit is superseded. Sums are known of the blocks that are written while this is on; blocks
+    /// of a class that writes itself in another way, and those that were in a file that was set,
+    /// are listed without one.
     void setChecksums(int on);
 
   private:

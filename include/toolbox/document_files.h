@@ -54,12 +54,12 @@ class TvDocumentFile;
 
 /// Who has a document open.
 struct TvDocumentHolder {
-    RWCString user;             ///< empty when not known
-    RWCString machine;          ///< empty when not known
-    unsigned long process = 0;  ///< its number on that machine; 0 when not known
-    std::time_t since = 0;      ///< by that machine's clock; 0 when not known
-    long age = -1;              ///< seconds since its lock was last written; -1 when not known
-    bool onThisMachine = false; ///< the program runs here: its lock is never taken over
+    RWCString user;              ///< empty when not known
+    RWCString machine;           ///< empty when not known
+    unsigned long process = 0;   ///< its number on that machine; 0 when not known
+    std::time_t since = 0;       ///< by that machine's clock; 0 when not known
+    long age = -1;               ///< seconds since its lock was last written; -1 when not known
+    bool onThisMachine = false;  ///< the program runs here: its lock is never taken over
 };
 
 /// Something that a damaged file has lost, or that may not be what was written.
@@ -71,10 +71,10 @@ struct TvDocumentLoss {
         CutOff,    ///< a block that the file ends in
         Index,     ///< the master index or the list of checksums; no block is lost by that
     };
-    Kind kind = Missing;               ///< see there
-    std::optional<std::uint32_t> id;   ///< of the block, where it is known
-    std::uint64_t from = 0;            ///< its first byte in the file
-    std::uint64_t to = 0;              ///< the byte after its last
+    Kind kind = Missing;              ///< see there
+    std::optional<std::uint32_t> id;  ///< of the block, where it is known
+    std::uint64_t from = 0;           ///< its first byte in the file
+    std::uint64_t to = 0;             ///< the byte after its last
 
     /// One line for a list, in the language of GMSG.
     [[nodiscard]] TB_API RWCString text() const;
@@ -142,8 +142,8 @@ class TB_API TvDocumentContent {
     /// What read() found. Any other number counts as NotRead.
     enum ReadResult : int { NotRead = 0, Done = 1, NewerVersion = 2 };
 
-    /// Writes all that the application wants to find again. The file is open, keeps checksums and is
-    /// committed and closed by the caller; header and blocks are the application's, but for the
+    /// Writes all that the application wants to find again. The file is open, keeps checksums and
+    /// is committed and closed by the caller; header and blocks are the application's, but for the
     /// identifiers that block_files.h keeps. 0 when it cannot. Called for every save, copy and
     /// autosave; must not change the content.
     virtual int write(TarvFileWrite& file) = 0;
@@ -157,12 +157,12 @@ class TB_API TvDocumentContent {
 
 /// Unsaved work that a program which ended badly has left.
 struct TvRecoverable {
-    RWCString document;     ///< full name of the document; empty for one that had no name yet
-    RWCString state;        ///< full name of the file that holds the work
-    RWCString record;       ///< what leads to it, in the recovery folder; empty when that is lost
-    std::time_t saved = 0;  ///< when the state was saved, to be shown; 0 when not known
-    std::uint64_t size = 0; ///< of the state, in bytes
-    bool whole = false;     ///< it can be opened; the others can only be looked at or thrown away
+    RWCString document;      ///< full name of the document; empty for one that had no name yet
+    RWCString state;         ///< full name of the file that holds the work
+    RWCString record;        ///< what leads to it, in the recovery folder; empty when that is lost
+    std::time_t saved = 0;   ///< when the state was saved, to be shown; 0 when not known
+    std::uint64_t size = 0;  ///< of the state, in bytes
+    bool whole = false;      ///< it can be opened; the others can only be looked at or thrown away
 };
 
 /// What a person decides. Each default loses nothing.
@@ -184,13 +184,13 @@ class TB_API TvDocumentDecisions {
     /// disk, and the unsaved work is gone. By default CancelChanged.
     virtual Changed changedOnDisk(const RWCString& name, RWCString& other);
 
-    /// Whether to open what could be got back out of a damaged file. The file itself is not touched,
-    /// and is kept when the document is saved later. By default 0.
+    /// Whether to open what could be got back out of a damaged file. The file itself is not
+    /// touched, and is kept when the document is saved later. By default 0.
     virtual int openRescued(const RWCString& name, const std::vector<TvDocumentLoss>& missing);
 
-    /// Whether to write into the file itself, because no file can be made beside it (`why`). What is
-    /// to be saved is in the recovery folder, whole, until it stands in the file; but a reader may
-    /// meanwhile see half of it. By default 0.
+    /// Whether to write into the file itself, because no file can be made beside it (`why`). What
+    /// is to be saved is in the recovery folder, whole, until it stands in the file; but a reader
+    /// may meanwhile see half of it. By default 0.
     virtual int writeInPlace(const RWCString& name, const TvDocumentResult& why);
 
     /// What to do about unsaved work of a document that is being opened.
@@ -229,7 +229,8 @@ class TB_API TvDocumentFile {
     TvDocumentResult save();
     /// Saves under another name, which is the document's from then on, with its lock; the old file
     /// stays as it was last saved. An existing file of that name is replaced, and backed up as by
-    /// save(); when somebody has it open, `locked` is asked. A lock on the old name hinders nothing.
+    /// save(); when somebody has it open, `locked` is asked. A lock on the old name hinders
+    /// nothing.
     TvDocumentResult saveAs(const RWCString& name);
     /// Writes a copy; the document keeps its name and counts as changed if it did.
     TvDocumentResult copyTo(const RWCString& name);

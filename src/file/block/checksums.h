@@ -26,9 +26,9 @@ struct BlockSum {
 
 /// A list of checksums, as a value.
 struct ChecksumList {
-    std::uint32_t offset = 0;  ///< of the block that holds it
-    BlockSum index{};          ///< of the master index
-    std::uint32_t header = 0;  ///< see blocks::headerSum()
+    std::uint32_t offset = 0;    ///< of the block that holds it
+    BlockSum index{};            ///< of the master index
+    std::uint32_t header = 0;    ///< see blocks::headerSum()
     std::vector<BlockSum> rows;  ///< in the order of the index; its own is not known
 };
 

@@ -77,8 +77,7 @@ FileChecksums::FileChecksums(const TarvFile& f, APIFile& file, std::uint64_t siz
     }
 }
 
-const BlockSum* FileChecksums::find(std::uint32_t id,
-                                    std::optional<std::uint32_t> position) const {
+const BlockSum* FileChecksums::find(std::uint32_t id, std::optional<std::uint32_t> position) const {
     if (position && *position < list_.rows.size() && list_.rows[*position].id == id)
         return &list_.rows[*position];
     const auto found = std::ranges::find(list_.rows, id, &BlockSum::id);

@@ -14,8 +14,8 @@ class FileChecksums {
     /// Of an open file of `size` bytes.
     FileChecksums(const TarvFile& f, APIFile& file, std::uint64_t size);
 
-    /// Whether a list proves that the file has the layout that writers use, whatever its header says
-    /// of its format version. The header's other fields are as they stand there.
+    /// Whether a list proves that the file has the layout that writers use, whatever its header
+    /// says of its format version. The header's other fields are as they stand there.
     [[nodiscard]] static bool proveLayout(const TarvFileHeader& header, APIFile& file,
                                           std::uint64_t size);
 

@@ -27,6 +27,10 @@
 
 namespace toolbox {
 
+namespace locks {
+struct LockPlace;
+}  // namespace locks
+
 /// Who holds a lock, or held it. Texts are in Windows-1252 and empty where they are not known.
 struct LockHolder {
     std::string user;           ///< the user's name
@@ -111,6 +115,22 @@ class DocumentLock {
     void release();
 
   private:
+    /// What came of writing a lock. A race was lost to somebody who did the same: look again.
+    struct Attempt {
+        platform::ErrorCode error;
+        bool isRace;
+    };
+
+    /// take() by the lock's own name. `allowed`: a token that may be taken over besides what was
+    /// left.
+    LockReport takeNamed(const locks::LockPlace& place, const std::string& allowed);
+    /// Takes over what was found. `free` when it was tried, as `attempt` then says; otherwise what
+    /// keeps from it.
+    LockReport replace(const locks::LockPlace& place, const LockReport& found,
+                       const std::string& allowed, Attempt& attempt);
+    /// Writes a lock of ours and gives it its name; on success the lock is taken. `isNew`: there
+    /// must be none.
+    Attempt put(const locks::LockPlace& place, bool isNew);
     void swap(DocumentLock& other) noexcept;
 
     std::string name_;

@@ -153,8 +153,7 @@ std::vector<FoundFile> findFiles(const std::string& pattern) {
         if (::stat(path.c_str(), &facts) != 0 && ::lstat(path.c_str(), &facts) != 0) return;
         const bool isFile = S_ISREG(facts.st_mode);
         found.push_back({name, attributesOf(facts),
-                         isFile ? static_cast<std::uint64_t>(facts.st_size) : 0,
-                         writtenAt(facts)});
+                         isFile ? static_cast<std::uint64_t>(facts.st_size) : 0, writtenAt(facts)});
     };
     if (wanted.find_first_of("*?") == std::string::npos) {
         if (!wanted.empty()) add(wanted);

@@ -220,7 +220,8 @@ class WindowsFiles final : public FileSystem {
     ErrorCode createFolder(const char* name) override {
         const std::string path = fullPath(name);
         ErrorCode error = ERROR_INVALID_NAME;
-        // The parts that are there already, drives and shares among them, refuse in ways of their own.
+        // The parts that are there already, drives and shares among them, refuse in ways of their
+        // own.
         for (std::size_t end = path.find('\\'); !path.empty(); end = path.find('\\', end + 1)) {
             const BOOL made = ::CreateDirectoryA(path.substr(0, end).c_str(), nullptr);
             error = resultOf(made);

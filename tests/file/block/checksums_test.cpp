@@ -106,13 +106,14 @@ TEST(BlockChecksums, NeverSearchForAnotherBlock) {
         const std::string name = folder / "file.dat";
         summed ? saveSummed(name, blocks) : static_cast<void>(save(name, blocks));
         std::string bytes = folder.read("file.dat");
-        bytes[160 + 148 + old.size()] ^= 1;   // the identifier of the second block
+        bytes[160 + 148 + old.size()] ^= 1;  // the identifier of the second block
         folder.write("file.dat", bytes);
         TarvFileRead file;
         ASSERT_EQ(file.open(name.c_str()), 1);
         TarvBlocFile out;
         EXPECT_EQ(file.getBloc(5, out), !summed);
-        EXPECT_EQ(file.getBlocFault(), summed ? TarvFileRead::WrongChecksum : TarvFileRead::NoFault);
+        EXPECT_EQ(file.getBlocFault(),
+                  summed ? TarvFileRead::WrongChecksum : TarvFileRead::NoFault);
         EXPECT_EQ(file.getBloc(6, out), 0);
         EXPECT_EQ(file.getBlocFault(), TarvFileRead::NotThere);
     }
@@ -123,7 +124,7 @@ TEST(BlockChecksums, FindBlocksWhereTheIndexIsDamaged) {
     const std::string name = folder / "file.dat";
     saveSummed(name, kBlocks);
     std::string bytes = folder.read("file.dat");
-    bytes[bytes.size() - 12 - 4] ^= 0x40;   // the offset of the last block
+    bytes[bytes.size() - 12 - 4] ^= 0x40;  // the offset of the last block
     folder.write("file.dat", bytes);
     EXPECT_EQ(stateOf(name), TarvFileRead::ChecksumsDamaged);
     EXPECT_EQ(fetched(name, kBlocks), kBlocks);
@@ -136,7 +137,7 @@ TEST(BlockChecksums, AreOutdatedByThoseWhoDoNotKnowThem) {
     saveSummed(name, kBlocks);
 
     std::vector<Block> changed = kBlocks;
-    changed[0].data = "FIRST";   // as long as before, so that all blocks keep their lengths
+    changed[0].data = "FIRST";  // as long as before, so that all blocks keep their lengths
     const std::string copy = folder / "copy.dat";
     copyUnaware(name, copy, [&](Block& block) {
         if (block.id == 1) block.data = changed[0].data;
@@ -151,8 +152,8 @@ TEST(BlockChecksums, AreOutdatedByThoseWhoDoNotKnowThem) {
         appending.setHeader(*before.getHeader());
         appending.setIndex(*before.getIndex());
         before.close();
-        auto file = std::make_unique<APIFile>(name.c_str(), GENERIC_WRITE | GENERIC_READ, 0,
-                                              OPEN_EXISTING);
+        auto file =
+            std::make_unique<APIFile>(name.c_str(), GENERIC_WRITE | GENERIC_READ, 0, OPEN_EXISTING);
         file->SeekToEnd();
         appending.setFile(file.release());
         ASSERT_EQ(appending.open(name.c_str()), 1);

@@ -54,6 +54,7 @@ Mark markOf(APIFile& file, const Mark& like) {
 
 ErrorCode look(const std::string& name, const Mark& like, Mark& now) {
     constexpr std::chrono::milliseconds kPause{2};
+    const HeldFileErrors held;
     now = like;
     now.isThere = false;
     now.size = 0;
@@ -72,6 +73,7 @@ ErrorCode look(const std::string& name, const Mark& like, Mark& now) {
 }
 
 Mark extentOf(TarvFileRead& file) {
+    const HeldFileErrors held;
     Mark mark;
     const TarvFileIndex* const index = BlockFileParts::index(file);
     APIFile* const bytes = BlockFileParts::file(file);

@@ -72,7 +72,7 @@ class Search {
         item.whole = state != record && !openQuietly(work, state) && isWhole(work);
         if (item.whole && standsIn(document, work)) {
             work.close();
-            TvDocumentFile::discard(item);
+            remove(item);
         } else {
             items_.push_back(item);
         }
@@ -108,6 +108,13 @@ std::vector<TvRecoverable> recoverable(const std::vector<RWCString>& documents,
         search.beside(full, full == ours);
     }
     return search.done();
+}
+
+bool remove(const TvRecoverable& work) {
+    if (!work.state.isNull()) discard(work.state.str());
+    const bool isGone = work.state.isNull() || !files().exists(work.state.c_str());
+    if (isGone && !work.record.isNull()) discard(work.record.str());
+    return isGone && (work.record.isNull() || !files().exists(work.record.c_str()));
 }
 
 bool takeUp(const TvRecoverable& work, DocumentLock& lock) {

@@ -16,4 +16,7 @@ namespace toolbox::document {
 /// Takes work up, so that nobody else does: false when somebody has.
 [[nodiscard]] bool takeUp(const TvRecoverable& work, DocumentLock& lock);
 
+/// Removes the files of work that was taken up; false when one is still there.
+bool remove(const TvRecoverable& work);
+
 }  // namespace toolbox::document

@@ -95,18 +95,16 @@ bool isStateOf(std::string_view own, std::string_view document) {
 
 /// A record can be written where the recovery folder can. Without one the state is found all the
 /// same when its document is opened.
-bool UnsavedWork::writeRecord(const std::string& document, const std::string& state) {
+void UnsavedWork::writeRecord() {
     if (record_.empty()) {
         const std::string folder = recoveryFolder();
-        if (files().createFolder(folder.c_str()) != ERROR_SUCCESS) return false;
+        if (files().createFolder(folder.c_str()) != ERROR_SUCCESS) return;
         record_ = folder + '/' + digits_ + std::string(kRecordEnd);
         (void)lock_.take(record_);
     }
-    Record content({document, state});
+    Record content({document_, next_});
     Draft draft;
-    const bool isWritten = !draft.create(record_, {}) && !draft.fill(content) &&
-                           draft.putInPlace() == ERROR_SUCCESS;
-    return isWritten;
+    if (!draft.create(record_, {}) && !draft.fill(content)) (void)draft.putInPlace();
 }
 
 Fault UnsavedWork::begin(Draft& draft, const std::string& document, Place place) {
@@ -118,12 +116,12 @@ Fault UnsavedWork::begin(Draft& draft, const std::string& document, Place place)
         const platform::ErrorCode error = files().createFolder(recoveryFolder().c_str());
         if (error != ERROR_SUCCESS) return faultOf(error, Doing::writing, next_);
     }
-    if (const Fault fault = draft.create(next_, document)) return fault;
-    if (record_.empty() || next_ != state_) (void)writeRecord(document, next_);
-    return {};
+    document_ = document;
+    return draft.create(next_, document);
 }
 
 Fault UnsavedWork::finish(Draft& draft) {
+    if (record_.empty() || next_ != state_) writeRecord();
     const platform::ErrorCode error = draft.putInPlace();
     if (error != ERROR_SUCCESS) return faultOf(error, Doing::writing, next_);
     const std::string older = std::exchange(state_, next_);

@@ -46,10 +46,10 @@ class UnsavedWork {
     [[nodiscard]] bool exists() const { return !state_.empty(); }
     [[nodiscard]] const std::string& state() const { return state_; }
 
-    /// Chooses the file for the next state, and makes `draft` beside it. The record leads there
-    /// afterwards. `document` is empty for one without a name.
+    /// Chooses the file for the next state, and makes `draft` beside it. `document` is empty for one
+    /// without a name.
     [[nodiscard]] Fault begin(Draft& draft, const std::string& document, Place place);
-    /// Puts the state in place; an older one elsewhere goes.
+    /// Has the record lead to the state, and puts that in place; an older one elsewhere goes.
     [[nodiscard]] Fault finish(Draft& draft);
     /// Takes up the work of another program, with the lock of its record.
     void adopt(const TvRecoverable& work, DocumentLock lock);
@@ -59,11 +59,12 @@ class UnsavedWork {
     void leave();
 
   private:
-    [[nodiscard]] bool writeRecord(const std::string& document, const std::string& state);
+    void writeRecord();
 
     std::string digits_;
     std::string record_;  ///< empty while there is none
     std::string state_;
+    std::string document_;
     std::string next_;    ///< the state that begin() chose
     DocumentLock lock_;   ///< on the record
 };

@@ -42,14 +42,12 @@
 #include <vector>
 
 #include "toolbox/block_files.h"
-#include "toolbox/detail/watch.h"
 #include "toolbox/export.h"
 #include "toolbox/platform.h"
 #include "toolbox/strings.h"
 
 namespace toolbox::document {
 class Session;
-struct Opening;
 }  // namespace toolbox::document
 
 class TvDocumentFile;
@@ -296,6 +294,5 @@ class TB_API TvDocumentFile {
     static RWCString recoveryFolder();
 
   private:
-    std::shared_ptr<toolbox::document::Session> session_;  ///< of the document that is open
-    toolbox::detail::Watched<> life_;
+    std::shared_ptr<toolbox::document::Session> session_;  ///< outlives this where it calls back
 };

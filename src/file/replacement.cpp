@@ -86,9 +86,10 @@ std::unique_ptr<APIFile> Replacement::apiFile(ErrorCode error) const {
     return file;
 }
 
-ErrorCode Replacement::replaceTarget() {
+ErrorCode Replacement::replaceTarget(const std::function<bool()>& mayReplace) {
     constexpr std::chrono::milliseconds kPause{50};
     return patiently(kPause, [&] {
+        if (mayReplace && !mayReplace()) return ErrorCode{ERROR_CANCELLED};
         const ErrorCode refused = files().replace(name_.c_str(), target_.c_str());
         // Windows says so of a target that is open; a read-only one is so for good.
         return refused == ERROR_ACCESS_DENIED && !isReadOnlyFile(target_)
@@ -97,14 +98,14 @@ ErrorCode Replacement::replaceTarget() {
     });
 }
 
-ErrorCode Replacement::putInPlace() {
-    const ErrorCode error = replaceTarget();
+ErrorCode Replacement::putInPlace(const std::function<bool()>& mayReplace) {
+    const ErrorCode error = replaceTarget(mayReplace);
     if (error == ERROR_SUCCESS) file_.reset();  // readers are refused up to here
     return error;
 }
 
 std::shared_ptr<SharedFile> Replacement::putInPlaceOpen(bool onlyNew, ErrorCode& error) {
-    error = onlyNew ? files().renameNew(name_.c_str(), target_.c_str()) : replaceTarget();
+    error = onlyNew ? files().renameNew(name_.c_str(), target_.c_str()) : replaceTarget({});
     return error == ERROR_SUCCESS ? std::exchange(file_, nullptr) : nullptr;
 }
 

@@ -69,9 +69,10 @@ ErrorCode codeOf(int error, ErrorCode otherwise) {
         case EACCES:
         case EPERM:
         case EISDIR:
-        case EROFS:
         case ENXIO:  // a pipe or socket that nobody serves
             return ERROR_ACCESS_DENIED;
+        case EROFS:
+            return ERROR_WRITE_PROTECT;
         case EBADF:
             return ERROR_INVALID_HANDLE;
         case ENOMEM:

@@ -34,6 +34,7 @@ constexpr auto kErrorNames = std::to_array<ErrorName>({
     {ERROR_ACCESS_DENIED, "Access denied."},
     {ERROR_INVALID_HANDLE, "The file is not open."},
     {ERROR_NOT_ENOUGH_MEMORY, "Not enough memory."},
+    {ERROR_WRITE_PROTECT, "The disk is write-protected."},
     {ERROR_WRITE_FAULT, "The device could not be written."},
     {ERROR_READ_FAULT, "The device could not be read."},
     {ERROR_SHARING_VIOLATION, "The file is in use by another program."},

@@ -266,6 +266,9 @@ class PosixFiles final : public FileSystem {
             ::unlink(path.c_str());
             return ERROR_SHARING_VIOLATION;
         }
+        struct stat facts {};
+        if (::fstat(file.get(), &facts) != 0) return codeOf(errno);
+        if (facts.st_nlink == 0) return ERROR_FILE_EXISTS;  // removed before it was locked
         out = file.take();
         return ERROR_SUCCESS;
     }

@@ -73,7 +73,7 @@ using Word = std::uint32_t;
 #endif
 
 [[gnu::target("sse4.2"), gnu::always_inline]] inline std::uint32_t oneWord(std::uint32_t sum,
-                                                                         const char* at) {
+                                                                           const char* at) {
 #if defined(__x86_64__)
     return static_cast<std::uint32_t>(_mm_crc32_u64(sum, load<Word>(at)));
 #else

@@ -65,10 +65,13 @@ BlockSum sumOf(const TarvBlocFile& block, std::uint32_t offset) {
 TarvBlocFile encode(const ChecksumList& list) {
     const std::size_t rowBytes = list.rows.size() * kRowBytes;
     std::vector<char> data(kFixedBytes + rowBytes + kSumBytes);
-    const std::array<std::uint32_t, 7> fixed = {
-        kListVersion,     list.offset, list.index.offset,
-        list.index.length, list.index.sum, list.header,
-        static_cast<std::uint32_t>(list.rows.size())};
+    const std::array<std::uint32_t, 7> fixed = {kListVersion,
+                                                list.offset,
+                                                list.index.offset,
+                                                list.index.length,
+                                                list.index.sum,
+                                                list.header,
+                                                static_cast<std::uint32_t>(list.rows.size())};
     std::memcpy(data.data(), fixed.data(), kFixedBytes);
     if (rowBytes > 0) std::memcpy(data.data() + kFixedBytes, list.rows.data(), rowBytes);
     const std::size_t summed = kFixedBytes + rowBytes;

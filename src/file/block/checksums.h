@@ -14,21 +14,11 @@
 
 namespace toolbox {
 
-/// What a list of checksums says of one block.
-struct BlockSum {
-    std::uint32_t id;
-    std::uint32_t offset;
-    std::uint32_t length;  ///< of the whole block, from identifier to terminator; 0: sum not known
-    std::uint32_t sum;     ///< CRC-32C of these bytes
-
-    [[nodiscard]] bool isKnown() const { return length != 0; }
-};
-
 /// A list of checksums, as a value.
 struct ChecksumList {
-    std::uint32_t offset = 0;  ///< of the block that holds it
-    BlockSum index{};          ///< of the master index
-    std::uint32_t header = 0;  ///< see blocks::headerSum()
+    std::uint32_t offset = 0;    ///< of the block that holds it
+    BlockSum index{};            ///< of the master index
+    std::uint32_t header = 0;    ///< see blocks::headerSum()
     std::vector<BlockSum> rows;  ///< in the order of the index; its own is not known
 };
 

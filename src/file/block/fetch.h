@@ -28,8 +28,8 @@ struct Place {
 };
 
 /// Reads the block at a place into `out`, all but its identifier, which is left alone. Returns the
-/// bytes that the block takes, or 0 when there is no whole block with the identifier and the sum; `out` is then
-/// as it was. One call to the system when the extent was right.
+/// bytes that the block takes, or 0 when there is no whole block with the identifier and the sum;
+/// `out` is then as it was. One call to the system when the extent was right.
 [[nodiscard]] std::uint32_t fetch(APIFile& file, const Place& place, const Layout& layout,
                                   TarvBlocFile& out);
 

@@ -102,8 +102,7 @@ int TarvFileWrite::writeBloc(const TarvBlocFile& block) {
     const auto at = output ? output->position() : std::nullopt;
     int result = 0;
     // Where the header will be written nothing else is.
-    if (at && *at >= blocks::kHeaderBytes && 
-        leavesRoomForIndex(*getIndex(), sums, *at, length) &&
+    if (at && *at >= blocks::kHeaderBytes && leavesRoomForIndex(*getIndex(), sums, *at, length) &&
         getIndex()->addBloc(block.getID(), *at))
         result = block.write(*this);
     if (length % 4 != 0) getHeader()->setMask(getHeader()->getMask() & ~1ul);
@@ -129,7 +128,8 @@ int TarvFileWrite::commit() {
 }
 
 /// Whether checksums are written. The list's entry is the first of the index, though the list lies
-/// behind the blocks: whoever copies a file block by block, and does not know it, puts it elsewhere.
+/// behind the blocks: whoever copies a file block by block, and does not know it, puts it
+/// elsewhere.
 bool TarvFileWrite::keepsSums() {
     BlockOutput* const output = BlockFileParts::output(*this);
     if (!output || !getIndex()) return false;
@@ -147,7 +147,7 @@ bool TarvFileWrite::writeChecksums(std::uint32_t at) try {
     BlockFileParts::place(index, blocks::kChecksumsId, at);
     const auto entries = BlockFileParts::entries(index);
     const std::uint64_t after = at + blocks::checksumBytes(entries.size());
-    if (!index.setData() || after > blocks::kMostBytes) return false;
+    if (!index.setData() || !BlockOutput::mayGrow(at, after - at)) return false;
 
     toolbox::ChecksumList list;
     list.offset = at;

@@ -106,27 +106,48 @@ TEST(BlockChecksums, NeverSearchForAnotherBlock) {
         const std::string name = folder / "file.dat";
         summed ? saveSummed(name, blocks) : static_cast<void>(save(name, blocks));
         std::string bytes = folder.read("file.dat");
-        bytes[160 + 148 + old.size()] ^= 1;   // the identifier of the second block
+        bytes[160 + 148 + old.size()] ^= 1;  // the identifier of the second block
         folder.write("file.dat", bytes);
         TarvFileRead file;
         ASSERT_EQ(file.open(name.c_str()), 1);
         TarvBlocFile out;
         EXPECT_EQ(file.getBloc(5, out), !summed);
-        EXPECT_EQ(file.getBlocFault(), summed ? TarvFileRead::WrongChecksum : TarvFileRead::NoFault);
+        EXPECT_EQ(file.getBlocFault(),
+                  summed ? TarvFileRead::WrongChecksum : TarvFileRead::NoFault);
         EXPECT_EQ(file.getBloc(6, out), 0);
         EXPECT_EQ(file.getBlocFault(), TarvFileRead::NotThere);
     }
 }
 
-TEST(BlockChecksums, FindBlocksWhereTheIndexIsDamaged) {
+// The list is found and proves as before wherever else a byte is damaged.
+TEST(BlockChecksums, ProveThoughTheRestIsDamaged) {
     TempFolder folder;
     const std::string name = folder / "file.dat";
-    saveSummed(name, kBlocks);
-    std::string bytes = folder.read("file.dat");
-    bytes[bytes.size() - 12 - 4] ^= 0x40;   // the offset of the last block
-    folder.write("file.dat", bytes);
-    EXPECT_EQ(stateOf(name), TarvFileRead::ChecksumsDamaged);
-    EXPECT_EQ(fetched(name, kBlocks), kBlocks);
+    const std::vector<Block> whole = {{1, "first", "One"}, {2, "second one!", "Two"}};
+    saveSummed(name, whole);
+    const std::string bytes = folder.read("file.dat");
+    const std::size_t entries = bytes.size() - 12 - 3 * 8;  // the list's, then one for each block
+    const struct {
+        const char* what;
+        std::size_t at;
+    } cases[] = {{"header", 0},
+                 {"place of the index in the header", 151},
+                 {"format version", 152},
+                 {"description of the index", entries - 9},
+                 {"identifier of the list", entries},
+                 {"offset of the list", entries + 4},
+                 {"offset of a block", entries + 8 + 4},
+                 {"end of the index", bytes.size() - 1}};
+    for (const auto& [what, at] : cases) {
+        std::string damaged = bytes;
+        damaged[at] = static_cast<char>(damaged[at] ^ 0x40);
+        folder.write("file.dat", damaged);
+        EXPECT_EQ(stateOf(name), TarvFileRead::ChecksumsDamaged) << what;
+        EXPECT_EQ(fetched(name, whole), whole) << what;
+        damaged[160 + 136] = 'F';
+        folder.write("file.dat", damaged);
+        EXPECT_EQ(fetched(name, whole), std::vector{whole[1]}) << what;
+    }
 }
 
 // A program that does not know the list must not make good blocks unreadable.
@@ -136,12 +157,23 @@ TEST(BlockChecksums, AreOutdatedByThoseWhoDoNotKnowThem) {
     saveSummed(name, kBlocks);
 
     std::vector<Block> changed = kBlocks;
-    changed[0].data = "FIRST";   // as long as before, so that all blocks keep their lengths
+    changed[0].data = "FIRST";  // as long as before, so that all blocks keep their lengths
     const std::string copy = folder / "copy.dat";
     copyUnaware(name, copy, [&](Block& block) {
         if (block.id == 1) block.data = changed[0].data;
     });
     EXPECT_EQ(stateOf(copy), TarvFileRead::ChecksumsOutdated);
+    EXPECT_EQ(fetched(copy, changed), changed);
+
+    // Written anew in the order of the file: all blocks are where they were, the list's too.
+    std::string sorted = folder.read("summed.dat");
+    const std::size_t entries = sorted.size() - 12 - 8 * (kBlocks.size() + 1);
+    std::rotate(sorted.begin() + static_cast<std::ptrdiff_t>(entries),
+                sorted.begin() + static_cast<std::ptrdiff_t>(entries + 8), sorted.end() - 12);
+    sorted[160 + 136] = 'F';
+    folder.write("copy.dat", sorted);
+    EXPECT_EQ(stateOf(copy), TarvFileRead::ChecksumsOutdated);
+    changed[0].data = "First";
     EXPECT_EQ(fetched(copy, changed), changed);
 
     {
@@ -151,8 +183,8 @@ TEST(BlockChecksums, AreOutdatedByThoseWhoDoNotKnowThem) {
         appending.setHeader(*before.getHeader());
         appending.setIndex(*before.getIndex());
         before.close();
-        auto file = std::make_unique<APIFile>(name.c_str(), GENERIC_WRITE | GENERIC_READ, 0,
-                                              OPEN_EXISTING);
+        auto file =
+            std::make_unique<APIFile>(name.c_str(), GENERIC_WRITE | GENERIC_READ, 0, OPEN_EXISTING);
         file->SeekToEnd();
         appending.setFile(file.release());
         ASSERT_EQ(appending.open(name.c_str()), 1);

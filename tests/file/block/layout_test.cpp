@@ -12,8 +12,8 @@ using namespace block_kit;
 
 namespace {
 
-/// The bytes of a dump of the document, the first after `heading`: lines "offset  byte byte ...  |text|", where "*" stands for
-/// the line before it, again and again up to the next offset.
+/// The bytes of a dump of the document, the first after `heading`: lines "offset  byte byte ...
+/// |text|", where "*" stands for the line before it, again and again up to the next offset.
 std::string dumpAfter(const std::string& heading) {
     std::ifstream file(TOOLBOX_BLOCK_DOCUMENT);
     std::string bytes;

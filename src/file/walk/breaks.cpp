@@ -17,7 +17,7 @@ std::uint64_t Walker::knownAfter(std::uint64_t at) {
         known_ = map_.index->frame.offset;
     for (const BlocItem* next = places_.after(at); next && next->offset < known_;
          next = places_.after(next->offset))
-        if (isConfirmed(probe_, shape_, *next)) known_ = next->offset;
+        if (listed_.at(next->offset) || isConfirmed(probe_, shape_, *next)) known_ = next->offset;
     return known_;
 }
 
@@ -25,8 +25,7 @@ std::uint64_t Walker::knownAfter(std::uint64_t at) {
 bool Walker::isAlone(const Break& at) {
     if (!at.hint || !isIndexed(at.frame.offset)) return false;
     const BlocItem* next = places_.after(at.frame.offset);
-    const std::uint64_t index = map_.index->frame.offset;
-    return at.limit == (next && next->offset < index ? next->offset : index);
+    return at.limit == (next && next->offset < namedEnd_ ? next->offset : namedEnd_);
 }
 
 std::uint64_t Walker::resumeAfter(const Break& at) {

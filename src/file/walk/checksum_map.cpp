@@ -64,8 +64,10 @@ int listMarks(FileReader& file, const BlockShape& shape, const BlockFrame& frame
     const bool isDescribed = labelOf(file, shape, frame).description == blocks::kListDescription;
     const char* data = file.at(frame.offset + shape.head, kRowCountAt + 4);
     if (!data) return isDescribed ? 1 : 0;
-    const bool isConsistent = wordAt(data) == 1 && frame.length == listLength(wordAt(data + kRowCountAt));
-    return (isDescribed ? 1 : 0) + (wordAt(data + kOwnOffsetAt) == frame.offset ? 1 : 0) + (isConsistent ? 1 : 0);
+    const bool isConsistent =
+        wordAt(data) == 1 && frame.length == listLength(wordAt(data + kRowCountAt));
+    return (isDescribed ? 1 : 0) + (wordAt(data + kOwnOffsetAt) == frame.offset ? 1 : 0) +
+           (isConsistent ? 1 : 0);
 }
 
 bool isListedLayout(FileReader& file, const BlockFileHeader& header) {

@@ -25,9 +25,8 @@ ListedBlocks::ListedBlocks(FileReader& file, FileReader& probe, const BlockFileM
 }
 
 const BlockSum* ListedBlocks::covering(std::uint64_t offset) const {
-    const auto next = std::ranges::upper_bound(rows_, offset, {}, [](const BlockSum& row) {
-        return std::uint64_t{row.offset};
-    });
+    const auto next = std::ranges::upper_bound(
+        rows_, offset, {}, [](const BlockSum& row) { return std::uint64_t{row.offset}; });
     if (next == rows_.begin()) return nullptr;
     const BlockSum& row = *std::prev(next);
     return offset - row.offset < row.length ? &row : nullptr;
@@ -123,8 +122,8 @@ std::optional<BlockFrame> ListedBlocks::reframed(const BlockSum& row, bool& prov
     base::store(lengthAt, length);
     char terminator[kWord];
     base::store(terminator, kBlockTerminator);
-    const auto sum = sumAt(probe_, row.offset + head.size(), row.length - head.size() - kWord,
-                           sumOf(head));
+    const auto sum =
+        sumAt(probe_, row.offset + head.size(), row.length - head.size() - kWord, sumOf(head));
     proved = sum && sumOf(terminator, *sum) == row.sum;
     if (damaged > 1 && !proved) return std::nullopt;
     BlockFrame frame{.offset = row.offset, .end = end, .id = row.id, .length = length};

@@ -159,8 +159,10 @@ void Walker::reportLoss(WalkFinding::Kind kind, std::uint64_t from, std::uint64_
     if (from >= to) return;
     reportHeld();
     if (map_.index && from == map_.index->frame.offset) kind = WalkFinding::Kind::damagedIndex;
-    if (map_.checksums && from == map_.checksums->frame.offset)
-        kind = WalkFinding::Kind::damagedChecksums;
+    if (const auto& list = map_.checksums) {
+        if (from == list->frame.offset) kind = WalkFinding::Kind::damagedChecksums;
+        if (from == list->frame.end && list->proves()) kind = WalkFinding::Kind::damagedIndex;
+    }
     WalkFinding loss;
     loss.kind = kind;
     loss.from = from;

@@ -52,6 +52,8 @@ class Walker {
     [[nodiscard]] bool isBlockAt(std::uint64_t at, std::uint64_t limit);
     [[nodiscard]] std::uint64_t knownAfter(std::uint64_t at);
     [[nodiscard]] bool isAlone(const Break& at);
+    [[nodiscard]] bool isAfterTerminator(std::uint64_t at);
+    [[nodiscard]] bool isMoved(const BlockFrame& frame);
 
     void report(WalkFinding found, const BlocItem* hint);
     void reportLoss(WalkFinding::Kind kind, std::uint64_t from, std::uint64_t to,

@@ -182,10 +182,8 @@ TvDocumentResult Session::readWork(const Turn& turn, Opened& next, const TvRecov
     result.name = work.state;
     if (!result.ok) return result;
     // The document itself: what a save will find there.
-    TarvFileRead document;
     if (!next.name.empty()) {
-        const bool isSound = !openQuietly(document, next.name) && isWhole(document);
-        (void)look(next.name, isSound ? extentOf(document) : Mark(), next.mark);
+        const bool isSound = markFile(next.name, next.mark);
         next.isDamaged = next.mark.isThere && !isSound;
     }
     next.isChanged = true;

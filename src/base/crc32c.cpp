@@ -154,9 +154,24 @@ std::uint32_t crc32cByInstruction(std::span<const char> bytes, std::uint32_t bef
 }
 #endif
 
+namespace {
+
+using Way = std::uint32_t (*)(std::span<const char> bytes, std::uint32_t before);
+
+/// The processor is asked at the first use, which may be before this file's variables are made.
+Way& way() {
+    static Way chosen = hasCrc32cInstruction() ? crc32cByInstruction : crc32cByTables;
+    return chosen;
+}
+
+}  // namespace
+
+void useCrc32cTables(bool on) {
+    way() = on || !hasCrc32cInstruction() ? crc32cByTables : crc32cByInstruction;
+}
+
 std::uint32_t crc32c(std::span<const char> bytes, std::uint32_t before) {
-    static const auto kWay = hasCrc32cInstruction() ? crc32cByInstruction : crc32cByTables;
-    return kWay(bytes, before);
+    return way()(bytes, before);
 }
 
 }  // namespace toolbox::base

@@ -19,7 +19,6 @@ constexpr std::uint32_t kListVersion = 1;
 constexpr std::uint32_t kFixedBytes = 7 * 4;
 constexpr std::uint32_t kRowBytes = sizeof(BlockSum);
 constexpr std::uint32_t kSumBytes = 4;
-constexpr std::string_view kDescription = "Checksums";
 
 // Rows go to and from the disk as they stand in memory.
 static_assert(kRowBytes == 16 && offsetof(BlockSum, sum) == 12);
@@ -28,7 +27,7 @@ static_assert(kRowBytes == 16 && offsetof(BlockSum, sum) == 12);
 std::uint32_t ownSum(std::span<const char> data) {
     const auto length = static_cast<std::uint32_t>(data.size() + kSumBytes);
     char head[kHeadBytes];
-    encodeHead(head, kChecksumsId, kDescription, length);
+    encodeHead(head, kChecksumsId, kListDescription, length);
     return base::crc32c(data, base::crc32c(head));
 }
 
@@ -79,9 +78,18 @@ TarvBlocFile encode(const ChecksumList& list) {
 
     TarvBlocFile block;
     block.setID(kChecksumsId);
-    block.setDescription(RWCString(kDescription));
+    block.setDescription(RWCString(kListDescription));
     block.VarRecord::setData(static_cast<unsigned long>(data.size()), data.data());
     return block;
+}
+
+std::vector<char> wholeList(const ChecksumList& list) {
+    const TarvBlocFile block = encode(list);
+    std::vector<char> bytes(kHeadBytes + block.getLen() + kTailBytes);
+    encodeHead(bytes.data(), block);
+    std::memcpy(bytes.data() + kHeadBytes, block.getPData(), block.getLen());
+    encodeTail(bytes.data() + kHeadBytes + block.getLen(), block);
+    return bytes;
 }
 
 std::optional<ChecksumList> decodeChecksums(std::span<const char> block) {

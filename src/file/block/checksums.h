@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string_view>
 #include <vector>
 
 #include "base/crc32c.h"
@@ -13,16 +14,6 @@
 #include "toolbox/block_files.h"
 
 namespace toolbox {
-
-/// What a list of checksums says of one block.
-struct BlockSum {
-    std::uint32_t id;
-    std::uint32_t offset;
-    std::uint32_t length;  ///< of the whole block, from identifier to terminator; 0: sum not known
-    std::uint32_t sum;     ///< CRC-32C of these bytes
-
-    [[nodiscard]] bool isKnown() const { return length != 0; }
-};
 
 /// A list of checksums, as a value.
 struct ChecksumList {
@@ -36,6 +27,8 @@ namespace blocks {
 
 /// Identifier of the block that holds the list.
 inline constexpr std::uint32_t kChecksumsId = 0xFFFFFFEE;
+/// Its description.
+inline constexpr std::string_view kListDescription = "Checksums";
 
 /// Bytes that a list of so many rows takes in a file.
 [[nodiscard]] std::uint64_t checksumBytes(std::uint64_t rows);
@@ -61,8 +54,9 @@ class KeptSums {
 /// The sum that a block will have in a file.
 [[nodiscard]] BlockSum sumOf(const TarvBlocFile& block, std::uint32_t offset);
 
-/// The block that holds the list.
+/// The block that holds the list, and all of its bytes.
 [[nodiscard]] TarvBlocFile encode(const ChecksumList& list);
+[[nodiscard]] std::vector<char> wholeList(const ChecksumList& list);
 /// The list from the bytes of a whole block, head to terminator; none when they are damaged or
 /// something else.
 [[nodiscard]] std::optional<ChecksumList> decodeChecksums(std::span<const char> block);

@@ -147,7 +147,7 @@ bool TarvFileWrite::writeChecksums(std::uint32_t at) try {
     BlockFileParts::place(index, blocks::kChecksumsId, at);
     const auto entries = BlockFileParts::entries(index);
     const std::uint64_t after = at + blocks::checksumBytes(entries.size());
-    if (!index.setData() || after > blocks::kMostBytes) return false;
+    if (!index.setData() || !BlockOutput::mayGrow(at, after - at)) return false;
 
     toolbox::ChecksumList list;
     list.offset = at;

@@ -72,4 +72,12 @@ bool holdTheSame(TarvFileRead& one, TarvFileRead& other) {
     });
 }
 
+bool markFile(const std::string& name, Mark& mark) {
+    TarvFileRead file;
+    const bool isSound = !openQuietly(file, name) && isWhole(file);
+    const bool isLooked =
+        look(name, isSound ? extentOf(file) : Mark(), mark) == platform::ErrorCode{ERROR_SUCCESS};
+    return isSound && isLooked;
+}
+
 }  // namespace toolbox::document

@@ -24,6 +24,7 @@ std::string folderOf(const std::string& name) {
 class Search {
   public:
     void records() {
+        if (recoveryFolder().empty()) return;
         const std::string folder = recoveryFolder() + '/';
         for (const platform::FoundFile& found :
              files().find((folder + '*' + std::string(kRecordEnd)).c_str()))

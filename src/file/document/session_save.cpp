@@ -1,6 +1,7 @@
 // Saving: beside, proved, compared with what was opened, backed up, renamed.
 #include <utility>
 
+#include "file/document/block_document.h"
 #include "file/document/session.h"
 #include "file/file_system.h"
 
@@ -206,6 +207,7 @@ std::optional<TvDocumentResult> Session::askIfChanged(const Turn& turn, Saving& 
         switch (choice) {
             case TvDocumentDecisions::Replace:
                 saving.expected = now;
+                saving.expected.isProved = false;  // how long its list is was not asked
                 continue;
             case TvDocumentDecisions::SaveAs:
                 return saveElsewhere(turn, other.str(), saving.moves);
@@ -235,7 +237,8 @@ TvDocumentResult Session::writeInPlace(const Turn& turn, Saving& saving, const F
         result.kept = RWCString(doc_.work.state());
         return result;
     }
-    (void)look(saving.target, saving.expected, written);
+    (void)markFile(saving.target, written);
+    result.name = RWCString(saving.name);
     result.backup = generations_ > 0 ? why.code : ERROR_SUCCESS;
     return result;
 }

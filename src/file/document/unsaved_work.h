@@ -32,7 +32,7 @@ inline constexpr std::string_view kStateEnd = ".state";
 /// What follows a document's name in that of a state beside it, before eight digits.
 inline constexpr std::string_view kBeside = ".autosave-";
 
-/// The recovery folder, without a separator at its end.
+/// The recovery folder, without a separator at its end; empty when the system names none.
 [[nodiscard]] std::string recoveryFolder();
 void setRecoveryFolder(std::string folder);
 

@@ -38,8 +38,8 @@ class DocumentProof : public testing::Test {
     }
     [[nodiscard]] int work(const std::string& how, const std::string& log, int number,
                            const std::string& more = "sighted") const {
-        return runBeside("document_worker", {how, name, recovery.path(), notes / log,
-                                             std::to_string(number), more});
+        return runBeside("document_worker",
+                         {how, name, recovery.path(), notes / log, std::to_string(number), more});
     }
 };
 
@@ -115,8 +115,7 @@ TEST_P(SharedDocument, KeepsEverySave) {
     EXPECT_EQ(text.size(), (1 + static_cast<unsigned>(saves * programs)) * kWord);
     for (int each = 0; each < programs; ++each) {
         std::ifstream told(notes / ("told" + std::to_string(each)));
-        for (std::string word; told >> word;)
-            EXPECT_NE(text.find(word), std::string::npos) << word;
+        for (std::string word; told >> word;) EXPECT_NE(text.find(word), std::string::npos) << word;
     }
     EXPECT_EQ(folder.names(), (std::vector<std::string>{"plan.bak", "plan.dat"}));
 }

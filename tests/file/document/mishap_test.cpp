@@ -97,7 +97,8 @@ TEST_F(Mishap, OfAFolderThatVanishesIsToldAndLeavesTheOldOrTheNew) {
         EXPECT_EQ(desk->hasLock(), 1);
         desk->close();
         std::filesystem::remove_all(here);
-        for (const TvRecoverable& item : TvDocumentFile::recoverable()) TvDocumentFile::discard(item);
+        for (const TvRecoverable& item : TvDocumentFile::recoverable())
+            TvDocumentFile::discard(item);
         if (HasFailure()) break;
     }
 }
@@ -114,8 +115,8 @@ TEST_F(Mishap, OfAClockThatIsSetBackHidesNoWork) {
         desk.edit(versionText(2));
         ASSERT_TRUE(desk->autosave());
     }
-    std::filesystem::last_write_time(name, std::filesystem::file_time_type::clock::now() +
-                                               std::chrono::hours(1000));
+    std::filesystem::last_write_time(
+        name, std::filesystem::file_time_type::clock::now() + std::chrono::hours(1000));
     const auto found = TvDocumentFile::recoverable({RWCString(name)});
     ASSERT_EQ(found.size(), 1u);
     Desk desk;

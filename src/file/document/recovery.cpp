@@ -31,6 +31,9 @@ class Search {
         for (const platform::FoundFile& found :
              files().find((folder + '*' + std::string(kRecordEnd)).c_str()))
             record(folder + found.name);
+        for (const platform::FoundFile& found :
+             files().find((folder + '*' + std::string(kRecordEnd) + std::string(kLockEnd)).c_str()))
+            lockWithoutRecord(folder + found.name);
     }
 
     /// States beside a document, unless somebody works on it.
@@ -50,6 +53,13 @@ class Search {
     }
 
   private:
+    /// Removes the lock of a program that ended before it wrote its record, or after it removed it.
+    static void lockWithoutRecord(std::string name) {
+        name.resize(name.size() - kLockEnd.size());
+        DocumentLock lock;
+        if (!files().exists(name.c_str())) (void)lock.take(name);
+    }
+
     void record(const std::string& name) {
         const std::optional<RecordNames> names = readRecord(name);
         DocumentLock lock;

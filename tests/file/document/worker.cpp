@@ -40,7 +40,7 @@ int saved(const std::string& name, int count, std::ofstream& notes) {
     for (int done = 0; done < count;) {
         Desk desk;
         if (!desk->open(RWCString(name)) || desk->isReadOnly()) {
-            std::this_thread::sleep_for(10ms);
+            std::this_thread::sleep_for(40ms);
             continue;
         }
         for (int each = 0; each < 4 && done < count; ++each, ++done) {

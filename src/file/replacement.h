@@ -22,6 +22,10 @@ namespace toolbox {
 /// Removes a file of our own, read-only or not, if it is there.
 void discard(const std::string& name);
 
+/// Removes what programs that were killed left beside the file `target`, in whose name `*` stands
+/// for anything, when they wrote its successor. What nobody has locked nobody writes.
+void removeLeftovers(const std::string& target);
+
 /// Repeats a call, up to ten times in all, while it fails with ERROR_SHARING_VIOLATION: somebody
 /// has the file open, maybe for a moment only.
 template <class Call>

@@ -8,6 +8,7 @@
 #include "file/document/block_document.h"
 #include "file/document/unsaved_work.h"
 #include "file/file_system.h"
+#include "file/replacement.h"
 
 namespace toolbox::document {
 namespace {
@@ -26,6 +27,7 @@ class Search {
     void records() {
         if (recoveryFolder().empty()) return;
         const std::string folder = recoveryFolder() + '/';
+        removeLeftovers(folder + '*');
         for (const platform::FoundFile& found :
              files().find((folder + '*' + std::string(kRecordEnd)).c_str()))
             record(folder + found.name);
@@ -35,6 +37,7 @@ class Search {
     void beside(const std::string& document, bool isOurs) {
         if (!isOurs && isHeld(DocumentLock::look(document))) return;
         const std::string pattern = document + std::string(kBeside) + '*';
+        removeLeftovers(pattern);
         for (const platform::FoundFile& found : files().find(pattern.c_str())) {
             const std::string state = folderOf(document) + found.name;
             if (isStateOf(found.name, document)) add(document, state, {});

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <fstream>
 #include <thread>
+#include <tuple>
 
 #include "file/document/proof_kit.h"
 #include "support/child_program.h"
@@ -14,7 +15,7 @@ namespace {
 
 #if defined(_WIN32)
 constexpr int kStep = 7;
-constexpr int kSaves = 40;
+constexpr int kSaves = 50;
 #else
 constexpr int kStep = 1;
 constexpr int kSaves = 1000;
@@ -93,25 +94,25 @@ TEST_F(DocumentProof, LosesNothingWhereverItsProgramIsKilled) {
     EXPECT_GT(call, 100);
 }
 
-/// Programs, and whether share modes mean nothing.
+/// Programs, saves of each, and whether share modes mean nothing.
 class SharedDocument : public DocumentProof,
-                       public testing::WithParamInterface<std::pair<int, const char*>> {};
+                       public testing::WithParamInterface<std::tuple<int, int, const char*>> {};
 
 TEST_P(SharedDocument, KeepsEverySave) {
     start("zero");
-    const auto [programs, how] = GetParam();
+    const auto [programs, saves, how] = GetParam();
     std::vector<std::thread> running;
     std::vector<int> status(static_cast<std::size_t>(programs));
     for (int each = 0; each < programs; ++each)
         running.emplace_back([&, each] {
             status[static_cast<std::size_t>(each)] =
-                work("save", "told" + std::to_string(each), kSaves / programs, how);
+                work("save", "told" + std::to_string(each), saves, how);
         });
     for (std::thread& program : running) program.join();
     EXPECT_EQ(std::ranges::count(status, 0), programs);
 
     const std::string text = textIn(name);
-    EXPECT_EQ(text.size(), (1 + kSaves / programs * static_cast<unsigned>(programs)) * kWord);
+    EXPECT_EQ(text.size(), (1 + static_cast<unsigned>(saves * programs)) * kWord);
     for (int each = 0; each < programs; ++each) {
         std::ifstream told(notes / ("told" + std::to_string(each)));
         for (std::string word; told >> word;) EXPECT_NE(text.find(word), std::string::npos) << word;
@@ -120,7 +121,8 @@ TEST_P(SharedDocument, KeepsEverySave) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Programs, SharedDocument,
-                         testing::Values(std::pair(2, "sighted"), std::pair(10, "sighted"),
-                                         std::pair(10, "blind")));
+                         testing::Values(std::tuple(2, kSaves / 2, "sighted"),
+                                         std::tuple(10, kSaves / 10, "sighted"),
+                                         std::tuple(10, kSaves / 50, "blind")));
 
 }  // namespace

@@ -28,10 +28,10 @@ inline int versionOf(const std::string& text) {
 
 /// Four characters that no other program of a proof, and no other number below 4096, gives.
 inline std::string wordOf(std::uint32_t process, int number) {
-    constexpr std::uint32_t kNumbers = 4096;
+    constexpr std::size_t kNumbers = 4096;
     constexpr std::string_view kDigits =
         "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+-";
-    std::uint32_t value = process % kNumbers * kNumbers + static_cast<std::uint32_t>(number);
+    std::size_t value = process % kNumbers * kNumbers + static_cast<std::size_t>(number);
     std::string word;
     for (; word.size() < kWord; value /= kDigits.size()) word += kDigits[value % kDigits.size()];
     return word;

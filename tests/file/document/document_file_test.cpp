@@ -146,12 +146,14 @@ TEST_F(DocumentFile, LooksOnceMoreImmediatelyBeforeTheRename) {
     Desk desk;
     ASSERT_TRUE(desk->open(RWCString(name)));
     FaultyFiles calls;
-    bool replaced = false;
-    // While the backup is written, after the first look.
+    enum { before, backedUp, replaced } now = before;
+    // After the first look and the backup: at the open of the last look.
     calls.before = [&](FileCall call, int) {
-        if (call != FileCall::replace || replaced) return;
-        replaced = true;
-        replaceByOther("them");
+        if (call == FileCall::open && now == backedUp) {
+            now = replaced;
+            replaceByOther("them");
+        }
+        if (call == FileCall::replace && now == before) now = backedUp;
     };
     desk.edit("mine");
     EXPECT_EQ(desk->save().reason, Result::changedOnDisk);

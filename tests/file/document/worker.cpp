@@ -46,7 +46,13 @@ int saved(const std::string& name, int count, std::ofstream& notes) {
         for (int each = 0; each < 4 && done < count; ++each, ++done) {
             const std::string word = wordOf(process, done);
             desk.edit(desk.plan.text + word);
-            if (!desk->save()) return 3;
+            TvDocumentResult result = desk->save();
+            // On Windows readers keep a file from its place: told, and tried again.
+            for (int again = 0; result.reason == TvDocumentResult::inUse && again < 50; ++again) {
+                std::this_thread::sleep_for(40ms);
+                result = desk->save();
+            }
+            if (!result) return 3;
             notes << word << std::endl;
         }
         desk->close();

@@ -44,8 +44,8 @@ class KeptSums {
         const auto length = static_cast<std::uint32_t>(block.size());
         kept_.push_back({id, offset, length, base::crc32c(block)});
     }
-    /// What is known of the block at an entry's place.
-    [[nodiscard]] BlockSum find(const BlocItem& entry) const;
+    /// What is known of the blocks at the places of entries.
+    [[nodiscard]] std::vector<BlockSum> rowsOf(std::span<const BlocItem> entries) const;
 
   private:
     std::vector<BlockSum> kept_;  // in the order of writing

@@ -185,9 +185,10 @@ class EntryCheck {
         if (entry.offset < end_) add({"overlap", Text::findOverlap});
         if (open_.map.header.wholeWords() && (frame.end - frame.offset) % 4 != 0)
             add({"notWholeWords", Text::findNotWords});
-        const BlockSum* const row = sums_ ? open_.sumOf(entry.offset) : nullptr;
+        const BlockSum* const row = open_.sumOf(entry.offset);
         const bool isTold = !told_.empty() && told_.back() == entry.offset;
-        if (row && !isTold && sumAt(open_.window, row->offset, row->length) != row->sum)
+        if (row) end_ = std::max(end_, row->offset + std::uint64_t{row->length});
+        if (row && sums_ && !isTold && sumAt(open_.window, row->offset, row->length) != row->sum)
             add({"wrongChecksum", Text::findChecksum});
         end_ = std::max(end_, frame.end);
     }

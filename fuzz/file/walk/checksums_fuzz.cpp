@@ -28,8 +28,7 @@ std::string fileWith(std::string list, bool proven) {
     const auto place = static_cast<std::uint32_t>(160 + body.size());
     if (proven) {
         const auto length = static_cast<std::uint32_t>(list.size() + 4);
-        const std::string head =
-            word(0xFFFFFFEE) + padded("Checksums", 128) + word(length) + list;
+        const std::string head = word(0xFFFFFFEE) + padded("Checksums", 128) + word(length) + list;
         list += word(toolbox::sumOf(head));
     }
     body += record(210, {0xFFFFFFEE, list, "Checksums"});
@@ -45,8 +44,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     toolbox::testing::RecordingPrompt told;
     if (size == 0) return 0;
     const bool proven = (data[0] & 1) != 0;
-    const std::string bytes =
-        fileWith({reinterpret_cast<const char*>(data) + 1, size - 1}, proven);
+    const std::string bytes = fileWith({reinterpret_cast<const char*>(data) + 1, size - 1}, proven);
     folder.write("file", bytes);
 
     TarvFileRead file;

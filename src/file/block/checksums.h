@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <optional>
 #include <span>
 #include <string_view>
@@ -48,7 +49,7 @@ class KeptSums {
     [[nodiscard]] std::vector<BlockSum> rowsOf(std::span<const BlocItem> entries) const;
 
   private:
-    std::vector<BlockSum> kept_;  // in the order of writing
+    std::deque<BlockSum> kept_;  // in the order of writing; grows without moving
 };
 
 /// The sum that a block will have in a file.

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <optional>
 #include <span>
 #include <string_view>
@@ -44,11 +45,11 @@ class KeptSums {
         const auto length = static_cast<std::uint32_t>(block.size());
         kept_.push_back({id, offset, length, base::crc32c(block)});
     }
-    /// What is known of the block at an entry's place.
-    [[nodiscard]] BlockSum find(const BlocItem& entry) const;
+    /// What is known of the blocks at the places of entries.
+    [[nodiscard]] std::vector<BlockSum> rowsOf(std::span<const BlocItem> entries) const;
 
   private:
-    std::vector<BlockSum> kept_;  // in the order of writing
+    std::deque<BlockSum> kept_;  // in the order of writing; grows without moving
 };
 
 /// The sum that a block will have in a file.

@@ -153,9 +153,7 @@ bool TarvFileWrite::writeChecksums(std::uint32_t at) try {
     list.offset = at;
     list.index = blocks::sumOf(index, static_cast<std::uint32_t>(after));
     list.header = blocks::headerSum(BlockFileParts::encode(*getHeader()));
-    list.rows.reserve(entries.size());
-    for (const BlocItem& entry : entries)
-        list.rows.push_back(BlockFileParts::output(*this)->sums()->find(entry));
+    list.rows = BlockFileParts::output(*this)->sums()->rowsOf(entries);
     return blocks::encode(list).write(*this) != 0;
 } catch (const std::bad_alloc&) {
     return false;

@@ -12,8 +12,12 @@ namespace {
 
 constexpr std::uint32_t kListId = 0xFFFFFFEE;
 
-const std::vector<Block> kBlocks = {
-    {1, "first", "One", 1, 2}, {2, std::string(40000, 'x'), "Long", 3, 4}, {9, "", "None", 5, 6}};
+const std::vector<Block> kBlocks = {{1, "first", "One", 1, 2},
+                                    {2, std::string(40000, 'x'), "Long", 3, 4},
+                                    {9, "", "None", 5, 6},
+                                    {8, "down"},
+                                    {0xFFFFFFF0, std::string(700, 'd')},
+                                    {0, "zero"}};
 
 /// Writes blocks with checksums, one commit after each `perCommit` of them.
 void saveSummed(const std::string& name, const std::vector<Block>& blocks,
@@ -204,7 +208,7 @@ TEST(BlockChecksums, LeaveOutWhatIsNotKnown) {
     ASSERT_EQ(file.open(name.c_str()), 1);
     ASSERT_EQ(file.writeBloc(made(kBlocks[0])), 1);
     file.setChecksums(1);
-    for (const std::size_t i : {1u, 2u}) ASSERT_EQ(file.writeBloc(made(kBlocks[i])), 1);
+    for (const std::size_t i : {1u, 2u, 3u, 4u, 5u}) ASSERT_EQ(file.writeBloc(made(kBlocks[i])), 1);
     EXPECT_EQ(file.writeBloc(made({kListId, "mine"})), 0);
     ASSERT_EQ(file.commit(), 1);
     ASSERT_EQ(file.close(), 1);

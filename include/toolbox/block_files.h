@@ -37,8 +37,20 @@ namespace toolbox {
 class BlockFileParts;
 class BlockLookup;
 class BlockOutput;
+class FileChecksums;
 class OwnedFile;
 class SafeSave;
+
+/// What a file's list of checksums says of one block.
+struct BlockSum {
+    std::uint32_t id;      ///< its identifier
+    std::uint32_t offset;  ///< of its first byte
+    std::uint32_t length;  ///< of the whole block, identifier to terminator; 0: sum not known
+    std::uint32_t sum;     ///< CRC-32C of these bytes
+
+    /// Whether the sum is known; where it is not, the list only says where the block is.
+    [[nodiscard]] bool isKnown() const { return length != 0; }
+};
 }  // namespace toolbox
 
 /// The fixed start of a block file: what the application says about the file, three dates and where
@@ -282,10 +294,41 @@ class TB_API TarvFileRead : public virtual TarvFile {
     /// Fetches a block; 0, and `out` stays, when it is not there or not whole. Where the header's
     /// mask has bit 0 a block that is not at its place is searched for. An identifier
     /// that the index does not have is tried at offset 0, where the header's version stands.
+    ///
+    /// Where the file has a list of checksums that is whole and not outdated
+    /// (TarvFileWrite::setChecksums), a block must be where the list says and have the sum listed
+    /// there, and nothing is searched for; what the list does not name is not there. A block that
+    /// is listed without a sum is fetched as in a file without a list.
     int getBloc(unsigned long id, TarvBlocFile& out);
 
+    /// What the file's list of checksums says of the file.
+    enum ChecksumState {
+        NoChecksums,        ///< it has none
+        ChecksumsCurrent,   ///< it fits the file's header and index
+        ChecksumsOutdated,  ///< a program that does not know it copied the file or wrote it on
+        ChecksumsDamaged    ///< the list, the index or the header is damaged
+    };
+    /// Reads the list at the first call since opening, getBloc() included; says nothing of the
+    /// blocks. NoChecksums when the file is not open for reading.
+    ChecksumState getChecksumState();
+
+    /// Why a block could not be had.
+    enum BlocFault {
+        NoFault,       ///< the last getBloc() gave 1, or there was none since opening
+        NotThere,      ///< it is not there, or not whole
+        WrongChecksum  ///< its place is there, but holds something else than was written
+    };
+    /// Of the last getBloc().
+    BlocFault getBlocFault() const;
+
   private:
+    const toolbox::FileChecksums* checksums();
+    bool fetchFound(std::uint32_t id, TarvBlocFile& block);
+    bool fetchProved(std::uint32_t id, const toolbox::FileChecksums& list, TarvBlocFile& block);
+
     std::uint64_t size_ = 0;  ///< of the file, at opening
+    BlocFault fault_ = NoFault;
+    std::shared_ptr<const toolbox::FileChecksums> checksums_;  ///< once they were looked for
 };
 
 /// Writes block files in format version 210, in one pass: open, blocks, commit, close.
@@ -340,11 +383,22 @@ class TB_API TarvFileWrite : public virtual TarvFile {
     /// file's name followed by ".saved-" and eight digits, a message names it, and close() gives 0.
     void setSafeSave(int on);
 
+    /// Checksums, from now on. On, each commit writes a list with the CRC-32C of every block, of
+    /// the index and of the header, as a block with the identifier 0xFFFFFFEE, which writeBloc()
+    /// then refuses to others; the list of an earlier commit is superseded. Known are the sums of
+    /// blocks that were written while this was on; others (also those of a file that was set, and
+    /// of a class that writes itself in its own way) are listed without one. Off: no list from the
+    /// next open on; a file that is open and has kept sums keeps them.
+    void setChecksums(int on);
+
   private:
     int create();
     int finish(bool written);
+    bool keepsSums();
+    bool writeChecksums(std::uint32_t at);
 
     RWCString name_;
     int safe_ = 0;
+    int checksums_ = 0;
     std::shared_ptr<toolbox::SafeSave> save_;
 };

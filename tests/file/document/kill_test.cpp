@@ -117,7 +117,11 @@ TEST_P(SharedDocument, KeepsEverySave) {
         std::ifstream told(notes / ("told" + std::to_string(each)));
         for (std::string word; told >> word;) EXPECT_NE(text.find(word), std::string::npos) << word;
     }
-    EXPECT_EQ(folder.names(), (std::vector<std::string>{"plan.bak", "plan.dat"}));
+    auto names = folder.names();
+    // What a reader kept from its place, where the system lets it.
+    std::erase_if(names,
+                  [](const std::string& each) { return each.starts_with("plan.dat.saved-"); });
+    EXPECT_EQ(names, (std::vector<std::string>{"plan.bak", "plan.dat"}));
 }
 
 INSTANTIATE_TEST_SUITE_P(Programs, SharedDocument,

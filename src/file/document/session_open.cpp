@@ -197,6 +197,7 @@ TvDocumentResult Session::recover(const TvRecoverable& work) {
     if (!turn.isMine()) return failure({Reason::busy, 0}, name, Doing::reading);
     if (!doc_.name.empty() || doc_.isChanged)
         return failure({Reason::alreadyOpen, 0}, doc_.name, Doing::reading);
+    if (!work.whole) return failure({Reason::damaged, 0}, work.state.str(), Doing::reading);
     DocumentLock record;
     if (!takeUp(work, record)) return failure({Reason::inUse, 0}, work.state.str(), Doing::reading);
     Opened next;

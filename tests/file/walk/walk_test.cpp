@@ -309,7 +309,7 @@ TEST(FileWalk, GoesByTheListOfChecksums) {
 TEST(FileWalk, FindsABlockThatBeginsAByteAfterWhatLooksLikeOne) {
     // With the byte before it the second block looks like an empty one, too.
     Maker maker("late", 210);
-    maker.block(1, std::string(100, 'a')).block(2, "").block(3, std::string(100, 'c'));
+    maker.block(1, std::string(100, 'a')).block(2, "", "").block(3, std::string(100, 'c'));
     const Original file = maker.block(4, "d").commit();
     std::string bytes = file.bytes;
     const Record &first = file.records[0], &second = file.records[1], &third = file.records[2];

@@ -130,10 +130,6 @@ bool Document::setCurrentKeys(std::size_t index) {
     return work_.setCurrentKeys(workbench_.keys(), index);
 }
 
-CString Document::textOf(const Label& label) {
-    return work_.textOf(workbench_.keys(), label);
-}
-
 void Document::select(const Selection& selection) {
     if (selection == selection_) return;
     selection_ = selection;
@@ -159,8 +155,8 @@ std::uint32_t Document::put(Beam beam, unsigned short step) {
     return work_.put(std::move(beam), step);
 }
 
-std::uint32_t Document::put(Label label, unsigned short step) {
-    return work_.put(std::move(label), step);
+Edit::Outcome Document::change(ProjectChange change, StepName name, unsigned gesture) {
+    return work_.change(std::move(change), std::move(name), gesture);
 }
 
 bool Document::put(std::vector<Label> labels, unsigned short step) {

@@ -28,8 +28,6 @@ class Document : private UndoListener {
     [[nodiscard]] UndoStack& steps() { return work_.steps(); }
     /// Makes the keys' values those of a beam: see OpenProject.
     bool setCurrentKeys(std::size_t index);
-    /// A label as it is drawn, its tokens replaced.
-    [[nodiscard]] CString textOf(const Label& label);
 
     [[nodiscard]] const Selection& selection() const { return selection_; }
     void select(const Selection& selection);
@@ -37,7 +35,7 @@ class Document : private UndoListener {
     // Changes by the user: see OpenProject. The views are told. 0 or false: refused, nothing
     // changed.
     std::uint32_t put(Beam beam, unsigned short step = 0);
-    std::uint32_t put(Label label, unsigned short step = 0);
+    Edit::Outcome change(ProjectChange change, StepName name, unsigned gesture);
     bool put(std::vector<Label> labels, unsigned short step);
     bool moveBeam(std::uint32_t id, double x, double y);
     bool removeSelected();

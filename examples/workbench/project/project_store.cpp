@@ -265,12 +265,19 @@ bool Reader::keepAll(std::vector<Item> items) {
     return all;
 }
 
+/// The order of labels is that of their blocks.
+void setPlace(Beam&, std::size_t) {}
+void setPlace(Label& label, std::size_t place) {
+    label.rank = static_cast<Number>(place);
+}
+
 template <class Item>
 bool Reader::loadAll(unsigned long first, Number count) {
     std::vector<Item> items;
     for (Number i = 0; i < count; ++i) {
         TarvBlocFile block;
         if (!file_.getBloc(first + i, block) || !taken(block, items.emplace_back())) return false;
+        setPlace(items.back(), items.size());
     }
     return keepAll(std::move(items));
 }
@@ -307,7 +314,7 @@ void Reader::keepFirst(Found<Item>& found) {
     const auto rest = std::ranges::unique(found, {}, &std::pair<unsigned long, Item>::first);
     std::vector<Item> items;
     for (auto each = found.begin(); each != rest.begin(); ++each)
-        items.push_back(std::move(each->second));
+        setPlace(items.emplace_back(std::move(each->second)), items.size());
     static_cast<void>(keepAll(std::move(items)));
 }
 
@@ -369,9 +376,11 @@ bool writeAll(TarvFileWrite& file, const Project& project, const TarvDate& creat
     counts.setDescription(kFileDescription);
     putChecked(counts, Counts{static_cast<Number>(project.beams().size()),
                               static_cast<Number>(project.labels().size())});
+    std::vector<Label> labels;
+    for (const Label* const label : project.labelsInOrder()) labels.push_back(*label);
     Writer writer(file, progress, project.beams().size() + project.labels().size());
     return file.writeBloc(counts) && writer.write(project.beams(), kFirstBeamBlock, "Beam") &&
-           writer.write(project.labels(), kFirstLabelBlock, "Label") && file.commit();
+           writer.write(labels, kFirstLabelBlock, "Label") && file.commit();
 }
 
 }  // namespace

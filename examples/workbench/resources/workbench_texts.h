@@ -58,10 +58,7 @@ enum WorkbenchText : unsigned short {
     kStepMoveLoad,
     kStepDeleteLoad,
     kStepLoadUniformly,
-    kStepAddLabel,
-    kStepEditLabel,
-    kStepMoveLabel,
-    kStepDeleteLabel,
+    kStepDeleteLabel = 3351,
     kStepArrangeLabels,
 };
 

@@ -64,8 +64,8 @@ TEST_F(Drawing, FindsWhatIsUnderTheMouse) {
         EXPECT_TRUE(hitTest(project, layout, labels, test.at) == test.expected) << test.what;
 
     const std::uint32_t distant = add(0, -5, 6);
-    EXPECT_EQ(nearestBeam(project, layout, {150, 420})->id, distant);
-    EXPECT_EQ(nearestBeam(Project(), layout, {0, 0}), nullptr);
+    EXPECT_EQ(nearestBeam(project, layout.plane.toPlane({150, 420}))->id, distant);
+    EXPECT_EQ(nearestBeam(Project(), {}), nullptr);
 }
 
 TEST_F(Drawing, ReadsAForceBackFromItsArrow) {

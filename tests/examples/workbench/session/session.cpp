@@ -145,8 +145,8 @@ class Session {
         enterMode(CMD_LABEL_MODE, "\u00c9tiquette");
         click(inDrawing(kLabelX, kLabelY));
         const HWND dialog = workbench_->waitForDialog("the label's dialog");
-        enter(dialog, IDC_LABEL_TEXT, "$NAME$ : fl\u00e8che $F$ mm");
-        const HWND preview = control(dialog, IDC_LABEL_PREVIEW);
+        enter(dialog, IDC_TAG_TEXT, "$NAME$ : fl\u00e8che $F$ mm");
+        const HWND preview = control(dialog, IDC_TAG_SAMPLE);
         waitFor("the name and the deflection in the sample", [&] {
             const std::string shown = textOf(preview);
             return shown.starts_with("P1 : fl\u00e8che ") && shown.find('$') == std::string::npos;

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "drawing/drawing_mode.h"
+#include "drawing/screen_scale.h"
 #include "frame/workbench.h"
 #include "resources/resource.h"
 #include "resources/workbench_texts.h"
@@ -184,18 +185,6 @@ bool DrawingView::preparePress(const TarvMess& press) {
     const bool isOnNothing = at(pixel).kind == Selection::Nothing;
     labels_->setRubberBand(isOnNothing);
     if (isOnNothing && shown().selection().kind != Selection::OneLabel) shown().select({});
-    return true;
-}
-
-/// False for what labels do not know.
-bool DrawingView::changeLabel(UINT command) {
-    const Selection& chosen = shown().selection();
-    const Label* const found =
-        chosen.kind == Selection::OneLabel ? project().label(chosen.id) : nullptr;
-    if (!found) return true;
-    Label label = *found;
-    if (!apply(command, label.tag)) return false;
-    shown().put(std::move(label));
     return true;
 }
 

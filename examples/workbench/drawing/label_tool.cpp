@@ -101,8 +101,7 @@ Edit::Outcome LabelTool::perform(std::unique_ptr<Edit> edit, unsigned gesture) {
     if (outcome == Edit::Done) {
         std::optional<ProjectChange> change = difference();
         const auto name = [step] { return step->text(); };
-        outcome =
-            change ? view_.shown().change(std::move(*change), name, gesture) : Edit::Failed;
+        outcome = change ? view_.shown().change(std::move(*change), name, gesture) : Edit::Failed;
         if (outcome == Edit::Failed) step->revert();
     }
     isBusy_ = false;

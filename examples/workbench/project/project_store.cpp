@@ -266,9 +266,9 @@ bool Reader::keepAll(std::vector<Item> items) {
 }
 
 /// The order of labels is that of their blocks.
-void setPlace(Beam&, std::size_t) {}
-void setPlace(Label& label, std::size_t place) {
-    label.rank = static_cast<Number>(place);
+void setPlace(Beam&, unsigned long) {}
+void setPlace(Label& label, unsigned long block) {
+    label.rank = static_cast<Number>(block - kFirstLabelBlock + 1);
 }
 
 template <class Item>
@@ -277,7 +277,7 @@ bool Reader::loadAll(unsigned long first, Number count) {
     for (Number i = 0; i < count; ++i) {
         TarvBlocFile block;
         if (!file_.getBloc(first + i, block) || !taken(block, items.emplace_back())) return false;
-        setPlace(items.back(), items.size());
+        setPlace(items.back(), first + i);
     }
     return keepAll(std::move(items));
 }
@@ -314,7 +314,7 @@ void Reader::keepFirst(Found<Item>& found) {
     const auto rest = std::ranges::unique(found, {}, &std::pair<unsigned long, Item>::first);
     std::vector<Item> items;
     for (auto each = found.begin(); each != rest.begin(); ++each)
-        setPlace(items.emplace_back(std::move(each->second)), items.size());
+        setPlace(items.emplace_back(std::move(each->second)), each->first);
     static_cast<void>(keepAll(std::move(items)));
 }
 

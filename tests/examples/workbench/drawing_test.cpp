@@ -8,6 +8,7 @@
 #include "drawing/drawing_page.h"
 #include "drawing/label_drawing.h"
 #include "drawing/window_drawing.h"
+#include "project/project_keys.h"
 #include "resources/workbench_texts.h"
 #include "support/temp_folder.h"
 

@@ -12,8 +12,10 @@
 
 #include "open_workbench.h"
 #include "resources/resource.h"
+#include "resources/workbench_texts.h"
 #include "support/picture.h"
 #include "support/window_kit.h"
+#include "tag_dialog.h"
 
 using namespace toolbox::testing;
 
@@ -158,20 +160,24 @@ TEST_F(DrawingWindow, MovesWhatIsDragged) {
 
 TEST_F(DrawingWindow, GivesLabelsToTheLibrarysTool) {
     putBeam();
-    workbench.document().put(Beam{.name = "P2", .section = "IPE 80", .x = 2, .y = -3});
+    workbench.document().put(Beam{.name = "P2", .section = "IPE 80", .x = 2, .y = -3, .loads = {}});
     const auto& labels = project().labels();
     const auto click = [&](Pixel at) { drag(at, at); };
 
     workbench.command(CMD_LABEL_MODE);
+    const auto answer = [](int button) {
+        return [button](HWND dialog) {
+            PostMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0);
+        };
+    };
     DialogScript script;
-    script.waitFor("Label")
+    script
         .waitUntil(
             "its own beam's values",
             [](HWND dialog) { return textOf(dialog, IDC_TAG_SAMPLE).starts_with("P2: M = "); })
-        .press(IDOK);
+        .run(answer(IDOK));
     click(pixel({4, -4}));
-    EXPECT_TRUE(script.finish());
-    ASSERT_EQ(labels.size(), 2u);
+    ASSERT_TRUE(pumpUntil([&] { return labels.size() == 2; }));
     EXPECT_EQ(labels[1].beam, 2u);
     EXPECT_TRUE(workbench.document().selection() == (Selection{Selection::OneLabel, 2}));
     EXPECT_EQ(view->labels().layout()->tag(1)->text.windows1252(), "P1 is made of IPE 300");
@@ -203,11 +209,14 @@ TEST_F(DrawingWindow, GivesLabelsToTheLibrarysTool) {
     EXPECT_TRUE(labels.empty());
     workbench.command(CMD_UNDO);
     click(inLabel(1));
-    DialogScript tooLong;
-    tooLong.waitFor("Label").setText(IDC_TAG_TEXT, std::string(kLabelMax + 1, 'x')).press(IDOK);
-    tooLong.waitFor("Workbench").press(IDCANCEL);
+    script
+        .run([&](HWND dialog) {
+            SetDlgItemTextA(dialog, IDC_TAG_TEXT, std::string(kLabelMax + 1, 'x').c_str());
+            answer(IDOK)(dialog);
+        })
+        .waitUntil("why", [](HWND box) { return textOf(box, 0xFFFF) == text(kLabelRefused).str(); })
+        .run(answer(IDCANCEL));
     workbench.command(CMD_EDIT);
-    EXPECT_TRUE(tooLong.finish());
     EXPECT_EQ(labels[0].tag.text, "$NAME$ is made of $SECTION$");
     EXPECT_EQ(view->labels().layout()->tag(1)->tag->text, labels[0].tag.text);
 }

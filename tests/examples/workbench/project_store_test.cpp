@@ -107,7 +107,8 @@ TEST_F(ProjectStore, MakesTagsOfTheLabelsOfVersion1) {
     LoadedProject loaded = load();
     EXPECT_EQ(loaded.error, 0);
     ASSERT_EQ(loaded.project.labels().size(), 1u);
-    EXPECT_TRUE(loaded.project.labels()[0] == (Label{.id = 5, .beam = 1, .tag = oldTag()}));
+    EXPECT_TRUE(loaded.project.labels()[0] ==
+                (Label{.id = 5, .beam = 1, .rank = 1, .tag = oldTag()}));
     ASSERT_EQ(saveProject(loaded.project, file.c_str(), created, {}), 0);
     EXPECT_TRUE(load().project == loaded.project);
 }

@@ -11,6 +11,7 @@
 #include "key_dialogs.h"
 #include "resources/resource.h"
 #include "support/window_kit.h"
+#include "tag_dialog.h"
 
 namespace session {
 namespace {

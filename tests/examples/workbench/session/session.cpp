@@ -15,6 +15,7 @@
 #include "hand.h"
 #include "resources/resource.h"
 #include "support/window_kit.h"
+#include "tag_dialog.h"
 
 namespace session {
 namespace {

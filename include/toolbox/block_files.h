@@ -37,6 +37,7 @@ namespace toolbox {
 class BlockFileParts;
 class BlockLookup;
 class BlockOutput;
+class FileChecksums;
 class OwnedFile;
 class SafeSave;
 }  // namespace toolbox
@@ -282,10 +283,39 @@ class TB_API TarvFileRead : public virtual TarvFile {
     /// Fetches a block; 0, and `out` stays, when it is not there or not whole. Where the header's
     /// mask has bit 0 a block that is not at its place is searched for. An identifier
     /// that the index does not have is tried at offset 0, where the header's version stands.
+    ///
+    /// Where the file has a current list of checksums (TarvFileWrite::setChecksums), a block must
+    /// have the sum that is listed for it, and nothing is searched for.
     int getBloc(unsigned long id, TarvBlocFile& out);
 
+    /// What the file's list of checksums says of the file.
+    enum ChecksumState {
+        NoChecksums,        ///< it has none
+        ChecksumsCurrent,   ///< it fits the file's header and index
+        ChecksumsOutdated,  ///< the file was written on by a program that does not know it
+        ChecksumsDamaged    ///< the list, the index or the header is damaged
+    };
+    /// Reads the list at the first call since opening, getBloc() included. NoChecksums when the
+    /// file is not open.
+    ChecksumState getChecksumState();
+
+    /// Why a block could not be had.
+    enum BlocFault {
+        NoFault,       ///< the last getBloc() gave 1, or there was none since opening
+        NotThere,      ///< it is not there, or not whole
+        WrongChecksum  ///< it is there, but is not what was written
+    };
+    /// Of the last getBloc().
+    BlocFault getBlocFault() const;
+
   private:
+    const toolbox::FileChecksums* checksums();
+    bool fetchFound(std::uint32_t id, TarvBlocFile& block);
+    bool fetchProved(std::uint32_t id, const toolbox::FileChecksums& list, TarvBlocFile& block);
+
     std::uint64_t size_ = 0;  ///< of the file, at opening
+    BlocFault fault_ = NoFault;
+    std::shared_ptr<const toolbox::FileChecksums> checksums_;  ///< once they were looked for
 };
 
 /// Writes block files in format version 210, in one pass: open, blocks, commit, close.
@@ -340,11 +370,22 @@ class TB_API TarvFileWrite : public virtual TarvFile {
     /// file's name followed by ".saved-" and eight digits, a message names it, and close() gives 0.
     void setSafeSave(int on);
 
+    /// Checksums; turned on at once, off at the next open. On, each commit writes a list with the
+    /// CRC-32C of every block, of the index and of the header, as a block of its own with the
+    /// identifier 0xFFFFFFEE, which writeBloc() then refuses to others. The list of an earlier
+    /// commit is superseded. Sums are known of the blocks that are written while this is on; blocks
+    /// of a class that writes itself in another way, and those that were in a file that was set,
+    /// are listed without one.
+    void setChecksums(int on);
+
   private:
     int create();
     int finish(bool written);
+    bool keepsSums();
+    bool writeChecksums(std::uint32_t at);
 
     RWCString name_;
     int safe_ = 0;
+    int checksums_ = 0;
     std::shared_ptr<toolbox::SafeSave> save_;
 };

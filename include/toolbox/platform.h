@@ -78,6 +78,7 @@ struct FoundFile {
     std::string name;              ///< without its folder
     std::uint32_t attributes = 0;  ///< FILE_ATTRIBUTE_ bits
     std::uint64_t size = 0;        ///< in bytes; 0 for a folder
+    std::int64_t written = 0;      ///< last time: nanoseconds since 1970, UTC; 0 when not told
 };
 
 /// Files and folders.
@@ -135,6 +136,12 @@ class TB_API FileSystem {
     /// Renames, replacing `to` in one step: at every moment `to` is the old file or the new one. A
     /// link of that name is replaced, not followed.
     virtual ErrorCode replace(const char* from, const char* to) = 0;
+    /// Renames to a name that nobody has. ERROR_ALREADY_EXISTS: it is taken; of several callers
+    /// at once one succeeds. A file system that does not override it looks and then renames, which
+    /// two callers may do at once.
+    virtual ErrorCode renameNew(const char* from, const char* to) {
+        return exists(to) ? ErrorCode{ERROR_ALREADY_EXISTS} : replace(from, to);
+    }
 
     // Which file a name means. A file system that does not override them takes names as they stand.
 
@@ -202,6 +209,12 @@ class TB_API FileSystem {
     /// The current folder, without a separator at its end but for a root.
     virtual std::string currentFolder() = 0;
     virtual ErrorCode setCurrentFolder(const char* name) = 0;
+
+    /// Creates a folder with those on the way to it, for this user only. Success when it is there
+    /// already. A file system that does not override it makes none.
+    virtual ErrorCode createFolder(const char* name) {
+        return exists(name) ? ErrorCode{ERROR_SUCCESS} : ErrorCode{ERROR_NOT_SUPPORTED};
+    }
 
     /// Sectors per cluster, bytes per sector and free clusters of the volume with this root path.
     virtual ErrorCode diskFree(const char* root, std::uint32_t& sectorsPerCluster,
@@ -336,10 +349,34 @@ class TB_API SystemInfo {
     /// Bytes of address space that the process can still take, whether or not there is memory for
     /// them.
     virtual std::uint64_t availableVirtualMemory() = 0;
+    /// The folder for what programs keep for this user, with no separator at its end: on Windows
+    /// "toolbox" in the user's local application data, elsewhere the one of ProfileStore. It may
+    /// not exist. Empty when the system does not tell.
+    virtual std::string settingsFolder() { return {}; }
     /// Milliseconds since some moment; after 0xFFFFFFFF comes 0.
     virtual std::uint32_t clockMilliseconds() { return 0; }
     /// The whole name of the running program's file; empty when the system does not tell.
     virtual std::string programPath() { return {}; }
+
+    // Who runs the program, and where: what a lock tells to others. Names are in Windows-1252, with
+    // '?' for characters that it does not have; all are empty where the system does not tell.
+
+    /// The user's name.
+    virtual std::string userName() { return {}; }
+    /// The machine's name in its network.
+    virtual std::string hostName() { return {}; }
+    /// What tells machines of one name apart: the same as long as the system stays installed.
+    virtual std::string machineIdentity() { return {}; }
+    /// Another one each time the machine starts. Empty also where processStart() tells the starts
+    /// of the machine apart, as on Windows.
+    virtual std::string bootIdentity() { return {}; }
+    /// The number of this process.
+    virtual std::uint32_t processId() { return 0; }
+    /// The moment at which the process of this number started, in the system's own notation: no
+    /// other process that has the number before the machine starts anew has the same. None when no
+    /// such process runs; a killed one that its parent has not asked for runs no longer. Empty when
+    /// one runs, or may run, and the system does not tell more.
+    virtual std::optional<std::string> processStart(std::uint32_t /*process*/) { return ""; }
 };
 
 /// The services in use. Never null.

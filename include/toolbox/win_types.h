@@ -77,6 +77,7 @@ inline constexpr unsigned long ERROR_ACCESS_DENIED = 5;
 inline constexpr unsigned long ERROR_INVALID_HANDLE = 6;
 inline constexpr unsigned long ERROR_NOT_ENOUGH_MEMORY = 8;
 inline constexpr unsigned long ERROR_INVALID_DATA = 13;
+inline constexpr unsigned long ERROR_WRITE_PROTECT = 19;
 inline constexpr unsigned long ERROR_WRITE_FAULT = 29;
 inline constexpr unsigned long ERROR_READ_FAULT = 30;
 inline constexpr unsigned long ERROR_SHARING_VIOLATION = 32;
@@ -91,6 +92,7 @@ inline constexpr unsigned long ERROR_ALREADY_EXISTS = 183;
 inline constexpr unsigned long ERROR_FILENAME_EXCED_RANGE = 206;
 inline constexpr unsigned long ERROR_FILE_TOO_LARGE = 223;
 inline constexpr unsigned long ERROR_MORE_DATA = 234;
+inline constexpr unsigned long ERROR_CANCELLED = 1223;
 
 // File attributes.
 inline constexpr unsigned long FILE_ATTRIBUTE_READONLY = 0x1;

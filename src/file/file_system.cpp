@@ -11,7 +11,26 @@ bool isReadOnlyFile(const std::string& name) {
            (attributes & FILE_ATTRIBUTE_READONLY);
 }
 
+namespace {
+
+/// The innermost; null when nothing is held back.
+HeldFileErrors* holding = nullptr;
+
+}  // namespace
+
+HeldFileErrors::HeldFileErrors() : outer_(holding) {
+    holding = this;
+}
+
+HeldFileErrors::~HeldFileErrors() {
+    holding = outer_;
+}
+
 void reportFileError(platform::ErrorCode code) {
+    if (holding) {
+        if (holding->first_ == ERROR_SUCCESS) holding->first_ = code;
+        return;
+    }
     // The end of a file comes without a code, for which Windows has the text of a success.
     if (code == ERROR_SUCCESS) return;
     char text[1024] = "";

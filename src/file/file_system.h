@@ -22,7 +22,27 @@ namespace toolbox {
 /// True for a file that is there and has the read-only attribute.
 [[nodiscard]] bool isReadOnlyFile(const std::string& name);
 
-/// Shows the system's text for a code through the message service; nothing when there is no text.
+/// Shows the system's text for a code through the message service; nothing when there is no text,
+/// or when it is held back.
 void reportFileError(platform::ErrorCode code);
+
+/// Holds reports of failures back for the time of its scope, for one who tells of them in another
+/// way. The innermost has them.
+class HeldFileErrors {
+  public:
+    HeldFileErrors();
+    ~HeldFileErrors();
+    HeldFileErrors(const HeldFileErrors&) = delete;
+    HeldFileErrors& operator=(const HeldFileErrors&) = delete;
+
+    /// The first failure held back; 0 when there was none.
+    [[nodiscard]] platform::ErrorCode first() const { return first_; }
+
+  private:
+    friend void reportFileError(platform::ErrorCode code);
+
+    platform::ErrorCode first_ = ERROR_SUCCESS;
+    HeldFileErrors* outer_;
+};
 
 }  // namespace toolbox

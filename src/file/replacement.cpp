@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <random>
+#include <utility>
 
 #include "file/file_system.h"
 #include "platform/scoped_file.h"
@@ -19,20 +20,19 @@ constexpr std::size_t kDigits = 8;
 constexpr std::string_view kHexDigits = "0123456789abcdef";
 
 /// Removes what programs that were killed left beside `target`. What nobody has locked nobody
-/// writes; an empty file may be one that was created this moment and is not locked yet.
+/// writes; the lock is kept until the file is gone, so that nobody begins to.
 void removeLeftovers(const std::string& target) {
+    constexpr std::uint32_t kShare = FILE_SHARE_READ | FILE_SHARE_DELETE;
     const std::string start = target + std::string(kWriting);
-    const std::size_t separator = lastSeparator(start);
-    const std::size_t base = separator == std::string::npos ? 0 : separator + 1;
+    const std::size_t base = lastSeparator(start) + 1;  // 0 without a folder
     for (const platform::FoundFile& found : files().find((start + "*").c_str())) {
         const std::string name = start.substr(0, base) + found.name;
         const bool isOurs = name.starts_with(start) && name.size() == start.size() + kDigits &&
                             name.find_first_not_of(kHexDigits, start.size()) == std::string::npos;
-        if (!isOurs || found.size == 0) continue;
-        const bool isUnused = platform::ScopedFile(files(), name.c_str(), GENERIC_READ,
-                                                   FILE_SHARE_READ, OPEN_EXISTING)
-                                  .valid();
-        if (isUnused) discard(name);
+        if (!isOurs) continue;
+        const platform::ScopedFile unused(files(), name.c_str(), GENERIC_READ, kShare,
+                                          OPEN_EXISTING);
+        if (unused.valid()) discard(name);
     }
 }
 
@@ -57,14 +57,18 @@ Replacement::~Replacement() {
     discard(name_);
 }
 
-ErrorCode Replacement::create(const std::string& target, const char* like) {
+ErrorCode Replacement::create(const std::string& target, const char* like, std::uint32_t share) {
     target_ = target;
     removeLeftovers(target);
     constexpr int kTries = 100;
     ErrorCode error = ERROR_FILE_EXISTS;
-    for (int tries = 0; tries < kTries && error == ERROR_FILE_EXISTS; ++tries) {
+    // Who removes leftovers may have taken the file for one, and refuse or remove it.
+    const auto isTaken = [&] {
+        return error == ERROR_FILE_EXISTS || error == ERROR_SHARING_VIOLATION;
+    };
+    for (int tries = 0; tries < kTries && isTaken(); ++tries) {
         name_ = target + std::string(kWriting) + digitsOfChance();
-        error = files().createLike(name_.c_str(), like, FILE_SHARE_DELETE, handle_);
+        error = files().createLike(name_.c_str(), like, share | FILE_SHARE_DELETE, handle_);
     }
     if (error == ERROR_SUCCESS) file_ = std::make_shared<SharedFile>(handle_);
     return error;
@@ -82,17 +86,27 @@ std::unique_ptr<APIFile> Replacement::apiFile(ErrorCode error) const {
     return file;
 }
 
-ErrorCode Replacement::putInPlace() {
+ErrorCode Replacement::replaceTarget(const std::function<bool()>& mayReplace) {
     constexpr std::chrono::milliseconds kPause{50};
-    const ErrorCode error = patiently(kPause, [&] {
+    return patiently(kPause, [&] {
+        if (mayReplace && !mayReplace()) return ErrorCode{ERROR_CANCELLED};
         const ErrorCode refused = files().replace(name_.c_str(), target_.c_str());
         // Windows says so of a target that is open; a read-only one is so for good.
         return refused == ERROR_ACCESS_DENIED && !isReadOnlyFile(target_)
                    ? ErrorCode{ERROR_SHARING_VIOLATION}
                    : refused;
     });
+}
+
+ErrorCode Replacement::putInPlace(const std::function<bool()>& mayReplace) {
+    const ErrorCode error = replaceTarget(mayReplace);
     if (error == ERROR_SUCCESS) file_.reset();  // readers are refused up to here
     return error;
+}
+
+std::shared_ptr<SharedFile> Replacement::putInPlaceOpen(bool onlyNew, ErrorCode& error) {
+    error = onlyNew ? files().renameNew(name_.c_str(), target_.c_str()) : replaceTarget({});
+    return error == ERROR_SUCCESS ? std::exchange(file_, nullptr) : nullptr;
 }
 
 std::string Replacement::keep() {

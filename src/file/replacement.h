@@ -6,6 +6,7 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <string>
 #include <thread>
@@ -41,8 +42,9 @@ class Replacement {
     Replacement& operator=(const Replacement&) = delete;
 
     /// Creates the file for the place of `target`, with the rights of the file `like` (null: those
-    /// of a new file). Removes what killed programs left of earlier ones.
-    [[nodiscard]] platform::ErrorCode create(const std::string& target, const char* like);
+    /// of a new file), for others to `share`. Removes what killed programs left of earlier ones.
+    [[nodiscard]] platform::ErrorCode create(const std::string& target, const char* like,
+                                             std::uint32_t share = 0);
 
     [[nodiscard]] const std::string& target() const { return target_; }
     /// The file, while it is open.
@@ -51,12 +53,19 @@ class Replacement {
     [[nodiscard]] std::unique_ptr<APIFile> apiFile(platform::ErrorCode error = ERROR_SUCCESS) const;
 
     /// Gives the file the target's name and closes it. When somebody has the target open the rename
-    /// is tried again for half a second. On failure the file stays open.
-    [[nodiscard]] platform::ErrorCode putInPlace();
+    /// is tried again for half a second. On failure the file stays open. `mayReplace` is asked immediately before each try; when it says no the end is
+    /// ERROR_CANCELLED.
+    [[nodiscard]] platform::ErrorCode putInPlace(const std::function<bool()>& mayReplace = {});
+    /// As putInPlace(), and leaves the file open for the caller; null on failure. `onlyNew`: there
+    /// must be no file of that name (ERROR_ALREADY_EXISTS).
+    [[nodiscard]] std::shared_ptr<SharedFile> putInPlaceOpen(bool onlyNew,
+                                                             platform::ErrorCode& error);
     /// Closes the file and leaves it to the user, beside the target, under the name returned.
     [[nodiscard]] std::string keep();
 
   private:
+    [[nodiscard]] platform::ErrorCode replaceTarget(const std::function<bool()>& mayReplace);
+
     std::string target_;
     std::string name_;
     platform::FileHandle handle_ = platform::kNoFile;

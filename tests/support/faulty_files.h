@@ -8,8 +8,25 @@
 
 #include "toolbox/platform.h"
 
-/// The calls that can be made to fail.
-enum class FileCall { createLike, read, readAt, write, seek, size, flush, flushFolder, replace };
+/// The calls that can be made to fail; `look` stands for those that only find out something.
+enum class FileCall {
+    createLike,
+    read,
+    readAt,
+    write,
+    seek,
+    size,
+    flush,
+    flushFolder,
+    replace,
+    renameNew,
+    open,
+    close,
+    copy,
+    remove,
+    change,
+    look
+};
 
 /// In use from its construction to its end, for files that are open already as well:
 ///
@@ -38,12 +55,19 @@ class FaultyFiles final : public toolbox::platform::FileSystem {
     /// Runs before the n-th call is passed on, say to change the file without the caller's
     /// knowledge.
     std::function<void(FileCall, int)> before;
+    /// The share modes of files mean nothing, as on some network folders.
+    bool ignoresShares = false;
 
     ErrorCode open(const char* name, std::uint32_t access, std::uint32_t share,
                    std::uint32_t disposition, FileHandle& out) override {
-        return real_.open(name, access, share, disposition, out);
+        out = toolbox::platform::kNoFile;
+        if (const Plan* fault = due(FileCall::open)) return fault->error;
+        return real_.open(name, access, shared(share), disposition, out);
     }
-    ErrorCode close(FileHandle file) override { return real_.close(file); }
+    ErrorCode close(FileHandle file) override {
+        due(FileCall::close);
+        return real_.close(file);
+    }
     ErrorCode read(FileHandle file, void* buffer, std::uint32_t n, std::uint32_t& got) override {
         return transfer(FileCall::read, n, got,
                         [&](std::uint32_t most) { return real_.read(file, buffer, most, got); });
@@ -73,42 +97,62 @@ class FaultyFiles final : public toolbox::platform::FileSystem {
         if (const Plan* fault = due(FileCall::flush)) return fault->error;
         return real_.flush(file);
     }
-    bool exists(const char* name) override { return real_.exists(name); }
+    bool exists(const char* name) override { return looked().exists(name); }
     bool isReadableAndWritable(const char* name) override {
-        return real_.isReadableAndWritable(name);
+        return looked().isReadableAndWritable(name);
     }
-    std::vector<FoundFile> find(const char* pattern) override { return real_.find(pattern); }
+    std::vector<FoundFile> find(const char* pattern) override { return looked().find(pattern); }
+    ErrorCode fullName(const char* name, std::string& full) override {
+        return looked().fullName(name, full);
+    }
+    bool isSameFile(const char* one, const char* other) override {
+        return looked().isSameFile(one, other);
+    }
     ErrorCode copy(const char* from, const char* to, bool failIfExists) override {
+        if (const Plan* fault = due(FileCall::copy)) return fault->error;
         return real_.copy(from, to, failIfExists);
+    }
+    ErrorCode renameNew(const char* from, const char* to) override {
+        if (const Plan* fault = due(FileCall::renameNew)) return fault->error;
+        return real_.renameNew(from, to);
     }
     ErrorCode replace(const char* from, const char* to) override {
         if (const Plan* fault = due(FileCall::replace)) return fault->error;
         return real_.replace(from, to);
     }
     ErrorCode followLinks(const char* name, std::string& target) override {
-        return real_.followLinks(name, target);
+        return looked().followLinks(name, target);
     }
     ErrorCode createLike(const char* name, const char* like, std::uint32_t share,
                          FileHandle& out) override {
         out = toolbox::platform::kNoFile;
         if (const Plan* fault = due(FileCall::createLike)) return fault->error;
-        return real_.createLike(name, like, share, out);
+        return real_.createLike(name, like, shared(share), out);
     }
     ErrorCode copyFacts(FileHandle from, FileHandle to) override {
+        due(FileCall::change);
         return real_.copyFacts(from, to);
     }
     ErrorCode flushFolderOf(const char* name) override {
         if (const Plan* fault = due(FileCall::flushFolder)) return fault->error;
         return real_.flushFolderOf(name);
     }
-    ErrorCode remove(const char* name) override { return real_.remove(name); }
+    ErrorCode remove(const char* name) override {
+        if (const Plan* fault = due(FileCall::remove)) return fault->error;
+        return real_.remove(name);
+    }
+    ErrorCode createFolder(const char* name) override {
+        if (const Plan* fault = due(FileCall::change)) return fault->error;
+        return real_.createFolder(name);
+    }
     ErrorCode createTemporary(const char* prefix, std::string& name) override {
         return real_.createTemporary(prefix, name);
     }
     ErrorCode attributes(const char* name, std::uint32_t& out) override {
-        return real_.attributes(name, out);
+        return looked().attributes(name, out);
     }
     ErrorCode setAttributes(const char* name, std::uint32_t attributes) override {
+        if (const Plan* fault = due(FileCall::change)) return fault->error;
         return real_.setAttributes(name, attributes);
     }
     std::string currentFolder() override { return real_.currentFolder(); }
@@ -129,10 +173,19 @@ class FaultyFiles final : public toolbox::platform::FileSystem {
         bool shortens = false;
         bool forGood = false;
     };
-    static constexpr std::size_t kCalls = static_cast<std::size_t>(FileCall::replace) + 1;
+    static constexpr std::size_t kCalls = static_cast<std::size_t>(FileCall::look) + 1;
 
     static toolbox::platform::FileSystem*& slot() { return toolbox::platform::current().files; }
     static std::size_t index(FileCall call) { return static_cast<std::size_t>(call); }
+    /// For a call that finds out something; it may be counted and not fail.
+    toolbox::platform::FileSystem& looked() {
+        due(FileCall::look);
+        return real_;
+    }
+    [[nodiscard]] std::uint32_t shared(std::uint32_t share) const {
+        constexpr std::uint32_t kAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+        return ignoresShares ? kAll : share;
+    }
     Plan& plan(FileCall call) { return plans_[index(call)]; }
 
     /// Makes `call` of at most `n` bytes, fewer where that is planned.

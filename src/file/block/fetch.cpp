@@ -67,18 +67,23 @@ std::uint32_t fetchWhole(APIFile& file, const Place& place, const Layout& layout
     const auto n = base::load<std::uint32_t>(start + layout.head() - 4);
     const std::uint64_t whole = std::uint64_t{n} + frame;
 
-    // The terminator's value does not matter: it is there when its first byte is.
-    const std::uint64_t least = whole - 3;
+    if (place.sum && whole != place.sum->length) return 0;
+
+    // The terminator's value does not matter without a sum: it is there when its first byte is.
+    const std::uint64_t least = place.sum ? whole : whole - 3;
     if (least > got) {
         if (got < want || whole > kMostBytes || !mayHold(file, place.offset, least)) return 0;
         Arrival rest(n);
         std::memcpy(rest.start(layout), start, got);
         const auto missing = static_cast<std::uint32_t>(whole) - got;
         char* more = rest.start(layout) + got;
-        if (readAt(file, place.offset + got, more, missing) + 3 < missing) return 0;
+        const std::uint32_t gotMore = readAt(file, place.offset + got, more, missing);
+        if (got + std::uint64_t{gotMore} < least) return 0;
         large.emplace(std::move(rest));
         start = large->start(layout);
     }
+    if (place.sum && base::crc32c({start, static_cast<std::size_t>(whole)}) != place.sum->sum)
+        return 0;
     label(out, start, n, layout);
     return keep(out, large, start + layout.head(), n) ? static_cast<std::uint32_t>(whole) : 0;
 }

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 
+#include "file/block/checksums.h"
 #include "file/block/layout.h"
 #include "toolbox/block_files.h"
 
@@ -23,11 +24,12 @@ struct Place {
     std::uint64_t offset;             ///< of the identifier
     std::optional<std::uint32_t> id;  ///< what must stand there, if it matters
     std::uint64_t extent;             ///< bytes it probably takes: a good guess saves a call
+    const BlockSum* sum = nullptr;    ///< what its bytes must be, if that is known
 };
 
 /// Reads the block at a place into `out`, all but its identifier, which is left alone. Returns the
-/// bytes that the block takes, or 0 when there is no whole block with the identifier; `out` is then
-/// as it was. One call to the system when the extent was right.
+/// bytes that the block takes, or 0 when there is no whole block with the identifier and the sum;
+/// `out` is then as it was. One call to the system when the extent was right.
 [[nodiscard]] std::uint32_t fetch(APIFile& file, const Place& place, const Layout& layout,
                                   TarvBlocFile& out);
 

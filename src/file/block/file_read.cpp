@@ -4,11 +4,14 @@
 #include <typeinfo>
 
 #include "file/block/fetch.h"
+#include "file/block/file_checksums.h"
 #include "file/block/parts.h"
 #include "file/replacement.h"
 #include "toolbox/block_files.h"
 
 using toolbox::BlockFileParts;
+using toolbox::BlockSum;
+using toolbox::FileChecksums;
 namespace blocks = toolbox::blocks;
 
 namespace {
@@ -84,6 +87,10 @@ int TarvFileRead::open(const char* name) {
     if (opened) {
         if (!getIndex()) setIndex(TarvFileIndex());
         size_ = blocks::sizeOf(file);
+        TarvFileHeader& header = *getHeader();
+        const bool isOld = header.getVersionFile() < blocks::kFormatWritten;
+        if (isOld && FileChecksums::proveLayout(header, file, size_))
+            BlockFileParts::setFormat(header, blocks::kFormatWritten);
         opened = readIndex(*this, file, size_);
     }
     if (!opened) close();
@@ -91,26 +98,65 @@ int TarvFileRead::open(const char* name) {
 }
 
 int TarvFileRead::close() {
+    checksums_.reset();
+    fault_ = NoFault;
     return TarvFile::close();
 }
 
+/// Null when there is no file.
+const FileChecksums* TarvFileRead::checksums() {
+    APIFile* const file = BlockFileParts::file(*this);
+    if (!canRead() || !file) return nullptr;
+    if (!checksums_) checksums_ = std::make_shared<const FileChecksums>(*this, *file, size_);
+    return checksums_.get();
+}
+
+TarvFileRead::ChecksumState TarvFileRead::getChecksumState() {
+    const FileChecksums* const list = checksums();
+    return list ? list->state() : NoChecksums;
+}
+
+TarvFileRead::BlocFault TarvFileRead::getBlocFault() const {
+    return fault_;
+}
+
 int TarvFileRead::getBloc(unsigned long id, TarvBlocFile& out) {
-    APIFile* file = BlockFileParts::file(*this);
-    if (!canRead() || !file) return 0;
+    const FileChecksums* const list = checksums();
+    fault_ = NotThere;
+    if (!list) return 0;
     const auto key = static_cast<std::uint32_t>(id);
-    const blocks::Layout layout = blocks::layoutOf(*this);
     // A class of the application's may have its own way of being assigned.
     const bool plain = typeid(out) == typeid(TarvBlocFile);
     std::optional<TarvBlocFile> temporary;
     TarvBlocFile& block = plain ? out : temporary.emplace();
 
-    std::uint32_t bytes = blocks::fetch(*file, placeOf(*this, key, size_), layout, block);
-    if (bytes == 0 && getHeader() && (getHeader()->getMask() & blocks::kWholeWords)) {
-        const std::uint64_t afterId = blocks::scan(*file, 0, key);
-        if (afterId != 0) bytes = blocks::fetch(*file, {afterId - 4, key, 0}, layout, block);
-    }
-    if (bytes == 0) return 0;
+    if (!(list->proves() ? fetchProved(key, *list, block) : fetchFound(key, block))) return 0;
+    fault_ = NoFault;
     block.setID(key);
     if (!plain) out = block;
     return 1;
+}
+
+/// By the index, or by a search where the mask allows it.
+bool TarvFileRead::fetchFound(std::uint32_t id, TarvBlocFile& block) {
+    APIFile& file = *BlockFileParts::file(*this);
+    const blocks::Layout layout = blocks::layoutOf(*this);
+    if (blocks::fetch(file, placeOf(*this, id, size_), layout, block) > 0) return true;
+    if (!getHeader() || !(getHeader()->getMask() & blocks::kWholeWords)) return false;
+    const std::uint64_t afterId = blocks::scan(file, 0, id);
+    return afterId != 0 && blocks::fetch(file, {afterId - 4, id, 0}, layout, block) > 0;
+}
+
+/// By the list of checksums, which says where the block is and what its bytes are.
+bool TarvFileRead::fetchProved(std::uint32_t id, const FileChecksums& list, TarvBlocFile& block) {
+    const TarvFileIndex* const index = BlockFileParts::index(*this);
+    const BlockSum* const row =
+        list.find(id, index ? BlockFileParts::find(*index, id) : std::nullopt);
+    if (!row) return false;
+    if (!row->isKnown()) return fetchFound(id, block);
+    const blocks::Place place{row->offset, id, row->length, row};
+    const blocks::Layout layout = blocks::layoutOf(*this);
+    if (blocks::fetch(*BlockFileParts::file(*this), place, layout, block) > 0) return true;
+    fault_ = WrongChecksum;
+    return false;
 }

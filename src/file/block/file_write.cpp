@@ -37,12 +37,15 @@ void installDefaults(TarvFile& f, bool replace) {
     }
 }
 
-/// Whether the file could still take its index with `more` bytes and one entry more.
-bool leavesRoomForIndex(const TarvFileIndex& index, std::uint32_t at, std::uint64_t more) {
+/// Whether the file could still take its index, and its checksums, with `more` bytes and one entry
+/// more.
+bool leavesRoomForIndex(const TarvFileIndex& index, bool checksums, std::uint32_t at,
+                        std::uint64_t more) {
     const std::uint64_t entries = BlockFileParts::entries(index).size() + 1;
     const std::uint64_t indexBytes =
         blocks::kHeadBytes + blocks::kEntryBytes * entries + blocks::kTailBytes;
-    return BlockOutput::mayGrow(at, more + indexBytes);
+    const std::uint64_t sumBytes = checksums ? blocks::checksumBytes(entries) : 0;
+    return BlockOutput::mayGrow(at, more + sumBytes + indexBytes);
 }
 
 }  // namespace
@@ -93,11 +96,13 @@ int TarvFileWrite::create() {
 int TarvFileWrite::writeBloc(const TarvBlocFile& block) {
     if (!canWrite() || !getHeader() || !getIndex()) return 0;
     BlockOutput* output = BlockFileParts::output(*this);
+    const bool sums = keepsSums();
+    if (sums && static_cast<std::uint32_t>(block.getID()) == blocks::kChecksumsId) return 0;
     const unsigned long length = block.getBlocLen();
     const auto at = output ? output->position() : std::nullopt;
     int result = 0;
     // Where the header will be written nothing else is.
-    if (at && *at >= blocks::kHeaderBytes && leavesRoomForIndex(*getIndex(), *at, length) &&
+    if (at && *at >= blocks::kHeaderBytes && leavesRoomForIndex(*getIndex(), sums, *at, length) &&
         getIndex()->addBloc(block.getID(), *at))
         result = block.write(*this);
     if (length % 4 != 0) getHeader()->setMask(getHeader()->getMask() & ~1ul);
@@ -107,14 +112,57 @@ int TarvFileWrite::writeBloc(const TarvBlocFile& block) {
 int TarvFileWrite::commit() {
     BlockOutput* output = BlockFileParts::output(*this);
     if (!canWrite() || !output || !getHeader() || !getIndex()) return 0;
-    const auto at = output->position();
+    auto at = output->position();
     if (!at || *at < blocks::kHeaderBytes) return 0;
+    if (keepsSums()) {
+        if (!writeChecksums(*at)) return 0;
+        at = output->position();
+        if (!at) return 0;
+    }
     // The index is in the file before the header says so.
     if (!getIndex()->write(*this) || !output->flush()) return 0;
     getHeader()->setOffsetMasterNdx(*at);
     if (!output->seekToBegin() || !getHeader()->write(*this) || !output->seekToEnd()) return 0;
     if (save_) save_->committed();
     return 1;
+}
+
+/// Whether checksums are written. The list's entry is the first of the index, though the list lies
+/// behind the blocks: whoever copies a file block by block, and does not know it, puts it
+/// elsewhere.
+bool TarvFileWrite::keepsSums() {
+    BlockOutput* const output = BlockFileParts::output(*this);
+    if (!output || !getIndex()) return false;
+    if (checksums_ && !output->sums()) {
+        output->keepSums();
+        if (!BlockFileParts::find(*getIndex(), blocks::kChecksumsId))
+            BlockFileParts::place(*getIndex(), blocks::kChecksumsId, 0);
+    }
+    return output->sums() != nullptr;
+}
+
+/// The list, at the file's position; the index comes right after it.
+bool TarvFileWrite::writeChecksums(std::uint32_t at) try {
+    TarvFileIndex& index = *getIndex();
+    BlockFileParts::place(index, blocks::kChecksumsId, at);
+    const auto entries = BlockFileParts::entries(index);
+    const std::uint64_t after = at + blocks::checksumBytes(entries.size());
+    if (!index.setData() || after > blocks::kMostBytes) return false;
+
+    toolbox::ChecksumList list;
+    list.offset = at;
+    list.index = blocks::sumOf(index, static_cast<std::uint32_t>(after));
+    list.header = blocks::headerSum(BlockFileParts::encode(*getHeader()));
+    list.rows.reserve(entries.size());
+    for (const BlocItem& entry : entries)
+        list.rows.push_back(BlockFileParts::output(*this)->sums()->find(entry));
+    return blocks::encode(list).write(*this) != 0;
+} catch (const std::bad_alloc&) {
+    return false;
+}
+
+void TarvFileWrite::setChecksums(int on) {
+    checksums_ = on;
 }
 
 int TarvFileWrite::close() {

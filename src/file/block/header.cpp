@@ -63,21 +63,27 @@ bool BlockFileParts::decode(TarvFileHeader& header, std::span<const char> bytes)
            load<std::uint32_t>(at + kEnd) == blocks::kTerminator;
 }
 
-int TarvFileHeader::write(TarvFile& file) {
-    char bytes[blocks::kHeaderBytes];
-    store(bytes + kVersion, version_);
-    store(bytes + kMask, mask_);
-    blocks::putText(bytes + kDescription, description_.view());
-    store(bytes + kCreation, dayNumber(dateCreation_));
-    store(bytes + kTimeStamp, dayNumber(timeStamp_));
-    store(bytes + kNetDate, dayNumber(netDate_));
-    store(bytes + kIndexOffset, offsetMasterNdx_);
+std::array<char, blocks::kHeaderBytes> BlockFileParts::encode(const TarvFileHeader& header) {
+    std::array<char, blocks::kHeaderBytes> all;
+    char* const bytes = all.data();
+    store(bytes + kVersion, header.version_);
+    store(bytes + kMask, header.mask_);
+    blocks::putText(bytes + kDescription, header.description_.view());
+    store(bytes + kCreation, dayNumber(header.dateCreation_));
+    store(bytes + kTimeStamp, dayNumber(header.timeStamp_));
+    store(bytes + kNetDate, dayNumber(header.netDate_));
+    store(bytes + kIndexOffset, header.offsetMasterNdx_);
     store(bytes + kFormat, blocks::kFormatWritten);
     store(bytes + kEnd, blocks::kTerminator);
+    return all;
+}
+
+int TarvFileHeader::write(TarvFile& file) {
+    const auto bytes = BlockFileParts::encode(*this);
     if (BlockOutput* output = BlockFileParts::output(file))
-        return output->write(bytes, sizeof bytes);
+        return output->write(bytes.data(), bytes.size());
     APIFile* target = file.getFile();
-    return target && BlockOutput(*target, nullptr, false).write(bytes, sizeof bytes);
+    return target && BlockOutput(*target, nullptr, false).write(bytes.data(), bytes.size());
 }
 
 unsigned long TarvFileHeader::getLen() const {

@@ -78,6 +78,14 @@ std::span<const BlocItem> BlockFileParts::entries(const TarvFileIndex& index) {
     return {first, index.getLen() / blocks::kEntryBytes};
 }
 
+void BlockFileParts::place(TarvFileIndex& index, std::uint32_t id, std::uint32_t offset) {
+    unpack(index);
+    if (const auto found = find(index, id))
+        index.items_[*found].offset = offset;
+    else
+        index.addBloc(id, offset);
+}
+
 int TarvFileIndex::write(TarvFile& file) {
     if (!setData()) return 0;
     return static_cast<const TarvFileIndex&>(*this).TarvBlocFile::write(file);

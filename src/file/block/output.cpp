@@ -6,7 +6,7 @@
 #include <new>
 #include <utility>
 
-#include "file/block/layout.h"
+#include "file/block/encoding.h"
 #include "file/block/parts.h"
 #include "file/file_system.h"
 #include "file/record/record_parts.h"
@@ -18,20 +18,6 @@ namespace {
 constexpr std::uint32_t kGatherBytes = 256 * 1024;
 /// Pieces lie in memory as they will in the pages of the file: copying is fastest that way.
 constexpr std::uint32_t kPage = 4096;
-
-using base::store;
-
-void encodeHead(char* out, const TarvBlocFile& block) {
-    store(out, static_cast<std::uint32_t>(block.getID()));
-    blocks::putText(out + 4, BlockFileParts::description(block));
-    store(out + 4 + blocks::kDescriptionBytes, std::uint32_t{block.getLen()});
-}
-
-void encodeTail(char* out, const TarvBlocFile& block) {
-    store(out, std::uint32_t{block.getVersion()});
-    store(out + 4, std::uint32_t{block.getVersionVarrec()});
-    store(out + 8, blocks::kTerminator);
-}
 
 }  // namespace
 
@@ -101,8 +87,10 @@ bool BlockOutput::write(const TarvBlocFile& block) {
         if (!start) return false;
         if (n > 0) std::memcpy(start + blocks::kHeadBytes, data.data(), n);
     }
-    encodeHead(start, block);
-    encodeTail(start + blocks::kHeadBytes + n, block);
+    blocks::encodeHead(start, block);
+    blocks::encodeTail(start + blocks::kHeadBytes + n, block);
+    if (sums_ && block.getID() != blocks::kIndexId)
+        sums_->add(static_cast<std::uint32_t>(block.getID()), *at, {start, size});
     position_ += size;
     if (n >= kRoomFrom) return send(start, size);
     if (!gathers_) return flush();
@@ -136,6 +124,10 @@ bool BlockOutput::seekToEnd() {
     const unsigned long end = file_.CurOffset();
     position_ = static_cast<std::uint32_t>(end);
     return sought(end < 0xFFFFFFFFul);
+}
+
+void BlockOutput::keepSums() {
+    if (!sums_) sums_ = std::make_unique<blocks::KeptSums>();
 }
 
 void BlockOutput::share() {

@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 
+#include "file/block/checksums.h"
 #include "toolbox/block_files.h"
 
 namespace toolbox {
@@ -33,6 +34,11 @@ class BlockOutput {
     /// Whether `bytes` more may be written at `position`; otherwise the user is told.
     [[nodiscard]] static bool mayGrow(std::uint32_t position, std::uint64_t bytes);
 
+    /// Keeps the sum of every block from now on.
+    void keepSums();
+    /// Null while none are kept.
+    [[nodiscard]] const blocks::KeptSums* sums() const { return sums_.get(); }
+
     /// Somebody else may use the file from now on: gathers no more.
     void share();
     /// Whether a block is lost that write() had accepted: it was gathered when a write failed. The
@@ -50,6 +56,7 @@ class BlockOutput {
         void operator()(char* bytes) const;
     };
     std::unique_ptr<char[], FreesAligned> gathered_;
+    std::unique_ptr<blocks::KeptSums> sums_;
     std::uint32_t begin_ = 0;     ///< what was gathered lies from here
     std::uint32_t used_ = 0;      ///< to here
     std::uint32_t position_ = 0;  ///< kept while gathering

@@ -1,6 +1,7 @@
 // The way from one part of the block files into the private fields of another.
 #pragma once
 
+#include <array>
 #include <memory>
 #include <span>
 #include <string_view>
@@ -46,6 +47,13 @@ class BlockFileParts {
 
     /// Takes the fields from the bytes of a header: 160, or 156 of format version 100.
     [[nodiscard]] static bool decode(TarvFileHeader& header, std::span<const char> bytes);
+    /// The bytes that it writes.
+    [[nodiscard]] static std::array<char, blocks::kHeaderBytes> encode(
+        const TarvFileHeader& header);
+
+    static void setFormat(TarvFileHeader& header, std::uint32_t version) {
+        header.versionFile_ = version;
+    }
 
     /// What a block read from a file gets but for its data.
     static void label(TarvBlocFile& block, std::string_view description, std::uint32_t blockVersion,
@@ -66,6 +74,8 @@ class BlockFileParts {
                                                            std::uint32_t id) {
         return index.lookup_->find(entries(index), id);
     }
+    /// Sets the offset of an entry; adds one, at the end, when there is none.
+    static void place(TarvFileIndex& index, std::uint32_t id, std::uint32_t offset);
     /// Takes the entries from the data just read, which nobody else sees before unpack().
     static void takePacked(TarvFileIndex& index, std::uint64_t fileSize) {
         index.takePacked(fileSize);

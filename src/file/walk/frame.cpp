@@ -1,6 +1,7 @@
 // The frames of blocks, read from a file and made anew.
 #include <algorithm>
 
+#include "file/block/encoding.h"
 #include "file/block/lookup.h"
 #include "file/walk/field.h"
 #include "toolbox/block_frames.h"
@@ -79,17 +80,13 @@ BlockLabel labelOf(FileReader& file, const BlockShape& shape, const BlockFrame& 
 std::array<char, blocks::kHeadBytes> blockHead(std::uint32_t id, std::string_view description,
                                                std::uint32_t length) {
     std::array<char, blocks::kHeadBytes> head;
-    base::store(head.data(), id);
-    blocks::putText(head.data() + 4, description);
-    base::store(head.data() + 4 + blocks::kDescriptionBytes, length);
+    blocks::encodeHead(head.data(), id, description, length);
     return head;
 }
 
 std::array<char, blocks::kTailBytes> blockTail(std::uint32_t version, std::uint32_t recordVersion) {
     std::array<char, blocks::kTailBytes> tail;
-    base::store(tail.data(), version);
-    base::store(tail.data() + 4, recordVersion);
-    base::store(tail.data() + 8, blocks::kTerminator);
+    blocks::encodeTail(tail.data(), version, recordVersion);
     return tail;
 }
 

@@ -1,4 +1,4 @@
-// Windows attributes of files, made from their mode bits.
+// Windows attributes of files, made from their mode bits, and their time of writing.
 #pragma once
 
 #include <sys/stat.h>
@@ -22,6 +22,12 @@ inline constexpr mode_t kWriteBits = S_IWUSR | S_IWGRP | S_IWOTH;
     if (S_ISDIR(facts.st_mode)) attributes |= FILE_ATTRIBUTE_DIRECTORY;
     if (isReadOnly(facts)) attributes |= FILE_ATTRIBUTE_READONLY;
     return attributes ? attributes : static_cast<std::uint32_t>(FILE_ATTRIBUTE_NORMAL);
+}
+
+/// FoundFile::written.
+[[nodiscard]] inline std::int64_t writtenAt(const struct stat& facts) {
+    constexpr std::int64_t kPerSecond = 1'000'000'000;
+    return std::int64_t{facts.st_mtim.tv_sec} * kPerSecond + facts.st_mtim.tv_nsec;
 }
 
 }  // namespace toolbox::platform::posix

@@ -49,10 +49,9 @@ std::string configFolder() {
 }
 
 void createFoldersOf(const std::string& path) {
-    constexpr mode_t kOnlyTheUser = 0700;
     for (std::size_t end = path.find('/', 1); end != std::string::npos;
          end = path.find('/', end + 1))
-        ::mkdir(path.substr(0, end).c_str(), kOnlyTheUser);
+        ::mkdir(path.substr(0, end).c_str(), kUsersFolder);
 }
 
 ErrorCode codeOf(int error, ErrorCode otherwise) {
@@ -70,9 +69,10 @@ ErrorCode codeOf(int error, ErrorCode otherwise) {
         case EACCES:
         case EPERM:
         case EISDIR:
-        case EROFS:
         case ENXIO:  // a pipe or socket that nobody serves
             return ERROR_ACCESS_DENIED;
+        case EROFS:
+            return ERROR_WRITE_PROTECT;
         case EBADF:
             return ERROR_INVALID_HANDLE;
         case ENOMEM:
@@ -104,6 +104,11 @@ ErrorCode codeOfName(int error, const std::string& path) {
         return folderThere && !path.empty() ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND;
     }
     return codeOf(error);
+}
+
+ErrorCode codeOfRename(int error, const std::string& from, const std::string& to) {
+    struct stat facts {};
+    return codeOfName(error, ::lstat(from.c_str(), &facts) == 0 ? to : from);
 }
 
 namespace {
@@ -147,8 +152,8 @@ std::vector<FoundFile> findFiles(const std::string& pattern) {
         // A link that leads nowhere is still a name in the folder.
         if (::stat(path.c_str(), &facts) != 0 && ::lstat(path.c_str(), &facts) != 0) return;
         const bool isFile = S_ISREG(facts.st_mode);
-        found.push_back(
-            {name, attributesOf(facts), isFile ? static_cast<std::uint64_t>(facts.st_size) : 0});
+        found.push_back({name, attributesOf(facts),
+                         isFile ? static_cast<std::uint64_t>(facts.st_size) : 0, writtenAt(facts)});
     };
     if (wanted.find_first_of("*?") == std::string::npos) {
         if (!wanted.empty()) add(wanted);

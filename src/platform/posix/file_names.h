@@ -1,6 +1,8 @@
 // Names and error codes of files: what the file calls of this folder share.
 #pragma once
 
+#include <sys/types.h>
+
 #include <string>
 #include <string_view>
 
@@ -21,8 +23,10 @@ namespace toolbox::platform::posix {
 /// at each call; the folder may not exist.
 [[nodiscard]] std::string configFolder();
 
-/// Creates the folders on the way to a file of the settings folder that do not exist, for this user
-/// only.
+/// Rights of a folder of this user's own.
+inline constexpr mode_t kUsersFolder = 0700;
+
+/// Creates the folders on the way to a file that do not exist, for this user only.
 void createFoldersOf(const std::string& path);
 
 /// The Windows code for an errno; `otherwise` for those that have no counterpart.
@@ -30,6 +34,9 @@ void createFoldersOf(const std::string& path);
 
 /// As codeOf, for a call that took a name: tells a missing file from a missing folder.
 [[nodiscard]] ErrorCode codeOfName(int error, const std::string& path);
+
+/// As codeOfName, for a rename.
+[[nodiscard]] ErrorCode codeOfRename(int error, const std::string& from, const std::string& to);
 
 /// True when `name` matches `pattern`: `*` any text, `?` any one character, case counts. As on
 /// Windows ".*" at the end also matches a name without an extension, so "*.*" is everything.

@@ -232,9 +232,11 @@ class PosixFiles final : public FileSystem {
         if (::stat(target.c_str(), &facts) == 0 && isReadOnly(facts)) return ERROR_ACCESS_DENIED;
         const std::string source = hostPath(from);
         if (::rename(source.c_str(), target.c_str()) == 0) return ERROR_SUCCESS;
-        const int error = errno;
-        const bool sourceThere = ::lstat(source.c_str(), &facts) == 0;
-        return codeOfName(error, sourceThere ? target : source);
+        return codeOfRename(errno, source, target);
+    }
+
+    ErrorCode renameNew(const char* from, const char* to) override {
+        return posix::renameNew(hostPath(from), hostPath(to));
     }
 
     ErrorCode fullName(const char* name, std::string& full) override {
@@ -264,6 +266,9 @@ class PosixFiles final : public FileSystem {
             ::unlink(path.c_str());
             return ERROR_SHARING_VIOLATION;
         }
+        struct stat facts {};
+        if (::fstat(file.get(), &facts) != 0) return codeOf(errno);
+        if (facts.st_nlink == 0) return ERROR_FILE_EXISTS;  // removed before it was locked
         out = file.take();
         return ERROR_SUCCESS;
     }
@@ -323,6 +328,16 @@ class PosixFiles final : public FileSystem {
     ErrorCode setCurrentFolder(const char* name) override {
         const std::string path = hostPath(name);
         return ::chdir(path.c_str()) == 0 ? ERROR_SUCCESS : codeOfName(errno, path);
+    }
+
+    ErrorCode createFolder(const char* name) override {
+        const std::string path = posix::fullName(hostPath(name));
+        createFoldersOf(path + '/');
+        struct stat facts {};
+        const bool isThere = ::stat(path.c_str(), &facts) == 0;
+        if (isThere && S_ISDIR(facts.st_mode)) return ERROR_SUCCESS;
+        if (isThere) return ERROR_ALREADY_EXISTS;
+        return ::mkdir(path.c_str(), kUsersFolder) == 0 ? ERROR_SUCCESS : codeOfName(errno, path);
     }
 
     ErrorCode diskFree(const char* root, std::uint32_t& sectorsPerCluster,

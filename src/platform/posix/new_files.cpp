@@ -10,6 +10,7 @@
 #include <array>
 #include <cerrno>
 #include <climits>
+#include <cstdio>
 #include <cstdlib>
 #include <ctime>
 
@@ -89,6 +90,17 @@ int createLike(const std::string& path, const std::string& like) {
     ::close(file);
     errno = error;
     return -1;
+}
+
+ErrorCode renameNew(const std::string& from, const std::string& to) {
+    int result = ::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE);
+    if (result != 0 && (errno == EINVAL || errno == ENOSYS)) {
+        // The file system has no such call; a second name is refused as well where it is taken.
+        result = ::link(from.c_str(), to.c_str());
+        if (result == 0) ::unlink(from.c_str());
+    }
+    if (result == 0) return ERROR_SUCCESS;
+    return errno == EEXIST ? ErrorCode{ERROR_ALREADY_EXISTS} : codeOfRename(errno, from, to);
 }
 
 ErrorCode flushFolderOf(const std::string& path) {

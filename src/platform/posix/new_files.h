@@ -14,6 +14,9 @@ namespace toolbox::platform::posix {
 /// `like` is none.
 [[nodiscard]] int createLike(const std::string& path, const std::string& like);
 
+/// FileSystem::renameNew.
+[[nodiscard]] ErrorCode renameNew(const std::string& from, const std::string& to);
+
 /// FileSystem::flushFolderOf.
 [[nodiscard]] ErrorCode flushFolderOf(const std::string& path);
 

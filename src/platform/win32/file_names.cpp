@@ -17,12 +17,12 @@ std::wstring wideOf(const char* name) {
     return wide;
 }
 
-std::string bytesOf(const std::wstring& wide) {
+std::string bytesOf(const std::wstring& wide, UINT codePage) {
     const auto length = static_cast<int>(wide.size());
     const int size =
-        ::WideCharToMultiByte(CP_ACP, 0, wide.data(), length, nullptr, 0, nullptr, nullptr);
+        ::WideCharToMultiByte(codePage, 0, wide.data(), length, nullptr, 0, nullptr, nullptr);
     std::string bytes(static_cast<std::size_t>(size), '\0');
-    ::WideCharToMultiByte(CP_ACP, 0, wide.data(), length, bytes.data(), size, nullptr, nullptr);
+    ::WideCharToMultiByte(codePage, 0, wide.data(), length, bytes.data(), size, nullptr, nullptr);
     return bytes;
 }
 

@@ -12,7 +12,7 @@ namespace toolbox::platform {
 /// Empty for null.
 [[nodiscard]] const char* nameOf(const char* name);
 [[nodiscard]] std::wstring wideOf(const char* name);
-[[nodiscard]] std::string bytesOf(const std::wstring& wide);
+[[nodiscard]] std::string bytesOf(const std::wstring& wide, UINT codePage = CP_ACP);
 
 /// Empty where the system cannot tell. Its function for names of bytes stops at MAX_PATH.
 [[nodiscard]] std::wstring wideFullName(const char* name);

@@ -55,6 +55,14 @@ std::vector<std::byte> accessListOf(const char* name) {
     return list;
 }
 
+/// FoundFile::written of a time; 0 for what lies outside of it.
+std::int64_t nanosecondsOf(const FILETIME& time) {
+    constexpr std::int64_t k1970 = 116'444'736'000'000'000;  // in the system's 100 ns since 1601
+    constexpr std::int64_t kLast = k1970 + std::numeric_limits<std::int64_t>::max() / 100;
+    const std::int64_t ticks = std::int64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime;
+    return ticks < k1970 || ticks > kLast ? 0 : (ticks - k1970) * 100;
+}
+
 class WindowsFiles final : public FileSystem {
   public:
     ErrorCode open(const char* name, std::uint32_t access, std::uint32_t share,
@@ -143,7 +151,8 @@ class WindowsFiles final : public FileSystem {
             const std::string name = entry.cFileName;
             if (name == "." || name == "..") continue;
             const std::uint64_t high = entry.nFileSizeHigh;
-            found.push_back({name, entry.dwFileAttributes, high << 32 | entry.nFileSizeLow});
+            found.push_back({name, entry.dwFileAttributes, high << 32 | entry.nFileSizeLow,
+                             nanosecondsOf(entry.ftLastWriteTime)});
         } while (::FindNextFileA(search, &entry));
         ::FindClose(search);
         return found;
@@ -156,6 +165,10 @@ class WindowsFiles final : public FileSystem {
     ErrorCode replace(const char* from, const char* to) override {
         return resultOf(::MoveFileExA(nameOf(from), nameOf(to),
                                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH));
+    }
+
+    ErrorCode renameNew(const char* from, const char* to) override {
+        return resultOf(::MoveFileExA(nameOf(from), nameOf(to), MOVEFILE_WRITE_THROUGH));
     }
 
     ErrorCode fullName(const char* name, std::string& full) override {
@@ -202,6 +215,22 @@ class WindowsFiles final : public FileSystem {
 
     ErrorCode setCurrentFolder(const char* name) override {
         return resultOf(::SetCurrentDirectoryA(nameOf(name)));
+    }
+
+    ErrorCode createFolder(const char* name) override {
+        const std::string path = fullPath(name);
+        ErrorCode error = ERROR_INVALID_NAME;
+        // The parts that are there already, drives and shares among them, refuse in ways of their
+        // own.
+        for (std::size_t end = path.find('\\'); !path.empty(); end = path.find('\\', end + 1)) {
+            const BOOL made = ::CreateDirectoryA(path.substr(0, end).c_str(), nullptr);
+            error = resultOf(made);
+            if (end == std::string::npos) break;
+        }
+        const DWORD found = ::GetFileAttributesA(path.c_str());
+        const bool isFolder =
+            found != INVALID_FILE_ATTRIBUTES && (found & FILE_ATTRIBUTE_DIRECTORY) != 0;
+        return isFolder ? ErrorCode{ERROR_SUCCESS} : error;
     }
 
     ErrorCode diskFree(const char* root, std::uint32_t& sectorsPerCluster,

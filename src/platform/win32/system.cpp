@@ -1,10 +1,30 @@
 // Facts from the system.
+#include <array>
 #include <ctime>
+#include <cwchar>
 
 #include "platform/host.h"
+#include "platform/win32/file_names.h"
+#include "toolbox/win_types.h"
+// clang-format off
+#include <shlobj.h>  // stands on the types above
+// clang-format on
 
 namespace toolbox::platform {
 namespace {
+
+constexpr UINT kWindows1252 = 1252;
+
+/// What a call gives that is told the room and tells the characters that it needs.
+template <class Call>
+std::string nameFrom(Call call) {
+    DWORD room = 0;
+    (void)call(nullptr, &room);
+    std::wstring name(room, L'\0');
+    if (room == 0 || !call(name.data(), &room)) return {};
+    name.resize(std::wcslen(name.c_str()));
+    return bytesOf(name, kWindows1252);
+}
 
 class WindowsSystem final : public SystemInfo {
   public:
@@ -35,6 +55,13 @@ class WindowsSystem final : public SystemInfo {
         return status.dwAvailVirtual;
     }
 
+    std::string settingsFolder() override {
+        char folder[MAX_PATH] = "";
+        const HRESULT found =
+            SHGetFolderPathA(nullptr, CSIDL_LOCAL_APPDATA, nullptr, SHGFP_TYPE_CURRENT, folder);
+        return found == S_OK && *folder ? std::string(folder) + "\\toolbox" : std::string();
+    }
+
     std::uint32_t clockMilliseconds() override {
         static_assert(CLOCKS_PER_SEC == 1000);
         return static_cast<std::uint32_t>(std::clock());
@@ -51,6 +78,46 @@ class WindowsSystem final : public SystemInfo {
             }
             path.resize(path.size() * 2);  // it was cut
         }
+    }
+
+    std::string userName() override {
+        return nameFrom([](wchar_t* name, DWORD* room) { return ::GetUserNameW(name, room); });
+    }
+
+    std::string hostName() override {
+        return nameFrom([](wchar_t* name, DWORD* room) {
+            return ::GetComputerNameExW(ComputerNamePhysicalDnsHostname, name, room);
+        });
+    }
+
+    std::string machineIdentity() override {
+        std::array<char, 64> text{};
+        auto room = static_cast<DWORD>(text.size());
+        // The 64-bit system's own place, of which programs of 32 bits see none.
+        const LSTATUS error =
+            ::RegGetValueA(HKEY_LOCAL_MACHINE, "SOFTWARE\\Microsoft\\Cryptography", "MachineGuid",
+                           RRF_RT_REG_SZ | RRF_SUBKEY_WOW6464KEY, nullptr, text.data(), &room);
+        return error == ERROR_SUCCESS ? text.data() : "";
+    }
+
+    std::uint32_t processId() override { return ::GetCurrentProcessId(); }
+
+    std::optional<std::string> processStart(std::uint32_t process) override {
+        const HANDLE handle = ::OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, process);
+        if (!handle) {
+            if (::GetLastError() == ERROR_ACCESS_DENIED) return "";
+            return std::nullopt;
+        }
+        FILETIME start{};
+        FILETIME end{};
+        FILETIME ignored{};
+        DWORD status = STILL_ACTIVE;
+        const BOOL told = ::GetProcessTimes(handle, &start, &end, &ignored, &ignored);
+        const BOOL ended = ::GetExitCodeProcess(handle, &status) && status != STILL_ACTIVE;
+        ::CloseHandle(handle);
+        if (ended) return std::nullopt;
+        const std::uint64_t high = start.dwHighDateTime;
+        return told ? std::to_string(high << 32 | start.dwLowDateTime) : "";
     }
 };
 

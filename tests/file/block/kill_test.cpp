@@ -2,11 +2,10 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <cstdlib>
-#include <filesystem>
 #include <thread>
 
 #include "file/block/block_kit.h"
+#include "support/child_program.h"
 #include "support/faulty_files.h"
 #include "support/temp_folder.h"
 #include "support/text_fakes.h"
@@ -16,27 +15,13 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// What the program block_saver, which lies beside this one, ends with when its save of a file ends
-/// at its n-th call of the system; 0 when it takes fewer.
-int endedSave(const std::string& file, int call) {
-    std::filesystem::path program = toolbox::platform::current().system->programPath();
-    program.replace_filename("block_saver" + program.extension().string());
-    std::string command = '"' + program.string() + "\" \"" + file + "\" " + std::to_string(call);
-#if defined(_WIN32)
-    command = '"' + command + '"';  // the shell takes the outermost quotes away
-    return std::system(command.c_str());
-#else
-    return std::system(command.c_str()) >> 8;
-#endif
-}
-
 TEST(SafeSave, LeavesOneWholeFileWhereverItEnds) {
     TempFolder folder;
     const std::string name = folder / "plan.dat";
     ASSERT_EQ(save(name, generation(0)), 1);
     int call = 0;
     for (int status = 9; status != 0;) {
-        status = endedSave(name, ++call);
+        status = runBeside("block_saver", {name, std::to_string(++call)});
         ASSERT_TRUE(status == 9 || status == 0) << status;
         const auto blocks = fetched(name, generation(0));
         ASSERT_TRUE(blocks == generation(status == 0 ? 1 : 0) || blocks == generation(1)) << call;

@@ -12,13 +12,16 @@ using namespace block_kit;
 
 namespace {
 
-/// The bytes of the dump in a document: lines "offset  byte byte ...  |text|", where "*" stands for
-/// the line before it, again and again up to the next offset.
-std::string dumpIn(const char* document) {
-    std::ifstream file(document);
+/// The bytes of a dump of the document, the first after `heading`: lines "offset  byte byte ...
+/// |text|", where "*" stands for the line before it, again and again up to the next offset.
+std::string dumpAfter(const std::string& heading) {
+    std::ifstream file(TOOLBOX_BLOCK_DOCUMENT);
     std::string bytes;
     bool repeats = false;
-    for (std::string line; std::getline(file, line);) {
+    std::string line;
+    while (std::getline(file, line) && line != heading) continue;
+    while (std::getline(file, line)) {
+        if (line == "```" && !bytes.empty()) break;
         repeats = repeats || line == "*";
         std::istringstream fields(line.substr(0, line.find('|')));
         std::string offset;
@@ -35,23 +38,28 @@ std::string dumpIn(const char* document) {
     return bytes;
 }
 
-TEST(BlockLayout, IsTheOneOfTheDocument) {
+/// Writes the document's example; the bytes of the file.
+std::string example(bool checksums) {
     TempFolder folder;
     const std::string name = folder / "example.dat";
     TarvFileWrite file;
+    file.setChecksums(checksums);
     const auto language = std::exchange(GMSG::language, GMSG::English);
-    ASSERT_EQ(file.open(name.c_str()), 1);
+    EXPECT_EQ(file.open(name.c_str()), 1);
     GMSG::language = language;
     file.getHeader()->setDescription("Example");
     file.getHeader()->setdateCreation(TarvDate(2001, 4, 30));
     file.getHeader()->setTimeStamp(TarvDate(2001, 5, 2));
     file.getHeader()->setnetDate(TarvDate(2001, 2, 29));
-    ASSERT_EQ(file.writeBloc(made({7, "ten bytes.", "A block", 3, 200})), 1);
-    ASSERT_EQ(file.commit(), 1);
-    ASSERT_EQ(file.close(), 1);
+    EXPECT_EQ(file.writeBloc(made({7, "ten bytes.", "A block", 3, 200})), 1);
+    EXPECT_EQ(file.commit(), 1);
+    EXPECT_EQ(file.close(), 1);
+    return folder.read("example.dat");
+}
 
-    const std::string bytes = folder.read("example.dat");
-    EXPECT_EQ(bytes, dumpIn(TOOLBOX_BLOCK_DOCUMENT));
+TEST(BlockLayout, IsTheOneOfTheDocument) {
+    EXPECT_EQ(example(false), dumpAfter("## Example"));
+    EXPECT_EQ(example(true), dumpAfter("## Example with checksums"));
 }
 
 }  // namespace

@@ -1,0 +1,162 @@
+// By tables 16 bytes at a time, by the instruction a word at a time. The instruction takes three
+// cycles but one can begin in each, so long stretches go as three streams side by side; what a
+// stream's sum becomes when as many bytes follow as the next stream has is looked up in tables.
+#include "base/crc32c.h"
+
+#include <array>
+
+#include "base/codec.h"
+
+#if defined(__x86_64__) || defined(__i386__)
+#include <nmmintrin.h>
+#define TOOLBOX_HAS_CRC32 1
+#endif
+
+namespace toolbox::base {
+namespace {
+
+constexpr std::uint32_t kPolynomial = 0x82F63B78;  // reflected
+using Table = std::array<std::uint32_t, 256>;
+
+constexpr std::size_t kTables = 16;
+
+/// tables[k][b]: what the byte b does to the sum when k more bytes follow it.
+constexpr std::array<Table, kTables> makeTables() {
+    std::array<Table, kTables> tables{};
+    for (std::uint32_t byte = 0; byte < 256; ++byte) {
+        std::uint32_t sum = byte;
+        for (int bit = 0; bit < 8; ++bit) sum = (sum >> 1) ^ (sum & 1 ? kPolynomial : 0);
+        tables[0][byte] = sum;
+    }
+    for (std::size_t k = 1; k < kTables; ++k)
+        for (std::size_t byte = 0; byte < 256; ++byte) {
+            const std::uint32_t sum = tables[k - 1][byte];
+            tables[k][byte] = (sum >> 8) ^ tables[0][sum & 0xFF];
+        }
+    return tables;
+}
+
+constexpr auto kByteTables = makeTables();
+
+std::uint32_t oneByte(std::uint32_t sum, char byte) {
+    return (sum >> 8) ^ kByteTables[0][(sum ^ static_cast<unsigned char>(byte)) & 0xFF];
+}
+
+/// What the four bytes of `word` do to the sum when `after` more bytes follow them.
+std::uint32_t fourBytes(std::uint32_t word, std::size_t after) {
+    return kByteTables[after + 3][word & 0xFF] ^ kByteTables[after + 2][(word >> 8) & 0xFF] ^
+           kByteTables[after + 1][(word >> 16) & 0xFF] ^ kByteTables[after][word >> 24];
+}
+
+}  // namespace
+
+std::uint32_t crc32cByTables(std::span<const char> bytes, std::uint32_t before) {
+    std::uint32_t sum = ~before;
+    const char* at = bytes.data();
+    std::size_t left = bytes.size();
+    for (; left >= kTables; left -= kTables, at += kTables)
+        sum = fourBytes(load<std::uint32_t>(at) ^ sum, 12) ^
+              fourBytes(load<std::uint32_t>(at + 4), 8) ^
+              fourBytes(load<std::uint32_t>(at + 8), 4) ^
+              fourBytes(load<std::uint32_t>(at + 12), 0);
+    for (; left > 0; --left) sum = oneByte(sum, *at++);
+    return ~sum;
+}
+
+#if defined(TOOLBOX_HAS_CRC32)
+namespace {
+
+#if defined(__x86_64__)
+using Word = std::uint64_t;
+#else
+using Word = std::uint32_t;
+#endif
+
+[[gnu::target("sse4.2"), gnu::always_inline]] inline std::uint32_t oneWord(std::uint32_t sum,
+                                                                           const char* at) {
+#if defined(__x86_64__)
+    return static_cast<std::uint32_t>(_mm_crc32_u64(sum, load<Word>(at)));
+#else
+    return _mm_crc32_u32(sum, load<Word>(at));
+#endif
+}
+
+/// Moves a sum over a fixed number of zero bytes: tables[k] has what byte k of the sum becomes.
+using Shift = std::array<Table, 4>;
+
+constexpr std::uint32_t overZeros(std::uint32_t sum, std::size_t count) {
+    for (; count > 0; --count) sum = (sum >> 8) ^ kByteTables[0][sum & 0xFF];
+    return sum;
+}
+
+constexpr Shift shiftOver(std::size_t count) {
+    std::array<std::uint32_t, 32> ofBit{};
+    for (std::size_t bit = 0; bit < 32; ++bit) ofBit[bit] = overZeros(1u << bit, count);
+    Shift shift{};
+    for (std::size_t k = 0; k < 4; ++k)
+        for (std::size_t byte = 0; byte < 256; ++byte)
+            for (std::size_t bit = 0; bit < 8; ++bit)
+                if (byte >> bit & 1) shift[k][byte] ^= ofBit[8 * k + bit];
+    return shift;
+}
+
+std::uint32_t shifted(const Shift& shift, std::uint32_t sum) {
+    return shift[0][sum & 0xFF] ^ shift[1][(sum >> 8) & 0xFF] ^ shift[2][(sum >> 16) & 0xFF] ^
+           shift[3][sum >> 24];
+}
+
+/// Sums three streams of `Bytes` each while there are as many.
+template <std::size_t Bytes>
+[[gnu::target("sse4.2")]] std::uint32_t byThrees(std::uint32_t sum, const char*& at,
+                                                 std::size_t& left) {
+    static_assert(Bytes % sizeof(Word) == 0);
+    static constexpr Shift kShift = shiftOver(Bytes);
+    for (; left >= 3 * Bytes; left -= 3 * Bytes, at += 3 * Bytes) {
+        std::uint32_t second = 0;
+        std::uint32_t third = 0;
+        for (std::size_t i = 0; i < Bytes; i += sizeof(Word)) {
+            sum = oneWord(sum, at + i);
+            second = oneWord(second, at + Bytes + i);
+            third = oneWord(third, at + 2 * Bytes + i);
+        }
+        sum = shifted(kShift, shifted(kShift, sum) ^ second) ^ third;
+    }
+    return sum;
+}
+
+[[gnu::target("sse4.2")]] std::uint32_t byInstruction(std::uint32_t sum, const char* at,
+                                                      std::size_t left) {
+    constexpr std::size_t kLong = 2048;
+    constexpr std::size_t kShort = 128;
+    sum = byThrees<kLong>(sum, at, left);
+    sum = byThrees<kShort>(sum, at, left);
+    for (; left >= sizeof(Word); left -= sizeof(Word), at += sizeof(Word)) sum = oneWord(sum, at);
+    for (; left > 0; --left) sum = _mm_crc32_u8(sum, static_cast<unsigned char>(*at++));
+    return sum;
+}
+
+}  // namespace
+
+bool hasCrc32cInstruction() {
+    return __builtin_cpu_supports("sse4.2");
+}
+
+std::uint32_t crc32cByInstruction(std::span<const char> bytes, std::uint32_t before) {
+    return ~byInstruction(~before, bytes.data(), bytes.size());
+}
+#else
+bool hasCrc32cInstruction() {
+    return false;
+}
+
+std::uint32_t crc32cByInstruction(std::span<const char> bytes, std::uint32_t before) {
+    return crc32cByTables(bytes, before);
+}
+#endif
+
+std::uint32_t crc32c(std::span<const char> bytes, std::uint32_t before) {
+    static const auto kWay = hasCrc32cInstruction() ? crc32cByInstruction : crc32cByTables;
+    return kWay(bytes, before);
+}
+
+}  // namespace toolbox::base

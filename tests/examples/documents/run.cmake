@@ -1,0 +1,27 @@
+# Runs documents_sample in a fresh folder: what was typed before a bad end is there again.
+cmake_minimum_required(VERSION 3.22)
+file(REMOVE_RECURSE ${FOLDER})
+file(MAKE_DIRECTORY ${FOLDER})
+
+function(sample input status expected)
+    file(WRITE ${FOLDER}/input.txt "${input}")
+    execute_process(COMMAND ${EMULATOR} ${PROGRAM} notes.dat kept WORKING_DIRECTORY ${FOLDER}
+                    INPUT_FILE ${FOLDER}/input.txt OUTPUT_VARIABLE text RESULT_VARIABLE result)
+    string(REPLACE "\r" "" text "${text}")
+    string(REGEX REPLACE "[0-9]+ bytes" "N bytes" text "${text}")
+    if(NOT result EQUAL status OR NOT text STREQUAL expected)
+        message(SEND_ERROR "exit status ${result} instead of ${status}; it printed:\n${text}")
+    endif()
+endfunction()
+
+sample("one\nsave\ntwo\nthree\n" 1 "1: one\nsaved\n2: two\n3: three\n")
+file(GLOB left RELATIVE ${FOLDER} ${FOLDER}/notes.dat.*)
+if(NOT left)
+    message(SEND_ERROR "no state was kept")
+endif()
+sample("save\nquit\n" 0 "recovering N bytes that were not saved\n   one\n   two\n   three\nsaved\n")
+sample("quit\n" 0 "   one\n   two\n   three\n")
+file(GLOB left RELATIVE ${FOLDER} ${FOLDER}/notes.dat.* ${FOLDER}/kept/*)
+if(left)
+    message(SEND_ERROR "a clean end leaves nothing but: ${left}")
+endif()

@@ -101,9 +101,9 @@ class JobMeter {
 }  // namespace
 
 /// What the document's file holds. Reading and writing many items show a meter.
-class Document::Content : public ProjectContent {
+class Document::Stored : public ProjectContent {
   public:
-    explicit Content(Document& document) : document_(document) {}
+    explicit Stored(Document& document) : document_(document) {}
 
     int write(TarvFileWrite& file) override {
         return metered(kSaving, [&] { return ProjectContent::write(file); });
@@ -161,7 +161,7 @@ Document::Document(Workbench& workbench)
     : views(this, &View::document),
       workbench_(workbench),
       work_([&workbench](const CString& designation) { return workbench.section(designation); }),
-      content_(std::make_unique<Content>(*this)),
+      content_(std::make_unique<Stored>(*this)),
       questions_(std::make_unique<Questions>(workbench)),
       file_(std::make_unique<TvDocumentFile>(*content_, questions_.get())) {
     constexpr int kEdits = 20, kSeconds = 30;

@@ -80,7 +80,7 @@ class Document : private UndoListener {
     Many<Document, View> views;
 
   private:
-    class Content;
+    class Stored;
     class Questions;
 
     void undoChanged() override;
@@ -92,7 +92,7 @@ class Document : private UndoListener {
     Selection selection_;
     CString untitled_;
     bool discarded_ = false;
-    std::unique_ptr<Content> content_;
+    std::unique_ptr<Stored> content_;
     std::unique_ptr<Questions> questions_;
     std::unique_ptr<TvDocumentFile> file_;
     TvDocumentFile::DiskState told_ = TvDocumentFile::SameOnDisk;  // what the user knows of it

@@ -1,12 +1,11 @@
 // Each decision is a question with answers; what cannot be shown decides for what loses nothing.
-#include "toolbox/document_dialogs.h"
-
 #include <ctime>
 #include <utility>
 
 #include "dialog/documents/document_texts.h"
 #include "dialog/documents/question_dialog_win32.h"
 #include "dialog/documents/work_text.h"
+#include "toolbox/document_dialogs.h"
 #include "toolbox/pickers.h"
 #include "toolbox/platform.h"
 

@@ -9,21 +9,21 @@ using text::printed;
 
 /// Their numbers.
 enum TextId : unsigned short {
-    kInUse = 1550,       ///< what happened
-    kMayTakeOver,        ///< what happened, when its program was heard of last
-    kNotHeardOf,         ///< the same; it is not known when
-    kSecondsAgo,         ///< how many; minutes, hours and days follow
+    kInUse = 1550,  ///< what happened
+    kMayTakeOver,   ///< what happened, when its program was heard of last
+    kNotHeardOf,    ///< the same; it is not known when
+    kSecondsAgo,    ///< how many; minutes, hours and days follow
     kMinutesAgo,
     kHoursAgo,
     kDaysAgo,
-    kChangedOnDisk,      ///< name
-    kDamaged,            ///< name
-    kInPlace,            ///< why
-    kUnsavedWork,        ///< name, when it was saved, its size
+    kChangedOnDisk,  ///< name
+    kDamaged,        ///< name
+    kInPlace,        ///< why
+    kUnsavedWork,    ///< name, when it was saved, its size
     kUnnamed,
     kUnknownTime,
-    kKilobytes,          ///< how many
-    kOpenReadOnly,       // buttons
+    kKilobytes,     ///< how many
+    kOpenReadOnly,  // buttons
     kTakeOver,
     kSaveElsewhere,
     kReplace,
@@ -34,10 +34,10 @@ enum TextId : unsigned short {
     kLater,
     kDeleteWork,
     kCancel,
-    kHeadings,           ///< of the list of unsaved work, divided by '|'
-    kDamagedWork,        ///< document
+    kHeadings,     ///< of the list of unsaved work, divided by '|'
+    kDamagedWork,  ///< document
     kReallyDelete,
-    kNotDeleted          ///< document
+    kNotDeleted  ///< document
 };
 
 }  // namespace toolbox::documents

@@ -58,9 +58,9 @@ int QuestionDialog::place(int id, int top, int height) {
 
 void QuestionDialog::opened() {
     SetWindowTextA(getHWND(), GMSG::getAppTitle());
-    SendMessageA(control(IDC_DOCUMENT_ICON), STM_SETICON,
-                 reinterpret_cast<WPARAM>(LoadIconA(nullptr, reinterpret_cast<LPCSTR>(IDI_WARNING))),
-                 0);
+    SendMessageA(
+        control(IDC_DOCUMENT_ICON), STM_SETICON,
+        reinterpret_cast<WPARAM>(LoadIconA(nullptr, reinterpret_cast<LPCSTR>(IDI_WARNING))), 0);
     setText(IDC_DOCUMENT_TEXT, question_.text);
     const int iconEnd = areaOf(IDC_DOCUMENT_ICON).bottom;
     const int top = areaOf(IDC_DOCUMENT_TEXT).top;

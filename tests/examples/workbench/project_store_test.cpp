@@ -149,7 +149,8 @@ TEST_F(ProjectStore, RefusesWhatIsNoProjectOfItsVersions) {
 }
 
 TEST_F(ProjectStore, TakesWhatIsIntactOutOfADamagedFile) {
-    std::string bytes = folder.read("frame.tbf");
+    const std::string whole = folder.read("frame.tbf");
+    std::string bytes = whole;
     bytes[bytes.find(std::string("P7\0", 3))] ^= 1;
     folder.write("frame.tbf", bytes);
     const TvDocumentResult result = open(file);
@@ -158,6 +159,7 @@ TEST_F(ProjectStore, TakesWhatIsIntactOutOfADamagedFile) {
     expectParts(39, 1);  // with its label
     EXPECT_EQ(loaded.expected(), 42u);
 
+    folder.write("frame.tbf", whole);
     // Older files tell nothing of it but in their items.
     const Change changes[] = {[](unsigned long id, std::string& data) {
                                   if (id == kFirstBeamBlock + 4) data[40] ^= 1;

@@ -52,7 +52,7 @@ class TB_API TvDocumentDialogs : public TvDocumentDecisions {
     void setDefaultExtension(const CString& extension);
 
     /// Shows what there is to tell of a result, if anything; nothing for what the user has
-    /// cancelled. Returns whether the operation was done.
+    /// cancelled, or was asked about directly before. Returns whether the operation was done.
     int tell(const TvDocumentResult& result);
 
     // The questions. Escape: cancelled, or later.
@@ -71,6 +71,7 @@ class TB_API TvDocumentDialogs : public TvDocumentDecisions {
     HWND owner_;
     CString filter_;
     CString extension_;
+    TvDocumentResult::Reason asked_ = TvDocumentResult::done;  // what the user knows already
 };
 
 /// The list of unsaved work at the start of a program: each can be recovered, or deleted, or left

@@ -53,8 +53,8 @@ class Replacement {
     [[nodiscard]] std::unique_ptr<APIFile> apiFile(platform::ErrorCode error = ERROR_SUCCESS) const;
 
     /// Gives the file the target's name and closes it. When somebody has the target open the rename
-    /// is tried again for half a second. On failure the file stays open. `mayReplace` is asked
-    /// immediately before each try; when it says no the end is ERROR_CANCELLED.
+    /// is tried again for half a second. On failure the file stays open. `mayReplace` is asked immediately before each try; when it says no the end is
+    /// ERROR_CANCELLED.
     [[nodiscard]] platform::ErrorCode putInPlace(const std::function<bool()>& mayReplace = {});
     /// As putInPlace(), and leaves the file open for the caller; null on failure. `onlyNew`: there
     /// must be no file of that name (ERROR_ALREADY_EXISTS).

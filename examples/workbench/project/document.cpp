@@ -114,8 +114,9 @@ class Document::Stored : public ProjectContent {
     int readRescued(TarvFileRead& file, const std::vector<TvDocumentLoss>& missing) override {
         return metered(kOpening, [&] { return ProjectContent::readRescued(file, missing); });
     }
-    /// Whether a project was read since this was asked last.
-    [[nodiscard]] bool wasRead() { return std::exchange(wasRead_, false); }
+    /// Whether a project was read since the mark was taken off.
+    [[nodiscard]] bool wasRead() const { return wasRead_; }
+    void takeMarkOff() { wasRead_ = false; }
 
   protected:
     [[nodiscard]] const Project& project() const override { return document_.project(); }
@@ -269,6 +270,7 @@ bool Document::opened(const TvDocumentResult& result) {
                     static_cast<unsigned>(content_->loaded()));
     questions_->tell(result);
     if (!content_->wasRead()) return result.ok;
+    content_->takeMarkOff();
     if (file_->isChanged())
         steps().setChanged();
     else

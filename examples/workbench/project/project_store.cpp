@@ -176,8 +176,13 @@ std::vector<unsigned long> idsBetween(TarvFileRead& file, unsigned long first, u
 /// Reads the items of a file into a project.
 class ProjectReader {
   public:
-    ProjectReader(TarvFileRead& file, ProjectContent& content)
-        : file_(file), content_(content), version_(file.getHeader()->getVersion()) {}
+    /// Without the blocks of which something is wrong.
+    ProjectReader(TarvFileRead& file, ProjectContent& content,
+                  const std::vector<TvDocumentLoss>& losses)
+        : file_(file), content_(content), version_(file.getHeader()->getVersion()) {
+        for (const TvDocumentLoss& loss : losses)
+            if (loss.id) wrong_.push_back(*loss.id);
+    }
 
     /// False when an item is missing, not intact, or there twice.
     bool load();
@@ -192,6 +197,9 @@ class ProjectReader {
     bool loadAll(unsigned long first, unsigned long end, Number counted);
     template <class Item>
     bool keepAll(std::vector<Item> items);
+    [[nodiscard]] bool isWrong(unsigned long id) const {
+        return std::ranges::find(wrong_, id) != wrong_.end();
+    }
     /// An identifier that comes twice is a loss: nobody knows which of the two it is.
     [[nodiscard]] bool isThere(const Beam& beam) const { return project_.beam(beam.id); }
     [[nodiscard]] bool isThere(const Label& label) const { return project_.label(label.id); }
@@ -199,6 +207,7 @@ class ProjectReader {
     TarvFileRead& file_;
     ProjectContent& content_;
     unsigned long version_;
+    std::vector<unsigned long> wrong_;
     std::size_t expected_ = 0;
     Project project_;
 };
@@ -224,7 +233,7 @@ bool ProjectReader::loadAll(unsigned long first, unsigned long end, Number count
     for (const unsigned long id : ids) {
         TarvBlocFile block;
         Item item;
-        if (!file_.getBloc(id, block) || !taken(block, version_, item)) {
+        if (isWrong(id) || !file_.getBloc(id, block) || !taken(block, version_, item)) {
             all = false;
             continue;
         }
@@ -239,7 +248,8 @@ bool ProjectReader::load() {
     file_.getHeader()->setMask(0);
     TarvBlocFile block;
     Counts counts;
-    const bool counted = file_.getBloc(kProjectBlock, block) && taken(block, version_, counts);
+    const bool counted = !isWrong(kProjectBlock) && file_.getBloc(kProjectBlock, block) &&
+                         taken(block, version_, counts);
     expected_ = std::size_t{counts.beams} + counts.labels;
     const bool hasBeams = loadAll<Beam>(kFirstBeamBlock, kFirstLabelBlock, counts.beams);
     const bool hasLabels = loadAll<Label>(kFirstLabelBlock, kLabelBlocksEnd, counts.labels);
@@ -248,16 +258,17 @@ bool ProjectReader::load() {
 
 void ProjectContent::tellProgress(std::size_t, std::size_t) {}
 
-int ProjectContent::readFrom(TarvFileRead& file, bool whole) {
+/// `missing` is null for a file that is whole.
+int ProjectContent::readFrom(TarvFileRead& file, const std::vector<TvDocumentLoss>* missing) {
     const TarvFileHeader& header = *file.getHeader();
     isDamaged_ = false;
     if (header.getDescription() != kFileDescription) return NotRead;
     if (header.getVersion() > kProjectVersion) return NewerVersion;
     const TarvDate created = header.getdateCreation();
-    ProjectReader reader(file, *this);
+    ProjectReader reader(file, *this, missing ? *missing : std::vector<TvDocumentLoss>());
     const bool complete = reader.load();
-    if (whole && !complete) isDamaged_ = true;
-    if (!complete && (whole || reader.loaded() == 0)) return NotRead;
+    isDamaged_ = !complete && !missing;
+    if (!complete && (!missing || reader.loaded() == 0)) return NotRead;
     created_ = created;
     loaded_ = reader.loaded();
     expected_ = std::max(reader.expected(), loaded_);
@@ -266,11 +277,11 @@ int ProjectContent::readFrom(TarvFileRead& file, bool whole) {
 }
 
 int ProjectContent::read(TarvFileRead& file) {
-    return readFrom(file, true);
+    return readFrom(file, nullptr);
 }
 
-int ProjectContent::readRescued(TarvFileRead& file, const std::vector<TvDocumentLoss>&) {
-    return readFrom(file, false);
+int ProjectContent::readRescued(TarvFileRead& file, const std::vector<TvDocumentLoss>& missing) {
+    return readFrom(file, &missing);
 }
 
 int ProjectContent::write(TarvFileWrite& file) {

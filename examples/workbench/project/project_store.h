@@ -32,7 +32,7 @@ class ProjectContent : public TvDocumentContent {
   public:
     int write(TarvFileWrite& file) override;
     int read(TarvFileRead& file) override;
-    /// Everything that is intact; NotRead when that is nothing.
+    /// Everything that is intact, without what is doubtful; NotRead when that is nothing.
     int readRescued(TarvFileRead& file, const std::vector<TvDocumentLoss>& missing) override;
 
     /// The day on which the project was begun.
@@ -55,7 +55,7 @@ class ProjectContent : public TvDocumentContent {
   private:
     friend class ProjectReader;
 
-    int readFrom(TarvFileRead& file, bool whole);
+    int readFrom(TarvFileRead& file, const std::vector<TvDocumentLoss>* missing);
 
     TarvDate created_;
     std::size_t expected_ = 0, loaded_ = 0;

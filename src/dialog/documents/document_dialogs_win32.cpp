@@ -70,7 +70,9 @@ void TvDocumentDialogs::setDefaultExtension(const CString& extension) {
 
 int TvDocumentDialogs::tell(const TvDocumentResult& result) {
     const RWCString text = result.text();
-    if (!text.isNull() && result.reason != TvDocumentResult::cancelled)
+    const bool isKnown = std::exchange(asked_, TvDocumentResult::done) == result.reason &&
+                         result.kept.isNull() && result.backup == 0;
+    if (!text.isNull() && result.reason != TvDocumentResult::cancelled && !isKnown)
         toolbox::platform::current().prompt->messageBox(
             IsWindow(owner_) ? owner_ : GMSG::getParent(), text.data(), GMSG::getAppTitle(),
             result.ok ? MB_ICONINFORMATION : MB_ICONEXCLAMATION);
@@ -80,6 +82,7 @@ int TvDocumentDialogs::tell(const TvDocumentResult& result) {
 TvDocumentDecisions::Locked TvDocumentDialogs::locked(const RWCString& name,
                                                       const TvDocumentHolder& holder,
                                                       bool mayTakeOver) {
+    asked_ = TvDocumentResult::inUse;
     TvDocumentResult inUse;
     inUse.ok = false;
     inUse.reading = true;
@@ -105,6 +108,7 @@ TvDocumentDecisions::Locked TvDocumentDialogs::locked(const RWCString& name,
 
 TvDocumentDecisions::Changed TvDocumentDialogs::changedOnDisk(const RWCString& name,
                                                               RWCString& other) {
+    asked_ = TvDocumentResult::changedOnDisk;
     switch (ask(owner_, {.text = printed(kChangedOnDisk, name),
                          .answers = {kSaveElsewhere, kReplace, kTakeTheirs},
                          .cancel = kCancel})) {
@@ -122,6 +126,7 @@ TvDocumentDecisions::Changed TvDocumentDialogs::changedOnDisk(const RWCString& n
 
 int TvDocumentDialogs::openRescued(const RWCString& name,
                                    const std::vector<TvDocumentLoss>& missing) {
+    asked_ = TvDocumentResult::damaged;
     Question question{
         .text = printed(kDamaged, name), .answers = {kOpenRescued}, .cancel = kCancel};
     for (const TvDocumentLoss& loss : missing) question.lines.emplace_back(loss.text());
@@ -129,6 +134,7 @@ int TvDocumentDialogs::openRescued(const RWCString& name,
 }
 
 int TvDocumentDialogs::writeInPlace(const RWCString&, const TvDocumentResult& why) {
+    asked_ = why.reason;
     return ask(owner_, {.text = printed(kInPlace, why.text()),
                         .answers = {kSaveElsewhere, kWriteInPlace},
                         .cancel = kCancel}) == 2;

@@ -41,7 +41,7 @@ class FoundBlocks final : public TvDocumentContent {
     void take(const WalkFinding& finding, TarvFileWrite& file) {
         if (finding.kind == WalkFinding::Kind::block) return block(finding, file);
         if (!finding.isLoss()) return;
-        const auto kind = finding.kind == WalkFinding::Kind::cutOff    ? TvDocumentLoss::CutOff
+        const auto kind = finding.kind == WalkFinding::Kind::cutOff ? TvDocumentLoss::CutOff
                           : finding.kind == WalkFinding::Kind::damaged ? TvDocumentLoss::Missing
                                                                        : TvDocumentLoss::Index;
         missing_.push_back({kind, finding.id, finding.from, finding.to});

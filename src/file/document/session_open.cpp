@@ -63,8 +63,8 @@ TvDocumentResult Session::open(const std::string& given, TvDocumentFile::How how
     }
     TvDocumentResult result;
     if (next.isReadOnly || !offerWork(turn, next, result))
-        result =
-            turn.hasEnded() ? closedResult(name) : read(turn, next, how == TvDocumentFile::Rescued);
+        result = turn.hasEnded() ? closedResult(name)
+                                 : read(turn, next, how == TvDocumentFile::Rescued);
     if (!result.ok) return result;
     doc_ = std::move(next);
     if (locked.reason == Reason::done) return result;

@@ -169,8 +169,9 @@ TvDocumentResult Session::replace(const Turn& turn, Saving& saving, Draft& draft
         error = draft.putInPlace([&] { return mayReplace(saving); });
     }
     if (error != ERROR_SUCCESS) {
-        const Fault fault = error == ERROR_CANCELLED ? Fault{Reason::inUse, error}
-                                                     : faultOf(error, Doing::writing, saving.name);
+        const Fault fault = error == ERROR_CANCELLED
+                                ? Fault{Reason::inUse, error}
+                                : faultOf(error, Doing::writing, saving.name);
         result = failure(fault, saving.name, Doing::writing);
         result.kept = RWCString(draft.keep());
         return result;
@@ -187,8 +188,8 @@ bool Session::mayReplace(const Saving& saving) const {
            (!now.isThere || saving.expected.isSame(now));
 }
 
-/// Looks at the disk, and asks as long as it is another file each time. A result when something
-/// else than replacing it was done.
+/// Looks at the disk, and asks as long as it is another file each time. A result when something else
+/// than replacing it was done.
 std::optional<TvDocumentResult> Session::askIfChanged(const Turn& turn, Saving& saving) {
     for (;;) {
         if (saving.name == doc_.name)

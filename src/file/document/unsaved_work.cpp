@@ -81,7 +81,8 @@ void setRecoveryFolder(std::string folder) {
 std::optional<RecordNames> readRecord(const std::string& name) {
     TarvFileRead file;
     Record record;
-    if (openQuietly(file, name) || !isWhole(file) || record.read(file) != TvDocumentContent::Done)
+    if (openQuietly(file, name) || !isWhole(file) ||
+        record.read(file) != TvDocumentContent::Done)
         return std::nullopt;
     return record.names();
 }

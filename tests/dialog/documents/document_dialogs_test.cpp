@@ -90,16 +90,26 @@ TEST_F(DocumentDialogs, AskWhatTheirButtonsSay) {
         std::vector<int> answers;  // of Escape, then of the buttons
         const char* says;
     } cases[] = {
-        {"alive", [&] { return dialogs.locked(name, holder, false); },
-         {D::CancelLocked, D::OpenReadOnly}, "in use by Zo\351 (PC-12)"},
-        {"elsewhere", [&] { return dialogs.locked(name, holder, true); },
-         {D::CancelLocked, D::OpenReadOnly, D::TakeOver}, "last heard of 2 hours ago"},
-        {"changed", [&] { return dialogs.changedOnDisk(name, other); },
-         {D::CancelChanged, D::SaveAs, D::Replace, D::TakeTheirs}, "has changed this file"},
+        {"alive",
+         [&] { return dialogs.locked(name, holder, false); },
+         {D::CancelLocked, D::OpenReadOnly},
+         "in use by Zo\351 (PC-12)"},
+        {"elsewhere",
+         [&] { return dialogs.locked(name, holder, true); },
+         {D::CancelLocked, D::OpenReadOnly, D::TakeOver},
+         "last heard of 2 hours ago"},
+        {"changed",
+         [&] { return dialogs.changedOnDisk(name, other); },
+         {D::CancelChanged, D::SaveAs, D::Replace, D::TakeTheirs},
+         "has changed this file"},
         {"damaged", [&] { return dialogs.openRescued(name, losses); }, {0, 1}, "What is missing:"},
-        {"in place", [&] { return dialogs.writeInPlace(name, why); }, {0, 0, 1},
+        {"in place",
+         [&] { return dialogs.writeInPlace(name, why); },
+         {0, 0, 1},
          "No file can be made beside"},
-        {"work", [&] { return dialogs.recoverWork(work); }, {D::Later, D::Recover, D::ThrowAway},
+        {"work",
+         [&] { return dialogs.recoverWork(work); },
+         {D::Later, D::Recover, D::ThrowAway},
          "2 KB"},
     };
     dialogs.given = "other.dat";
@@ -113,7 +123,8 @@ TEST_F(DocumentDialogs, AskWhatTheirButtonsSay) {
                 EXPECT_NE(text.find(test.says), std::string::npos) << text;
                 expectInside(dialog);
                 EXPECT_EQ(GetFocus(), GetDlgItem(dialog, IDC_DOCUMENT_ANSWER));
-                press(dialog, i == 0 ? int{IDCANCEL} : IDC_DOCUMENT_ANSWER - 1 + static_cast<int>(i));
+                press(dialog,
+                      i == 0 ? int{IDCANCEL} : IDC_DOCUMENT_ANSWER - 1 + static_cast<int>(i));
             });
             EXPECT_EQ(test.ask(), test.answers[i]);
         }
@@ -139,6 +150,10 @@ TEST_F(DocumentDialogs, TellOnlyWhatThereIsToTell) {
         press(box, IDOK);
     });
     EXPECT_FALSE(dialogs.tell(result));
+    result.reason = TvDocumentResult::damaged;
+    script.run([](HWND dialog) { press(dialog, IDCANCEL); });
+    EXPECT_FALSE(dialogs.openRescued(result.name, {}));
+    EXPECT_FALSE(dialogs.tell(result)) << "without a second box";
 }
 
 struct Number : TvDocumentContent {

@@ -109,10 +109,11 @@ TEST_F(DocumentFile, AsksBeforeItReplacesWhatAnotherWrote) {
         const char* here;     // in the file afterwards
         const char* content;  // in the application
     };
-    for (const Case& each : {Case{Answers::CancelChanged, Result::changedOnDisk, "them", "mine"},
-                             Case{Answers::Replace, Result::done, "mine", "mine"},
-                             Case{Answers::TakeTheirs, Result::done, "them", "them"},
-                             Case{Answers::SaveAs, Result::done, "them", "mine"}}) {
+    for (const Case& each :
+         {Case{Answers::CancelChanged, Result::changedOnDisk, "them", "mine"},
+          Case{Answers::Replace, Result::done, "mine", "mine"},
+          Case{Answers::TakeTheirs, Result::done, "them", "them"},
+          Case{Answers::SaveAs, Result::done, "them", "mine"}}) {
         put("old.", name);
         Desk desk;
         desk.answers.onChanged = each.answer;
@@ -181,13 +182,12 @@ TEST_F(DocumentFile, TellsWhyASaveFailedAndKeepsTheFile) {
         toolbox::platform::ErrorCode error;
         Result::Reason reason;
     };
-    for (const Case& each :
-         {Case{FileCall::createLike, ERROR_ACCESS_DENIED, Result::noRight},
-          Case{FileCall::createLike, ERROR_WRITE_PROTECT, Result::mediumReadOnly},
-          Case{FileCall::write, ERROR_DISK_FULL, Result::diskFull},
-          Case{FileCall::flush, ERROR_WRITE_FAULT, Result::deviceFailed},
-          Case{FileCall::readAt, ERROR_READ_FAULT, Result::deviceFailed},
-          Case{FileCall::replace, ERROR_PATH_NOT_FOUND, Result::folderGone}}) {
+    for (const Case& each : {Case{FileCall::createLike, ERROR_ACCESS_DENIED, Result::noRight},
+                             Case{FileCall::createLike, ERROR_WRITE_PROTECT, Result::mediumReadOnly},
+                             Case{FileCall::write, ERROR_DISK_FULL, Result::diskFull},
+                             Case{FileCall::flush, ERROR_WRITE_FAULT, Result::deviceFailed},
+                             Case{FileCall::readAt, ERROR_READ_FAULT, Result::deviceFailed},
+                             Case{FileCall::replace, ERROR_PATH_NOT_FOUND, Result::folderGone}}) {
         put("old.", name);
         Desk desk;
         desk->setGenerations(0);

@@ -210,12 +210,9 @@ class Session {
     void openTwice() const {
         const Program second('"' + program_ + "\" --lang en --settings \"" + folder_ +
                              "\\second\" \"" + folder_ + "\\" + kFileName + '"');
-        for (const int button : {IDC_DOCUMENT_ANSWER, int{IDOK}}) {
-            const HWND asked = second.waitForDialog("who has the project");
-            if (button == IDC_DOCUMENT_ANSWER) takePicture("in_use", asked);
-            PostMessageW(asked, WM_COMMAND, static_cast<WPARAM>(button), 0);
-            second.waitUntilGone("who has the project", asked);
-        }
+        const HWND asked = second.waitForDialog("who has the project");
+        takePicture("in_use", asked);
+        answer(asked, IDC_DOCUMENT_ANSWER);
         const HWND frame = waitFor("the second frame", [&] { return second.find("MDIFrame"); });
         waitFor("the project read-only", [&] {
             for (const HWND child : childrenOf(frame))

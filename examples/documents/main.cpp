@@ -49,7 +49,7 @@ class Notes : public TvDocumentContent {
 class Recovering : public TvDocumentDecisions {
   public:
     Recovery recoverWork(const TvRecoverable& work) override {
-        std::cout << "recovering " << work.size << " bytes that were not saved\n";
+        std::cout << "recovering unsaved work, " << work.size << " bytes\n";
         return Recover;
     }
 };

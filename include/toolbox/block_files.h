@@ -40,6 +40,17 @@ class BlockOutput;
 class FileChecksums;
 class OwnedFile;
 class SafeSave;
+
+/// What a file's list of checksums says of one block.
+struct BlockSum {
+    std::uint32_t id;      ///< its identifier
+    std::uint32_t offset;  ///< of its first byte
+    std::uint32_t length;  ///< of the whole block, identifier to terminator; 0: sum not known
+    std::uint32_t sum;     ///< CRC-32C of these bytes
+
+    /// Whether the sum is known; where it is not, the list only says where the block is.
+    [[nodiscard]] bool isKnown() const { return length != 0; }
+};
 }  // namespace toolbox
 
 /// The fixed start of a block file: what the application says about the file, three dates and where
@@ -284,26 +295,28 @@ class TB_API TarvFileRead : public virtual TarvFile {
     /// mask has bit 0 a block that is not at its place is searched for. An identifier
     /// that the index does not have is tried at offset 0, where the header's version stands.
     ///
-    /// Where the file has a current list of checksums (TarvFileWrite::setChecksums), a block must
-    /// have the sum that is listed for it, and nothing is searched for.
+    /// Where the file has a list of checksums that is whole and not outdated
+    /// (TarvFileWrite::setChecksums), a block must be where the list says and have the sum listed
+    /// there, and nothing is searched for; what the list does not name is not there. A block that
+    /// is listed without a sum is fetched as in a file without a list.
     int getBloc(unsigned long id, TarvBlocFile& out);
 
     /// What the file's list of checksums says of the file.
     enum ChecksumState {
         NoChecksums,        ///< it has none
         ChecksumsCurrent,   ///< it fits the file's header and index
-        ChecksumsOutdated,  ///< the file was written on by a program that does not know it
+        ChecksumsOutdated,  ///< a program that does not know it copied the file or wrote it on
         ChecksumsDamaged    ///< the list, the index or the header is damaged
     };
-    /// Reads the list at the first call since opening, getBloc() included. NoChecksums when the
-    /// file is not open.
+    /// Reads the list at the first call since opening, getBloc() included; says nothing of the
+    /// blocks. NoChecksums when the file is not open for reading.
     ChecksumState getChecksumState();
 
     /// Why a block could not be had.
     enum BlocFault {
         NoFault,       ///< the last getBloc() gave 1, or there was none since opening
         NotThere,      ///< it is not there, or not whole
-        WrongChecksum  ///< it is there, but is not what was written
+        WrongChecksum  ///< its place is there, but holds something else than was written
     };
     /// Of the last getBloc().
     BlocFault getBlocFault() const;
@@ -370,12 +383,12 @@ class TB_API TarvFileWrite : public virtual TarvFile {
     /// file's name followed by ".saved-" and eight digits, a message names it, and close() gives 0.
     void setSafeSave(int on);
 
-    /// Checksums; turned on at once, off at the next open. On, each commit writes a list with the
-    /// CRC-32C of every block, of the index and of the header, as a block of its own with the
-    /// identifier 0xFFFFFFEE, which writeBloc() then refuses to others. The list of an earlier
-    /// commit is superseded. Sums are known of the blocks that are written while this is on; blocks
-    /// of a class that writes itself in another way, and those that were in a file that was set,
-    /// are listed without one.
+    /// Checksums, from now on. On, each commit writes a list with the CRC-32C of every block, of
+    /// the index and of the header, as a block with the identifier 0xFFFFFFEE, which writeBloc()
+    /// then refuses to others; the list of an earlier commit is superseded. Known are the sums of
+    /// blocks that were written while this was on; others (also those of a file that was set, and
+    /// of a class that writes itself in its own way) are listed without one. Off: no list from the
+    /// next open on; a file that is open and has kept sums keeps them.
     void setChecksums(int on);
 
   private:

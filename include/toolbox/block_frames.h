@@ -115,6 +115,8 @@ class TB_API FileReader {
 
 /// The identifier of the master index.
 inline constexpr std::uint32_t kMasterIndexId = 0xFFFFFFEF;
+/// The identifier of the list of checksums.
+inline constexpr std::uint32_t kChecksumListId = 0xFFFFFFEE;
 /// The word that ends every block.
 inline constexpr std::uint32_t kBlockTerminator = 0xFFFFFFFF;
 
@@ -156,6 +158,13 @@ struct BlockFrame {
     [[nodiscard]] bool isWhole() const { return fits && terminated; }
     /// Its identifier is that of the master index.
     [[nodiscard]] bool isIndex() const { return id == kMasterIndexId; }
+    /// Its identifier and its length are those of a list of checksums.
+    [[nodiscard]] bool isChecksumList() const {
+        return id == kChecksumListId && length >= kLeastListBytes && length % kListStep == 0;
+    }
+
+    static constexpr std::uint32_t kLeastListBytes = 48;  ///< of a list's data: one row
+    static constexpr std::uint32_t kListStep = 16;        ///< bytes of a row more
 };
 
 /// The texts and numbers of a whole frame. What the format version does not have is 0.
@@ -173,6 +182,11 @@ struct BlockLabel {
 /// The label of a frame that fits.
 [[nodiscard]] TB_API BlockLabel labelOf(FileReader& file, const BlockShape& shape,
                                         const BlockFrame& frame);
+
+/// The CRC-32C of `n` bytes at `offset`, or of what stands before them too, whose sum is `before`.
+/// None when the source ends before, or once the reader has stopped.
+[[nodiscard]] TB_API std::optional<std::uint32_t> sumAt(FileReader& file, std::uint64_t offset,
+                                                        std::uint64_t n, std::uint32_t before = 0);
 
 /// What can be wrong with a header: it is not all there, it does not end with its terminator, its
 /// format version is unknown, its description is not followed by zeros, a date is none.
@@ -211,6 +225,20 @@ struct TB_API BlockFileHeader {
 /// What stands after the data of a block.
 [[nodiscard]] TB_API std::array<char, 12> blockTail(std::uint32_t version,
                                                     std::uint32_t recordVersion);
+
+/// The CRC-32C of bytes; `before` is the sum of what stands before them.
+[[nodiscard]] TB_API std::uint32_t sumOf(std::span<const char> bytes, std::uint32_t before = 0);
+/// What a list of checksums is made of.
+struct ListedFile {
+    std::span<const char, 160> header;  ///< as it will be; the offset of the index does not count
+    std::span<const char> index;        ///< the whole block that follows the list
+    std::span<const BlockSum> rows;     ///< one for each entry of the index, in its order
+    std::uint32_t offset = 0;           ///< where the list will be
+};
+/// The whole block with a list, from its identifier to its terminator.
+[[nodiscard]] TB_API std::vector<char> checksumList(const ListedFile& file);
+/// Bytes of the block with a list of so many rows.
+[[nodiscard]] TB_API std::uint64_t checksumListBytes(std::uint64_t rows);
 
 /// Finds entries by their identifiers, also in lists that name one more than once: the first
 /// counts, as for readers. In constant time, whatever the identifiers. The list is the caller's, is

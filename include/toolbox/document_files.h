@@ -217,9 +217,9 @@ class TB_API TvDocumentFile {
     /// Opens the document of that name and has the content read it. Takes the lock, but for
     /// ReadOnly; where somebody else has it the document may be opened read-only, with the reason
     /// `inUse` and the holder. Where no lock can be made (a folder that cannot be written) it is
-    /// opened all the same. Rescued opens what can be got back out of the file, which then counts
-    /// as changed, with `missing`; of a whole file that is everything. On failure this is as it
-    /// was, and so is the content.
+    /// opened all the same. Rescued opens what can be got back out of a damaged file, with
+    /// `missing`, and the document then counts as changed; a whole file is opened as usual. On
+    /// failure this is as it was, and so is the content.
     TvDocumentResult open(const RWCString& name, How how = Whole);
     /// A clean end: lets go of the lock, throws away the state, and this is a document without a
     /// name that was not changed. Does not save and does not ask: changes are lost.

@@ -1,11 +1,16 @@
 // Walks through a block file, however damaged it is, and tells what it meets.
 //
-// The format has no checksums and data may hold anything, whole block files included. So a walk
+// Data may hold anything, whole block files included, and most files have no checksums. So a walk
 // holds on to what is certain: places where the master index names a block and a whole block with
 // that identifier stands, the index itself, and the end of the file. Between two such places it
 // follows the lengths of the blocks; where that chain breaks it searches for the place from which
 // whole blocks lead to the next certain place without a gap. docs/tbfile.md says what is recovered
 // so, and what cannot be known.
+//
+// A list of checksums that is whole and belongs to the file leaves nothing to follow or guess of
+// the blocks whose sums it knows: each is proved at its place, found elsewhere by its identifier,
+// its length and its sum, kept with a doubt where its frame is there but not what was written, or
+// lost. An outdated or damaged list changes nothing.
 //
 //     toolbox::SystemFileSource source("plan.dat");
 //     TarvFileWalk walk(source);
@@ -36,13 +41,29 @@ struct MasterIndex {
     bool atItsPlace = false;  ///< where the header says
     /// In the order of the index. Of a damaged one those that may be right.
     std::vector<BlocItem> entries;
-    bool ascending = true;  ///< they are in the order of the file
+    bool ascending = true;  ///< they are in the order of the file, but for a list of checksums
     bool possible = true;   ///< blocks can be where they say, one after another
 
     /// The bytes of its entries are all there, and nothing around them is damaged.
     [[nodiscard]] bool isWhole() const { return frame.isWhole() && frame.isIndex(); }
     /// Nothing contradicts that it names every block before it.
     [[nodiscard]] bool isComplete() const { return isWhole() && ascending && possible; }
+};
+
+/// The list of checksums of a file, damaged or not.
+struct ChecksumMap {
+    BlockFrame frame;                                               ///< the block that holds it
+    TarvFileRead::ChecksumState state = TarvFileRead::NoChecksums;  ///< never this one
+    /// In the order of the index, none over another; empty unless the list is whole and belongs to
+    /// the file.
+    std::vector<BlockSum> rows;
+
+    /// The walk goes by it.
+    [[nodiscard]] bool proves() const { return !rows.empty(); }
+    /// It is damaged itself.
+    [[nodiscard]] bool isUnreadable() const {
+        return state == TarvFileRead::ChecksumsDamaged && !proves();
+    }
 };
 
 /// What a file's header and master index say of it, wherever the index is found.
@@ -55,7 +76,8 @@ struct BlockFileMap {
     BlockShape shape;
     /// Where the blocks begin: after the header, which may have lost bytes.
     std::uint64_t start = 0;
-    std::optional<MasterIndex> index;  ///< the current one, where there is one to be found
+    std::optional<MasterIndex> index;      ///< the current one, where there is one to be found
+    std::optional<ChecksumMap> checksums;  ///< where there is a list, by the index or beside it
 
     /// The header names another format version than that of the blocks.
     [[nodiscard]] bool formatDiffers() const { return shape.format != header.shape.format; }
@@ -63,9 +85,10 @@ struct BlockFileMap {
 
 /// How a block is known to be one.
 enum class Evidence {
-    index,  ///< the index names its place and its identifier
-    chain,  ///< it lies in an unbroken chain of blocks that begins or ends at a certain place
-    search  ///< it was found by searching, and looks like a block
+    index,    ///< the index names its place and its identifier
+    chain,    ///< it lies in an unbroken chain of blocks that begins or ends at a certain place
+    search,   ///< it was found by searching, and looks like a block
+    checksum  ///< the list of checksums names it; without a doubt its bytes are what was written
 };
 
 /// Why a block may not be what was written. Any number of these.
@@ -76,6 +99,7 @@ enum Doubt : unsigned {
     kOtherId = 8,          ///< the index names its place with another identifier
     kUnfollowed = 16,      ///< nothing that is known begins where its length says that it ends
     kNotIndexed = 32,      ///< it lies where an undamaged index names every block, and is not named
+    kWrongSum = 64,        ///< it is at its place, but its bytes do not have the sum that is listed
 };
 
 /// One thing that a walk meets. The findings come in the order of the file; none overlaps another,
@@ -88,6 +112,8 @@ struct WalkFinding {
         damaged,       ///< bytes that no block could be made of
         cutOff,        ///< a block that the file ends in
         damagedIndex,  ///< a master index that is damaged
+        checksums,     ///< a list of checksums, the current one or a superseded one
+        damagedChecksums,  ///< a list of checksums that is damaged
     };
 
     Kind kind = Kind::damaged;  ///< what it is
@@ -96,14 +122,20 @@ struct WalkFinding {
     /// Of the block that begins there, where it is known.
     std::optional<std::uint32_t> id;
 
-    // Of a block or an index only:
+    // Of a block, an index or a list of checksums only:
     BlockFrame frame;  ///< with a doubt about length or identifier, corrected
     Evidence evidence = Evidence::chain;
     unsigned doubts = 0;        ///< bits of Doubt; 0: certain
     std::uint32_t indexId = 0;  ///< what the index, or with kOtherId the other of both, says
 
+    // With Evidence::checksum only:
+    bool isMisplaced = false;  ///< it lies elsewhere than the list says
+    bool isReframed = false;   ///< identifier, length or terminator is damaged; the list has it
+
     /// Nothing of these bytes is kept.
-    [[nodiscard]] bool isLoss() const { return kind != Kind::block && kind != Kind::index; }
+    [[nodiscard]] bool isLoss() const {
+        return kind != Kind::block && kind != Kind::index && kind != Kind::checksums;
+    }
 };
 
 }  // namespace toolbox

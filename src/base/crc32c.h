@@ -13,6 +13,8 @@ namespace toolbox::base {
 [[nodiscard]] std::uint32_t crc32c(std::span<const char> bytes, std::uint32_t before = 0);
 
 // The two ways that it goes, for tests and benchmarks.
+/// Whether crc32c() leaves the instruction aside. Not to be changed while another thread sums.
+void useCrc32cTables(bool on);
 [[nodiscard]] std::uint32_t crc32cByTables(std::span<const char> bytes, std::uint32_t before = 0);
 /// Whether this processor has the instruction, which crc32cByInstruction() needs.
 [[nodiscard]] bool hasCrc32cInstruction();

@@ -19,21 +19,12 @@ constexpr std::string_view kKept = ".saved-";
 constexpr std::size_t kDigits = 8;
 constexpr std::string_view kHexDigits = "0123456789abcdef";
 
-/// Removes what programs that were killed left beside `target`. What nobody has locked nobody
-/// writes; the lock is kept until the file is gone, so that nobody begins to.
-void removeLeftovers(const std::string& target) {
-    constexpr std::uint32_t kShare = FILE_SHARE_READ | FILE_SHARE_DELETE;
-    const std::string start = target + std::string(kWriting);
-    const std::size_t base = lastSeparator(start) + 1;  // 0 without a folder
-    for (const platform::FoundFile& found : files().find((start + "*").c_str())) {
-        const std::string name = start.substr(0, base) + found.name;
-        const bool isOurs = name.starts_with(start) && name.size() == start.size() + kDigits &&
-                            name.find_first_not_of(kHexDigits, start.size()) == std::string::npos;
-        if (!isOurs) continue;
-        const platform::ScopedFile unused(files(), name.c_str(), GENERIC_READ, kShare,
-                                          OPEN_EXISTING);
-        if (unused.valid()) discard(name);
-    }
+/// Whether a new file has such a name until it is in place.
+bool isWriting(std::string_view name) {
+    if (name.size() < kWriting.size() + kDigits) return false;
+    const std::string_view end = name.substr(name.size() - kWriting.size() - kDigits);
+    return end.starts_with(kWriting) &&
+           end.find_first_not_of(kHexDigits, kWriting.size()) == std::string_view::npos;
 }
 
 }  // namespace
@@ -43,6 +34,19 @@ std::string digitsOfChance() {
     std::string digits(kDigits, '0');
     std::ranges::generate(digits, [&] { return kHexDigits[chance() % kHexDigits.size()]; });
     return digits;
+}
+
+void removeLeftovers(const std::string& target) {
+    constexpr std::uint32_t kShare = FILE_SHARE_READ | FILE_SHARE_DELETE;
+    const std::string pattern = target + std::string(kWriting) + '*';
+    for (const platform::FoundFile& found : files().find(pattern.c_str())) {
+        if (!isWriting(found.name)) continue;
+        const std::string name = target.substr(0, lastSeparator(target) + 1) + found.name;
+        // Locked until it is gone, so that nobody begins to write it.
+        const platform::ScopedFile unused(files(), name.c_str(), GENERIC_READ, kShare,
+                                          OPEN_EXISTING);
+        if (unused.valid()) discard(name);
+    }
 }
 
 void discard(const std::string& name) {

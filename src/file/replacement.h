@@ -22,6 +22,10 @@ namespace toolbox {
 /// Removes a file of our own, read-only or not, if it is there.
 void discard(const std::string& name);
 
+/// Removes what programs that were killed left beside the file `target`, in whose name `*` stands
+/// for anything, when they wrote its successor. What nobody has locked nobody writes.
+void removeLeftovers(const std::string& target);
+
 /// Repeats a call, up to ten times in all, while it fails with ERROR_SHARING_VIOLATION: somebody
 /// has the file open, maybe for a moment only.
 template <class Call>
@@ -53,8 +57,8 @@ class Replacement {
     [[nodiscard]] std::unique_ptr<APIFile> apiFile(platform::ErrorCode error = ERROR_SUCCESS) const;
 
     /// Gives the file the target's name and closes it. When somebody has the target open the rename
-    /// is tried again for half a second. On failure the file stays open. `mayReplace` is asked immediately before each try; when it says no the end is
-    /// ERROR_CANCELLED.
+    /// is tried again for half a second. On failure the file stays open. `mayReplace` is asked
+    /// immediately before each try; when it says no the end is ERROR_CANCELLED.
     [[nodiscard]] platform::ErrorCode putInPlace(const std::function<bool()>& mayReplace = {});
     /// As putInPlace(), and leaves the file open for the caller; null on failure. `onlyNew`: there
     /// must be no file of that name (ERROR_ALREADY_EXISTS).

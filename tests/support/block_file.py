@@ -9,6 +9,7 @@ import dataclasses
 import struct
 
 INDEX = 0xFFFFFFEF
+LIST = 0xFFFFFFEE
 END = b"\xff\xff\xff\xff"
 
 
@@ -49,6 +50,15 @@ def text(value, size):
 def layout(version):
     """Bytes of a description, and whether there is a block and a record version."""
     return (128 if version >= 210 else 64), version >= 200, version >= 210
+
+
+def crc32c(content):
+    total = 0xFFFFFFFF
+    for byte in content:
+        total ^= byte
+        for _ in range(8):
+            total = total >> 1 ^ (0x82F63B78 if total & 1 else 0)
+    return total ^ 0xFFFFFFFF
 
 
 class BlockFile:
@@ -92,15 +102,39 @@ class BlockFile:
 
         index, self.index_end = block(self.index_offset)
         expect(index.id == INDEX and len(index.data) % 8 == 0, "the header points at no index")
-        self.blocks, ends = [], [start]
+        self.blocks, self.sums, ends = [], None, [start]
+        if index.data[:4] == words(LIST):   # stands first, and lies last
+            self.check_list(content, index, block(struct.unpack_from("<I", index.data, 4)[0]))
+            index.data = index.data[8:]
         for id, offset in struct.iter_unpack("<2I", index.data):
             found, end = block(offset)
             expect(found.id == id, f"block {id} is not at {offset}")
             self.blocks.append(found)
             ends.append(end)
-        self.compact = ends == [*(found.offset for found in self.blocks), self.index_offset]
+        last = self.index_offset if self.sums is None else self.list_offset
+        self.compact = ends == [*(found.offset for found in self.blocks), last]
         self.whole_words = all((end - found.offset) % 4 == 0
                                for found, end in zip(self.blocks, ends[1:]))
+
+
+    def check_list(self, content, index, found):
+        """`sums` are those of the list, by identifier; None for one that it does not know."""
+        (block, end), at = found, found[0].offset
+        numbers = struct.unpack(f"<{len(block.data) // 4}I", block.data)
+        expect(numbers[:7] == (1, at, self.index_offset, self.index_end - self.index_offset,
+                               crc32c(content[self.index_offset:self.index_end]),
+                               crc32c(content[:148] + content[152:160]), len(index.data) // 8),
+               "the start of the list of checksums")
+        expect((block.id, end) == (LIST, self.index_offset), "the place of the list")
+        expect(numbers[-1] == crc32c(content[at:end - 16]), "the list's own sum")
+        self.list_offset, self.sums = at, {}
+        rows = list(zip(*[iter(numbers[7:-1])] * 4))
+        expect([row[:2] for row in rows] == list(struct.iter_unpack("<2I", index.data)),
+               "the rows are not those of the index")
+        expect(rows[0][2:] == (0, 0), "the list's own row")
+        for id, offset, length, total in rows[1:]:
+            self.sums[id] = total if length else None
+            expect(not length or total == crc32c(content[offset:offset + length]), f"sum of {id}")
 
 
 def record(version, block):

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "toolbox/platform.h"
@@ -55,6 +56,8 @@ class FaultyFiles final : public toolbox::platform::FileSystem {
     /// Runs before the n-th call is passed on, say to change the file without the caller's
     /// knowledge.
     std::function<void(FileCall, int)> before;
+    /// Bytes that still fit on the disk: a write that does not fit is cut, the next one refused.
+    std::optional<std::uint32_t> room;
     /// The share modes of files mean nothing, as on some network folders.
     bool ignoresShares = false;
 
@@ -81,7 +84,11 @@ class FaultyFiles final : public toolbox::platform::FileSystem {
     ErrorCode write(FileHandle file, const void* buffer, std::uint32_t n,
                     std::uint32_t& written) override {
         return transfer(FileCall::write, n, written, [&](std::uint32_t most) {
-            return real_.write(file, buffer, most, written);
+            if (room && *room == 0 && n > 0) return ErrorCode{ERROR_DISK_FULL};
+            if (room) most = std::min(most, *room);
+            const ErrorCode error = real_.write(file, buffer, most, written);
+            if (room) *room -= written;
+            return error;
         });
     }
     ErrorCode seek(FileHandle file, std::int64_t distance, SeekFrom from,

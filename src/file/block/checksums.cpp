@@ -19,7 +19,6 @@ constexpr std::uint32_t kListVersion = 1;
 constexpr std::uint32_t kFixedBytes = 7 * 4;
 constexpr std::uint32_t kRowBytes = sizeof(BlockSum);
 constexpr std::uint32_t kSumBytes = 4;
-constexpr std::string_view kDescription = "Checksums";
 
 // Rows go to and from the disk as they stand in memory.
 static_assert(kRowBytes == 16 && offsetof(BlockSum, sum) == 12);
@@ -28,7 +27,7 @@ static_assert(kRowBytes == 16 && offsetof(BlockSum, sum) == 12);
 std::uint32_t ownSum(std::span<const char> data) {
     const auto length = static_cast<std::uint32_t>(data.size() + kSumBytes);
     char head[kHeadBytes];
-    encodeHead(head, kChecksumsId, kDescription, length);
+    encodeHead(head, kChecksumsId, kListDescription, length);
     return base::crc32c(data, base::crc32c(head));
 }
 
@@ -43,11 +42,19 @@ std::uint32_t headerSum(std::span<const char, kHeaderBytes> header) {
     return base::crc32c(header.subspan(field::kFormat), before);
 }
 
-BlockSum KeptSums::find(const BlocItem& entry) const {
-    // Whoever writes with commits in between still writes at rising offsets.
-    const auto found = std::ranges::lower_bound(kept_, entry.offset, {}, &BlockSum::offset);
-    const bool isKept = found != kept_.end() && found->offset == entry.offset;
-    return isKept && found->id == entry.id ? *found : BlockSum{entry.id, entry.offset, 0, 0};
+std::vector<BlockSum> KeptSums::rowsOf(std::span<const BlocItem> entries) const {
+    std::vector<BlockSum> rows;
+    rows.reserve(entries.size());
+    auto next = kept_.begin();  // entries mostly come in the order of writing
+    for (const BlocItem& entry : entries) {
+        // Whoever writes with commits in between still writes at rising offsets.
+        if (next == kept_.end() || next->offset != entry.offset)
+            next = std::ranges::lower_bound(kept_, entry.offset, {}, &BlockSum::offset);
+        const bool isKept =
+            next != kept_.end() && next->offset == entry.offset && next->id == entry.id;
+        rows.push_back(isKept ? *next++ : BlockSum{entry.id, entry.offset, 0, 0});
+    }
+    return rows;
 }
 
 BlockSum sumOf(const TarvBlocFile& block, std::uint32_t offset) {
@@ -64,7 +71,10 @@ BlockSum sumOf(const TarvBlocFile& block, std::uint32_t offset) {
 
 TarvBlocFile encode(const ChecksumList& list) {
     const std::size_t rowBytes = list.rows.size() * kRowBytes;
-    std::vector<char> data(kFixedBytes + rowBytes + kSumBytes);
+    const std::size_t summed = kFixedBytes + rowBytes;
+    const auto n = static_cast<std::uint32_t>(summed + kSumBytes);
+    const std::uint32_t capacity = std::max(n, kRoomFrom);
+    RecordBuffer data(capacity);
     const std::array<std::uint32_t, 7> fixed = {kListVersion,
                                                 list.offset,
                                                 list.index.offset,
@@ -74,14 +84,22 @@ TarvBlocFile encode(const ChecksumList& list) {
                                                 static_cast<std::uint32_t>(list.rows.size())};
     std::memcpy(data.data(), fixed.data(), kFixedBytes);
     if (rowBytes > 0) std::memcpy(data.data() + kFixedBytes, list.rows.data(), rowBytes);
-    const std::size_t summed = kFixedBytes + rowBytes;
     store(data.data() + summed, ownSum({data.data(), summed}));
 
     TarvBlocFile block;
     block.setID(kChecksumsId);
-    block.setDescription(RWCString(kDescription));
-    block.VarRecord::setData(static_cast<unsigned long>(data.size()), data.data());
+    block.setDescription(RWCString(kListDescription));
+    RecordParts::adopt(block, std::move(data), capacity, n);
     return block;
+}
+
+std::vector<char> wholeList(const ChecksumList& list) {
+    const TarvBlocFile block = encode(list);
+    std::vector<char> bytes(kHeadBytes + block.getLen() + kTailBytes);
+    encodeHead(bytes.data(), block);
+    std::memcpy(bytes.data() + kHeadBytes, block.getPData(), block.getLen());
+    encodeTail(bytes.data() + kHeadBytes + block.getLen(), block);
+    return bytes;
 }
 
 std::optional<ChecksumList> decodeChecksums(std::span<const char> block) {

@@ -4,8 +4,10 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <optional>
 #include <span>
+#include <string_view>
 #include <vector>
 
 #include "base/crc32c.h"
@@ -13,16 +15,6 @@
 #include "toolbox/block_files.h"
 
 namespace toolbox {
-
-/// What a list of checksums says of one block.
-struct BlockSum {
-    std::uint32_t id;
-    std::uint32_t offset;
-    std::uint32_t length;  ///< of the whole block, from identifier to terminator; 0: sum not known
-    std::uint32_t sum;     ///< CRC-32C of these bytes
-
-    [[nodiscard]] bool isKnown() const { return length != 0; }
-};
 
 /// A list of checksums, as a value.
 struct ChecksumList {
@@ -36,6 +28,8 @@ namespace blocks {
 
 /// Identifier of the block that holds the list.
 inline constexpr std::uint32_t kChecksumsId = 0xFFFFFFEE;
+/// Its description.
+inline constexpr std::string_view kListDescription = "Checksums";
 
 /// Bytes that a list of so many rows takes in a file.
 [[nodiscard]] std::uint64_t checksumBytes(std::uint64_t rows);
@@ -51,18 +45,19 @@ class KeptSums {
         const auto length = static_cast<std::uint32_t>(block.size());
         kept_.push_back({id, offset, length, base::crc32c(block)});
     }
-    /// What is known of the block at an entry's place.
-    [[nodiscard]] BlockSum find(const BlocItem& entry) const;
+    /// What is known of the blocks at the places of entries.
+    [[nodiscard]] std::vector<BlockSum> rowsOf(std::span<const BlocItem> entries) const;
 
   private:
-    std::vector<BlockSum> kept_;  // in the order of writing
+    std::deque<BlockSum> kept_;  // in the order of writing; grows without moving
 };
 
 /// The sum that a block will have in a file.
 [[nodiscard]] BlockSum sumOf(const TarvBlocFile& block, std::uint32_t offset);
 
-/// The block that holds the list.
+/// The block that holds the list, and all of its bytes.
 [[nodiscard]] TarvBlocFile encode(const ChecksumList& list);
+[[nodiscard]] std::vector<char> wholeList(const ChecksumList& list);
 /// The list from the bytes of a whole block, head to terminator; none when they are damaged or
 /// something else.
 [[nodiscard]] std::optional<ChecksumList> decodeChecksums(std::span<const char> block);

@@ -50,6 +50,26 @@ bool readIndex(TarvFile& f, APIFile& file, std::uint64_t size) {
     return true;
 }
 
+toolbox::FileBytes bytesOf(APIFile& file, std::uint64_t size) {
+    const auto read = [&file](std::uint64_t offset, char* to, std::size_t n) {
+        return std::size_t{blocks::readAt(file, offset, to, static_cast<std::uint32_t>(n))};
+    };
+    return {read, size};
+}
+
+std::uint32_t indexOffsetOf(const TarvFileHeader& header) {
+    return static_cast<std::uint32_t>(header.getOffsetMasterNdx());
+}
+
+/// What is known of the sums of an open file. Only format version 210 has such.
+FileChecksums checksumsOf(const TarvFile& f, APIFile& file, std::uint64_t size) {
+    const TarvFileHeader* const header = f.getHeader();
+    const TarvFileIndex* const index = BlockFileParts::index(f);
+    const bool mayBe = header && index && header->getVersionFile() >= blocks::kFormatWritten;
+    const auto entries = mayBe ? BlockFileParts::entries(*index) : std::span<const BlocItem>();
+    return {bytesOf(file, size), header ? indexOffsetOf(*header) : 0, entries};
+}
+
 /// Where the index says that a block is, with the distance to the next one as its probable length.
 blocks::Place placeOf(const TarvFile& f, std::uint32_t id, std::uint64_t size) {
     const TarvFileIndex* index = BlockFileParts::index(f);
@@ -89,7 +109,7 @@ int TarvFileRead::open(const char* name) {
         size_ = blocks::sizeOf(file);
         TarvFileHeader& header = *getHeader();
         const bool isOld = header.getVersionFile() < blocks::kFormatWritten;
-        if (isOld && FileChecksums::proveLayout(header, file, size_))
+        if (isOld && FileChecksums::proveLayout(bytesOf(file, size_), indexOffsetOf(header)))
             BlockFileParts::setFormat(header, blocks::kFormatWritten);
         opened = readIndex(*this, file, size_);
     }
@@ -107,7 +127,8 @@ int TarvFileRead::close() {
 const FileChecksums* TarvFileRead::checksums() {
     APIFile* const file = BlockFileParts::file(*this);
     if (!canRead() || !file) return nullptr;
-    if (!checksums_) checksums_ = std::make_shared<const FileChecksums>(*this, *file, size_);
+    if (!checksums_)
+        checksums_ = std::make_shared<const FileChecksums>(checksumsOf(*this, *file, size_));
     return checksums_.get();
 }
 
@@ -157,6 +178,6 @@ bool TarvFileRead::fetchProved(std::uint32_t id, const FileChecksums& list, Tarv
     const blocks::Place place{row->offset, id, row->length, row};
     const blocks::Layout layout = blocks::layoutOf(*this);
     if (blocks::fetch(*BlockFileParts::file(*this), place, layout, block) > 0) return true;
-    fault_ = WrongChecksum;
+    if (row->offset < size_) fault_ = WrongChecksum;
     return false;
 }

@@ -147,15 +147,13 @@ bool TarvFileWrite::writeChecksums(std::uint32_t at) try {
     BlockFileParts::place(index, blocks::kChecksumsId, at);
     const auto entries = BlockFileParts::entries(index);
     const std::uint64_t after = at + blocks::checksumBytes(entries.size());
-    if (!index.setData() || after > blocks::kMostBytes) return false;
+    if (!index.setData() || !BlockOutput::mayGrow(at, after - at)) return false;
 
     toolbox::ChecksumList list;
     list.offset = at;
     list.index = blocks::sumOf(index, static_cast<std::uint32_t>(after));
     list.header = blocks::headerSum(BlockFileParts::encode(*getHeader()));
-    list.rows.reserve(entries.size());
-    for (const BlocItem& entry : entries)
-        list.rows.push_back(BlockFileParts::output(*this)->sums()->find(entry));
+    list.rows = BlockFileParts::output(*this)->sums()->rowsOf(entries);
     return blocks::encode(list).write(*this) != 0;
 } catch (const std::bad_alloc&) {
     return false;

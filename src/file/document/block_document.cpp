@@ -35,8 +35,8 @@ Fault openQuietly(TarvFileRead& file, const std::string& name) {
     const HeldFileErrors held;
     std::unique_ptr<APIFile> open;
     const platform::ErrorCode error = patiently(kPause, [&] {
-        open = std::make_unique<APIFile>(name.c_str(), GENERIC_READ, FILE_SHARE_READ,
-                                         OPEN_EXISTING);
+        open =
+            std::make_unique<APIFile>(name.c_str(), GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING);
         return static_cast<platform::ErrorCode>(open->Error());
     });
     if (error != ERROR_SUCCESS) return faultOf(error, Doing::reading, name);
@@ -70,6 +70,14 @@ bool holdTheSame(TarvFileRead& one, TarvFileRead& other) {
         return one.getBloc(each.id, mineBlock) && other.getBloc(each.id, theirBlock) &&
                areSame(mineBlock, theirBlock);
     });
+}
+
+bool markFile(const std::string& name, Mark& mark) {
+    TarvFileRead file;
+    const bool isSound = !openQuietly(file, name) && isWhole(file);
+    const bool isLooked =
+        look(name, isSound ? extentOf(file) : Mark(), mark) == platform::ErrorCode{ERROR_SUCCESS};
+    return isSound && isLooked;
 }
 
 }  // namespace toolbox::document

@@ -20,4 +20,7 @@ namespace toolbox::document {
 /// blocks, dates and checksums do not count.
 [[nodiscard]] bool holdTheSame(TarvFileRead& one, TarvFileRead& other);
 
+/// The mark of a file as it is now; true when it is a whole block file.
+bool markFile(const std::string& name, Mark& mark);
+
 }  // namespace toolbox::document

@@ -1,8 +1,7 @@
 // The public face of documents. Each operation keeps the session alive, whatever is called.
-#include "toolbox/document_files.h"
-
 #include "file/document/recovery.h"
 #include "file/document/session.h"
+#include "toolbox/document_files.h"
 
 using toolbox::document::Session;
 

@@ -21,6 +21,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "file/shared_file.h"
 #include "toolbox/platform.h"
@@ -30,6 +31,9 @@ namespace toolbox {
 namespace locks {
 struct LockPlace;
 }  // namespace locks
+
+/// What follows a document's name in that of its lock.
+inline constexpr std::string_view kLockEnd = ".lock";
 
 /// Who holds a lock, or held it. Texts are in Windows-1252 and empty where they are not known.
 struct LockHolder {

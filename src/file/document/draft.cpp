@@ -40,8 +40,7 @@ Fault Draft::fill(TvDocumentContent& content) {
         if (!BlockFileParts::output(file)->seekToEnd())
             return writeFault(held, name, Reason::deviceFailed);
         if (content.write(file) == 0) return writeFault(held, name, Reason::contentRefused);
-        if (!file.commit() || !file.close())
-            return writeFault(held, name, Reason::contentRefused);
+        if (!file.commit() || !file.close()) return writeFault(held, name, Reason::contentRefused);
         shown = held.first();
     }
     // The content took no notice of it: it was a file of its own, of which the user shall know.
@@ -60,9 +59,8 @@ Fault Draft::prove() {
     const ErrorCode flushed = fresh_.file().flush();
     if (flushed != ERROR_SUCCESS) return faultOf(flushed, Doing::writing, name);
     TarvFileRead file;
-    const bool isProved = open(file) &&
-                          file.getChecksumState() == TarvFileRead::ChecksumsCurrent &&
-                          isWhole(file);
+    const bool isProved =
+        open(file) && file.getChecksumState() == TarvFileRead::ChecksumsCurrent && isWhole(file);
     if (!isProved) return writeFault(held, name, Reason::deviceFailed);
     mark_ = markOf(*BlockFileParts::file(file), extentOf(file));
     return {};

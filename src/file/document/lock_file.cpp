@@ -115,7 +115,7 @@ LockPlace placeOf(const std::string& document) {
         if (!isReadOnlyFile(target)) place.like = target;
     }
     if (place.error == ERROR_FILE_NOT_FOUND) place.error = ERROR_SUCCESS;
-    place.name = target + ".lock";
+    place.name = target + std::string(kLockEnd);
     return place;
 }
 

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <vector>
 
-#include "base/crc32c.h"
 #include "file/block/checksums.h"
 #include "file/block/fetch.h"
 #include "file/block/parts.h"
@@ -20,10 +19,16 @@ constexpr std::uint32_t kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SH
 /// No more of a file's end is read for a look; the list of 170,000 blocks fits.
 constexpr std::uint32_t kMostOfEnd = 4 * 1024 * 1024;
 
-std::uint32_t sumAt(APIFile& file, std::uint64_t offset, std::uint32_t n) {
+/// Fowler, Noll and Vo's sum. No cyclic one will do: the list of checksums ends with its own, and
+/// with that in it every list of its length would have the same.
+std::uint64_t sumAt(APIFile& file, std::uint64_t offset, std::uint32_t n) {
+    constexpr std::uint64_t kBasis = 0xCBF29CE484222325;
+    constexpr std::uint64_t kPrime = 0x100000001B3;
     std::vector<char> bytes(n);
     bytes.resize(blocks::readAt(file, offset, bytes.data(), n));
-    return base::crc32c(bytes);
+    std::uint64_t sum = kBasis;
+    for (const char each : bytes) sum = (sum ^ static_cast<unsigned char>(each)) * kPrime;
+    return sum;
 }
 
 /// When the file was written, as its folder says; 0 when it does not.

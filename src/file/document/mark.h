@@ -14,11 +14,11 @@ namespace toolbox::document {
 struct Mark {
     bool isThere = false;
     std::uint64_t size = 0;
-    std::int64_t written = 0;     ///< FoundFile::written
-    std::uint32_t header = 0;     ///< sum of its first bytes
-    std::uint32_t end = 0;        ///< sum of its last `endBytes` bytes
+    std::int64_t written = 0;  ///< FoundFile::written
+    std::uint64_t header = 0;  ///< sum of its first bytes
+    std::uint64_t end = 0;     ///< sum of its last `endBytes` bytes
     std::uint32_t endBytes = 64 * 1024;
-    bool isProved = false;        ///< the end holds a list of checksums, with all of its rows
+    bool isProved = false;  ///< the end holds a list of checksums, with all of its rows
 
     /// Nothing tells the two apart. `this` is the older one.
     [[nodiscard]] bool isSame(const Mark& now) const;

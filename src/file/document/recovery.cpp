@@ -8,6 +8,7 @@
 #include "file/document/block_document.h"
 #include "file/document/unsaved_work.h"
 #include "file/file_system.h"
+#include "file/replacement.h"
 
 namespace toolbox::document {
 namespace {
@@ -24,16 +25,22 @@ std::string folderOf(const std::string& name) {
 class Search {
   public:
     void records() {
+        if (recoveryFolder().empty()) return;
         const std::string folder = recoveryFolder() + '/';
+        removeLeftovers(folder + '*');
         for (const platform::FoundFile& found :
              files().find((folder + '*' + std::string(kRecordEnd)).c_str()))
             record(folder + found.name);
+        for (const platform::FoundFile& found :
+             files().find((folder + '*' + std::string(kRecordEnd) + std::string(kLockEnd)).c_str()))
+            lockWithoutRecord(folder + found.name);
     }
 
     /// States beside a document, unless somebody works on it.
     void beside(const std::string& document, bool isOurs) {
         if (!isOurs && isHeld(DocumentLock::look(document))) return;
         const std::string pattern = document + std::string(kBeside) + '*';
+        removeLeftovers(pattern);
         for (const platform::FoundFile& found : files().find(pattern.c_str())) {
             const std::string state = folderOf(document) + found.name;
             if (isStateOf(found.name, document)) add(document, state, {});
@@ -46,6 +53,13 @@ class Search {
     }
 
   private:
+    /// Removes the lock of a program that ended before it wrote its record, or after it removed it.
+    static void lockWithoutRecord(std::string name) {
+        name.resize(name.size() - kLockEnd.size());
+        DocumentLock lock;
+        if (!files().exists(name.c_str())) (void)lock.take(name);
+    }
+
     void record(const std::string& name) {
         const std::optional<RecordNames> names = readRecord(name);
         DocumentLock lock;

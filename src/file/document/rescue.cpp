@@ -41,7 +41,7 @@ class FoundBlocks final : public TvDocumentContent {
     void take(const WalkFinding& finding, TarvFileWrite& file) {
         if (finding.kind == WalkFinding::Kind::block) return block(finding, file);
         if (!finding.isLoss()) return;
-        const auto kind = finding.kind == WalkFinding::Kind::cutOff ? TvDocumentLoss::CutOff
+        const auto kind = finding.kind == WalkFinding::Kind::cutOff    ? TvDocumentLoss::CutOff
                           : finding.kind == WalkFinding::Kind::damaged ? TvDocumentLoss::Missing
                                                                        : TvDocumentLoss::Index;
         missing_.push_back({kind, finding.id, finding.from, finding.to});
@@ -50,7 +50,8 @@ class FoundBlocks final : public TvDocumentContent {
     void block(const WalkFinding& finding, TarvFileWrite& file) {
         const BlockFrame& frame = finding.frame;
         if (frame.id == blocks::kChecksumsId) return;
-        const bool kept = writeBlock(frame, file);
+        // What is known to be something else than was written is no content.
+        const bool kept = (finding.doubts & kWrongSum) == 0 && writeBlock(frame, file);
         if (kept) ++count_;
         if (kept && finding.doubts == 0) return;
         const auto kind = kept ? TvDocumentLoss::Doubtful : TvDocumentLoss::Missing;

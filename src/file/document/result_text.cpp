@@ -127,7 +127,8 @@ std::string systemText(unsigned long code) {
 
 std::string whatHappened(const TvDocumentResult& result, const ReasonText& entry) {
     const std::string& name = result.name.str();
-    if (result.reason == Reason::other) return sentence(entry.what, {name, systemText(result.code)});
+    if (result.reason == Reason::other)
+        return sentence(entry.what, {name, systemText(result.code)});
     if (result.reason == Reason::inUse && !result.holder) return sentence(kInUseByProgram, {name});
     const std::string who = holderText(result.holder.value_or(TvDocumentHolder()));
     return sentence(entry.what, {name, who});
@@ -181,6 +182,8 @@ RWCString TvDocumentLoss::text() const {
     const std::string end = std::to_string(to);
     if (kind == Index) return RWCString(sentence(kIndexDamaged, {begin, end}));
     if (!id) return RWCString(sentence(kBytesLost, {begin, end}));
-    const TextId what = kind == Doubtful ? kBlockDoubtful : kind == CutOff ? kBlockCutOff : kBlockLost;
+    const TextId what = kind == Doubtful ? kBlockDoubtful
+                        : kind == CutOff ? kBlockCutOff
+                                         : kBlockLost;
     return RWCString(sentence(what, {std::to_string(*id), begin, end}));
 }

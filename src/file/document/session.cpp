@@ -42,10 +42,11 @@ TvDocumentFile::DiskState Session::onDisk() const {
     Mark now;
     const platform::ErrorCode error = look(doc_.name, doc_.mark, now);
     // What cannot be looked at is not known to be another file.
-    const bool isGone = error == ERROR_SUCCESS
-                            ? !now.isThere
-                            : faultOf(error, Doing::reading, doc_.name).reason == Reason::folderGone;
-    if (isGone) return doc_.mark.isThere ? TvDocumentFile::GoneFromDisk : TvDocumentFile::SameOnDisk;
+    const bool isGone = error == ERROR_SUCCESS ? !now.isThere
+                                               : faultOf(error, Doing::reading, doc_.name).reason ==
+                                                     Reason::folderGone;
+    if (isGone)
+        return doc_.mark.isThere ? TvDocumentFile::GoneFromDisk : TvDocumentFile::SameOnDisk;
     if (error != ERROR_SUCCESS || doc_.mark.isSame(now)) return TvDocumentFile::SameOnDisk;
     return TvDocumentFile::OtherOnDisk;
 }

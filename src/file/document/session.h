@@ -81,11 +81,11 @@ class Session {
 
     /// A save on its way to a file.
     struct Saving {
-        std::string name;          ///< as people know it
-        std::string target;        ///< where its links lead
-        Mark expected;             ///< what is to be replaced
+        std::string name;    ///< as people know it
+        std::string target;  ///< where its links lead
+        Mark expected;       ///< what is to be replaced
         bool keepsDamaged = false;
-        bool moves = false;        ///< for SaveAs: the document takes the other name
+        bool moves = false;  ///< for SaveAs: the document takes the other name
     };
     /// What came of asking for a lock.
     enum class Locking { ours, none, theirs, failed };
@@ -112,8 +112,8 @@ class Session {
     [[nodiscard]] Fault keepOlder(const Saving& saving, TvDocumentResult& result) const;
     [[nodiscard]] bool mayReplace(const Saving& saving) const;
     [[nodiscard]] std::optional<TvDocumentResult> askIfChanged(const Turn& turn, Saving& saving);
-    [[nodiscard]] TvDocumentResult writeInPlace(const Turn& turn, Saving& saving,
-                                                const Fault& why, Mark& written);
+    [[nodiscard]] TvDocumentResult writeInPlace(const Turn& turn, Saving& saving, const Fault& why,
+                                                Mark& written);
     void saved(const Mark& written);
 
     // session_autosave.cpp

@@ -63,8 +63,8 @@ TvDocumentResult Session::open(const std::string& given, TvDocumentFile::How how
     }
     TvDocumentResult result;
     if (next.isReadOnly || !offerWork(turn, next, result))
-        result = turn.hasEnded() ? closedResult(name)
-                                 : read(turn, next, how == TvDocumentFile::Rescued);
+        result =
+            turn.hasEnded() ? closedResult(name) : read(turn, next, how == TvDocumentFile::Rescued);
     if (!result.ok) return result;
     doc_ = std::move(next);
     if (locked.reason == Reason::done) return result;
@@ -128,8 +128,7 @@ TvDocumentResult Session::read(const Turn& turn, Opened& next, bool rescues) {
         TarvFileRead file;
         const Fault fault = openQuietly(file, next.name);
         if (fault.code != ERROR_SUCCESS) return failure(fault, next.name, Doing::reading);
-        next.mark = extentOf(file);
-        platform::ErrorCode error = look(next.name, next.mark, next.mark);
+        platform::ErrorCode error = look(next.name, extentOf(file), next.mark);
         if (error != ERROR_SUCCESS)
             return failure(faultOf(error, Doing::reading, next.name), next.name, Doing::reading);
         const bool isSound = !fault && isWhole(file);
@@ -183,11 +182,8 @@ TvDocumentResult Session::readWork(const Turn& turn, Opened& next, const TvRecov
     result.name = work.state;
     if (!result.ok) return result;
     // The document itself: what a save will find there.
-    TarvFileRead document;
     if (!next.name.empty()) {
-        const bool isSound = !openQuietly(document, next.name) && isWhole(document);
-        next.mark = isSound ? extentOf(document) : Mark();
-        (void)look(next.name, next.mark, next.mark);
+        const bool isSound = markFile(next.name, next.mark);
         next.isDamaged = next.mark.isThere && !isSound;
     }
     next.isChanged = true;

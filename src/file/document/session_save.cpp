@@ -1,6 +1,7 @@
 // Saving: beside, proved, compared with what was opened, backed up, renamed.
 #include <utility>
 
+#include "file/document/block_document.h"
 #include "file/document/session.h"
 #include "file/file_system.h"
 
@@ -169,9 +170,8 @@ TvDocumentResult Session::replace(const Turn& turn, Saving& saving, Draft& draft
         error = draft.putInPlace([&] { return mayReplace(saving); });
     }
     if (error != ERROR_SUCCESS) {
-        const Fault fault = error == ERROR_CANCELLED
-                                ? Fault{Reason::inUse, error}
-                                : faultOf(error, Doing::writing, saving.name);
+        const Fault fault = error == ERROR_CANCELLED ? Fault{Reason::inUse, error}
+                                                     : faultOf(error, Doing::writing, saving.name);
         result = failure(fault, saving.name, Doing::writing);
         result.kept = RWCString(draft.keep());
         return result;
@@ -188,8 +188,8 @@ bool Session::mayReplace(const Saving& saving) const {
            (!now.isThere || saving.expected.isSame(now));
 }
 
-/// Looks at the disk, and asks as long as it is another file each time. A result when something else
-/// than replacing it was done.
+/// Looks at the disk, and asks as long as it is another file each time. A result when something
+/// else than replacing it was done.
 std::optional<TvDocumentResult> Session::askIfChanged(const Turn& turn, Saving& saving) {
     for (;;) {
         if (saving.name == doc_.name)
@@ -207,6 +207,7 @@ std::optional<TvDocumentResult> Session::askIfChanged(const Turn& turn, Saving& 
         switch (choice) {
             case TvDocumentDecisions::Replace:
                 saving.expected = now;
+                saving.expected.isProved = false;  // how long its list is was not asked
                 continue;
             case TvDocumentDecisions::SaveAs:
                 return saveElsewhere(turn, other.str(), saving.moves);
@@ -236,7 +237,8 @@ TvDocumentResult Session::writeInPlace(const Turn& turn, Saving& saving, const F
         result.kept = RWCString(doc_.work.state());
         return result;
     }
-    (void)look(saving.target, saving.expected, written);
+    (void)markFile(saving.target, written);
+    result.name = RWCString(saving.name);
     result.backup = generations_ > 0 ? why.code : ERROR_SUCCESS;
     return result;
 }

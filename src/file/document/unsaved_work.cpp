@@ -9,6 +9,8 @@
 namespace toolbox::document {
 namespace {
 
+using platform::ErrorCode;
+
 constexpr unsigned long kNamesBlock = 1;
 constexpr std::size_t kDigits = 8;
 
@@ -59,6 +61,10 @@ class Record final : public TvDocumentContent {
     RecordNames names_;
 };
 
+platform::ErrorCode makeFolder(const std::string& folder) {
+    return folder.empty() ? ErrorCode{ERROR_PATH_NOT_FOUND} : files().createFolder(folder.c_str());
+}
+
 std::string programName() {
     std::string path = platform::current().system->programPath();
     path.erase(0, path.find_last_of("/\\") + 1);
@@ -71,7 +77,8 @@ std::string programName() {
 
 std::string recoveryFolder() {
     if (!chosenFolder().empty()) return chosenFolder();
-    return platform::current().system->settingsFolder() + "/recovery/" + programName();
+    const std::string settings = platform::current().system->settingsFolder();
+    return settings.empty() ? settings : settings + "/recovery/" + programName();
 }
 
 void setRecoveryFolder(std::string folder) {
@@ -81,8 +88,7 @@ void setRecoveryFolder(std::string folder) {
 std::optional<RecordNames> readRecord(const std::string& name) {
     TarvFileRead file;
     Record record;
-    if (openQuietly(file, name) || !isWhole(file) ||
-        record.read(file) != TvDocumentContent::Done)
+    if (openQuietly(file, name) || !isWhole(file) || record.read(file) != TvDocumentContent::Done)
         return std::nullopt;
     return record.names();
 }
@@ -98,7 +104,7 @@ bool isStateOf(std::string_view own, std::string_view document) {
 void UnsavedWork::writeRecord() {
     if (record_.empty()) {
         const std::string folder = recoveryFolder();
-        if (files().createFolder(folder.c_str()) != ERROR_SUCCESS) return;
+        if (makeFolder(folder) != ERROR_SUCCESS) return;
         record_ = folder + '/' + digits_ + std::string(kRecordEnd);
         (void)lock_.take(record_);
     }
@@ -113,7 +119,7 @@ Fault UnsavedWork::begin(Draft& draft, const std::string& document, Place place)
     const std::string away = recoveryFolder() + '/' + digits_ + std::string(kStateEnd);
     next_ = place == Place::beside ? beside : away;
     if (place == Place::recoveryFolder) {
-        const platform::ErrorCode error = files().createFolder(recoveryFolder().c_str());
+        const platform::ErrorCode error = makeFolder(recoveryFolder());
         if (error != ERROR_SUCCESS) return faultOf(error, Doing::writing, next_);
     }
     document_ = document;

@@ -1,5 +1,5 @@
-// The state of work that was not saved: a file beside the document, or in the recovery folder, and a
-// record in the recovery folder that leads to it.
+// The state of work that was not saved: a file beside the document, or in the recovery folder, and
+// a record in the recovery folder that leads to it.
 //
 // The record is written before the state and removed after it, so that a state is found whenever
 // the program ends. It is a block file whose one block holds two names. A lock on the record says
@@ -32,7 +32,7 @@ inline constexpr std::string_view kStateEnd = ".state";
 /// What follows a document's name in that of a state beside it, before eight digits.
 inline constexpr std::string_view kBeside = ".autosave-";
 
-/// The recovery folder, without a separator at its end.
+/// The recovery folder, without a separator at its end; empty when the system names none.
 [[nodiscard]] std::string recoveryFolder();
 void setRecoveryFolder(std::string folder);
 
@@ -46,8 +46,8 @@ class UnsavedWork {
     [[nodiscard]] bool exists() const { return !state_.empty(); }
     [[nodiscard]] const std::string& state() const { return state_; }
 
-    /// Chooses the file for the next state, and makes `draft` beside it. `document` is empty for one
-    /// without a name.
+    /// Chooses the file for the next state, and makes `draft` beside it. `document` is empty for
+    /// one without a name.
     [[nodiscard]] Fault begin(Draft& draft, const std::string& document, Place place);
     /// Has the record lead to the state, and puts that in place; an older one elsewhere goes.
     [[nodiscard]] Fault finish(Draft& draft);
@@ -65,8 +65,8 @@ class UnsavedWork {
     std::string record_;  ///< empty while there is none
     std::string state_;
     std::string document_;
-    std::string next_;    ///< the state that begin() chose
-    DocumentLock lock_;   ///< on the record
+    std::string next_;   ///< the state that begin() chose
+    DocumentLock lock_;  ///< on the record
 };
 
 }  // namespace toolbox::document

@@ -17,7 +17,7 @@ std::uint64_t Walker::knownAfter(std::uint64_t at) {
         known_ = map_.index->frame.offset;
     for (const BlocItem* next = places_.after(at); next && next->offset < known_;
          next = places_.after(next->offset))
-        if (isConfirmed(probe_, shape_, *next)) known_ = next->offset;
+        if (listed_.at(next->offset) || isConfirmed(probe_, shape_, *next)) known_ = next->offset;
     return known_;
 }
 
@@ -25,8 +25,20 @@ std::uint64_t Walker::knownAfter(std::uint64_t at) {
 bool Walker::isAlone(const Break& at) {
     if (!at.hint || !isIndexed(at.frame.offset)) return false;
     const BlocItem* next = places_.after(at.frame.offset);
-    const std::uint64_t index = map_.index->frame.offset;
-    return at.limit == (next && next->offset < index ? next->offset : index);
+    return at.limit == (next && next->offset < namedEnd_ ? next->offset : namedEnd_);
+}
+
+/// Whether the block before a place, or the header, ends undamaged.
+bool Walker::isAfterTerminator(std::uint64_t at) {
+    constexpr std::uint64_t kWord = 4;
+    const char* last = at < kWord ? nullptr : probe_.at(at - kWord, kWord);
+    return last && wordAt(last) == kBlockTerminator;
+}
+
+/// Whether the index names a block with this identifier, and none is where it says.
+bool Walker::isMoved(const BlockFrame& frame) {
+    const BlocItem* entry = places_.of(frame.id);
+    return entry && !isConfirmed(probe_, shape_, *entry);
 }
 
 std::uint64_t Walker::resumeAfter(const Break& at) {
@@ -62,6 +74,8 @@ std::uint64_t Walker::resumeAfterWhole(const Break& at) {
 bool Walker::reportRepaired(const Break& at, std::uint64_t end) {
     BlockFrame frame = at.frame;
     if (!frame.hasHead || !frame.padded || end < frame.offset + shape_.around()) return false;
+    // What has another identifier besides, and follows no block, is rather no head at all.
+    if (at.hint && at.hint->id != frame.id && !isAfterTerminator(frame.offset)) return false;
     const std::uint64_t length = end - frame.offset - shape_.around();
     if (length > blocks::kMostBytes) return false;
     if (!std::has_single_bit(static_cast<std::uint32_t>(length) ^ frame.length)) return false;
@@ -137,12 +151,12 @@ std::optional<std::uint64_t> Walker::correctHeld() {
     return std::nullopt;
 }
 
-/// A block, more than a text and ones, that ends where the blocks go on: its predecessor's
-/// terminator is destroyed.
+/// A block, more than a text and ones or one that the index misses, that ends where the blocks go
+/// on: its predecessor's terminator is destroyed.
 std::optional<BlockFrame> Walker::blockBefore(std::uint64_t from, std::uint64_t stop,
                                               std::uint64_t end) {
     const auto last = blockEndingAt(file_, probe_, shape_, from, stop, end);
-    return last && isDistinct(*last) ? last : std::nullopt;
+    return last && (isDistinct(*last) || isMoved(*last)) ? last : std::nullopt;
 }
 
 /// Whether blocks that lead to a certain place begin within a block. Others do not displace one

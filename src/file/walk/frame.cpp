@@ -1,6 +1,7 @@
 // The frames of blocks, read from a file and made anew.
 #include <algorithm>
 
+#include "file/block/checksums.h"
 #include "file/block/encoding.h"
 #include "file/block/lookup.h"
 #include "file/walk/field.h"
@@ -88,6 +89,39 @@ std::array<char, blocks::kTailBytes> blockTail(std::uint32_t version, std::uint3
     std::array<char, blocks::kTailBytes> tail;
     blocks::encodeTail(tail.data(), version, recordVersion);
     return tail;
+}
+
+static_assert(kChecksumListId == blocks::kChecksumsId);
+
+std::uint32_t sumOf(std::span<const char> bytes, std::uint32_t before) {
+    return base::crc32c(bytes, before);
+}
+
+std::optional<std::uint32_t> sumAt(FileReader& file, std::uint64_t offset, std::uint64_t n,
+                                   std::uint32_t before) {
+    for (const char* bytes = nullptr; n > 0;) {
+        const std::size_t got = file.piece(offset, n, bytes);
+        if (got == 0) return std::nullopt;
+        before = base::crc32c({bytes, got}, before);
+        offset += got;
+        n -= got;
+    }
+    return before;
+}
+
+std::vector<char> checksumList(const ListedFile& file) {
+    ChecksumList list;
+    list.offset = file.offset;
+    const std::uint64_t after = file.offset + checksumListBytes(file.rows.size());
+    list.index = {blocks::kIndexId, static_cast<std::uint32_t>(after),
+                  static_cast<std::uint32_t>(file.index.size()), sumOf(file.index)};
+    list.header = blocks::headerSum(file.header);
+    list.rows.assign(file.rows.begin(), file.rows.end());
+    return blocks::wholeList(list);
+}
+
+std::uint64_t checksumListBytes(std::uint64_t rows) {
+    return blocks::checksumBytes(rows);
 }
 
 EntryFinder::EntryFinder() : lookup_(std::make_unique<BlockLookup>()) {}

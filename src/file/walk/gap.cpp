@@ -13,7 +13,8 @@ class Walker::Gap {
         : walk_(walk), at_(at), resumption_(resumption), reported_(at.frame.offset) {
         if (at.hint) id_ = at.hint->id;
         const BlocItem* named = walk.places_.after(at.frame.offset);
-        mayMiss_ = !walk.isIndexed(at.frame.offset) || (named && named->offset < at.limit);
+        mayMiss_ = !walk.isIndexed(at.frame.offset) || (named && named->offset < at.limit) ||
+                   !walk.isAfterTerminator(at.frame.offset);
     }
 
     /// Reports what was found there, and what is lost between.

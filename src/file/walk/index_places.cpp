@@ -5,11 +5,14 @@
 
 namespace toolbox {
 
-IndexPlaces::IndexPlaces(const MasterIndex* index) : entries_(&sorted_) {
-    if (!index) return;
-    entries_ = &index->entries;
-    if (index->ascending) return;
-    sorted_ = index->entries;
+IndexPlaces::IndexPlaces(const BlockFileMap& map) : entries_(&sorted_) {
+    if (map.checksums && map.checksums->proves()) {
+        for (const BlockSum& row : map.checksums->rows) sorted_.push_back({row.id, row.offset});
+    } else if (map.index) {
+        entries_ = &map.index->entries;
+        if (std::ranges::is_sorted(*entries_, {}, &BlocItem::offset)) return;
+        sorted_ = *entries_;
+    }
     std::ranges::stable_sort(sorted_, {}, &BlocItem::offset);
     entries_ = &sorted_;
 }

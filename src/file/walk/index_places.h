@@ -13,9 +13,9 @@ namespace toolbox {
 /// Answers for places that mostly rise, as a walk through the file asks.
 class IndexPlaces {
   public:
-    /// Borrows the entries of the index, which may be null; they are copied only when they are not
-    /// in the order of the file.
-    explicit IndexPlaces(const MasterIndex* index);
+    /// Borrows the entries of the index, if there is one; they are copied only when they are not in
+    /// the order of the file, or when a list of checksums has them undamaged.
+    explicit IndexPlaces(const BlockFileMap& map);
 
     /// The entry that names this place.
     [[nodiscard]] const BlocItem* at(std::uint64_t offset);

@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "file/walk/field.h"
+#include "file/walk/listed.h"
 #include "file/walk/search.h"
 
 namespace toolbox {
@@ -30,6 +31,11 @@ void readEntries(FileReader& file, std::uint64_t at, std::size_t count,
                blocks::kEntryBytes);
 }
 
+/// The list of checksums lies after the blocks, and stands first.
+std::size_t firstOfBlocks(const std::vector<BlocItem>& entries) {
+    return !entries.empty() && entries.front().id == kChecksumListId ? 1 : 0;
+}
+
 /// Whether blocks can be where these entries, which rise, say.
 bool arePossible(const BlockShape& shape, const std::vector<BlocItem>& entries, std::uint64_t end) {
     std::uint64_t from = shape.start;
@@ -38,6 +44,11 @@ bool arePossible(const BlockShape& shape, const std::vector<BlocItem>& entries, 
         from = std::uint64_t{entry.offset} + shape.around();
     }
     return from <= end;
+}
+
+bool isAscending(const std::vector<BlocItem>& entries) {
+    const std::span blocks = std::span(entries).subspan(firstOfBlocks(entries));
+    return std::ranges::is_sorted(blocks, std::ranges::less_equal(), &BlocItem::offset);
 }
 
 /// The index whose frame this is. Of a damaged one those entries that may be right: there are no
@@ -51,10 +62,9 @@ MasterIndex indexOf(FileReader& file, const BlockShape& shape, const BlockFrame&
     const std::uint64_t bytes = std::min<std::uint64_t>(frame.length, file.size() - data);
     readEntries(file, data, static_cast<std::size_t>(std::min(bytes / blocks::kEntryBytes, most)),
                 index.entries);
-    index.ascending =
-        std::ranges::is_sorted(index.entries, std::ranges::less_equal(), &BlocItem::offset);
+    index.ascending = isAscending(index.entries);
     const bool all = index.entries.size() == frame.length / blocks::kEntryBytes;
-    if (index.ascending) {
+    if (index.ascending && firstOfBlocks(index.entries) == 0) {
         index.possible = all && arePossible(shape, index.entries, frame.offset);
     } else {
         std::vector<BlocItem> sorted = index.entries;
@@ -90,7 +100,9 @@ bool isZeroed(FileReader& file, const BlockShape& shape, const BlocItem& entry) 
 bool endsFile(FileReader& file, const BlockShape& shape, const MasterIndex& index) {
     if (!index.isComplete() || index.entries.empty() || index.frame.end != file.size())
         return false;
-    if (index.entries.front().offset != shape.start) return false;
+    const std::size_t first =
+        std::min(firstOfBlocks(index.entries), index.entries.size() - 1);  // of blocks, if any
+    if (index.entries[first].offset != shape.start) return false;
     const std::size_t step = std::max<std::size_t>(1, index.entries.size() / kSample);
     std::size_t right = 0;
     std::size_t wrong = 0;
@@ -154,6 +166,10 @@ bool isDisguisedIndex(FileReader& file, const BlockShape& shape, const BlockFram
     const std::uint64_t data = frame.offset + shape.head;
     if (frame.length == 0 || frame.length % blocks::kEntryBytes != 0) return false;
     const char* first = file.at(data, blocks::kEntryBytes);
+    if (!first) return false;
+    const bool isList = wordAt(first) == kChecksumListId;
+    if (isList && frame.length > blocks::kEntryBytes)
+        first = file.at(data + blocks::kEntryBytes, blocks::kEntryBytes);
     if (!first || wordAt(first + 4) != shape.start) return false;
     MasterIndex index;
     readEntries(file, data, std::min<std::size_t>(frame.length / blocks::kEntryBytes, kSample),
@@ -196,6 +212,7 @@ BlockFileMap readMap(FileReader& file, FileReader& probe) {
     } else {
         map.index = searchIndex(file, probe, map.shape);
     }
+    map.checksums = findChecksums(file, probe, map);
     return map;
 }
 

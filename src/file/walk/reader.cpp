@@ -86,6 +86,8 @@ const char* FileReader::at(std::uint64_t offset, std::size_t n) {
 
 std::size_t FileReader::piece(std::uint64_t offset, std::uint64_t most, const char*& bytes) {
     if (stopped_ || offset >= size_ || most == 0) return 0;
+    if (reads_ == Reads::everything)
+        while (!stopped_ && furthest_ < offset) loadNext();
     if (offset < start_ || offset >= start_ + held_) {
         load(offset, static_cast<std::size_t>(std::min<std::uint64_t>(kMost, most)));
         if (held_ == 0) return 0;

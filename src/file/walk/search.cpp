@@ -50,6 +50,12 @@ bool isPaddedHead(const char* head, const BlockShape& shape) {
 
 }  // namespace
 
+std::optional<std::uint64_t> headWhere(
+    FileReader& file, const BlockShape& shape, const HeadRange& range,
+    const std::function<bool(const char* head, std::uint64_t room)>& isOne) {
+    return findHead(file, shape, range.from, range.stop, range.end, isOne);
+}
+
 std::optional<std::uint64_t> afterTerminator(FileReader& file, const BlockShape& shape,
                                              std::uint64_t from, std::uint64_t limit) {
     const char* bytes = nullptr;

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -60,5 +61,19 @@ struct Resumption {
 [[nodiscard]] std::optional<BlockFrame> blockAnywhere(FileReader& file, FileReader& probe,
                                                       const BlockShape& shape, std::uint64_t from,
                                                       std::uint64_t stop, std::uint64_t end);
+
+/// Where to look for the head of a block: it begins in [from, stop) and the block ends at `end` at
+/// the latest.
+struct HeadRange {
+    std::uint64_t from;
+    std::uint64_t stop;
+    std::uint64_t end;
+};
+
+/// The first place of a head that `isOne` says yes to; it gets the bytes of the head and how many
+/// bytes there are from the head to the end beside those around the data.
+[[nodiscard]] std::optional<std::uint64_t> headWhere(
+    FileReader& file, const BlockShape& shape, const HeadRange& range,
+    const std::function<bool(const char* head, std::uint64_t room)>& isOne);
 
 }  // namespace toolbox

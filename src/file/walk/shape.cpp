@@ -3,6 +3,7 @@
 #include <array>
 
 #include "file/walk/field.h"
+#include "file/walk/listed.h"
 #include "file/walk/map.h"
 #include "file/walk/search.h"
 
@@ -115,6 +116,7 @@ BlockShape searchShape(FileReader& file, FileReader& probe, const BlockFileHeade
 }  // namespace
 
 BlockShape findShape(FileReader& file, FileReader& probe, const BlockFileHeader& header) {
+    if (isListedLayout(probe, header)) return named(header, blocks::kFormatWritten);
     const bool known =
         header.isReadable() && !header.has(HeaderFault::format) && !isAmongOnes(file, header);
     if (!known) return searchShape(file, probe, header);

@@ -14,8 +14,14 @@ Walker::Walker(FileReader& file, FileReader& probe, const BlockFileMap& map,
       probe_(probe),
       map_(map),
       shape_(map.shape),
-      places_(map.index ? &*map.index : nullptr),
-      take_(take) {}
+      places_(map),
+      listed_(file, probe, map),
+      take_(take) {
+    if (map.checksums && map.checksums->proves())
+        namedEnd_ = map.checksums->frame.offset;
+    else if (map.index && map.index->isComplete())
+        namedEnd_ = map.index->frame.offset;
+}
 
 bool Walker::run() {
     const auto isEnded = [&] { return ended_ || file_.hasStopped() || probe_.hasStopped(); };
@@ -39,8 +45,8 @@ BlockFrame Walker::frameHere(std::uint64_t at, std::uint64_t limit) {
 /// A block cannot reach over the beginning of another one, nor over the index.
 bool Walker::overruns(const BlockFrame& frame) {
     const BlocItem* next = places_.after(frame.offset);
-    const bool may = (next && next->offset < frame.end) ||
-                     (isIndexed(frame.offset) && map_.index->frame.offset < frame.end);
+    const bool may =
+        (next && next->offset < frame.end) || (isIndexed(frame.offset) && namedEnd_ < frame.end);
     return may && knownAfter(frame.offset) < frame.end;
 }
 
@@ -50,17 +56,18 @@ bool Walker::isFollowed(const BlockFrame& frame, const BlocItem* hint) {
     ahead_ = frameAt(file_, shape_, end, file_.size());
     if (const BlocItem* next = places_.at(end)) {
         // In a file that became longer or shorter the index and a length may agree by chance.
-        if (map_.index->atItsPlace || (ahead_->isWhole() && ahead_->id == next->id)) return true;
+        if (!map_.index || map_.index->atItsPlace || (ahead_->isWhole() && ahead_->id == next->id))
+            return true;
     } else if (hint && isIndexed(end)) {
         // After a block that an undamaged index names there is one that it names, or an older
         // index.
-        return ahead_->isWhole() && ahead_->isIndex();
+        return ahead_->isWhole() && (ahead_->isIndex() || ahead_->isChecksumList());
     }
     return ahead_->isWhole() || ahead_->plausible;
 }
 
 bool Walker::isIndexed(std::uint64_t at) const {
-    return map_.index && map_.index->isComplete() && at < map_.index->frame.offset;
+    return at < namedEnd_;
 }
 
 /// Whether there is no doubt that a block begins at a place, or that it is the limit.
@@ -72,6 +79,7 @@ bool Walker::isBlockAt(std::uint64_t at, std::uint64_t limit) {
 }
 
 std::uint64_t Walker::step(std::uint64_t at) {
+    if (const auto next = stepListed(at)) return *next;
     const BlockFrame frame = frameHere(at, file_.size());
     const BlocItem* hint = places_.at(at);
     const bool overrun = frame.fits && overruns(frame);
@@ -101,6 +109,15 @@ void Walker::report(WalkFinding found, const BlocItem* hint) {
     reportHeld();
     found.from = frame.offset;
     found.to = frame.end;
+    const bool isKnownList = map_.checksums && frame.offset == map_.checksums->frame.offset;
+    const int isNamedList = frame.id == kChecksumListId ? 1 : 0;
+    if (isKnownList || (!hint && isNamedList + listMarks(probe_, shape_, frame) > 1)) {
+        found.id = kChecksumListId;
+        const bool isUnreadable = isKnownList && map_.checksums->isUnreadable();
+        const bool isDamaged = isUnreadable || (found.doubts & ~kFoundBySearch) != 0;
+        found.kind = isDamaged ? WalkFinding::Kind::damagedChecksums : WalkFinding::Kind::checksums;
+        return give(found);
+    }
     const bool isKnownIndex = map_.index && frame.offset == map_.index->frame.offset;
     if (isKnownIndex || (!hint && (frame.isIndex() || isDisguisedIndex(probe_, shape_, frame)))) {
         found.id = kMasterIndexId;
@@ -111,6 +128,7 @@ void Walker::report(WalkFinding found, const BlocItem* hint) {
         return;
     }
     found.kind = WalkFinding::Kind::block;
+    if (!hint && listed_.takeMisplaced(frame)) return reportListed(frame, 0, true, false);
     if (hint && hint->id == frame.id) {
         found.evidence = Evidence::index;
         found.doubts &= ~kFoundBySearch;
@@ -141,6 +159,10 @@ void Walker::reportLoss(WalkFinding::Kind kind, std::uint64_t from, std::uint64_
     if (from >= to) return;
     reportHeld();
     if (map_.index && from == map_.index->frame.offset) kind = WalkFinding::Kind::damagedIndex;
+    if (const auto& list = map_.checksums) {
+        if (from == list->frame.offset) kind = WalkFinding::Kind::damagedChecksums;
+        if (from == list->frame.end && list->proves()) kind = WalkFinding::Kind::damagedIndex;
+    }
     WalkFinding loss;
     loss.kind = kind;
     loss.from = from;

@@ -12,7 +12,8 @@
 //      the blocks go on at the first place from which they lead to the certain place without a
 //      gap. Blocks that are data of a block do not: that block's own end comes before.
 //   3. What lies before that place is looked through for single blocks; the rest is lost.
-// walker.cpp has the first, breaks.cpp the second, gap.cpp the third.
+// walker.cpp has the first, breaks.cpp the second, gap.cpp the third. Where a list of checksums
+// says what a block is, listed_step.cpp tells that, and none of this is asked.
 #pragma once
 
 #include <cstdint>
@@ -20,6 +21,7 @@
 #include <vector>
 
 #include "file/walk/index_places.h"
+#include "file/walk/listed.h"
 #include "file/walk/search.h"
 #include "toolbox/file_walk.h"
 
@@ -50,6 +52,8 @@ class Walker {
     [[nodiscard]] bool isBlockAt(std::uint64_t at, std::uint64_t limit);
     [[nodiscard]] std::uint64_t knownAfter(std::uint64_t at);
     [[nodiscard]] bool isAlone(const Break& at);
+    [[nodiscard]] bool isAfterTerminator(std::uint64_t at);
+    [[nodiscard]] bool isMoved(const BlockFrame& frame);
 
     void report(WalkFinding found, const BlocItem* hint);
     void reportLoss(WalkFinding::Kind kind, std::uint64_t from, std::uint64_t to,
@@ -62,6 +66,9 @@ class Walker {
     [[nodiscard]] std::optional<std::uint64_t> correctHeld();
 
     [[nodiscard]] std::uint64_t step(std::uint64_t at);
+    [[nodiscard]] std::optional<std::uint64_t> stepListed(std::uint64_t at);
+    [[nodiscard]] std::uint64_t reportUnproved(const BlockSum& row, std::uint64_t at);
+    void reportListed(const BlockFrame& frame, unsigned doubts, bool isMisplaced, bool isReframed);
     [[nodiscard]] std::uint64_t resumeAfter(const Break& at);
     [[nodiscard]] std::uint64_t resumeAfterWhole(const Break& at);
     [[nodiscard]] std::uint64_t resumeBySearch(const Break& at);
@@ -82,6 +89,8 @@ class Walker {
     const BlockFileMap& map_;
     BlockShape shape_;
     IndexPlaces places_;
+    ListedBlocks listed_;
+    std::uint64_t namedEnd_ = 0;  ///< every block that begins before it is named
     const TarvFileWalk::Take& take_;
     bool ended_ = false;
     Evidence evidence_ = Evidence::chain;

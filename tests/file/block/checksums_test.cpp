@@ -12,8 +12,12 @@ namespace {
 
 constexpr std::uint32_t kListId = 0xFFFFFFEE;
 
-const std::vector<Block> kBlocks = {
-    {1, "first", "One", 1, 2}, {2, std::string(40000, 'x'), "Long", 3, 4}, {9, "", "None", 5, 6}};
+const std::vector<Block> kBlocks = {{1, "first", "One", 1, 2},
+                                    {2, std::string(40000, 'x'), "Long", 3, 4},
+                                    {9, "", "None", 5, 6},
+                                    {8, "down"},
+                                    {0xFFFFFFF0, std::string(700, 'd')},
+                                    {0, "zero"}};
 
 /// Writes blocks with checksums, one commit after each `perCommit` of them.
 void saveSummed(const std::string& name, const std::vector<Block>& blocks,
@@ -119,15 +123,35 @@ TEST(BlockChecksums, NeverSearchForAnotherBlock) {
     }
 }
 
-TEST(BlockChecksums, FindBlocksWhereTheIndexIsDamaged) {
+// The list is found and proves as before wherever else a byte is damaged.
+TEST(BlockChecksums, ProveThoughTheRestIsDamaged) {
     TempFolder folder;
     const std::string name = folder / "file.dat";
-    saveSummed(name, kBlocks);
-    std::string bytes = folder.read("file.dat");
-    bytes[bytes.size() - 12 - 4] ^= 0x40;  // the offset of the last block
-    folder.write("file.dat", bytes);
-    EXPECT_EQ(stateOf(name), TarvFileRead::ChecksumsDamaged);
-    EXPECT_EQ(fetched(name, kBlocks), kBlocks);
+    const std::vector<Block> whole = {{1, "first", "One"}, {2, "second one!", "Two"}};
+    saveSummed(name, whole);
+    const std::string bytes = folder.read("file.dat");
+    const std::size_t entries = bytes.size() - 12 - 3 * 8;  // the list's, then one for each block
+    const struct {
+        const char* what;
+        std::size_t at;
+    } cases[] = {{"header", 0},
+                 {"place of the index in the header", 151},
+                 {"format version", 152},
+                 {"description of the index", entries - 9},
+                 {"identifier of the list", entries},
+                 {"offset of the list", entries + 4},
+                 {"offset of a block", entries + 8 + 4},
+                 {"end of the index", bytes.size() - 1}};
+    for (const auto& [what, at] : cases) {
+        std::string damaged = bytes;
+        damaged[at] = static_cast<char>(damaged[at] ^ 0x40);
+        folder.write("file.dat", damaged);
+        EXPECT_EQ(stateOf(name), TarvFileRead::ChecksumsDamaged) << what;
+        EXPECT_EQ(fetched(name, whole), whole) << what;
+        damaged[160 + 136] = 'F';
+        folder.write("file.dat", damaged);
+        EXPECT_EQ(fetched(name, whole), std::vector{whole[1]}) << what;
+    }
 }
 
 // A program that does not know the list must not make good blocks unreadable.
@@ -143,6 +167,17 @@ TEST(BlockChecksums, AreOutdatedByThoseWhoDoNotKnowThem) {
         if (block.id == 1) block.data = changed[0].data;
     });
     EXPECT_EQ(stateOf(copy), TarvFileRead::ChecksumsOutdated);
+    EXPECT_EQ(fetched(copy, changed), changed);
+
+    // Written anew in the order of the file: all blocks are where they were, the list's too.
+    std::string sorted = folder.read("summed.dat");
+    const std::size_t entries = sorted.size() - 12 - 8 * (kBlocks.size() + 1);
+    std::rotate(sorted.begin() + static_cast<std::ptrdiff_t>(entries),
+                sorted.begin() + static_cast<std::ptrdiff_t>(entries + 8), sorted.end() - 12);
+    sorted[160 + 136] = 'F';
+    folder.write("copy.dat", sorted);
+    EXPECT_EQ(stateOf(copy), TarvFileRead::ChecksumsOutdated);
+    changed[0].data = "First";
     EXPECT_EQ(fetched(copy, changed), changed);
 
     {
@@ -173,7 +208,7 @@ TEST(BlockChecksums, LeaveOutWhatIsNotKnown) {
     ASSERT_EQ(file.open(name.c_str()), 1);
     ASSERT_EQ(file.writeBloc(made(kBlocks[0])), 1);
     file.setChecksums(1);
-    for (const std::size_t i : {1u, 2u}) ASSERT_EQ(file.writeBloc(made(kBlocks[i])), 1);
+    for (const std::size_t i : {1u, 2u, 3u, 4u, 5u}) ASSERT_EQ(file.writeBloc(made(kBlocks[i])), 1);
     EXPECT_EQ(file.writeBloc(made({kListId, "mine"})), 0);
     ASSERT_EQ(file.commit(), 1);
     ASSERT_EQ(file.close(), 1);

@@ -206,11 +206,20 @@ TEST_F(BlockSave, SafelyKeepsLinksAndRights) {
 
 TEST_F(BlockSave, NeverGrowsPastWhatSeekToTakes) {
     const unsigned long most = 0x7FFFFFFF;
-    const unsigned long index = 148 + 8;
-    for (const unsigned long at : {most - 152 - index, most - 152 - index + 1, most}) {
-        const int result = at == most - 152 - index;
+    constexpr unsigned long kIndex = 148 + 8, kList = 180 + 2 * 16;
+    const struct {
+        unsigned long at;
+        int sums;
+        int result;
+    } cases[] = {{most - 152 - kIndex, 0, 1},
+                 {most - 152 - kIndex + 1, 0, 0},
+                 {most, 0, 0},
+                 {most - 152 - kIndex - 8 - kList, 1, 1},
+                 {most - 152 - kIndex - 8 - kList + 1, 1, 0}};
+    for (const auto& [at, sums, result] : cases) {
         std::filesystem::remove(name);  // or its backup would have 2 GiB, no longer sparse
         TarvFileWrite file;
+        file.setChecksums(sums);
         ASSERT_EQ(file.open(name.c_str()), 1);
         ASSERT_EQ(file.getFile()->SeekTo(static_cast<long>(at)), 1);
         FaultyFiles calls;

@@ -18,8 +18,10 @@ using toolbox::LockOutcome;
 
 #if defined(_WIN32)
 inline constexpr int kRounds = 1;
+inline constexpr int kStep = 3;  // a program takes long to start
 #else
 inline constexpr int kRounds = 10;
+inline constexpr int kStep = 1;
 #endif
 
 /// The lock of a program that was killed on this machine.

@@ -44,8 +44,9 @@ TEST_F(LockTest, TellsOthersWhoHasIt) {
 TEST_F(LockTest, IsOneForAllNamesOfADocument) {
     DocumentLock lock;
     ASSERT_EQ(lock.take(name).outcome, LockOutcome::taken);
-    std::vector<std::string> names{folder / "./plan.dat", folder / "../" +
-        std::filesystem::path(folder.path()).filename().string() + "/plan.dat"};
+    std::vector<std::string> names{
+        folder / "./plan.dat",
+        folder / "../" + std::filesystem::path(folder.path()).filename().string() + "/plan.dat"};
 #if defined(_WIN32)
     names.push_back(folder / "PLAN.DAT");
 #else
@@ -126,12 +127,10 @@ TEST_F(LockTest, IsImpossibleWhereNoFileCanBeMade) {
     const struct {
         FileCall call;
         toolbox::platform::ErrorCode error;  // 0: the disk takes ten bytes more
-    } faults[] = {{FileCall::createLike, ERROR_ACCESS_DENIED},
-                  {FileCall::createLike, ERROR_DISK_FULL},
-                  {FileCall::write, ERROR_DISK_FULL},
-                  {FileCall::write, 0},
-                  {FileCall::flush, ERROR_WRITE_FAULT},
-                  {FileCall::renameNew, ERROR_WRITE_FAULT}};
+    } faults[] = {
+        {FileCall::createLike, ERROR_ACCESS_DENIED}, {FileCall::createLike, ERROR_DISK_FULL},
+        {FileCall::write, ERROR_DISK_FULL},          {FileCall::write, 0},
+        {FileCall::flush, ERROR_WRITE_FAULT},        {FileCall::renameNew, ERROR_WRITE_FAULT}};
     for (const auto& fault : faults) {
         SCOPED_TRACE(&fault - faults);
         if (fault.error == 0)

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "file/block/block_kit.h"
+#include "support/temp_folder.h"
 #include "toolbox/block_frames.h"
 
 namespace corpus {
@@ -113,6 +114,41 @@ inline std::vector<Original> alignedOriginals() {
     return all;
 }
 
+/// The blocks of a file of format 210 as a writer saves them with checksums, with a commit after
+/// the first `early` of them and one at the end.
+inline Original summed(const Original& plain, std::size_t early = 0) {
+    const TempFolder folder;
+    Original made{plain.name + " summed " + std::to_string(early), {}, {}};
+    TarvFileWrite file;
+    file.setChecksums(1);
+    file.open((folder / "file").c_str());
+    for (const Record& record : plain.records) {
+        const char* at = plain.bytes.data() + record.from;
+        const std::string text(at + 4, 128);
+        file.writeBloc(block_kit::made({record.id,
+                                        {at + 136, record.to - record.from - 148},
+                                        text.substr(0, text.find('\0'))}));
+        made.records.push_back(record);
+        if (made.records.size() == early) file.commit();
+    }
+    file.commit();
+    file.close();
+    made.bytes = folder.read("file");
+    std::size_t moved = 0;
+    for (std::size_t i = 0; i < made.records.size(); ++i) {
+        if (early > 0 && i == early) moved = 180 + 16 * (early + 1) + 148 + 8 * (early + 1);
+        made.records[i].from += moved;
+        made.records[i].to += moved;
+    }
+    return made;
+}
+
+inline std::vector<Original> summedOriginals() {
+    Maker hard("hard", 210);
+    const Original plain = addHardBlocks(hard, 210);
+    return {summed(equalBlocks(210, 6, 364)), summed(plain), summed(plain, 3)};
+}
+
 inline std::vector<Original> originals() {
     std::vector<Original> all = alignedOriginals();
     for (const std::uint32_t format : {210u, 205u, 150u, 100u}) {
@@ -129,6 +165,8 @@ inline std::vector<Original> originals() {
     addHardBlocks(onward, 210).commit();
     all.push_back(onward.block(21, "late").block(22, "later still").block(23, "last of all"));
     all.push_back(Maker("empty", 210).commit());
+    for (const Original& each : summedOriginals()) all.push_back(each);
+    all.push_back(summed(Maker("empty", 210)));
     return all;
 }
 

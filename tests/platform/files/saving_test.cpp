@@ -29,6 +29,22 @@ TEST_F(HostFiles, CreatesOnlyWhatIsNotThere) {
               ERROR_PATH_NOT_FOUND);
 }
 
+TEST_F(HostFiles, RenamesToANameThatNobodyHas) {
+    const std::string from = folder.write("from", "new");
+    const std::string taken = folder.write("taken", "old");
+    const std::string free = folder / "free";
+    EXPECT_EQ(files.renameNew(from.c_str(), taken.c_str()), ERROR_ALREADY_EXISTS);
+    EXPECT_EQ(folder.read("taken"), "old");
+    EXPECT_EQ(files.renameNew(from.c_str(), free.c_str()), 0u);
+    EXPECT_EQ(folder.read("free"), "new");
+    EXPECT_EQ(files.renameNew(from.c_str(), (folder / "other").c_str()), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(files.renameNew(free.c_str(), (folder / "none/x").c_str()), ERROR_PATH_NOT_FOUND);
+    const auto found = files.find(free.c_str());
+    ASSERT_EQ(found.size(), 1u);
+    const std::int64_t age = std::time(nullptr) - found[0].written / 1'000'000'000;
+    EXPECT_TRUE(age >= -2 && age < 100) << age;
+}
+
 #if defined(_WIN32)
 
 std::vector<char> accessList(const std::string& name) {

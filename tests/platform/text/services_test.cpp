@@ -7,6 +7,11 @@
 #include "toolbox/platform.h"
 #include "toolbox/text.h"
 
+#if !defined(_WIN32)
+#include <sys/wait.h>
+#include <unistd.h>
+#endif
+
 namespace toolbox::platform {
 namespace {
 
@@ -40,6 +45,27 @@ TEST(UserPrompt, GivesTheAnswerThatChangesNothing) {
         EXPECT_EQ(current().prompt->messageBox(nullptr, "100%s%n", "Caption", flags), answer);
         EXPECT_EQ(::testing::internal::GetCapturedStderr(), "Caption: 100%s%n\n");
     }
+}
+
+TEST(SystemInfo, TellsProcessesApart) {
+    SystemInfo& system = *current().system;
+    const auto ours = system.processStart(system.processId());
+    ASSERT_TRUE(ours.has_value());
+    EXPECT_NE(*ours, "");
+    EXPECT_EQ(system.processStart(system.processId()), ours);
+    EXPECT_FALSE(system.processStart(0x7FFFFFF0).has_value());
+    EXPECT_NE(system.hostName(), "");
+    EXPECT_NE(system.userName(), "");
+#if !defined(_WIN32)
+    EXPECT_NE(system.processStart(static_cast<std::uint32_t>(::getppid())), ours);
+    const pid_t ended = ::fork();
+    if (ended == 0) ::_exit(0);
+    siginfo_t facts{};
+    ASSERT_EQ(::waitid(P_PID, static_cast<id_t>(ended), &facts, WEXITED | WNOWAIT), 0);
+    EXPECT_FALSE(system.processStart(static_cast<std::uint32_t>(ended)).has_value())
+        << "nobody has asked for it yet";
+    ::waitpid(ended, nullptr, 0);
+#endif
 }
 
 }  // namespace

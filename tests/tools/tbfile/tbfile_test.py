@@ -232,6 +232,86 @@ class Outputs(Tbfile):
             (d["id"], d.get("field") or d.get("onlyIn") or d["damaged"]) for d in told})
 
 
+class Checksums(Tbfile):
+    """A file with a list of checksums, which `repack --checksums` adds to any sound one."""
+
+    def setUp(self):
+        super().setUp()
+        self.write("plain.tbf", made(205, BLOCKS))
+        self.run_it("repack", "--checksums", "plain.tbf", "a.tbf")
+        self.whole = (self.folder / "a.tbf").read_bytes()
+        self.places = {block.id: block.offset for block in self.read("a.tbf").blocks}
+
+    def changed(self, at, bytes_):
+        return self.write("b.tbf", self.whole[:at] + bytes_ + self.whole[at + len(bytes_):])
+
+    def test_copies_keep_a_current_list(self):
+        blocks = [versions(205, block) for block in BLOCKS]
+        self.run_it("extract", "a.tbf", "folder")
+        for arguments in (("repack", "a.tbf"), ("recover", "a.tbf"), ("pack", "folder")):
+            self.run_it(*arguments, "out.tbf", "--force")
+            copy = self.read("out.tbf")
+            self.assertEqual((blocks, True, self.whole),
+                             (copy.blocks, None not in copy.sums.values(),
+                              (self.folder / "out.tbf").read_bytes()), arguments)
+        self.assertEqual(set(), self.findings("a.tbf", sound=True))
+        self.run_it("verify", "--quick", "a.tbf")
+        self.assertEqual("current", self.json("info", "a.tbf")["checksums"])
+        self.run_it("extract", "plain.tbf", "other")
+        self.run_it("pack", "other", "unsummed.tbf")
+        self.assertIsNone(self.read("unsummed.tbf").sums)
+        self.run_it("diff", "a.tbf", "unsummed.tbf")
+
+    def test_damage(self):
+        twelve, three = self.places[12], self.places[3]
+        for what, at, content, finding, kept, certain in [
+                ("data", twelve + 140, b"?", "wrongChecksum", 5, 4),
+                ("length", twelve + 132, words(7), "wrongChecksum", 5, 5),
+                ("terminator", three - 4, b"gone", "terminator", 5, 5),
+                ("head", twelve, b"?" * 140, "otherId", 4, 4)]:
+            with self.subTest(what=what):
+                name = self.changed(at, content)
+                told = dict(self.findings(name))
+                self.assertIn(finding, told)
+                recovered = self.json("recover", name, "out.tbf", "--force", status=1)
+                self.assertEqual(kept, recovered["rescued"])
+                doubtful = {block["id"]: block["doubts"] for block in recovered["doubtfulBlocks"]}
+                self.assertEqual({12: ["wrongChecksum"]} if what == "data" else {}, doubtful)
+                copy = self.read("out.tbf")
+                self.assertEqual(what == "data", None in copy.sums.values())
+                self.assertEqual(certain, self.json("recover", name, "out.tbf", "--force",
+                                                    "--certain", status=1)["rescued"])
+                told = self.json("diff", "a.tbf", name, status=1)["differences"]
+                self.assertEqual([(12, "b")], [(d["id"], d["damaged"]) for d in told])
+                self.unchanged("block 12", "repack", name, "none.tbf")
+
+    def test_a_block_at_another_place_is_found(self):
+        first, second, end = (self.places[id] for id in (7, 9, 0xFFFFFFF0))
+        name = self.changed(first, self.whole[second:end] + self.whole[first:second])
+        self.assertLess({("misplaced", first), ("misplaced", first + end - second)},
+                        self.findings(name))
+        told = self.json("recover", "--certain", name, "out.tbf", status=1)
+        self.assertEqual((5, 0), (told["rescued"], told["lostBytes"]))
+        self.assertIn("misplaced", [fault["fault"] for fault in told["faults"]])
+
+    def test_a_list_that_does_not_fit_is_told(self):
+        index = self.read("a.tbf").index_offset
+        for finding, at, content, blocks in [
+                ("checksumsOutdated", len(self.whole), self.whole[index:], 5),
+                ("checksumsDamaged", index - 20, b"?", 5),
+                ("checksumsDiffer", 140, words(2452031), 5)]:
+            with self.subTest(finding=finding):
+                name = self.changed(at, content)
+                if finding == "checksumsOutdated":
+                    name = self.write("b.tbf", self.whole[:148] + words(len(self.whole)) +
+                                      self.whole[152:] + self.whole[index:])
+                self.assertEqual({(finding, index - 180 - 16 * 6)}, self.findings(name))
+                told = self.json("recover", name, "out.tbf", "--force", status=1)
+                self.assertIn(finding, [fault["fault"] for fault in told["faults"]])
+                self.assertEqual(blocks, len(self.read("out.tbf").sums))
+                self.json("info", name, status=1)
+
+
 class Refusals(Tbfile):
     """What cannot be carried out is said in the user's language, and nothing is changed."""
 
@@ -405,6 +485,8 @@ def usual(loader):
         return loader.loadTestsFromModule(sys.modules[__name__])
     return unittest.TestSuite([Verify("test_findings"),
                                Outputs("test_recover_says_what_it_did"),
+                               Checksums("test_copies_keep_a_current_list"),
+                               Checksums("test_damage"),
                                Targets("test_outputs_have_the_access_of_their_input"),
                                Targets("test_extract_over_an_earlier_one"),
                                Refusals("test_names_of_any_characters")])

@@ -56,7 +56,8 @@ int extract(const Options& options) {
     folder.check(kManifestName, options.input);
     const Index& index = open.index();
     std::string manifest =
-        manifestStart(open.map.header, labelOf(open.probe, open.map.shape, index.frame));
+        manifestStart(open.map.header, labelOf(open.probe, open.map.shape, index.frame),
+                      open.map.checksums.has_value());
     for (const BlocItem& entry : entries.firsts) {
         const Frame frame = open.block(entry);
         const ManifestBlock block{entry.id, labelOf(open.window, open.map.shape, frame),
@@ -91,6 +92,7 @@ int pack(const Options& options) {
     OutputFile output(options.output, sources.access, options.force,
                       [&](std::uint64_t at) { progress.update(done + at); });
     Writer writer(output);
+    if (manifest.checksums) writer.keepSums();
     for (const ManifestBlock& block : manifest.blocks) {
         const InputFile file(options.input / pathOf(block.file), Links::refuse);
         progress.update(done);

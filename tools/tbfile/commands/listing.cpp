@@ -29,12 +29,28 @@ std::string hexadecimal(std::uint32_t number) {
     return "0x" + std::string(digits.data(), end);
 }
 
-std::string indexText(const BlockFileMap& map) {
+std::string indexText(const OpenFile& open) {
+    const BlockFileMap& map = open.map;
     if (!map.index) return say(map.header.indexOffset == 0 ? Text::neverCommitted : Text::noIndex);
-    const std::string count = grouped(map.index->entries.size());
+    const std::string count = grouped(open.indexedBlocks());
     const std::string at = std::to_string(map.index->frame.offset);
     if (!map.index->isWhole()) return say(Text::indexNotWhole, {at, count});
     return say(map.index->atItsPlace ? Text::indexAt : Text::indexElsewhere, {at, count});
+}
+
+/// What the list of checksums is worth, by its name in JSON and as a text.
+struct ChecksumState {
+    const char* json;
+    Text text;
+};
+
+ChecksumState checksumState(const BlockFileMap& map) {
+    if (!map.checksums) return {"none", Text::checksumsNone};
+    if (map.checksums->state == TarvFileRead::ChecksumsCurrent)
+        return {"current", Text::checksumsCurrent};
+    if (map.checksums->state == TarvFileRead::ChecksumsOutdated)
+        return {"outdated", Text::checksumsOutdated};
+    return {"damaged", Text::checksumsDamaged};
 }
 
 Json infoJson(const OpenFile& open, bool sound) {
@@ -55,7 +71,8 @@ Json infoJson(const OpenFile& open, bool sound) {
                        {"formatVersion", std::uint64_t{header.shape.format}},
                        {"layout", std::uint64_t{open.map.shape.format}},
                        {"indexFoundAt", orNull(index, index ? index->frame.offset : 0)},
-                       {"blocks", orNull(index, index ? index->entries.size() : 0)},
+                       {"blocks", orNull(index, open.indexedBlocks())},
+                       {"checksums", std::string(checksumState(open.map).json)},
                        {"headerReadable", header.isReadable()},
                        {"indexReadable", sound}});
 }
@@ -81,7 +98,8 @@ void printInfo(const OpenFile& open) {
     line(Text::labelCreated, shownDay(header.dates[0]));
     line(Text::labelStamped, shownDay(header.dates[1]));
     line(Text::labelNet, shownDay(header.dates[2]));
-    line(Text::labelIndex, indexText(open.map));
+    line(Text::labelIndex, indexText(open));
+    line(Text::labelChecksums, say(checksumState(open.map).text));
 }
 
 /// What is listed of one block.
@@ -212,7 +230,9 @@ int info(const Options& options) {
         print(infoJson(open, indexed).text + "\n");
     else
         printInfo(open);
-    const bool sound = open.map.header.faults.empty() && !open.map.formatDiffers();
+    const bool fits =
+        !open.map.checksums || open.map.checksums->state == TarvFileRead::ChecksumsCurrent;
+    const bool sound = open.map.header.faults.empty() && !open.map.formatDiffers() && fits;
     return indexed && sound ? kSound : kFindings;
 }
 

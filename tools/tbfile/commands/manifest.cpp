@@ -51,6 +51,11 @@ class Reading {
         manifest.header.dates = {day(header, "created"), day(header, "stamped"),
                                  day(header, "net")};
         manifest.index = label(member(json, "index"));
+        if (json.contains("checksums")) {
+            const nlohmann::json& checksums = member(json, "checksums");
+            if (!checksums.is_boolean()) refuse(json, "checksums");
+            manifest.checksums = checksums.get<bool>();
+        }
         if (!member(json, "blocks").is_array()) refuse(json, "blocks");
         for (const nlohmann::json& block : member(json, "blocks")) {
             const nlohmann::json& file = member(block, "file");
@@ -119,7 +124,7 @@ class Reading {
 
 }  // namespace
 
-std::string manifestStart(const Header& header, const Label& index) {
+std::string manifestStart(const Header& header, const Label& index, bool checksums) {
     const Json head = jsonObject({numberMember("version", header.version),
                                   numberMember("mask", header.mask),
                                   textMember("description", header.description),
@@ -131,7 +136,8 @@ std::string manifestStart(const Header& header, const Label& index) {
                                    numberMember("version", index.version),
                                    numberMember("recordVersion", index.recordVersion)});
     return "{\"tbfileManifest\":" + std::to_string(kManifestVersion) +
-           ",\n\"header\":" + head.text + ",\n\"index\":" + label.text + ",\n\"blocks\":[";
+           ",\n\"header\":" + head.text + ",\n\"index\":" + label.text +
+           (checksums ? ",\n\"checksums\":true" : "") + ",\n\"blocks\":[";
 }
 
 std::string manifestBlock(const ManifestBlock& block, bool first) {

@@ -22,11 +22,12 @@ struct ManifestBlock {
 struct Manifest {
     Header header;
     Label index;
+    bool checksums = false;  ///< the file has a list of checksums
     std::vector<ManifestBlock> blocks;
 };
 
 /// The lines of a manifest: what comes before the blocks, one block, what comes after them.
-[[nodiscard]] std::string manifestStart(const Header& header, const Label& index);
+[[nodiscard]] std::string manifestStart(const Header& header, const Label& index, bool checksums);
 [[nodiscard]] std::string manifestBlock(const ManifestBlock& block, bool first);
 [[nodiscard]] std::string manifestEnd();
 

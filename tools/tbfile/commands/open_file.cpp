@@ -1,6 +1,8 @@
 // Opens a block file for the commands: its map, its entries, the block that one of them names.
 #include "commands/open_file.h"
 
+#include <algorithm>
+
 #include "terminal/failure.h"
 
 namespace tbfile {
@@ -24,7 +26,29 @@ OpenFile::OpenFile(const Path& path, FileReader::Reads reads)
       map(walk.map()),
       window(file, reads, goingOn(watch())),
       probe(file, FileReader::Reads::whatIsAsked,
-            goingOn([](std::uint64_t) { stopIfInterrupted(); })) {}
+            goingOn([](std::uint64_t) { stopIfInterrupted(); })) {
+    if (map.checksums) sums_ = map.checksums->rows;
+    std::ranges::sort(sums_, {}, &BlockSum::offset);
+}
+
+const BlockSum* OpenFile::sumOf(std::uint64_t offset) const {
+    const auto row = std::ranges::lower_bound(
+        sums_, offset, {}, [](const BlockSum& each) { return std::uint64_t{each.offset}; });
+    return row != sums_.end() && row->offset == offset && row->isKnown() ? &*row : nullptr;
+}
+
+bool OpenFile::isList(const BlocItem& entry) const {
+    return map.checksums && entry.id == toolbox::kChecksumListId &&
+           entry.offset == map.checksums->frame.offset;
+}
+
+std::size_t OpenFile::indexedBlocks() const {
+    if (!map.index) return 0;
+    const auto& entries = map.index->entries;
+    const bool hasList =
+        map.checksums && std::ranges::any_of(entries, [&](auto& each) { return isList(each); });
+    return entries.size() - (hasList ? 1 : 0);
+}
 
 const Index& OpenFile::index() const {
     if (map.header.has(HeaderFault::tooShort))
@@ -36,7 +60,12 @@ const Index& OpenFile::index() const {
 
 std::optional<Frame> OpenFile::blockOf(const BlocItem& entry) {
     const Frame frame = frameAt(window, map.shape, entry.offset, file.size());
-    return frame.isWhole() && frame.id == entry.id ? std::optional(frame) : std::nullopt;
+    if (!frame.isWhole() || frame.id != entry.id) return std::nullopt;
+    const BlockSum* const row = sumOf(entry.offset);
+    if (!row) return frame;
+    const bool isProved = row->length == frame.end - frame.offset &&
+                          sumAt(probe, row->offset, row->length) == row->sum;
+    return isProved ? std::optional(frame) : std::nullopt;
 }
 
 Frame OpenFile::block(const BlocItem& entry) {
@@ -52,6 +81,7 @@ Entries OpenFile::entries() const {
     entries.firsts.reserve(index().entries.size());
     EntryFinder lookup;
     for (const BlocItem& entry : index().entries) {
+        if (isList(entry)) continue;
         const bool first = lookup.add(entries.firsts, entry.id);
         (first ? entries.firsts : entries.repeated).push_back(entry);
     }

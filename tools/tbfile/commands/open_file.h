@@ -21,11 +21,18 @@ struct OpenFile {
 
     /// The index, which must be there; otherwise Failure, which names the command that helps.
     [[nodiscard]] const Index& index() const;
-    /// The whole block that an entry names.
+    /// What the file's list of checksums says of the block that begins there; null when it has no
+    /// list that belongs to it, or the list does not know the sum.
+    [[nodiscard]] const BlockSum* sumOf(std::uint64_t offset) const;
+    /// Whether an entry of the index is that of the list of checksums.
+    [[nodiscard]] bool isList(const BlocItem& entry) const;
+    /// The blocks that the index names, the list of checksums left aside.
+    [[nodiscard]] std::size_t indexedBlocks() const;
+    /// The whole block that an entry names, with the sum that is listed.
     [[nodiscard]] std::optional<Frame> blockOf(const BlocItem& entry);
     /// The same, otherwise Failure.
     [[nodiscard]] Frame block(const BlocItem& entry);
-    /// The entries of the index.
+    /// The entries of the index but for the list of checksums, which each file makes for itself.
     [[nodiscard]] Entries entries() const;
 
     /// Shows the progress of what goes through the file.
@@ -39,6 +46,9 @@ struct OpenFile {
     const BlockFileMap& map;
     FileReader window;
     FileReader probe;
+
+  private:
+    std::vector<BlockSum> sums_;  ///< by their places
 };
 
 /// Says which blocks a copy does not have because an earlier one has their identifier; returns that

@@ -135,6 +135,7 @@ class Declared {
         CLI::App& repack =
             add(Command::repack, "repack", Text::aboutRepack, "IN", Text::helpInputRepack);
         addOutput(repack, "OUT", Text::helpOutput);
+        repack.add_flag("--checksums", options_.checksums, say(Text::helpChecksums));
         for (CLI::App* sub : {&extract, &pack, &recover, &repack}) {
             addForce(*sub);
             addJson(*sub);

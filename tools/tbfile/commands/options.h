@@ -24,6 +24,7 @@ struct Options {
     bool json = false;
     bool quick = false;
     bool certain = false;
+    bool checksums = false;
     bool ignoreDates = false;
     bool force = false;
 };

@@ -7,6 +7,8 @@
 namespace tbfile {
 
 using toolbox::BlockFileMap;
+using toolbox::BlockSum;
+using toolbox::ChecksumMap;
 using toolbox::EntryFinder;
 using toolbox::Evidence;
 using toolbox::FileReader;

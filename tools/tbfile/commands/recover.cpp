@@ -31,6 +31,8 @@ class Rescue {
             block(found);
         else if (found.kind == WalkFinding::Kind::index)
             index(found.frame);
+        else if (found.kind == WalkFinding::Kind::checksums)
+            list(found.frame);
         else
             loss(found);
     }
@@ -53,13 +55,19 @@ class Rescue {
         if (!frame.padded) note("description", Text::findDescription, frame);
         if (open_.map.header.wholeWords() && (frame.end - frame.offset) % 4 != 0)
             note("notWholeWords", Text::findNotWords, frame);
-        if (found.evidence == Evidence::index) ++named_;
+        if (found.isMisplaced) note("misplaced", Text::findMisplaced, frame);
+        if (found.isReframed) note("frameDamaged", Text::findFrame, frame);
+        if (found.evidence == Evidence::index || found.evidence == Evidence::checksum) ++named_;
         if (options_.certain) {
             const unsigned doubts = found.doubts | (writer_.has(found.frame.id) ? kRepeatedId : 0u);
             if (doubts != 0) return tellDoubts(found, doubts, false);
         }
         writer_.add(open_.file, open_.probe, open_.map.shape, found.frame,
-                    (found.doubts & kFrameDoubts) == 0);
+                    (found.doubts & kFrameDoubts) == 0 && !found.isReframed);
+        // What the file's own list does not vouch for the new one does not either.
+        const bool isListed = open_.map.checksums && open_.map.checksums->proves();
+        if (found.doubts != 0 || (isListed && found.evidence != Evidence::checksum))
+            writer_.leaveSumOut();
         const unsigned doubts = found.doubts | (writer_.repeated() ? kRepeatedId : 0u);
         if (doubts != 0) tellDoubts(found, doubts, true);
     }
@@ -69,15 +77,21 @@ class Rescue {
         if (!frame.isIndex()) note("otherId", Text::findOtherId, frame);
     }
 
+    /// The new file gets a list of its own.
+    void list(const Frame& frame) {
+        if (open_.map.checksums && frame.offset == open_.map.checksums->frame.offset) ++named_;
+    }
+
     void loss(const WalkFinding& loss) {
         lostBytes_ += loss.to - loss.from;
         const std::string from = std::to_string(loss.from);
         const std::string to = std::to_string(loss.to);
         const std::string id = loss.id ? std::to_string(*loss.id) : "?";
         if (options_.json) {
-            const char* kind = loss.kind == WalkFinding::Kind::cutOff         ? "cutOff"
-                               : loss.kind == WalkFinding::Kind::damagedIndex ? "index"
-                                                                              : "damaged";
+            const char* kind = loss.kind == WalkFinding::Kind::cutOff             ? "cutOff"
+                               : loss.kind == WalkFinding::Kind::damagedIndex     ? "index"
+                               : loss.kind == WalkFinding::Kind::damagedChecksums ? "checksums"
+                                                                                  : "damaged";
             losses_.add(jsonObject(
                 {{"kind", std::string(kind)},
                  {"from", loss.from},
@@ -85,10 +99,11 @@ class Rescue {
                  {"id", loss.id ? JsonValue(std::uint64_t{*loss.id}) : JsonValue(nullptr)}}));
             return;
         }
-        print(say(loss.kind == WalkFinding::Kind::cutOff         ? Text::lossCut
-                  : loss.kind == WalkFinding::Kind::damagedIndex ? Text::lossIndex
-                  : loss.id                                      ? Text::lossBlock
-                                                                 : Text::lossBytes,
+        print(say(loss.kind == WalkFinding::Kind::cutOff             ? Text::lossCut
+                  : loss.kind == WalkFinding::Kind::damagedIndex     ? Text::lossIndex
+                  : loss.kind == WalkFinding::Kind::damagedChecksums ? Text::lossChecksums
+                  : loss.id                                          ? Text::lossBlock
+                                                                     : Text::lossBytes,
                   {from, to, id}) +
               "\n");
     }
@@ -188,6 +203,9 @@ std::vector<Fault> faultsOf(const BlockFileMap& map, const Rescue& rescue) {
         if (rescue.sound() && rescue.named() != index->entries.size())
             add("indexDamaged", Text::indexDamaged);
     }
+    if (map.checksums)
+        if (const auto fault = faultOf(*map.checksums))
+            add(fault->json, fault->text, std::to_string(map.checksums->frame.offset));
     faults.insert(faults.end(), rescue.notes().begin(), rescue.notes().end());
     return faults;
 }
@@ -227,6 +245,7 @@ int recover(const Options& options) {
     OpenFile open(options.input);
     OutputFile output(options.output, open.file.access(), options.force, open.watch());
     Writer writer(output, open.map.index ? open.map.index->entries.size() : 0);
+    if (open.map.checksums) writer.keepSums();
     Rescue rescue(options, open, writer);
     open.walk.run([&](const WalkFinding& found) {
         rescue.take(found);
@@ -247,8 +266,14 @@ int repack(const Options& options) {
     const Entries entries = open.entries();
     OutputFile output(options.output, open.file.access(), options.force, open.watch());
     Writer writer(output, entries.firsts.size());
-    for (const BlocItem& entry : entries.firsts)
+    const bool hasList = open.map.checksums.has_value();
+    if (options.checksums || hasList) writer.keepSums();
+    for (const BlocItem& entry : entries.firsts) {
         writer.add(open.file, open.probe, open.map.shape, open.block(entry), true);
+        // What the file's own list does not vouch for the new one does only when that is asked for.
+        const bool isUnknown = hasList && open.map.checksums->proves() && !open.sumOf(entry.offset);
+        if (isUnknown && !options.checksums) writer.leaveSumOut();
+    }
     writer.finish(open.map.header, indexLabel(open));
     output.finish();
     const Json leftOut = tellLeftOut(entries.repeated, options.json);
@@ -257,6 +282,7 @@ int repack(const Options& options) {
                           {"blocks", std::uint64_t{writer.count()}},
                           {"sizeBefore", open.file.size()},
                           {"size", writer.size()},
+                          {"checksums", options.checksums || hasList},
                           {"repeated", leftOut}})
                   .text +
               "\n");

@@ -100,11 +100,18 @@ void checkIndex(const OpenFile& open, Findings& findings) {
     if (!index->ascending) findings.add({"indexOrder", Text::findIndexOrder}, at);
 }
 
+void checkChecksums(const OpenFile& open, Findings& findings) {
+    if (!open.map.checksums) return;
+    if (const auto fault = faultOf(*open.map.checksums))
+        findings.add({fault->json, fault->text}, open.map.checksums->frame.offset);
+}
+
 /// Looks at every block that the index names, in the order of the file.
 class EntryCheck {
   public:
-    EntryCheck(OpenFile& open, Findings& findings)
-        : open_(open), findings_(findings), end_(open.map.shape.start) {}
+    /// `sums`: blocks are compared with the sums that the file has of them.
+    EntryCheck(OpenFile& open, Findings& findings, bool sums)
+        : open_(open), findings_(findings), end_(open.map.shape.start), sums_(sums) {}
 
     /// Whether the file has more than the blocks and the indexes.
     [[nodiscard]] bool hasGaps() const { return !gaps_.empty(); }
@@ -124,7 +131,7 @@ class EntryCheck {
     void run() {
         const Index& index = *open_.map.index;
         checkIds(index.entries);
-        if (index.ascending) {
+        if (std::ranges::is_sorted(index.entries, {}, &BlocItem::offset)) {
             for (const BlocItem& entry : index.entries) check(entry);
         } else {
             std::vector<BlocItem> sorted = index.entries;
@@ -154,7 +161,7 @@ class EntryCheck {
         // What older commits left behind is no fault.
         for (std::uint64_t at = end_; at < next;) {
             const Frame frame = frameAt(open_.window, open_.map.shape, at, next);
-            if (!frame.isWhole() || !frame.isIndex()) {
+            if (!frame.isWhole() || !(frame.isIndex() || frame.isChecksumList())) {
                 gaps_.push_back({at, next});
                 return;
             }
@@ -178,12 +185,18 @@ class EntryCheck {
         if (entry.offset < end_) add({"overlap", Text::findOverlap});
         if (open_.map.header.wholeWords() && (frame.end - frame.offset) % 4 != 0)
             add({"notWholeWords", Text::findNotWords});
+        const BlockSum* const row = open_.sumOf(entry.offset);
+        const bool isTold = !told_.empty() && told_.back() == entry.offset;
+        if (row) end_ = std::max(end_, row->offset + std::uint64_t{row->length});
+        if (row && sums_ && !isTold && sumAt(open_.window, row->offset, row->length) != row->sum)
+            add({"wrongChecksum", Text::findChecksum});
         end_ = std::max(end_, frame.end);
     }
 
     OpenFile& open_;
     Findings& findings_;
     std::uint64_t end_;  ///< of what was looked at
+    bool sums_;
     std::vector<Gap> gaps_;
     std::vector<std::uint64_t> told_;  ///< ascending places
 };
@@ -199,7 +212,7 @@ class WalkCheck {
             block(found);
         else if (found.kind == WalkFinding::Kind::index)
             index(found.frame);
-        else
+        else if (found.kind != WalkFinding::Kind::checksums)
             loss(found);
     }
     [[nodiscard]] std::size_t blocks() const { return blocks_; }
@@ -211,7 +224,10 @@ class WalkCheck {
         const auto add = [&](const Finding& finding, const std::string& more = {}) {
             findings_.add(finding, frame.offset, frame.id, more);
         };
-        const bool isNamed = found.evidence == Evidence::index || found.doubts & toolbox::kOtherId;
+        const bool isListed = found.evidence == Evidence::checksum;
+        const bool isNamed =
+            isListed || found.evidence == Evidence::index || found.doubts & toolbox::kOtherId;
+        if (found.isMisplaced) add({"misplaced", Text::findMisplaced});
         if (!isNamed) {
             if (open_.map.index) add({"notIndexed", Text::findNotIndexed});
             if (found.doubts & toolbox::kTerminatorWrong) add({"terminator", Text::findTerminator});
@@ -219,7 +235,9 @@ class WalkCheck {
         }
         // What is wrong with an entry's place is told already. That the index does not name a block
         // leaves nothing certain about it.
-        if (isNamed ? entries_->hasTold(frame.offset) : open_.map.index.has_value()) return;
+        if (isNamed ? entries_ && entries_->hasTold(frame.offset) : open_.map.index.has_value())
+            return;
+        if (found.isReframed) add({"frameDamaged", Text::findFrame});
         for (const DoubtName& name : kDoubts)
             if (found.doubts & name.doubt & ~(isNamed ? 0u : +toolbox::kTerminatorWrong))
                 add({name.json, Text::findDoubtful},
@@ -230,7 +248,8 @@ class WalkCheck {
         if (!frame.isIndex()) findings_.add({"otherId", Text::findOtherId}, frame.offset, frame.id);
     }
     void loss(const WalkFinding& found) {
-        // The current index was looked at already.
+        // The current index and the list were looked at already.
+        if (open_.map.checksums && found.from == open_.map.checksums->frame.offset) return;
         if (open_.map.index && found.from == open_.map.index->frame.offset) return;
         if (entries_ && entries_->hasTold(found.from)) return;
         const bool isCutOff = found.kind == WalkFinding::Kind::cutOff;
@@ -269,10 +288,11 @@ int verifyFile(const Options& options) {
     std::size_t count = 0;
     if (!open.map.header.has(HeaderFault::tooShort)) {
         checkIndex(open, findings);
+        checkChecksums(open, findings);
         std::optional<EntryCheck> entries;
         if (open.map.index) {
-            count = open.map.index->entries.size();
-            entries.emplace(open, findings);
+            count = open.indexedBlocks();
+            entries.emplace(open, findings, !options.quick);
             entries->run();
             expectWhole(!open.window.hasStopped());
         }

@@ -27,11 +27,14 @@ Writer::Writer(OutputFile& output, std::size_t expected) : output_(output) {
 }
 
 void Writer::begin(std::uint32_t id, std::uint64_t bytes) {
-    const std::uint64_t index = (entries_.size() + 1) * sizeof(BlocItem) + kAround;
+    const std::size_t blocks = entries_.size() + 1;
+    const std::uint64_t index = (blocks + 1) * sizeof(BlocItem) + kAround + listBytes(blocks);
     if (position_ + bytes + index > kLargest)
         throw Failure(Text::tooLarge, {nameOf(output_.target())});
     repeated_ = !lookup_.add(entries_, id);
     entries_.push_back({id, static_cast<std::uint32_t>(position_)});
+    if (keepsSums_)
+        sums_.push_back({id, entries_.back().offset, static_cast<std::uint32_t>(bytes), 0});
     wholeWords_ = wholeWords_ && bytes % 4 == 0;
     position_ += bytes;
 }
@@ -48,11 +51,19 @@ void Writer::add(const InputFile& from, FileReader& window, const Shape& shape, 
         }
         runBytes_ += bytes;
         if (runBytes_ >= kRun) sendRun();
+        if (keepsSums_) addSum(sumAt(window, frame.offset, bytes), from);
         return;
     }
     const Label label = labelOf(window, shape, frame);
     sendRun();
     begin(frame.id, kAround + frame.length);
+    if (keepsSums_) {
+        const auto head = toolbox::blockHead(frame.id, label.description, frame.length);
+        const auto tail = toolbox::blockTail(label.version, label.recordVersion);
+        const auto data =
+            sumAt(window, frame.offset + shape.head, frame.length, toolbox::sumOf(head));
+        addSum(data ? std::optional(toolbox::sumOf(tail, *data)) : data, from);
+    }
     putHead(frame.id, label.description, frame.length);
     putData(from, &window, frame.offset + shape.head, frame.length);
     putTail(label.version, label.recordVersion);
@@ -67,20 +78,63 @@ void Writer::add(std::uint32_t id, const Label& label, const InputFile& data) {
     putHead(id, label.description, length);
     putData(data, nullptr, 0, length);
     putTail(label.version, label.recordVersion);
+    if (!keepsSums_) return;
+    const auto head = toolbox::blockHead(id, label.description, length);
+    const auto tail = toolbox::blockTail(label.version, label.recordVersion);
+    FileReader reader(data);
+    const auto sum = sumAt(reader, 0, length, toolbox::sumOf(head));
+    addSum(sum ? std::optional(toolbox::sumOf(tail, *sum)) : sum, data);
+}
+
+void Writer::addSum(std::optional<std::uint32_t> sum, const InputFile& from) {
+    if (!sum) throw Failure(Text::shortened, {nameOf(from.path())});
+    sums_.back().sum = *sum;
+}
+
+void Writer::leaveSumOut() {
+    if (keepsSums_) sums_.back().length = sums_.back().sum = 0;
+}
+
+std::uint64_t Writer::listBytes(std::size_t blocks) const {
+    return keepsSums_ ? toolbox::checksumListBytes(blocks + 1) : 0;
 }
 
 void Writer::finish(Header header, const Label& indexLabel) {
     sendRun();
+    // A block that has the identifier of the list already is somebody's own.
+    if (keepsSums_ && has(toolbox::kChecksumListId)) keepsSums_ = false;
     header.mask = (header.mask & ~1u) | (wholeWords_ ? 1u : 0u);
-    header.indexOffset = static_cast<std::uint32_t>(position_);
-    const std::size_t bytes = entries_.size() * sizeof(BlocItem);
-    putHead(toolbox::kMasterIndexId, indexLabel.description, static_cast<std::uint32_t>(bytes));
-    put(entries_.data(), bytes);
-    putTail(indexLabel.version, indexLabel.recordVersion);
+    header.indexOffset = static_cast<std::uint32_t>(position_ + listBytes(entries_.size()));
+    putIndex(header, indexLabel);
     sendGathered();
-    position_ += kAround + bytes;
     const auto start = toolbox::headerBytes(header);
     output_.rewriteStart(start.data(), start.size());
+}
+
+/// The list, whose entry is the first of the index, and the index.
+void Writer::putIndex(Header header, const Label& label) {
+    const auto place = static_cast<std::uint32_t>(position_);
+    if (keepsSums_) {
+        entries_.insert(entries_.begin(), {toolbox::kChecksumListId, place});
+        sums_.insert(sums_.begin(), {toolbox::kChecksumListId, place, 0, 0});
+        lists_ = 1;
+    }
+    const std::size_t bytes = entries_.size() * sizeof(BlocItem);
+    const auto head = toolbox::blockHead(toolbox::kMasterIndexId, label.description,
+                                         static_cast<std::uint32_t>(bytes));
+    const auto tail = toolbox::blockTail(label.version, label.recordVersion);
+    std::vector<char> index(head.begin(), head.end());
+    const char* const first = reinterpret_cast<const char*>(entries_.data());
+    index.insert(index.end(), first, first + bytes);
+    index.insert(index.end(), tail.begin(), tail.end());
+    if (keepsSums_) {
+        const auto start = toolbox::headerBytes(header);
+        const auto list = toolbox::checksumList({start, index, sums_, place});
+        put(list.data(), list.size());
+        position_ += list.size();
+    }
+    put(index.data(), index.size());
+    position_ += index.size();
 }
 
 void Writer::put(const void* bytes, std::size_t n) {

@@ -27,6 +27,7 @@ _tbfile() {
         verify) options+=' --json --quick' ;;
         recover) options+=' --json --force --certain' ;;
         diff) options+=' --json --ignore-dates' ;;
+        repack) options+=' --json --force --checksums' ;;
         *) options+=' --json --force' ;;
     esac
     if [[ $current == -* ]]; then

@@ -8,6 +8,7 @@ complete -c tbfile -n '__fish_seen_subcommand_from ls' -s r -l reverse
 complete -c tbfile -n '__fish_seen_subcommand_from dump' -l raw -r
 complete -c tbfile -n '__fish_seen_subcommand_from verify' -s q -l quick
 complete -c tbfile -n '__fish_seen_subcommand_from recover' -l certain
+complete -c tbfile -n '__fish_seen_subcommand_from repack' -l checksums
 complete -c tbfile -n '__fish_seen_subcommand_from diff' -l ignore-dates
 complete -c tbfile -n '__fish_seen_subcommand_from dump extract pack recover repack' -s f -l force
 complete -c tbfile -n '__fish_seen_subcommand_from info ls extract pack verify recover diff repack' -l json

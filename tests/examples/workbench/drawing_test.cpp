@@ -7,7 +7,6 @@
 
 #include "drawing/drawing_page.h"
 #include "drawing/label_drawing.h"
-#include "drawing/window_drawing.h"
 #include "project/project_keys.h"
 #include "resources/workbench_texts.h"
 #include "support/temp_folder.h"
@@ -87,23 +86,6 @@ TEST_F(ProjectDrawing, LiesOnAPageThatIsAsLargeAsItself) {
         EXPECT_EQ(reach.has("\nIPE 300\n"), project == labelled);
         EXPECT_EQ(reach.has("P2: 3.50 m, $XX$"), project == labelled);
     }
-}
-
-TEST_F(ProjectDrawing, HasItsMarksInAWindowOnly) {
-    show(sampleProject(3, {"IPE 300"}));
-    DrawingLayout layout(depthIn(work));
-    const PixelRect client{0, 0, 1000, 600};
-    const Scene scene{work, layout, drawingPart(client)};
-    layout.fit(work.project(), scene.part);
-    const auto sizeWith = [&](const Selection& selection) {
-        TvRecording window(1000, 600);
-        drawWindow(window, scene, client, selection, {});
-        EXPECT_EQ(window.faultCount(), 0u) << selection.kind;
-        return window.size();
-    };
-    const std::size_t unmarked = sizeWith({});
-    EXPECT_GT(sizeWith({Selection::OneBeam, 1}), unmarked);
-    EXPECT_GT(sizeWith({Selection::OneLoad, 2, 0}), unmarked);
 }
 
 TEST_F(ProjectDrawing, ArrangesItsLabelsInOneStep) {

@@ -221,15 +221,6 @@ TEST_F(DrawingWindow, GivesLabelsToTheLibrarysTool) {
     EXPECT_EQ(view->labels().layout()->tag(1)->tag->text, labels[0].tag.text);
 }
 
-TEST_F(DrawingWindow, IsCopiedAsAPicture) {
-    putBeam();
-    workbench.command(CMD_COPY_DRAWING);
-    EXPECT_EQ(workbench.hint(), "Drawing copied.");
-    ASSERT_TRUE(OpenClipboard(window()));
-    EXPECT_NE(GetClipboardData(CF_ENHMETAFILE), nullptr);
-    CloseClipboard();
-}
-
 TEST_F(DrawingWindow, AClickSelectsAndMovesNothing) {
     putBeam();
     const Project before = project();

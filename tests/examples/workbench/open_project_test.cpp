@@ -153,13 +153,4 @@ TEST_F(Work, SaysAndSelectsWhatAStepIsAbout) {
     EXPECT_EQ(work.steps().undoText(), "Undo Move beam");
 }
 
-TEST_F(Work, AStepOfALargeProjectHoldsNoMoreThanTheStep) {
-    work.setProject(sampleProject(10000, {"IPE 300"}));
-    Beam beam = work.project().beams()[5003];
-    ASSERT_FALSE(beam.loads.empty());
-    beam.loads[0].position = 0.5;
-    ASSERT_NE(work.put(beam), 0u);
-    EXPECT_LT(work.steps().bytes(), 1000u);
-}
-
 }  // namespace

@@ -254,8 +254,12 @@ bool Document::open(const CString& file) {
     const ModalPhase phase(workbench_);
     TvDocumentResult result = file_->open(file);
     // The items of older files tell themselves that they are damaged.
-    if (!result.ok && content_->isDamaged() && questions_->openRescued(file, {}))
-        result = file_->open(file, TvDocumentFile::Rescued);
+    if (!result.ok && content_->isDamaged() && questions_->openRescued(file, {})) {
+        content_->allowDamage(true);
+        result = file_->open(file);
+        content_->allowDamage(false);
+        if (result.ok) file_->edited();
+    }
     return opened(result);
 }
 

@@ -277,7 +277,8 @@ int ProjectContent::readFrom(TarvFileRead& file, const std::vector<TvDocumentLos
 }
 
 int ProjectContent::read(TarvFileRead& file) {
-    return readFrom(file, nullptr);
+    const std::vector<TvDocumentLoss> none;
+    return readFrom(file, allowsDamage_ ? &none : nullptr);
 }
 
 int ProjectContent::readRescued(TarvFileRead& file, const std::vector<TvDocumentLoss>& missing) {

@@ -40,6 +40,8 @@ class ProjectContent : public TvDocumentContent {
     /// Beams and labels that the file read last should hold, and those that it does.
     [[nodiscard]] std::size_t expected() const { return expected_; }
     [[nodiscard]] std::size_t loaded() const { return loaded_; }
+    /// read() then takes what is intact of a damaged project of an older version, too.
+    void allowDamage(bool allowed) { allowsDamage_ = allowed; }
     /// The last read() found a project with items that are not intact, which the file, of an older
     /// version, does not tell.
     [[nodiscard]] bool isDamaged() const { return isDamaged_; }
@@ -60,4 +62,5 @@ class ProjectContent : public TvDocumentContent {
     TarvDate created_;
     std::size_t expected_ = 0, loaded_ = 0;
     bool isDamaged_ = false;
+    bool allowsDamage_ = false;
 };

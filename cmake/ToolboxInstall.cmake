@@ -20,7 +20,7 @@ if(WIN32)
     install(DIRECTORY ${PROJECT_SOURCE_DIR}/resources
             DESTINATION ${CMAKE_INSTALL_DATADIR}/toolbox COMPONENT development)
 else()
-    foreach(name IN ITEMS attached_control bars canvas_device controls dialogs exchange graphics key_dialogs
+    foreach(name IN ITEMS attached_control bars canvas_device controls dialogs document_dialogs exchange graphics key_dialogs
                           meter pickers property_sheets tag_tools tools value_service
                           windowing detail/mouse_button)
         list(APPEND windows_only REGEX "/${name}[.]h$" EXCLUDE)

@@ -14,33 +14,13 @@
 #include "section_csv.h"
 #include "section_table.h"
 #include "section_texts.h"
+#include "services.h"
 #include "stored_report.h"
 #include "terminal.h"
 
 namespace {
 
 enum ExitStatus { kDone = 0, kFailed = 1, kLeftOut = 2, kWrongArguments = 3 };
-
-/// The library's services for the length of the program. Errors are collected, not shown in boxes.
-class Services {
-  public:
-    explicit Services(GMSG::Language language) {
-        GMSG::initStaticVars();
-        UDManager::initStaticVars();
-        GMSG::setErrorReportingOption(GMSG::ReportInList);
-        GMSG::language = language;
-        registerSectionTexts();
-    }
-    ~Services() {
-        UDManager::destroyStaticVars();
-        GMSG::destroyStaticVars();
-    }
-    Services(const Services&) = delete;
-    Services& operator=(const Services&) = delete;
-
-  private:
-    GMSG service_;
-};
 
 void printLine(const CString& line) {
     print((line + "\n").view());
@@ -113,7 +93,7 @@ int run(const Options& options) {
 
 int main(int count, char** arguments) {
     prepareTerminal();
-    const Services services(languageOf(count, arguments));
+    const Services services(languageOf(count, arguments), registerSectionTexts);
     const std::optional<Options> options = parseOptions(count, arguments);
     if (options) return run(*options);
     printError((text(kUsage) + "\n" + text(kUsageOfKeys) + "\n").view());

@@ -8,31 +8,12 @@
 #include <cstdio>
 
 #include "drawing/drawing_page.h"
+#include "project/project_keys.h"
 #include "resources/workbench_texts.h"
 #include "section_csv.h"
+#include "services.h"
 
 namespace {
-
-/// The library's services for the length of the program.
-class Services {
-  public:
-    Services() {
-        GMSG::initStaticVars();
-        UDManager::initStaticVars();
-        GMSG::setErrorReportingOption(GMSG::ReportInList);
-        GMSG::language = GMSG::English;
-        registerWorkbenchTexts();
-    }
-    ~Services() {
-        UDManager::destroyStaticVars();
-        GMSG::destroyStaticVars();
-    }
-    Services(const Services&) = delete;
-    Services& operator=(const Services&) = delete;
-
-  private:
-    GMSG service_;
-};
 
 /// A floor: what is strained, what breaks, and why.
 Project floorProject() {
@@ -72,10 +53,10 @@ int drawInto(int count, char** files, const std::vector<Section>& sections) {
     });
     work.setProject(floorProject());
     for (std::size_t i = 0; i < work.project().beams().size(); ++i) work.compute(i);
-    ProjectKeys keys("workbench_drawing.ini");
+    const ProjectKeys keys("workbench_drawing.ini");
     for (int i = 0; i < count; ++i) {
         CString why;
-        if (writeDrawing(work, keys, "Beams of a floor", files[i], &why)) continue;
+        if (writeDrawing(work, "Beams of a floor", files[i], &why)) continue;
         std::fprintf(stderr, "%s: %s\n", files[i], why.c_str());
         return 1;
     }
@@ -89,7 +70,7 @@ int main(int count, char** words) {
         std::fputs("usage: workbench_drawing SECTIONS FILE...\n", stderr);
         return 2;
     }
-    const Services services;
+    const Services services(GMSG::English, registerWorkbenchTexts);
     const std::vector<Section> sections = readSections(words[1]);
     if (!sections.empty()) return drawInto(count - 2, words + 2, sections);
     std::fputs(GMSG::getLstErrorsInString().c_str(), stderr);

@@ -103,6 +103,7 @@ int run(HINSTANCE instance, const Arguments& arguments, const Settings& settings
                          &workbench);
     if (!frame.initMainWindow(show)) return 1;
     if (!settings.isWritable) workbench.report(kSettingsNotKept, MB_ICONEXCLAMATION, settings.file);
+    workbench.offerRecovery();
     if (arguments.file) workbench.openFile(arguments.file);
     return frame.run(show);
 }

@@ -21,6 +21,7 @@
 // and its top not above its bottom.
 #pragma once
 
+#include <functional>
 #include <limits>
 #include <memory>
 #include <span>
@@ -80,6 +81,12 @@ struct TvTagPlacement {
     std::vector<TvTagId> unplaced{};  ///< tags without a place, by number
 };
 
+/// Whose values the tokens of a tag stand for, where tags speak of different things; null: they
+/// stand as they are. It is asked for each tag directly before its tokens are expanded, with the
+/// tag's number, 0 for one of no set. What it gives may end when a value is fetched (the rest of
+/// the tag's tokens then stand as they are) and need not live longer than that tag's turn.
+using TvTagKeys = std::function<TokenizerUDManager*(TvTagId id, const TvTag& tag)>;
+
 /// The tags of a set that are shown on a page. A plain value; it keeps the tags it was made of and
 /// borrows nothing.
 class TB_API TvTagLayout {
@@ -91,6 +98,9 @@ class TB_API TvTagLayout {
     /// there are none. Tokens are expanded by `keys`; null: they stand as they are. Fetching values
     /// may delete `keys` (tokens stand as they are from there on) and the set.
     TvTagLayout(const TvTagSet& set, const TransMatrix2D& view, TokenizerUDManager* keys);
+    /// As above, with keys for each tag. `keysOf` may do what fetching values may; an empty one has
+    /// no keys.
+    TvTagLayout(const TvTagSet& set, const TransMatrix2D& view, const TvTagKeys& keysOf);
 
     /// All of them, in drawing order.
     [[nodiscard]] std::span<const TvTagOnPage> tags() const { return tags_; }

@@ -50,7 +50,7 @@
 /// What the user does with the tags of a window. See the head of this file.
 class TB_API TvTagTool {
   public:
-    /// Tokens are expanded by `keys`; null: they stand as they are.
+    /// Tokens are expanded by `keys`, unless keysOf() says otherwise; null: they stand as they are.
     TvTagTool(HWND window, TvTagSet& tags, TokenizerUDManager* keys);
     virtual ~TvTagTool();
     TvTagTool(const TvTagTool&) = delete;
@@ -98,10 +98,15 @@ class TB_API TvTagTool {
     [[nodiscard]] UINT state(UINT id);
 
   protected:
+    /// Whose values the tokens of a tag stand for, as TvTagKeys (tag_layout.h); asked when tags are
+    /// laid out, copied as text, placed and edited. Those of an edited tag must live as long as its
+    /// editor. The default gives the keys of the constructor while they live.
+    virtual TokenizerUDManager* keysOf(TvTagId id, const TvTag& tag);
     /// Every change of a tag comes by here. The default gives it to the stack or, without one,
     /// carries it out. Edits with the same gesture other than 0 may be merged.
     virtual Edit::Outcome perform(std::unique_ptr<Edit> edit, unsigned gesture);
-    /// Lets the user edit a tag, over the window. 1 when it was changed and shall be kept.
+    /// Lets the user edit a tag, over the window; the default with TvTagDialog. 1 when it was
+    /// changed and shall be kept.
     virtual int edit(TvTag& tag);
     /// The user shall see why something was not done; the default shows a box.
     virtual void report(const CString& why);

@@ -83,18 +83,22 @@ TvTagOnPage tvLayOutTag(const TvTag& tag, const TransMatrix2D& view, TokenizerUD
     return layOut(0, std::make_shared<const TvTag>(tag), kept, expander);
 }
 
-TvTagLayout::TvTagLayout(const TvTagSet& set, const TransMatrix2D& view, TokenizerUDManager* keys) {
+TvTagLayout::TvTagLayout(const TvTagSet& set, const TransMatrix2D& view, TokenizerUDManager* keys)
+    : TvTagLayout(set, view, keysOfAll(keys)) {}
+
+TvTagLayout::TvTagLayout(const TvTagSet& set, const TransMatrix2D& view, const TvTagKeys& keysOf) {
     const std::optional<double> scale = scaleOf(view);
     if (!scale) return;
-    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): a value may end the caller's
-    const TransMatrix2D kept = view;
+    // What is asked may end the caller's.
+    const TransMatrix2D kept = view;  // NOLINT(performance-unnecessary-copy-initialization)
+    const TvTagKeys ask = keysOf;     // NOLINT(performance-unnecessary-copy-initialization)
     std::vector<std::pair<TvTagId, std::shared_ptr<const TvTag>>> shown;
     for (const TvTagId id : set.ids())
         if (auto tag = set.find(id); isShownAt(*tag, *scale))
             shown.emplace_back(id, std::move(tag));
-    TemplateText expander(keys);
     tags_.reserve(shown.size());
     for (auto& [id, tag] : shown) {
+        TemplateText expander(ask ? ask(id, *tag) : nullptr);
         TvTagOnPage laid = layOut(id, std::move(tag), kept, expander);
         if (!isOnPage(laid)) continue;
         places_.emplace(id, tags_.size());

@@ -143,6 +143,7 @@ void TvTagTool::State::editOne() {
     const Watch self(life);
     const TvTagId id = selected.front();
     TvTag tag = *tagSet()->find(id);
+    edited = id;
     const int changed = tool.edit(tag);
     if (self.gone() || !changed || !tagSet()) return;
     auto edit = std::make_unique<TvTagEdit>(*tagSet(), TvTagEdit::Change);
@@ -193,6 +194,8 @@ void TvTagTool::State::copy(bool cut) {
         const auto tag = tagSet() ? tagSet()->find(id) : nullptr;
         if (!tag) continue;
         if (!text.empty()) text += "\r\n";
+        TokenizerUDManager* const keys = tool.keysOf(id, *tag);
+        if (self.gone()) return;
         text += withReturns(tvTagText(*tag, keys));
         if (self.gone()) return;
     }

@@ -157,8 +157,12 @@ TagDragger::Shape TvTagTool::State::shape() {
             return TagDragger::Figure{{between(start, end)}, {}};
         };
     if (pattern) {
-        const TvTagOnPage place = tvLayOutTag(*pattern, TransMatrix2D(), keys);
-        const TvPoint point{place.anchor.x + pattern->offset.x, place.anchor.y + pattern->offset.y};
+        const Watch self(life);
+        const TvTag tag = *pattern;
+        TokenizerUDManager* const keys = tool.keysOf(0, tag);
+        const TvTagOnPage place = tvLayOutTag(tag, TransMatrix2D(), keys);
+        if (self.gone() || !pattern) return {};
+        const TvPoint point{place.anchor.x + tag.offset.x, place.anchor.y + tag.offset.y};
         const RECT box = inWindow(place.box);
         const POINT origin = inWindow(point);
         return [=](const POINT& start, const POINT& end) {
@@ -272,6 +276,7 @@ void TvTagTool::State::finishPlacing() {
     TvTag tag = *std::exchange(pattern, std::nullopt);
     tag.anchor = view.inDrawing(onPage(from));
     if (!isSame(from, to)) tag.offset = stepOnPage(from, to);
+    edited = 0;
     if (tag.text.empty() && !tool.edit(tag)) return;
     if (self.gone() || !tagSet()) return;
     auto edit = std::make_unique<TvTagEdit>(*tagSet(), TvTagEdit::Add);

@@ -7,6 +7,7 @@
 
 #include "tag/tag_dragger_win32.h"
 #include "tag/tag_moves.h"
+#include "tag/template_text.h"
 #include "toolbox/tag_edits.h"
 #include "toolbox/tag_tools.h"
 
@@ -65,7 +66,7 @@ struct TvTagTool::State : TvTagListener {
 
     TvTagTool& tool;
     HWND window;
-    TokenizerUDManager* keys;
+    TvTagKeys usualKeys;  // of the constructor
     bool hasRubberBand = true;
 
     TransMatrix2D toPage;
@@ -91,6 +92,7 @@ struct TvTagTool::State : TvTagListener {
     bool adds = false;             // the press had Ctrl or Shift
     bool wasSelected = false;      // what is taken was selected before
     std::optional<TvTag> pattern;  // to be placed
+    TvTagId edited = 0;            // the tag that edit() is about; 0: a new one
     bool swallowsMenu = false;     // the right button cancelled a gesture
 
     toolbox::detail::Watched<> life;

@@ -10,7 +10,7 @@ using toolbox::detail::Watch;
 using toolbox::tag::Handle;
 
 TvTagTool::State::State(TvTagTool& owner, HWND shown, TvTagSet& tags, TokenizerUDManager* values)
-    : tool(owner), window(shown), keys(values) {
+    : tool(owner), window(shown), usualKeys(toolbox::tag::keysOfAll(values)) {
     listenTo(&tags);
 }
 
@@ -59,7 +59,10 @@ void TvTagTool::State::makeLayout() {
     if (layout && (!set || layoutOf == set->changes())) return;
     const Watch self(life);
     const std::uint64_t changes = set ? set->changes() : 0;
-    auto made = set ? std::make_shared<const TvTagLayout>(*set, toPage, keys)
+    const auto values = [&self, this](TvTagId id, const TvTag& tag) {
+        return self.gone() ? nullptr : tool.keysOf(id, tag);
+    };
+    auto made = set ? std::make_shared<const TvTagLayout>(*set, toPage, TvTagKeys(values))
                     : std::make_shared<const TvTagLayout>();
     if (self.gone()) return;
     layout = std::move(made);
@@ -109,6 +112,10 @@ Edit::Outcome TvTagTool::State::perform(std::unique_ptr<TvTagEdit> edit, unsigne
     return self.gone() ? Edit::Failed : outcome;
 }
 
+TokenizerUDManager* TvTagTool::keysOf(TvTagId id, const TvTag& tag) {
+    return state_->usualKeys ? state_->usualKeys(id, tag) : nullptr;
+}
+
 Edit::Outcome TvTagTool::perform(std::unique_ptr<Edit> edit, unsigned gesture) {
     UndoStack* const stack = getUndo();
     return stack ? stack->perform(std::move(edit), gesture) : edit->apply();
@@ -117,7 +124,9 @@ Edit::Outcome TvTagTool::perform(std::unique_ptr<Edit> edit, unsigned gesture) {
 int TvTagTool::edit(TvTag& tag) {
     State& state = *state_;
     const Watch self(state.life);
-    TvTagDialog editor(tag, state.keys);
+    TokenizerUDManager* const keys = keysOf(state.edited, tag);
+    if (self.gone()) return 0;
+    TvTagDialog editor(tag, keys);
     const int confirmed = editor.run(state.window);
     if (self.gone() || !confirmed) return 0;
     tag = editor.getTag();

@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "tag/sentences.h"
-#include "toolbox/tag_layout.h"
 
 namespace toolbox::tag {
 
@@ -37,6 +36,13 @@ std::string TemplateText::expand(std::string text) {
     }
     append(std::string_view(text).substr(from), out);
     return out;
+}
+
+TvTagKeys keysOfAll(TokenizerUDManager* keys) {
+    if (!keys) return {};
+    return [keys, life = udkey::ManagerLife(*keys)](TvTagId, const TvTag&) {
+        return life.isOver() ? nullptr : keys;
+    };
 }
 
 }  // namespace toolbox::tag

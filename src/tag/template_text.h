@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "toolbox/keys.h"
+#include "toolbox/tag_layout.h"
 #include "udkey/manager_life.h"
 
 namespace toolbox::tag {
@@ -27,5 +28,8 @@ class TemplateText {
     TokenizerUDManager* keys_;
     std::optional<udkey::ManagerLife> life_;
 };
+
+/// The same manager for all tags, as long as it lives.
+[[nodiscard]] TvTagKeys keysOfAll(TokenizerUDManager* keys);
 
 }  // namespace toolbox::tag

@@ -202,6 +202,24 @@ TEST_F(TagTemplates, TakeLongTextsOfAnyBytes) {
     }
 }
 
+TEST_F(TagTemplates, HaveKeysOfTheirOwn) {
+    TestManager other;
+    other.values = manager_.values;
+    other.values[1] = "400";
+    TvTagSet set;
+    for (int i = 0; i < 4; ++i) set.add(labelled("$VOLT$"));
+    TvTagKeys keysOf = [&](TvTagId id, const TvTag& tag) -> TokenizerUDManager* {
+        EXPECT_EQ(&tag, set.find(id).get());
+        if (id == 3) keysOf = nullptr;  // while it runs
+        return id == 1 ? &manager_ : id == 4 ? nullptr : &other;
+    };
+    const TvTagLayout layout(set, kView, keysOf);
+    std::string shown;
+    for (const TvTagOnPage& each : layout.tags()) shown += each.text.windows1252() + ' ';
+    EXPECT_EQ(shown, "230 400 400 $VOLT$ ");
+    EXPECT_EQ(TvTagLayout(set, kView, TvTagKeys()).tags()[0].text.windows1252(), "$VOLT$");
+}
+
 TEST_F(TagTemplates, SurviveWhatFetchingAValueDeletes) {
     struct Ending : TestManager {
         int getKeyValue(UINT id, FormatedValue* value) override {

@@ -9,8 +9,6 @@ class Workbench;
 
 /// Edits a beam, its section and its loads.
 bool editBeam(HWND parent, Workbench& workbench, Beam& beam);
-/// Edits a label's template; shows how it would read and which words in it are not keys.
-bool editLabel(HWND parent, Document& document, Label& label);
 /// Shows the errors reported so far; true when the user wants them cleared.
 bool showMessages(HWND parent, Workbench& workbench, const CString& errors);
 void showAbout(HWND parent, Workbench& workbench);

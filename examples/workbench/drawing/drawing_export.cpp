@@ -12,7 +12,7 @@ void exportDrawing(Document& document) {
     const CString file = askForDrawingFile(workbench, document.name());
     if (file.empty()) return;
     CString why;
-    if (writeDrawing(document.work(), workbench.keys(), document.name(), file, &why))
+    if (writeDrawing(document.work(), document.name(), file, &why))
         workbench.showHint(text(kDrawingWritten, file));
     else
         workbench.report(kDrawingNotWritten, MB_ICONSTOP, file, why);
@@ -20,9 +20,9 @@ void exportDrawing(Document& document) {
 
 void copyDrawing(Document& document) {
     Workbench& workbench = document.workbench();
-    const DrawingPage page = pageOf(document.work(), workbench.keys());
+    const DrawingPage page = pageOf(document.work());
     TvMetafile picture(page.width, page.height);
-    drawPage(picture, document.work(), workbench.keys(), page);
+    drawPage(picture, document.work(), page);
     CString why;
     if (picture.copy(&why))
         workbench.showHint(text(kDrawingCopied));

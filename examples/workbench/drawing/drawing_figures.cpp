@@ -3,6 +3,8 @@
 
 #include <utility>
 
+#include "drawing/screen_scale.h"
+
 namespace {
 
 template <class Figure>
@@ -13,46 +15,24 @@ class Guided : public Figure {
 
   protected:
     void modifyDraggedPoint(POINT& point) override {
-        const Pixel to = guide_({point.x, point.y});
-        point = {to.x, to.y};
+        const ScreenScale screen;
+        point = screen.toWindow(guide_(screen.toDrawing(point)));
     }
 
   private:
     Guide guide_;
 };
 
-/// Of one size, rather than between the points of the gesture.
-class Box : public RectDragger {
-  public:
-    Box(const PixelRect& box, HCURSOR cursor) : RectDragger(cursor), box_(box) {}
-
-  protected:
-    void drawVisible(HDC dc, const POINT&, const POINT& end) override {
-        RectDragger::drawVisible(dc, {end.x + box_.left, end.y + box_.top},
-                                 {end.x + box_.right, end.y + box_.bottom});
-    }
-    void drawInvisible(HDC dc, const POINT& start, const POINT& end) override {
-        drawVisible(dc, start, end);
-    }
-
-  private:
-    PixelRect box_;
-};
-
 }  // namespace
 
 std::unique_ptr<Dragger> guidedLine(Pixel start, HCURSOR cursor, Guide guide) {
     auto line = std::make_unique<Guided<VectIniDragger>>(std::move(guide), 0, cursor, 0);
-    line->setDims({start.x, start.y});
+    line->setDims(ScreenScale().toWindow(start));
     return line;
 }
 
 std::unique_ptr<Dragger> guidedStick(Pixel stick, HCURSOR cursor, Guide guide) {
     auto line = std::make_unique<Guided<StickDragger>>(std::move(guide), 0, cursor, 0);
-    line->setDims({0, 0}, {stick.x, stick.y});
+    line->setDims({0, 0}, ScreenScale().toWindow(stick));
     return line;
-}
-
-std::unique_ptr<Dragger> guidedBox(const PixelRect& box, HCURSOR cursor, Guide guide) {
-    return std::make_unique<Guided<Box>>(std::move(guide), box, cursor);
 }

@@ -14,5 +14,3 @@ using Guide = std::function<Pixel(Pixel mouse)>;
 [[nodiscard]] std::unique_ptr<Dragger> guidedLine(Pixel start, HCURSOR cursor, Guide guide);
 /// A line that leads from the dragged point to where `stick` says, seen from there.
 [[nodiscard]] std::unique_ptr<Dragger> guidedStick(Pixel stick, HCURSOR cursor, Guide guide);
-/// A box; `box` is where it is when the dragged point is at (0, 0).
-[[nodiscard]] std::unique_ptr<Dragger> guidedBox(const PixelRect& box, HCURSOR cursor, Guide guide);

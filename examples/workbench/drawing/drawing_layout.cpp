@@ -178,9 +178,8 @@ const Beam* beamAt(const Project& project, const DrawingLayout& layout, Pixel at
     return nullptr;
 }
 
-const Beam* nearestBeam(const Project& project, const DrawingLayout& layout, Pixel at) {
+const Beam* nearestBeam(const Project& project, const Place& place) {
     const auto distance = [&](const Beam& beam) {
-        const Place place = layout.plane.toPlane(at);
         const double beside = std::max({beam.x - place.x, place.x - beam.x - beam.span, 0.0});
         return std::hypot(beside, place.y - beam.y);
     };

@@ -69,9 +69,8 @@ inline constexpr int kSupportHeight = 14;
 
 /// The last drawn beam at a pixel, its uniform load and its supports included; null for none.
 [[nodiscard]] const Beam* beamAt(const Project& project, const DrawingLayout& layout, Pixel at);
-/// The beam whose axis is nearest; null in an empty project.
-[[nodiscard]] const Beam* nearestBeam(const Project& project, const DrawingLayout& layout,
-                                      Pixel at);
+/// The beam whose axis is nearest to a place; null in an empty project.
+[[nodiscard]] const Beam* nearestBeam(const Project& project, const Place& place);
 /// The label, else the point load, else the beam at a pixel.
 [[nodiscard]] Selection hitTest(const Project& project, const DrawingLayout& layout,
                                 const TvTagLayout& labels, Pixel at);

@@ -37,14 +37,13 @@ void DrawingMode::start(TarvMess& message) {
 
 void DrawingMode::drive(TarvMess& message) {
     POINT start{}, end{};
-    if (message.message >= WM_MOUSEFIRST && message.message <= WM_RBUTTONDBLCLK) {
-        const Pixel mouse = pixelOf(message.lParam);
-        gesture_->mouseAt = {mouse.x, mouse.y};
-    }
+    if (message.message >= WM_MOUSEFIRST && message.message <= WM_RBUTTONDBLCLK)
+        gesture_->mouseAt = mouseIn(message.lParam);
     gesture_->isBusy = true;
     const MouseDragger::State state = gesture_->mouse.drag(message, start, end);
     gesture_->isBusy = false;
-    const Pixel from{start.x, start.y}, to{end.x, end.y};
+    const ScreenScale screen;
+    const Pixel from = screen.toDrawing(start), to = screen.toDrawing(end);
     if (state == MouseDragger::Dragging) {
         if (message.handled) dragged(from, to);
         return;

@@ -6,12 +6,17 @@
 #include <vector>
 
 #include "drawing/drawing_view.h"
+#include "drawing/screen_scale.h"
 #include "frame/workbench.h"
 #include "toolbox/graphics.h"
 
-/// The mouse in a message of the mouse.
-[[nodiscard]] inline Pixel pixelOf(LPARAM lParam) {
+/// The point in a message of the mouse.
+[[nodiscard]] inline POINT mouseIn(LPARAM lParam) {
     return {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
+}
+/// The mouse in a message of the mouse, in the drawing's pixels.
+[[nodiscard]] inline Pixel pixelOf(LPARAM lParam) {
+    return ScreenScale().toDrawing(mouseIn(lParam));
 }
 
 class DrawingMode : public DispatchClient {
@@ -20,6 +25,7 @@ class DrawingMode : public DispatchClient {
     DrawingMode(DrawingView& view, DispatchServer& server, int command);
 
     LRESULT handleMessage(TarvMess& message) override;
+    [[nodiscard]] bool isDragging() const { return gesture_ != nullptr; }
     // Takes the figure under way off the window, and draws it again: for while that is painted.
     void hideFigure(HDC dc) const;
     void showFigure(HDC dc) const;
@@ -33,7 +39,6 @@ class DrawingMode : public DispatchClient {
 
     [[nodiscard]] DrawingView& view() const { return view_; }
     [[nodiscard]] bool isActive() const { return view_.isMode(command_); }
-    [[nodiscard]] bool isDragging() const { return gesture_ != nullptr; }
 
     void hint(const CString& text) const { workbench().showHint(text); }
     // What shows a box returns after the view, and the mode with it, may have gone.

@@ -1,7 +1,6 @@
-// The modes that put beams, loads and labels into a drawing.
+// The modes that put beams and loads into a drawing.
 #include <algorithm>
 
-#include "dialogs/dialogs.h"
 #include "drawing/drawing_edits.h"
 #include "drawing/drawing_figures.h"
 #include "drawing/drawing_mode.h"
@@ -118,37 +117,6 @@ class UniformLoadMode : public DrawingMode {
     }
 };
 
-/// A click puts a label at the nearest beam, and asks for its text.
-class LabelMode : public DrawingMode {
-  public:
-    LabelMode(DrawingView& view, DispatchServer& server)
-        : DrawingMode(view, server, CMD_LABEL_MODE) {}
-
-  protected:
-    std::unique_ptr<Dragger> begin(Pixel) override {
-        return std::make_unique<VoidDragger>(cross());
-    }
-    void dragged(Pixel, Pixel end) override {
-        const DrawingLayout& layout = view().layout();
-        if (const Beam* beam = nearestBeam(view().project(), layout, end))
-            hint(text(kLabelHint, beam->name));
-    }
-    void finished(Pixel, Pixel end) override {
-        const DrawingPlane& plane = view().layout().plane;
-        const Beam* const beam = nearestBeam(view().project(), view().layout(), end);
-        if (!beam) return refuse(kNoBeamForLabel);
-        const Place place = plane.snappedPlace(end);
-        Label label{.beam = beam->id, .tag = labelTag(text(kNewLabel), place.x, place.y)};
-        // The view may go while the dialog is open; the document stays.
-        Document& document = view().shown();
-        if (!editLabel(view().getHWND(), document, label)) return;
-        if (const std::uint32_t id = document.put(std::move(label)))
-            document.select({Selection::OneLabel, id});
-        else
-            document.workbench().report(kLabelRefused, MB_ICONEXCLAMATION);
-    }
-};
-
 }  // namespace
 
 std::vector<std::unique_ptr<DrawingMode>> drawingModes(DrawingView& view, DispatchServer& server) {
@@ -157,6 +125,5 @@ std::vector<std::unique_ptr<DrawingMode>> drawingModes(DrawingView& view, Dispat
     modes.push_back(std::make_unique<BeamMode>(view, server));
     modes.push_back(std::make_unique<PointLoadMode>(view, server));
     modes.push_back(std::make_unique<UniformLoadMode>(view, server));
-    modes.push_back(std::make_unique<LabelMode>(view, server));
     return modes;
 }

@@ -30,13 +30,13 @@ bool hasEnding(std::string_view file, std::string_view ending) {
 
 }  // namespace
 
-DrawingPage pageOf(const OpenProject& work, ProjectKeys& keys) {
+DrawingPage pageOf(const OpenProject& work) {
     DrawingPage page{.layout = DrawingLayout(depthIn(work))};
     page.layout.measureLoads(work.project());
     page.layout.fit(work.project(), kSheet);
     if (page.layout.plane.scale() < kReadable)
         page.layout.fit(work.project(), readablePart(work.project()));
-    const Scene all{work, keys, page.layout, {-kLargest, -kLargest, 2 * kLargest, 2 * kLargest}};
+    const Scene all{work, page.layout, {-kLargest, -kLargest, 2 * kLargest, 2 * kLargest}};
     PixelRect drawn = drawnPart(all, layOutLabels(all));
     if (drawn.width() <= 0) drawn = kSheet;
     page.layout.plane.pan(-drawn.left, -drawn.top);
@@ -45,24 +45,23 @@ DrawingPage pageOf(const OpenProject& work, ProjectKeys& keys) {
     return page;
 }
 
-void drawPage(TvCanvas& canvas, const OpenProject& work, ProjectKeys& keys,
-              const DrawingPage& page) {
+void drawPage(TvCanvas& canvas, const OpenProject& work, const DrawingPage& page) {
     const PixelRect all{0, 0, page.width, page.height};
     Pencil(canvas).fill(all, paints::kPaper);
-    drawProject(canvas, {work, keys, page.layout, all});
+    const Scene scene{work, page.layout, all};
+    drawProject(canvas, scene, layOutLabels(scene));
 }
 
-int writeDrawing(const OpenProject& work, ProjectKeys& keys, const CString& title,
-                 const CString& file, CString* why) {
-    const DrawingPage page = pageOf(work, keys);
+int writeDrawing(const OpenProject& work, const CString& title, const CString& file, CString* why) {
+    const DrawingPage page = pageOf(work);
     if (hasEnding(file.view(), ".pdf")) {
         TvPdf pdf;
         pdf.setTitle(title.view());
-        drawPage(pdf.addPage(page.width, page.height), work, keys, page);
+        drawPage(pdf.addPage(page.width, page.height), work, page);
         return pdf.write(file.c_str(), why);
     }
     TvSvg svg(page.width, page.height);
     svg.setTitle(title.view());
-    drawPage(svg, work, keys, page);
+    drawPage(svg, work, page);
     return svg.write(file.c_str(), why);
 }

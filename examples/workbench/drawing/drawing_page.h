@@ -11,13 +11,11 @@ struct DrawingPage {
 
 /// A sheet's worth of a project, or as much more as it needs to be read, up to the largest page
 /// that there is.
-[[nodiscard]] DrawingPage pageOf(const OpenProject& work, ProjectKeys& keys);
+[[nodiscard]] DrawingPage pageOf(const OpenProject& work);
 
 /// Draws a project onto a canvas of the page's size.
-void drawPage(TvCanvas& canvas, const OpenProject& work, ProjectKeys& keys,
-              const DrawingPage& page);
+void drawPage(TvCanvas& canvas, const OpenProject& work, const DrawingPage& page);
 
 /// Writes a project's drawing, as SVG or, for a name that ends so, as PDF. 0 with a sentence in
 /// `why` when that failed.
-int writeDrawing(const OpenProject& work, ProjectKeys& keys, const CString& title,
-                 const CString& file, CString* why);
+int writeDrawing(const OpenProject& work, const CString& title, const CString& file, CString* why);

@@ -48,11 +48,11 @@ class Scrolling : public DispatchClient {
 
   private:
     int wheel(const TarvMess& message) {
-        const Pixel screen = pixelOf(message.lParam);
-        POINT at{screen.x, screen.y};
+        POINT at = mouseIn(message.lParam);
         ScreenToClient(message.hwnd, &at);
         const int turned = GET_WHEEL_DELTA_WPARAM(message.wParam);
-        view_.zoom(std::pow(kZoomStep, static_cast<double>(turned) / WHEEL_DELTA), {at.x, at.y});
+        view_.zoom(std::pow(kZoomStep, static_cast<double>(turned) / WHEEL_DELTA),
+                   ScreenScale().toDrawing(at));
         return 1;
     }
 

@@ -1,4 +1,4 @@
-// Selecting, moving and opening what is drawn.
+// Selecting, moving and opening beams and loads.
 #include <algorithm>
 
 #include "drawing/drawing_edits.h"
@@ -28,12 +28,9 @@ class SelectMode : public DrawingMode {
   private:
     [[nodiscard]] std::unique_ptr<Dragger> beamFigure(Pixel at);
     [[nodiscard]] std::unique_ptr<Dragger> loadFigure(Pixel at);
-    [[nodiscard]] std::unique_ptr<Dragger> labelFigure(Pixel at);
     void moveLoad(Beam beam, double position) const;
-    [[nodiscard]] bool moveLabel(Label label, const Place& to) const;
     [[nodiscard]] const Selection& chosen() const { return view().shown().selection(); }
     [[nodiscard]] const DrawingPlane& plane() const { return view().layout().plane; }
-    void openMenu(TarvMess& message);
 
     Selection grabbed_;
     Pixel origin_;  // of the figure, before it moved
@@ -52,20 +49,14 @@ LRESULT SelectMode::handleMessage(TarvMess& message) {
     // The other button belongs to a gesture first, which it abandons.
     if (message.message == WM_RBUTTONDOWN || message.message == WM_RBUTTONDBLCLK)
         isMenuButtonDown_ = isIdle;
-    if (message.message == WM_RBUTTONUP && std::exchange(isMenuButtonDown_, false) && isIdle) {
-        openMenu(message);
+    if (message.message == WM_RBUTTONUP) {
+        // The menu of labels comes with the system's message for menus.
+        message.handled = !std::exchange(isMenuButtonDown_, false);
+        const Selection under = view().at(pixelOf(message.lParam));
+        if (!message.handled && under.kind != Selection::OneLabel) view().shown().select(under);
         return 0;
     }
     return DrawingMode::handleMessage(message);
-}
-
-void SelectMode::openMenu(TarvMess& message) {
-    const Pixel at = pixelOf(message.lParam);
-    message.handled = 1;
-    view().shown().select(view().at(at));
-    if (chosen().kind != Selection::OneLabel) return;
-    VoidDragger none(nullptr);
-    MouseDragger(none).handlePopupMenu(message.hwnd, {at.x, at.y});
 }
 
 std::unique_ptr<Dragger> SelectMode::begin(Pixel at) {
@@ -76,8 +67,6 @@ std::unique_ptr<Dragger> SelectMode::begin(Pixel at) {
             return beamFigure(at);
         case Selection::OneLoad:
             return loadFigure(at);
-        case Selection::OneLabel:
-            return labelFigure(at);
         default:
             return nullptr;
     }
@@ -108,21 +97,6 @@ std::unique_ptr<Dragger> SelectMode::loadFigure(Pixel at) {
     return guidedStick(Pixel{0, arrow.tip.y - arrow.tail.y}, arrowCursor(), guide);
 }
 
-std::unique_ptr<Dragger> SelectMode::labelFigure(Pixel at) {
-    const Label& label = *view().project().label(grabbed_.id);
-    const TvTagOnPage* const drawn = view().drawnLabel(label.id);
-    if (!drawn || label.tag.locked) return nullptr;
-    const Place anchor{label.tag.anchor.x, label.tag.anchor.y};
-    origin_ = plane().toWindow(anchor);
-    const PixelRect now = pixelsOf(drawn->box);
-    const PixelRect box{now.left - origin_.x, now.top - origin_.y, now.right - origin_.x,
-                        now.bottom - origin_.y};
-    const auto guide = [this, at, from = anchor](Pixel mouse) {
-        return isDrag(at, mouse) ? plane().toWindow(::dragged(plane(), from, at, mouse)) : origin_;
-    };
-    return guidedBox(box, arrowCursor(), guide);
-}
-
 void SelectMode::dragged(Pixel, Pixel end) {
     if (end == origin_) return;
     const Place to = plane().snappedPlace(end);
@@ -136,14 +110,8 @@ void SelectMode::dragged(Pixel, Pixel end) {
 
 void SelectMode::finished(Pixel, Pixel end) {
     if (end == origin_) return;
-    const Project& project = view().project();
     const Place to = plane().snappedPlace(end);
-    if (grabbed_.kind == Selection::OneLabel) {
-        const Label* const label = project.label(grabbed_.id);
-        if (label && !moveLabel(*label, to)) refuse(kLabelRefused);
-        return;
-    }
-    const Beam* const beam = project.beam(grabbed_.id);
+    const Beam* const beam = view().project().beam(grabbed_.id);
     if (!beam) return;
     if (grabbed_.kind == Selection::OneBeam) {
         if (!view().shown().moveBeam(beam->id, to.x, to.y)) refuse(kBeamRefused);
@@ -155,12 +123,6 @@ void SelectMode::finished(Pixel, Pixel end) {
 void SelectMode::moveLoad(Beam beam, double position) const {
     beam.loads[grabbed_.load].position = position;
     put(std::move(beam), kStepMoveLoad);
-}
-
-bool SelectMode::moveLabel(Label label, const Place& to) const {
-    label.tag.anchor = {to.x, to.y};
-    label.tag.unplaced = false;
-    return view().shown().put(std::move(label), kStepMoveLabel) != 0;
 }
 
 }  // namespace

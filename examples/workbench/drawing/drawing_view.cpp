@@ -2,8 +2,10 @@
 #include "drawing/drawing_view.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "drawing/drawing_mode.h"
+#include "drawing/screen_scale.h"
 #include "frame/workbench.h"
 #include "resources/resource.h"
 #include "resources/workbench_texts.h"
@@ -57,47 +59,6 @@ class FiguresAside {
     const std::vector<std::unique_ptr<DrawingMode>>& modes_;
 };
 
-/// What the library's menu of tags offers. False for a command of another kind.
-bool apply(UINT command, TvTag& tag) {
-    switch (command) {
-        case toolbox::TagAlignLeft:
-        case toolbox::TagAlignCenter:
-        case toolbox::TagAlignRight:
-            tag.align = static_cast<TvAlign>(command - toolbox::TagAlignLeft);
-            return true;
-        case toolbox::TagAlignTop:
-            tag.level = TvLevel::top;
-            return true;
-        case toolbox::TagAlignMiddle:
-            tag.level = TvLevel::middle;
-            return true;
-        case toolbox::TagAlignBottom:
-            tag.level = TvLevel::bottom;
-            return true;
-        case toolbox::TagNoBorder:
-        case toolbox::TagBorder:
-            setFramed(tag, command == toolbox::TagBorder);
-            return true;
-        case toolbox::TagRoundedBorder:
-            tag.border = TvTagBorder::rounded;
-            return true;
-        case toolbox::TagUnderline:
-            tag.border = TvTagBorder::underline;
-            return true;
-        case toolbox::TagFilled:
-            tag.fill.filled = !tag.fill.filled;
-            return true;
-        case toolbox::TagLeader:
-            tag.leader = !tag.leader;
-            return true;
-        case toolbox::TagLocked:
-            tag.locked = !tag.locked;
-            return true;
-        default:
-            return false;
-    }
-}
-
 }  // namespace
 
 void registerDrawingClass(HINSTANCE instance) {
@@ -140,11 +101,12 @@ void DrawingView::documentChanged(unsigned changes) {
         if (isEmpty_ && project().beams().size() > 1) showFirst();
         isEmpty_ = project().beams().empty();
     }
+    if (labels_) labels_->follow();
     repaint();
 }
 
 LRESULT DrawingView::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (document && take(message, wParam, lParam)) return 0;
+    if (document && take(message, wParam, lParam)) return message == WM_SETCURSOR;
     if (message == WM_SETCURSOR && showCursor(lParam)) return TRUE;
     if (message == WM_ERASEBKGND) return TRUE;
     return View::handleMessage(message, wParam, lParam);
@@ -154,6 +116,9 @@ LRESULT DrawingView::handleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 bool DrawingView::take(UINT message, WPARAM wParam, LPARAM lParam) {
     TarvMess record(getHWND(), message, wParam, lParam, 0);
     switch (message) {
+        case WM_CREATE:
+            labels_ = std::make_unique<LabelTool>(*this);
+            return false;
         case WM_PAINT:
             paint();
             return true;
@@ -162,9 +127,6 @@ bool DrawingView::take(UINT message, WPARAM wParam, LPARAM lParam) {
             return false;  // a maximized document's frame follows
         case WM_COMMAND:
             return command(LOWORD(wParam));
-        case WM_KEYDOWN:
-            if (wParam == VK_ESCAPE) return command(IDCANCEL);
-            break;
         case WM_LBUTTONDOWN:
         case WM_RBUTTONDOWN:
         case WM_MBUTTONDOWN:
@@ -176,6 +138,8 @@ bool DrawingView::take(UINT message, WPARAM wParam, LPARAM lParam) {
     const bool isInput = (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) ||
                          message == WM_KEYDOWN || message == WM_CAPTURECHANGED;
     const ViewWatch watch(*this);
+    if (takeByLabels(record)) return true;
+    if (message == WM_KEYDOWN && wParam == VK_ESCAPE) return command(IDCANCEL);
     if (isInput) server_.dispatch(record, 0);
     return record.handled != 0 || !watch.isOpen();
 }
@@ -187,33 +151,49 @@ bool DrawingView::command(UINT id) {
             server_.dispatch(cancel, 0);
             return true;
         }
-        case toolbox::TagEdit:
-            PostMessageA(Workbench::frame().getFrame(), WM_COMMAND, CMD_EDIT, 0);
-            return true;
-        case toolbox::TagDelete:
-            shown().removeSelected();
-            return true;
         default:
-            return id > toolbox::TagDelete && id <= toolbox::TagLocked && changeLabel(id);
+            return labels_->command(id) != 0;
     }
 }
 
-/// False for what labels do not know.
-bool DrawingView::changeLabel(UINT command) {
-    const Selection& chosen = shown().selection();
-    const Label* const found =
-        chosen.kind == Selection::OneLabel ? project().label(chosen.id) : nullptr;
-    if (!found) return true;
-    Label label = *found;
-    if (!apply(command, label.tag)) return false;
-    shown().put(std::move(label));
+/// True when the message is about labels, or the view went with it. A gesture of a mode goes on
+/// without them.
+bool DrawingView::takeByLabels(TarvMess& record) {
+    const auto isDragging = [](const auto& mode) { return mode->isDragging(); };
+    if (!labels_ || std::ranges::any_of(modes_, isDragging)) return false;
+    const bool isPress = record.message == WM_LBUTTONDOWN || record.message == WM_LBUTTONDBLCLK;
+    const bool isPointing = isPress || record.message == WM_SETCURSOR;
+    if (isPointing && !isMode(CMD_SELECT_MODE) && !isMode(CMD_LABEL_MODE)) return false;
+    const ViewWatch watch(*this);
+    if (isPress && !preparePress(record)) return false;
+    return labels_->handle(record) != 0 || !watch.isOpen();
+}
+
+/// False when labels have nothing to do with the press.
+bool DrawingView::preparePress(const TarvMess& press) {
+    const Pixel pixel = pixelOf(press.lParam);
+    if (!part().contains(pixel)) return false;
+    labels_->cancel();
+    if (isMode(CMD_LABEL_MODE)) {
+        if (!project().beams().empty())
+            labels_->placeNew();
+        else
+            workbench().report(kNoBeamForLabel, MB_ICONEXCLAMATION);
+        return !project().beams().empty();
+    }
+    // From nothing a rectangle selects labels.
+    const bool isOnNothing = at(pixel).kind == Selection::Nothing;
+    labels_->setRubberBand(isOnNothing);
+    if (isOnNothing && shown().selection().kind != Selection::OneLabel) shown().select({});
     return true;
 }
 
 PixelRect DrawingView::client() const {
     RECT area{};
     GetClientRect(getHWND(), &area);
-    return {0, 0, area.right, area.bottom};
+    const double scale = ScreenScale().factor();
+    return {0, 0, static_cast<int>(std::ceil(area.right / scale)),
+            static_cast<int>(std::ceil(area.bottom / scale))};
 }
 
 PixelRect DrawingView::part() const {
@@ -248,30 +228,52 @@ void DrawingView::pan(int dx, int dy) {
     repaint();
 }
 
-void DrawingView::repaint() const {
-    if (getHWND()) InvalidateRect(getHWND(), nullptr, FALSE);
+void DrawingView::reveal(const PixelRect& box) {
+    const PixelRect seen = part();
+    const auto shift = [](int low, int high, int least, int most) {
+        return low < least ? least - low : high > most ? std::max(most - high, least - low) : 0;
+    };
+    const int dx = shift(box.left, box.right, seen.left, seen.right);
+    const int dy = shift(box.top, box.bottom, seen.top, seen.bottom);
+    if (dx != 0 || dy != 0) pan(dx, dy);
+}
+
+void DrawingView::repaint() {
+    if (!labels_) return;
+    const double scale = ScreenScale().factor();
+    labels_->setView(layout_.plane.matrix(), TransMatrix2D().scale(scale, scale));
+    InvalidateRect(getHWND(), nullptr, FALSE);
 }
 
 void DrawingView::paint() {
     const FiguresAside aside(getHWND(), modes_);
     PAINTSTRUCT state{};
     const HDC window = BeginPaint(getHWND(), &state);
-    const PixelRect all = client();
-    if (all.width() > 0 && all.height() > 0) {
-        const BackBuffer buffer(window, all.width(), all.height());
+    RECT all{};
+    GetClientRect(getHWND(), &all);
+    if (all.right > 0 && all.bottom > 0) {
+        const BackBuffer buffer(window, all.right, all.bottom);
         drawPicture(buffer);
-        BitBlt(window, 0, 0, all.width(), all.height(), buffer, 0, 0, SRCCOPY);
+        BitBlt(window, 0, 0, all.right, all.bottom, buffer, 0, 0, SRCCOPY);
     }
     EndPaint(getHWND(), &state);
 }
 
 void DrawingView::drawPicture(HDC dc) {
     const PixelRect all = client();
-    // A point of the canvas is a pixel.
-    TvDeviceCanvas canvas(dc, {.width = static_cast<double>(all.width()),
-                               .height = static_cast<double>(all.height())});
-    const Scene scene{shown().work(), workbench().keys(), layout_, drawingPart(all)};
-    labels_ = drawWindow(canvas, scene, all, shown().selection());
+    const ScreenScale screen;
+    {
+        TvDeviceCanvas canvas(dc, {.width = static_cast<double>(all.width()),
+                                   .height = static_cast<double>(all.height()),
+                                   .scaleX = screen.factor(),
+                                   .scaleY = screen.factor()});
+        const Scene scene{shown().work(), layout_, drawingPart(all)};
+        drawWindow(canvas, scene, all, shown().selection(), *labels_->layout());
+    }
+    const POINT corner = screen.toWindow({part().left, part().top});
+    const POINT end = screen.toWindow({part().right, part().bottom});
+    IntersectClipRect(dc, corner.x, corner.y, end.x, end.y);
+    labels_->paint(dc);
 }
 
 bool DrawingView::showCursor(LPARAM hit) const {
@@ -281,7 +283,8 @@ bool DrawingView::showCursor(LPARAM hit) const {
 }
 
 Selection DrawingView::at(Pixel pixel) const {
-    return part().contains(pixel) ? hitTest(project(), layout_, labels_, pixel) : Selection();
+    return part().contains(pixel) ? hitTest(project(), layout_, *labels_->layout(), pixel)
+                                  : Selection();
 }
 
 const Beam* DrawingView::beamAt(Pixel pixel) const {
@@ -293,8 +296,7 @@ bool DrawingView::isMode(int command) const {
 }
 
 void DrawingView::arrangeLabels() {
-    std::vector<Label> moved =
-        arrangedLabels({shown().work(), workbench().keys(), layout_, part()});
+    std::vector<Label> moved = arrangedLabels({shown().work(), layout_, part()});
     const auto lost = static_cast<int>(
         std::ranges::count_if(moved, [](const Label& label) { return label.tag.unplaced; }));
     const auto placed = static_cast<int>(moved.size()) - lost;

@@ -7,6 +7,7 @@
 #include <memory>
 #include <vector>
 
+#include "drawing/label_tool.h"
 #include "drawing/window_drawing.h"
 #include "frame/view.h"
 #include "toolbox/dispatch.h"
@@ -34,14 +35,16 @@ class DrawingView : public View {
     [[nodiscard]] Selection at(Pixel pixel) const;
     [[nodiscard]] const Beam* beamAt(Pixel pixel) const;
     [[nodiscard]] bool isMode(int command) const;
-    /// A label as it was drawn; null when it is out of sight.
-    [[nodiscard]] const TvTagOnPage* drawnLabel(std::uint32_t id) const { return labels_.tag(id); }
+    /// There is one while the window is there.
+    [[nodiscard]] LabelTool& labels() const { return *labels_; }
     /// The section for a new beam: of the selected beam, else of the newest, else a usual one.
     [[nodiscard]] CString usualSection() const;
 
     void zoom(double factor, Pixel about);
     void pan(int dx, int dy);
     void zoomAll();
+    /// Scrolls as far as needed for a rectangle to be in sight.
+    void reveal(const PixelRect& box);
     /// Moves labels to where they cover nothing.
     void arrangeLabels();
     [[nodiscard]] PixelRect part() const;
@@ -51,21 +54,22 @@ class DrawingView : public View {
 
   private:
     bool take(UINT message, WPARAM wParam, LPARAM lParam);
+    bool takeByLabels(TarvMess& record);
+    bool preparePress(const TarvMess& press);
     bool command(UINT id);
-    bool changeLabel(UINT command);
     void resized();
     void showFirst();
-    void repaint() const;
+    void repaint();
     void paint();
     void drawPicture(HDC dc);
     [[nodiscard]] bool showCursor(LPARAM hit) const;
     [[nodiscard]] PixelRect client() const;
 
     DrawingLayout layout_;
-    TvTagLayout labels_;
     bool isEmpty_;          // no beam was there when the project was looked at last
     bool isFitted_ = true;  // the user has not looked around yet: the project follows the size
     DispatchServer server_;
+    std::unique_ptr<LabelTool> labels_;
     std::vector<std::unique_ptr<DrawingMode>> modes_;
     std::unique_ptr<DispatchClient> scrolling_;
 };

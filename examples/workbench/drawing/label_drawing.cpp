@@ -1,16 +1,15 @@
-// Each label has values of its own: tags are laid out with their tokens replaced.
+// Tags with the values of their beams, and what they shall not cover.
 #include "drawing/label_drawing.h"
 
 #include <algorithm>
-#include <cmath>
 
+#include "project/label_keys.h"
 #include "toolbox/tag_layout.h"
 
 namespace {
 
 /// Farther away than any text reaches.
 constexpr int kFar = 100000000;
-constexpr PixelRect kEverywhere{-kFar, -kFar, kFar, kFar};
 
 /// What labels shall not cover.
 struct Surroundings {
@@ -37,21 +36,12 @@ struct Surroundings {
 }  // namespace
 
 TvTagLayout layOutLabels(const Scene& scene) {
-    // As wide as a text may become; those far away are not measured.
-    constexpr int kReach = 4000;
-    const PixelRect reach = scene.part.grown(kReach);
-    const DrawingPlane& plane = scene.layout.plane;
     TvTagSet shown;
-    for (const Label& label : scene.project().labels()) {
-        const Pixel at = plane.toWindow({label.tag.anchor.x, label.tag.anchor.y});
-        if (!reach.contains({at.x + static_cast<int>(std::clamp(label.tag.offset.x, -1e6, 1e6)),
-                             at.y + static_cast<int>(std::clamp(label.tag.offset.y, -1e6, 1e6))}))
-            continue;
-        TvTag tag = label.tag;
-        tag.text = scene.work.textOf(scene.keys, label).str();
-        shown.insert(shown.count(), label.id, tag);
-    }
-    return {shown, plane.matrix(), nullptr};
+    for (const Label* const label : scene.project().labelsInOrder())
+        shown.insert(shown.count(), label->id, label->tag);
+    LabelKeys keys(scene.work);
+    return {shown, scene.layout.plane.matrix(),
+            [&](TvTagId id, const TvTag&) { return keys.of(scene.project().label(id)->beam); }};
 }
 
 PixelRect drawnPart(const Scene& scene, const TvTagLayout& labels) {
@@ -72,12 +62,11 @@ PixelRect drawnPart(const Scene& scene, const TvTagLayout& labels) {
 }
 
 std::vector<Label> arrangedLabels(const Scene& scene) {
-    const Scene everywhere{scene.work, scene.keys, scene.layout, kEverywhere};
-    const TvTagLayout labels = layOutLabels(everywhere);
+    const TvTagLayout labels = layOutLabels(scene);
     Surroundings found;
     for (const Beam& beam : scene.project().beams()) found.add(beam, scene.layout);
     TvTagSurroundings around;
-    around.frame = planeRect(drawnPart(everywhere, labels));
+    around.frame = planeRect(drawnPart(scene, labels));
     around.rectangles = found.rectangles;
     around.segments = found.segments;
     std::vector<Label> moved;

@@ -5,19 +5,17 @@
 
 #include "drawing/drawing_layout.h"
 #include "project/open_project.h"
-#include "project/project_keys.h"
 
 /// What is drawn, and where. All is borrowed.
 struct Scene {
     const OpenProject& work;
-    ProjectKeys& keys;  ///< their current values change
     const DrawingLayout& layout;
     PixelRect part;  ///< of the canvas: what is drawn reaches into it
 
     [[nodiscard]] const Project& project() const { return work.project(); }
 };
 
-/// The labels that may be in sight, their tokens replaced by the values of their beams. Their
+/// All labels, their tokens replaced by the values of their beams. Their
 /// numbers are the labels' identifiers.
 [[nodiscard]] TvTagLayout layOutLabels(const Scene& scene);
 

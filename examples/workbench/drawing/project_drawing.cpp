@@ -208,11 +208,9 @@ void ProjectDrawing::dimension(const Beam& beam, const BeamPlace& place) {
 
 }  // namespace
 
-TvTagLayout drawProject(TvCanvas& canvas, const Scene& scene) {
+void drawProject(TvCanvas& canvas, const Scene& scene, const TvTagLayout& labels) {
     ProjectDrawing(canvas, scene).beams();
-    TvTagLayout labels = layOutLabels(scene);
     labels.draw(canvas);
-    return labels;
 }
 
 void drawForce(const Pencil& pencil, const Arrow& arrow, const Paint& head, const Paint& shaft) {

@@ -5,8 +5,8 @@
 #include "drawing/label_drawing.h"
 #include "drawing/pencil.h"
 
-/// Draws a project on what is there. Returns its labels as they were drawn.
-TvTagLayout drawProject(TvCanvas& canvas, const Scene& scene);
+/// Draws a project, with its labels over it, on what is there.
+void drawProject(TvCanvas& canvas, const Scene& scene, const TvTagLayout& labels);
 
 /// A force with a head.
 void drawForce(const Pencil& pencil, const Arrow& arrow, const Paint& head, const Paint& shaft);

@@ -21,8 +21,7 @@ class WindowDrawing {
   public:
     WindowDrawing(TvCanvas& canvas, const Scene& scene, const PixelRect& client,
                   const Selection& selection)
-        : canvas_(canvas),
-          pencil_(canvas),
+        : pencil_(canvas),
           scene_(scene),
           plane_(scene.layout.plane),
           part_(scene.part),
@@ -31,19 +30,17 @@ class WindowDrawing {
 
     void grid() const;
     void rulers() const;
-    /// Behind a selected beam.
+    /// Behind a beam that is selected, or whose label is.
     void halo() const;
     /// What is selected, over the project.
-    void marks(const TvTagLayout& labels) const;
+    void marks() const;
 
   private:
     void figureBelow(double x) const;
     void figureBeside(double y) const;
-    void label(const TvTagOnPage& label) const;
     void load(const Beam& beam, const BeamPlace& place) const;
     void handle(Pixel at) const;
 
-    TvCanvas& canvas_;
     Pencil pencil_;
     const Scene& scene_;
     const DrawingPlane& plane_;
@@ -101,8 +98,12 @@ void WindowDrawing::figureBeside(double y) const {
 }
 
 void WindowDrawing::halo() const {
-    const Beam* const beam =
-        selection_.kind == Selection::OneBeam ? scene_.project().beam(selection_.id) : nullptr;
+    const Project& project = scene_.project();
+    const Label* const label =
+        selection_.kind == Selection::OneLabel ? project.label(selection_.id) : nullptr;
+    const Beam* const beam = selection_.kind == Selection::OneBeam ? project.beam(selection_.id)
+                             : label                               ? project.beam(label->beam)
+                                                                   : nullptr;
     if (!beam) return;
     const BeamPlace place = scene_.layout.place(*beam);
     pencil_.fill({place.left - 8, std::min(place.top, place.comb) - 8, place.right + 9,
@@ -110,11 +111,8 @@ void WindowDrawing::halo() const {
                  paints::kHalo);
 }
 
-void WindowDrawing::marks(const TvTagLayout& labels) const {
-    if (selection_.kind == Selection::OneLabel) {
-        if (const TvTagOnPage* const shown = labels.tag(selection_.id)) label(*shown);
-        return;
-    }
+void WindowDrawing::marks() const {
+    if (selection_.kind == Selection::OneLabel) return;
     const Beam* const beam = scene_.project().beam(selection_.id);
     if (!beam) return;
     const BeamPlace place = scene_.layout.place(*beam);
@@ -131,22 +129,6 @@ void WindowDrawing::load(const Beam& beam, const BeamPlace& place) const {
     handle(arrow.tail);
 }
 
-/// With a line to its beam.
-void WindowDrawing::label(const TvTagOnPage& label) const {
-    const Beam* const beam = scene_.project().beam(scene_.project().label(label.id)->beam);
-    const BeamPlace place = scene_.layout.place(*beam);
-    const PixelRect box = pixelsOf(label.box);
-    pencil_.line({(box.left + box.right) / 2, (box.top + box.bottom) / 2},
-                 {place.middle(), place.axis}, paints::kChosen);
-    TvTag chosen = *label.tag;
-    chosen.fill = paints::kHalo.color;
-    chosen.line.color = paints::kChosen.color;
-    if (chosen.border == TvTagBorder::none) chosen.border = TvTagBorder::frame;
-    TvTagSet one;
-    one.insert(0, label.id, chosen);
-    TvTagLayout(one, plane_.matrix(), nullptr).draw(canvas_);
-}
-
 void WindowDrawing::handle(Pixel at) const {
     const PixelRect box{at.x - 3, at.y - 3, at.x + 4, at.y + 4};
     pencil_.fill(box, paints::kPaper);
@@ -159,16 +141,15 @@ PixelRect drawingPart(const PixelRect& client) {
     return {client.left + kRulerWidth, client.top, client.right, client.bottom - kRulerHeight};
 }
 
-TvTagLayout drawWindow(TvCanvas& canvas, const Scene& scene, const PixelRect& client,
-                       const Selection& selection) {
+void drawWindow(TvCanvas& canvas, const Scene& scene, const PixelRect& client,
+                const Selection& selection, const TvTagLayout& labels) {
     const WindowDrawing window(canvas, scene, client, selection);
     window.rulers();
     canvas.save();
     Pencil(canvas).clip(scene.part);
     window.grid();
     window.halo();
-    TvTagLayout labels = drawProject(canvas, scene);
-    window.marks(labels);
+    drawProject(canvas, scene, labels);
+    window.marks();
     canvas.restore();
-    return labels;
 }

@@ -9,7 +9,7 @@ inline constexpr int kRulerWidth = 46, kRulerHeight = 22;
 /// What the rulers leave of a window.
 [[nodiscard]] PixelRect drawingPart(const PixelRect& client);
 
-/// Draws all of a window, whose part in the scene is that of drawingPart(). Returns its labels as
-/// they were drawn.
-TvTagLayout drawWindow(TvCanvas& canvas, const Scene& scene, const PixelRect& client,
-                       const Selection& selection);
+/// Draws all of a window, whose part in the scene is that of drawingPart(), but what shows that
+/// labels are selected.
+void drawWindow(TvCanvas& canvas, const Scene& scene, const PixelRect& client,
+                const Selection& selection, const TvTagLayout& labels);

@@ -13,11 +13,13 @@
 #include "resources/workbench_texts.h"
 #include "section_csv.h"
 #include "table/table_view.h"
+#include "toolbox/document_dialogs.h"
 #include "toolbox/files.h"
 
 namespace {
 
-constexpr UINT kPurgeDocuments = 0x3E0;  // a private message of the frame
+constexpr UINT kPurgeDocuments = 0x3E0, kLookAtDisk = 0x3E1;  // private messages of the frame
+constexpr UINT kIdleInterval = 1000;                          // ms
 constexpr std::size_t kSampleBeams = 10000;
 constexpr int kPaletteMargin = 24;  // pixels from the edge of the documents
 
@@ -44,6 +46,9 @@ Workbench::Workbench(HINSTANCE instance, const Settings& settings)
       keys_(settings.file),
       undo_(CMD_UNDO, CMD_REDO),
       palette_(IDD_PALETTE) {
+    const std::string_view file = settings_.file.view();
+    TvDocumentFile::setRecoveryFolder(
+        RWCString(std::string(file.substr(0, file.find_last_of("\\/") + 1)) + "recovery"));
     RWCString columns;
     GMSG::getProfile("Table", "Columns", columns, "");
     keys_.selectColumns(columns);
@@ -108,7 +113,7 @@ void Workbench::editFormat(HWND parent, UINT key) {
 
 Document* Workbench::documentOf(const CString& fullName) const {
     const auto found = std::ranges::find_if(documents_, [&](const auto& document) {
-        const CString& name = document->fileName();
+        const CString name = document->fileName();
         return !name.empty() && IsSameFile(name, fullName);
     });
     return found == documents_.end() ? nullptr : found->get();
@@ -125,6 +130,29 @@ bool Workbench::openFile(const CString& file) {
     if (!document->fileName().empty()) noteRecent(fullName);
     showDocument(std::move(document));
     return true;
+}
+
+void Workbench::offerRecovery() {
+    std::vector<TvRecoverable> works = TvDocumentFile::recoverable();
+    if (works.empty()) return;
+    std::vector<TvRecoverable> chosen;
+    {
+        const ModalPhase phase(*this);
+        TvRecoveryDialog dialog(std::move(works));
+        if (dialog.run(frame().getFrame())) chosen = dialog.chosen();
+    }
+    for (const TvRecoverable& work : chosen) {
+        auto document = std::make_unique<Document>(*this);
+        if (document->recover(work)) showDocument(std::move(document));
+    }
+}
+
+void Workbench::idle() {
+    for (std::size_t i = 0; i < documents_.size(); ++i) documents_[i]->idle();
+}
+
+void Workbench::lookAtDisk() {
+    if (const HWND window = frame().getFrame()) PostMessageA(window, kLookAtDisk, 0, 0);
 }
 
 void Workbench::showDocument(std::unique_ptr<Document> document) {
@@ -194,6 +222,7 @@ int Workbench::frameCreated(HWND frameWindow, HINSTANCE) {
     GMSG::getProfile("Palette", "Shown", paletteWanted_, 1);
     refreshCommands();
     showHint(text(kWelcome));
+    SetTimer(frameWindow, WorkbenchFrame::kIdleTimer, kIdleInterval, nullptr);
     return 1;
 }
 
@@ -215,6 +244,11 @@ void Workbench::classRegistered(HINSTANCE instance) {
 }
 
 int Workbench::privateMessage(HWND, UINT message, WPARAM, LPARAM) {
+    if (message == kLookAtDisk) {
+        Document* const document = isModal() ? nullptr : activeDocument();
+        if (document) document->lookAtDisk();
+        return 1;
+    }
     if (message != kPurgeDocuments) return 0;
     if (isModal()) return 1;  // its end asks again
     std::erase_if(documents_, [](const auto& document) { return document->views.getCount() == 0; });
@@ -226,6 +260,7 @@ void Workbench::systemCommand(HWND, WPARAM, LPARAM) {}
 
 void Workbench::childActivated(HWND) {
     refreshCommands();
+    lookAtDisk();
 }
 
 void Workbench::frameMoved(int) {}

@@ -47,6 +47,13 @@ class Workbench : public MDIApplication {
     [[nodiscard]] Document* documentOf(const CString& fullName) const;
     /// Opens a document for a file and shows it. False, and the user was told, when it was refused.
     bool openFile(const CString& file);
+    /// Offers what a program that ended badly has left unsaved.
+    void offerRecovery();
+    /// Nothing else is to be done: documents keep the state of unsaved work.
+    void idle();
+    /// The program or a window of it was activated: what others did to the document's file is told,
+    /// once the current message is done.
+    void lookAtDisk();
     /// A file was opened or saved under this name.
     void noteRecent(const CString& file);
 

@@ -58,6 +58,13 @@ constexpr GCOMMBase::CommRec kModeCommands[] = {
 
 constexpr GCOMMBase::CommRec kLanguageCommands[] = {{CMD_FRENCH, 0}, {CMD_ENGLISH, 0}};
 
+/// The drawing's tool carries it out.
+bool labelCommand(Document& document, UINT id) {
+    if (!viewOf<DrawingView>(document)) showDrawing(document);
+    if (auto* const drawing = viewOf<DrawingView>(document)) drawing->labels().command(id);
+    return true;
+}
+
 }  // namespace
 
 int Workbench::drawingMode() const {
@@ -124,6 +131,13 @@ int Workbench::command(HWND child, WPARAM wParam, LPARAM) {
 }
 
 bool Workbench::documentCommand(Document& document, int id) {
+    if (document.selection().kind == Selection::OneLabel) {
+        const WindowObject* const active = WindowDict::find(frame().getActiveMDIChild());
+        if (id == CMD_EDIT) return labelCommand(document, toolbox::TagEdit);
+        if (id == CMD_DELETE) return labelCommand(document, toolbox::TagDelete);
+        if (id == CMD_COPY && dynamic_cast<const DrawingView*>(active))
+            return labelCommand(document, toolbox::TagCopy);
+    }
     switch (id) {
         case CMD_SAVE:
             document.save();
@@ -228,14 +242,9 @@ bool Workbench::programCommand(int id) {
 
 void Workbench::editSelected(Document& document) {
     const Selection selection = document.selection();
-    const HWND parent = frame().getFrame();
-    if (selection.kind == Selection::OneLabel) {
-        Label label = *document.project().label(selection.id);
-        if (editLabel(parent, document, label)) document.put(label);
-    } else if (selection.kind != Selection::Nothing) {
-        Beam beam = *document.project().beam(selection.id);
-        if (editBeam(parent, *this, beam)) document.put(beam);
-    }
+    if (selection.kind == Selection::Nothing) return;
+    Beam beam = *document.project().beam(selection.id);
+    if (editBeam(frame().getFrame(), *this, beam)) document.put(beam);
 }
 
 void Workbench::openLog() {

@@ -18,6 +18,8 @@ LRESULT WorkbenchFrame::frameWndProc(TarvMess& message) {
     // Of the session's end the frame asks and tells the application nothing.
     if (Workbench* const program = workbench()) {
         if (message.message == WM_QUERYENDSESSION && !program->canClose()) return 0;
+        if (message.message == WM_TIMER && message.wParam == kIdleTimer) program->idle();
+        if (message.message == WM_ACTIVATEAPP && message.wParam) program->lookAtDisk();
         if (message.message == WM_ENDSESSION && !message.wParam) program->sessionGoesOn();
     }
     return MDI::frameWndProc(message);

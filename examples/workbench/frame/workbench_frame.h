@@ -12,6 +12,9 @@ class WorkbenchFrame : public MDI {
   public:
     using MDI::MDI;
 
+    /// Comes when there is nothing else in the message loop.
+    static constexpr UINT_PTR kIdleTimer = 1;
+
     /// Once the window is there.
     void createStatusBar();
     /// What the program says of what was done last. The hints of menus stand over it for a moment.

@@ -2,7 +2,7 @@
 #include "project/document.h"
 
 #include <algorithm>
-#include <functional>
+#include <optional>
 #include <utility>
 
 #include "date_words.h"
@@ -12,6 +12,7 @@
 #include "frame/workbench.h"
 #include "project/project_store.h"
 #include "resources/workbench_texts.h"
+#include "toolbox/document_dialogs.h"
 #include "toolbox/files.h"
 #include "toolbox/meter.h"
 
@@ -97,41 +98,91 @@ class JobMeter {
     std::optional<toolbox::ShownMeter> shown_;
 };
 
-/// True when something is left of a damaged file and the user wants it.
-bool tellDamage(Workbench& workbench, const CString& name, const LoadedProject& loaded) {
-    constexpr unsigned short kQuestion = MB_YESNO | MB_ICONEXCLAMATION;
-    if (loaded.loaded == 0) {
-        workbench.report(kNothingReadable, MB_ICONSTOP, name);
-        return false;
-    }
-    const int answer =
-        loaded.expected > 0
-            ? workbench.report(kOpenRecovered, kQuestion, name, loaded.loaded, loaded.expected)
-            : workbench.report(kOpenUncounted, kQuestion, name, loaded.loaded);
-    return answer == IDYES;
-}
-
 }  // namespace
+
+/// What the document's file holds. Reading and writing many items show a meter.
+class Document::Stored : public ProjectContent {
+  public:
+    explicit Stored(Document& document) : document_(document) {}
+
+    int write(TarvFileWrite& file) override {
+        return metered(kSaving, [&] { return ProjectContent::write(file); });
+    }
+    int read(TarvFileRead& file) override {
+        return metered(kOpening, [&] { return ProjectContent::read(file); });
+    }
+    int readRescued(TarvFileRead& file, const std::vector<TvDocumentLoss>& missing) override {
+        return metered(kOpening, [&] { return ProjectContent::readRescued(file, missing); });
+    }
+    /// Whether a project was read since the mark was taken off.
+    [[nodiscard]] bool wasRead() const { return wasRead_; }
+    void takeMarkOff() { wasRead_ = false; }
+
+  protected:
+    [[nodiscard]] const Project& project() const override { return document_.project(); }
+    void setProject(Project project) override {
+        wasRead_ = true;
+        document_.selection_ = {};
+        document_.work_.setProject(std::move(project));
+    }
+    void tellProgress(std::size_t done, std::size_t total) override {
+        if (meter_) static_cast<void>((*meter_)(done, total));
+    }
+
+  private:
+    template <class Job>
+    int metered(unsigned short caption, Job job) {
+        meter_.emplace(document_.workbench_, caption, document_.name(), 0);
+        const int result = job();
+        meter_.reset();
+        return result;
+    }
+
+    Document& document_;
+    std::optional<JobMeter> meter_;
+    bool wasRead_ = false;
+};
+
+/// Asks over the frame; another name is that of a project.
+class Document::Questions : public TvDocumentDialogs {
+  public:
+    explicit Questions(Workbench& workbench)
+        : TvDocumentDialogs(Workbench::frame().getFrame()), workbench_(workbench) {}
+
+  protected:
+    CString askName(const RWCString& name) override {
+        return askForFile(workbench_, CString(name), true);
+    }
+
+  private:
+    Workbench& workbench_;
+};
 
 Document::Document(Workbench& workbench)
     : views(this, &View::document),
       workbench_(workbench),
-      work_([&workbench](const CString& designation) { return workbench.section(designation); }) {
+      work_([&workbench](const CString& designation) { return workbench.section(designation); }),
+      content_(std::make_unique<Stored>(*this)),
+      questions_(std::make_unique<Questions>(workbench)),
+      file_(std::make_unique<TvDocumentFile>(*content_, questions_.get())) {
+    constexpr int kEdits = 20, kSeconds = 30;
     static int projects = 0;
+    int edits = kEdits, seconds = kSeconds;
+    GMSG::getProfile("Autosave", "Edits", edits, kEdits);
+    GMSG::getProfile("Autosave", "Seconds", seconds, kSeconds);
+    file_->setAutosave(edits, seconds);
     untitled_ = text(kUntitled, ++projects);
     listenTo(&work_.steps());
 }
 
+/// What is neither saved nor given up stays to be recovered.
 Document::~Document() {
     listenTo(nullptr);
+    if (!isModified() || discarded_) file_->close();
 }
 
 bool Document::setCurrentKeys(std::size_t index) {
     return work_.setCurrentKeys(workbench_.keys(), index);
-}
-
-CString Document::textOf(const Label& label) {
-    return work_.textOf(workbench_.keys(), label);
 }
 
 void Document::select(const Selection& selection) {
@@ -151,6 +202,7 @@ void Document::tellViews(unsigned changes) {
 /// Also what was saved or forgotten: the titles tell.
 void Document::undoChanged() {
     discarded_ = false;
+    if (isModified()) file_->edited();
     selection_ = work_.settled(selection_);
     tellViews(Content);
 }
@@ -159,8 +211,8 @@ std::uint32_t Document::put(Beam beam, unsigned short step) {
     return work_.put(std::move(beam), step);
 }
 
-std::uint32_t Document::put(Label label, unsigned short step) {
-    return work_.put(std::move(label), step);
+Edit::Outcome Document::change(ProjectChange change, StepName name, unsigned gesture) {
+    return work_.change(std::move(change), std::move(name), gesture);
 }
 
 bool Document::put(std::vector<Label> labels, unsigned short step) {
@@ -199,64 +251,88 @@ void Document::setProject(Project project) {
 }
 
 bool Document::open(const CString& file) {
-    LoadedProject loaded;
-    {
-        JobMeter meter(workbench_, kOpening, withoutFolder(file), 0);
-        loaded = loadProject(file.c_str(), std::ref(meter));
+    const ModalPhase phase(workbench_);
+    TvDocumentResult result = file_->open(file);
+    // The items of older files tell themselves that they are damaged.
+    if (!result.ok && content_->isDamaged() && questions_->openRescued(file, {})) {
+        content_->allowDamage(true);
+        result = file_->open(file);
+        content_->allowDamage(false);
+        if (result.ok) file_->edited();
     }
-    const auto fault = static_cast<unsigned short>(int{loaded.error});
-    CTvTrace::Trace(TraceFiles, "opened %s: %d, %u items", file.c_str(), int{fault},
-                    static_cast<unsigned>(loaded.loaded));
-    if (fault == kDamaged) {
-        if (!tellDamage(workbench_, withoutFolder(file), loaded)) return false;
-        // What can be recovered becomes a project without a file: the damaged one stays as it is.
+    return opened(result);
+}
+
+bool Document::recover(const TvRecoverable& work) {
+    const ModalPhase phase(workbench_);
+    return opened(file_->recover(work));
+}
+
+/// Also after the file was read again.
+bool Document::opened(const TvDocumentResult& result) {
+    CTvTrace::Trace(TraceFiles, "opened %s: %d, %u items", fileName().c_str(), int{result.reason},
+                    static_cast<unsigned>(content_->loaded()));
+    questions_->tell(result);
+    if (!content_->wasRead()) return result.ok;
+    content_->takeMarkOff();
+    if (file_->isChanged())
         steps().setChanged();
-        untitled_ = text(kRecovered, withoutFolder(file));
-    } else if (fault != 0) {
-        workbench_.report(fault, MB_ICONSTOP, withoutFolder(file));
-        return false;
-    } else {
-        file_ = file;
-    }
-    created_ = loaded.created;
-    setProject(std::move(loaded.project));
-    workbench_.showHint(text(kCreatedOn, dateInWords(created_)));
+    else
+        steps().setClean();
+    recompute();
+    workbench_.showHint(content_->loaded() < content_->expected()
+                            ? text(kItemsDone, content_->loaded(), content_->expected())
+                            : text(kCreatedOn, dateInWords(content_->created())));
     return true;
 }
 
-bool Document::saveTo(const CString& file) {
-    ErrObj error;
-    {
-        JobMeter meter(workbench_, kSaving, withoutFolder(file), 0);
-        error = saveProject(project(), file.c_str(), created_, std::ref(meter));
-    }
-    if (error != 0) {
-        workbench_.report(static_cast<unsigned short>(int{error}), MB_ICONSTOP,
-                          withoutFolder(file));
-        return false;
-    }
-    file_ = file;
-    workbench_.noteRecent(file);
+/// With the answer to take what is on the disk, the project was read.
+bool Document::saved(const TvDocumentResult& result) {
+    if (!result.ok || content_->wasRead()) return opened(result);
+    questions_->tell(result);
+    told_ = TvDocumentFile::SameOnDisk;
+    workbench_.noteRecent(fileName());
     steps().setClean();
     tellViews(Selected);  // the titles have the name
     return true;
 }
 
 bool Document::save() {
-    return file_.empty() ? saveAs() : saveTo(file_);
+    if (fileName().empty()) return saveAs();
+    const ModalPhase phase(workbench_);
+    return saved(file_->save());
 }
 
 bool Document::saveAs() {
-    const CString file = askForFile(workbench_, file_, true);
+    const CString file = askForFile(workbench_, fileName(), true);
     return !file.empty() && saveAs(file);
 }
 
 bool Document::saveAs(const CString& file) {
     const CString fullName = FullFileName(file);
     const Document* const has = workbench_.documentOf(fullName);
-    if (!has || has == this) return saveTo(fullName);
-    workbench_.report(kOpenElsewhere, MB_ICONEXCLAMATION, withoutFolder(fullName));
-    return false;
+    if (has && has != this) {
+        workbench_.report(kOpenElsewhere, MB_ICONEXCLAMATION, withoutFolder(fullName));
+        return false;
+    }
+    const ModalPhase phase(workbench_);
+    return saved(has ? file_->save() : file_->saveAs(fullName));
+}
+
+void Document::idle() {
+    if (!file_->idle()) workbench_.showHint(CString(file_->lastAutosave().text()));
+}
+
+void Document::lookAtDisk() {
+    const TvDocumentFile::DiskState now = file_->changedOnDisk();
+    if (std::exchange(told_, now) == now || now == TvDocumentFile::SameOnDisk) return;
+    if (now == TvDocumentFile::GoneFromDisk)
+        return workbench_.showHint(text(kGoneFromDisk, name()));
+    if (isModified()) return workbench_.showHint(text(kOtherOnDisk, name()));
+    if (workbench_.showBox(text(kReadAgain, name()), MB_YESNO | MB_ICONQUESTION) != IDYES) return;
+    const ModalPhase phase(workbench_);
+    opened(file_->reload());
+    told_ = TvDocumentFile::SameOnDisk;
 }
 
 bool Document::mayClose() {
@@ -273,10 +349,15 @@ bool Document::mayClose() {
     }
 }
 
+CString Document::fileName() const {
+    return CString(file_->getName());
+}
+
 CString Document::name() const {
-    return file_.empty() ? untitled_ : withoutFolder(file_);
+    return fileName().empty() ? untitled_ : withoutFolder(fileName());
 }
 
 CString Document::title() const {
-    return isModified() ? name() + "*" : name();
+    const CString whole = isModified() ? name() + "*" : name();
+    return file_->isReadOnly() ? text(kReadOnlyTitle, whole) : whole;
 }

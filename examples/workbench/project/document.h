@@ -2,8 +2,10 @@
 // it.
 #pragma once
 
+#include <memory>
+
 #include "project/open_project.h"
-#include "toolbox/dates.h"
+#include "toolbox/document_files.h"
 #include "toolbox/links.h"
 
 class View;
@@ -28,8 +30,6 @@ class Document : private UndoListener {
     [[nodiscard]] UndoStack& steps() { return work_.steps(); }
     /// Makes the keys' values those of a beam: see OpenProject.
     bool setCurrentKeys(std::size_t index);
-    /// A label as it is drawn, its tokens replaced.
-    [[nodiscard]] CString textOf(const Label& label);
 
     [[nodiscard]] const Selection& selection() const { return selection_; }
     void select(const Selection& selection);
@@ -37,7 +37,7 @@ class Document : private UndoListener {
     // Changes by the user: see OpenProject. The views are told. 0 or false: refused, nothing
     // changed.
     std::uint32_t put(Beam beam, unsigned short step = 0);
-    std::uint32_t put(Label label, unsigned short step = 0);
+    Edit::Outcome change(ProjectChange change, StepName name, unsigned gesture);
     bool put(std::vector<Label> labels, unsigned short step);
     bool moveBeam(std::uint32_t id, double x, double y);
     bool removeSelected();
@@ -47,8 +47,10 @@ class Document : private UndoListener {
     bool recompute();
 
     // Files. Each tells the user what went wrong; false: it did not happen.
-    /// By its full name.
+    /// By its full name. Where somebody else has it, or cannot be written, it is read-only.
     bool open(const CString& file);
+    /// Unsaved work of a program that ended badly.
+    bool recover(const TvRecoverable& work);
     bool save();
     /// Under a name that the user chooses.
     bool saveAs();
@@ -61,11 +63,16 @@ class Document : private UndoListener {
     /// The session goes on after all: mayClose() asks again.
     void keepAsking() { discarded_ = false; }
 
+    /// Keeps the state of unsaved work where it is due: for when nothing else is to be done.
+    void idle();
+    /// Asks or tells about a file that another program has changed.
+    void lookAtDisk();
+
     [[nodiscard]] bool isModified() const { return !work_.steps().isClean(); }
-    [[nodiscard]] const CString& fileName() const { return file_; }  ///< empty: never saved
+    [[nodiscard]] CString fileName() const;  ///< empty: never saved
     /// The file's name without folder, or "Project 1".
     [[nodiscard]] CString name() const;
-    /// The name, followed by a star when it is modified.
+    /// The name, followed by a star when it is modified, and whether it is read-only.
     [[nodiscard]] CString title() const;
 
     void tellViews(unsigned changes);
@@ -73,14 +80,20 @@ class Document : private UndoListener {
     Many<Document, View> views;
 
   private:
+    class Stored;
+    class Questions;
+
     void undoChanged() override;
-    bool saveTo(const CString& file);
+    bool opened(const TvDocumentResult& result);
+    bool saved(const TvDocumentResult& result);
 
     Workbench& workbench_;
     OpenProject work_;
     Selection selection_;
-    CString file_;
     CString untitled_;
-    TarvDate created_;
     bool discarded_ = false;
+    std::unique_ptr<Stored> content_;
+    std::unique_ptr<Questions> questions_;
+    std::unique_ptr<TvDocumentFile> file_;
+    TvDocumentFile::DiskState told_ = TvDocumentFile::SameOnDisk;  // what the user knows of it
 };

@@ -47,17 +47,17 @@ bool OpenProject::setCurrentKeys(ProjectKeys& keys, std::size_t index) const {
     return found != nullptr;
 }
 
-CString OpenProject::textOf(ProjectKeys& keys, const Label& label) const {
-    const CString text = label.tag.text;
-    return setCurrentKeys(keys, indexOf(label.beam)) ? CString(keys.expanded(text)) : text;
+Edit::Outcome OpenProject::change(ProjectChange change, StepName name, unsigned gesture) {
+    performing_ = true;
+    const Edit::Outcome outcome = steps_.perform(
+        std::make_unique<ProjectEdit>(*this, std::move(name), std::move(change)), gesture);
+    performing_ = false;
+    return outcome;
 }
 
-bool OpenProject::perform(unsigned short step, ProjectChange change) {
-    performing_ = true;
-    const Edit::Outcome outcome =
-        steps_.perform(std::make_unique<ProjectEdit>(*this, step, std::move(change)));
-    performing_ = false;
-    return outcome != Edit::Failed;
+bool OpenProject::perform(unsigned short step, ProjectChange items) {
+    return change(
+               std::move(items), [step] { return text(step); }, 0) != Edit::Failed;
 }
 
 std::uint32_t OpenProject::put(Beam beam, unsigned short step) {
@@ -70,23 +70,15 @@ std::uint32_t OpenProject::put(Beam beam, unsigned short step) {
     return perform(step, std::move(change)) ? id : 0;
 }
 
-std::uint32_t OpenProject::put(Label label, unsigned short step) {
-    if (!isSound(label) || !project_.beam(label.beam)) return 0;
-    if (step == 0) step = label.id == 0 ? kStepAddLabel : kStepEditLabel;
-    if (label.id == 0) label.id = project_.newLabelId();
-    const std::uint32_t id = label.id;
-    ProjectChange change;
-    change.labels.emplace_back(id, std::move(label));
-    return perform(step, std::move(change)) ? id : 0;
-}
-
 bool OpenProject::put(std::vector<Label> labels, unsigned short step) {
     ProjectChange change;
+    std::uint32_t id = project_.newLabelId(), rank = project_.newRank();
     for (Label& label : labels) {
-        if (!isSound(label) || !project_.label(label.id) || !project_.beam(label.beam))
-            return false;
-        const std::uint32_t id = label.id;
-        change.labels.emplace_back(id, std::move(label));
+        if (!isSound(label) || !project_.beam(label.beam)) return false;
+        if (label.id == 0) label.id = id++;
+        if (label.rank == 0) label.rank = rank++;
+        const std::uint32_t key = label.id;
+        change.labels.emplace_back(key, std::move(label));
     }
     return perform(step, std::move(change));
 }
@@ -101,8 +93,8 @@ bool OpenProject::moveBeam(std::uint32_t id, double x, double y) {
     ProjectChange change;
     for (Label label : project_.labels()) {
         if (label.beam != id) continue;
-        TvPoint& at = label.tag.anchor;
-        at = {snapped(at.x + x - found->x, kLengthStep), snapped(at.y + y - found->y, kLengthStep)};
+        label.tag.anchor.x += x - found->x;
+        label.tag.anchor.y += y - found->y;
         isSoundThere &= isSound(label);
         change.labels.emplace_back(label.id, std::move(label));
     }

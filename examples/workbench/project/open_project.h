@@ -46,16 +46,15 @@ class OpenProject {
     /// Makes the keys' values those of a beam. False when it has no results: keys would print as
     /// nothing.
     bool setCurrentKeys(ProjectKeys& keys, std::size_t index) const;
-    /// A label as it is drawn, its tokens replaced.
-    [[nodiscard]] CString textOf(ProjectKeys& keys, const Label& label) const;
 
     // Changes by the user: steps that can be undone, each with its results. 0 or false: refused,
     // nothing changed. What changes nothing leaves no step. `step` is the number of its text; of 0
     // it is what the menu of Edit says.
     std::uint32_t put(Beam beam, unsigned short step = 0);
-    std::uint32_t put(Label label, unsigned short step = 0);
-    /// All of them in one step, or none.
+    /// All of them in one step, or none; each gets an identifier and a rank that it has not.
     bool put(std::vector<Label> labels, unsigned short step);
+    /// What comes into the project is sound. Changes of one gesture other than 0 are one step.
+    Edit::Outcome change(ProjectChange change, StepName name, unsigned gesture);
     /// To a place, with its labels.
     bool moveBeam(std::uint32_t id, double x, double y);
     /// Beams go with their labels.
@@ -71,7 +70,7 @@ class OpenProject {
   private:
     friend class ProjectEdit;
 
-    bool perform(unsigned short step, ProjectChange change);
+    bool perform(unsigned short step, ProjectChange items);
     // For edits: so many items are exchanged then. The results follow.
     void beginExchange(std::size_t beams, std::size_t labels);
     void exchange(std::uint32_t id, std::optional<Beam>& beam);

@@ -109,7 +109,22 @@ std::uint32_t Project::put(Beam beam) {
     return isSound(beam) ? putInto(*this, std::move(beam), newBeamId()) : 0;
 }
 std::uint32_t Project::put(Label label) {
-    return isSound(label) && beam(label.beam) ? putInto(*this, std::move(label), newLabelId()) : 0;
+    if (!isSound(label) || !beam(label.beam)) return 0;
+    if (label.rank == 0) label.rank = newRank();
+    return putInto(*this, std::move(label), newLabelId());
+}
+
+std::vector<const Label*> Project::labelsInOrder() const {
+    std::vector<const Label*> labels;
+    for (const Label& label : labels_) labels.push_back(&label);
+    std::ranges::stable_sort(labels, {}, &Label::rank);
+    return labels;
+}
+
+std::uint32_t Project::newRank() const {
+    std::uint32_t top = 0;
+    for (const Label& label : labels_) top = std::max(top, label.rank);
+    return top + 1;
 }
 
 void Project::exchange(std::uint32_t id, std::optional<Beam>& beam) {

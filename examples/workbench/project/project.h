@@ -40,7 +40,8 @@ struct Beam {
 struct Label {
     std::uint32_t id = 0;
     std::uint32_t beam = 0;
-    TvTag tag{};  ///< its text has at most kLabelMax bytes
+    std::uint32_t rank = 0;  ///< the greatest is drawn on top; 0: one that put() shall give it
+    TvTag tag{};             ///< its text has at most kLabelMax bytes
 
     bool operator==(const Label&) const = default;
 };
@@ -72,18 +73,21 @@ class Project {
   public:
     [[nodiscard]] const std::vector<Beam>& beams() const { return beams_; }
     [[nodiscard]] const std::vector<Label>& labels() const { return labels_; }
+    /// As they are drawn, the last one on top.
+    [[nodiscard]] std::vector<const Label*> labelsInOrder() const;
     /// Null when there is none with that identifier.
     [[nodiscard]] const Beam* beam(std::uint32_t id) const;
     [[nodiscard]] const Label* label(std::uint32_t id) const;
 
     /// Adds a beam or a label, which gets a new identifier, or takes the place of the one that has
     /// its identifier. Returns the identifier; 0, and nothing is changed, when it is not sound or
-    /// when a label names no beam.
+    /// when a label names no beam. A label without a rank is drawn on top of the others.
     std::uint32_t put(Beam beam);
     std::uint32_t put(Label label);
     // For the next that is added.
     [[nodiscard]] std::uint32_t newBeamId() const { return nextOf(beams_); }
     [[nodiscard]] std::uint32_t newLabelId() const { return nextOf(labels_); }
+    [[nodiscard]] std::uint32_t newRank() const;
 
     /// Puts an item in the place of that with an identifier, or of none, and gives back what was
     /// there. Nothing is checked, and nothing thrown when makeRoom() was called for the items to

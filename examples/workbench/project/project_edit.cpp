@@ -5,7 +5,6 @@
 #include <numeric>
 
 #include "project/open_project.h"
-#include "resources/workbench_texts.h"
 
 namespace {
 
@@ -42,8 +41,8 @@ std::size_t sizeOfAll(const Items& items) {
 
 }  // namespace
 
-ProjectEdit::ProjectEdit(OpenProject& project, unsigned short step, ProjectChange change)
-    : project_(project), step_(step), change_(std::move(change)) {}
+ProjectEdit::ProjectEdit(OpenProject& project, StepName name, ProjectChange change)
+    : project_(project), name_(std::move(name)), change_(std::move(change)) {}
 
 bool ProjectEdit::isPointless() const {
     const Project& project = project_.project();
@@ -69,7 +68,7 @@ void ProjectEdit::exchange() {
 }
 
 CString ProjectEdit::text() const {
-    return ::text(step_);
+    return name_();
 }
 
 std::size_t ProjectEdit::size() const {

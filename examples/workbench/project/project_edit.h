@@ -1,6 +1,7 @@
 // One step of the user on a project: the beams and labels that it puts in the place of others.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -20,11 +21,13 @@ struct ProjectChange {
     Items<Label> labels;
 };
 
+/// What the user did, in the language of the moment.
+using StepName = std::function<CString()>;
+
 /// Exchanges the items of a change for those of the project: undoing and redoing are the same.
 class ProjectEdit : public Edit {
   public:
-    /// `step` is the number of its text.
-    ProjectEdit(OpenProject& project, unsigned short step, ProjectChange change);
+    ProjectEdit(OpenProject& project, StepName name, ProjectChange change);
 
     Outcome apply() override;
     int revert() override;
@@ -38,6 +41,6 @@ class ProjectEdit : public Edit {
     void exchange();
 
     OpenProject& project_;
-    unsigned short step_;
+    StepName name_;
     ProjectChange change_;  // what is not in the project
 };

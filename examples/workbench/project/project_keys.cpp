@@ -12,13 +12,9 @@
 
 namespace {
 
-struct Values {
-    const Beam& beam;
-    const Section& section;
-    const BeamResults& results;
-};
+constexpr int kWidest = 80;
 
-double force(const Values& of) {
+double force(const BeamValues& of) {
     return std::transform_reduce(of.beam.loads.begin(), of.beam.loads.end(), 0.0, std::plus<>(),
                                  [](const PointLoad& load) { return load.force; });
 }
@@ -30,7 +26,7 @@ struct Quantity {
     const char* units;
     int width;
     int precision;
-    double (*value)(const Values&);
+    double (*value)(const BeamValues&);
 };
 
 enum : UINT { kName = 1, kSection = 2 };
@@ -40,22 +36,22 @@ enum : UINT { kName = 1, kSection = 2 };
 constexpr std::array<Quantity, 17> kQuantities = {{
     {"NAME", nullptr, "", static_cast<int>(kNameMax), 0, nullptr},
     {"SECTION", nullptr, "", 10, 0, nullptr},
-    {"L", "L", "m", 6, 2, [](const Values& of) { return of.beam.span; }},
-    {"Q", "q", "kN/m", 9, 2, [](const Values& of) { return of.beam.uniform; }},
+    {"L", "L", "m", 6, 2, [](const BeamValues& of) { return of.beam.span; }},
+    {"Q", "q", "kN/m", 9, 2, [](const BeamValues& of) { return of.beam.uniform; }},
     {"N", "n", "", 3, 0,
-     [](const Values& of) { return static_cast<double>(of.beam.loads.size()); }},
+     [](const BeamValues& of) { return static_cast<double>(of.beam.loads.size()); }},
     {"P", "P", "kN", 9, 2, force},
-    {"WEIGHT", "G", "kg", 8, 1, [](const Values& of) { return of.results.weight; }},
-    {"RA", "RA", "kN", 9, 2, [](const Values& of) { return of.results.leftReaction; }},
-    {"RB", "RB", "kN", 9, 2, [](const Values& of) { return of.results.rightReaction; }},
-    {"M", "M", "kNm", 9, 2, [](const Values& of) { return of.results.moment; }},
-    {"X", "x", "m", 6, 2, [](const Values& of) { return of.results.momentAt; }},
-    {"S", "s", "N/mm2", 10, 1, [](const Values& of) { return of.results.stress; }},
-    {"USE", nullptr, "%", 10, 1, [](const Values& of) { return of.results.use; }},
-    {"F", "f", "mm", 13, 2, [](const Values& of) { return of.results.deflection; }},
-    {"H", "h", "mm", 5, 0, [](const Values& of) { return of.section.h; }},
-    {"IY", "Iy", "cm4", 9, 1, [](const Values& of) { return of.section.iY; }},
-    {"WELY", "Wel.y", "cm3", 8, 1, [](const Values& of) { return of.section.welY; }},
+    {"WEIGHT", "G", "kg", 8, 1, [](const BeamValues& of) { return of.results.weight; }},
+    {"RA", "RA", "kN", 9, 2, [](const BeamValues& of) { return of.results.leftReaction; }},
+    {"RB", "RB", "kN", 9, 2, [](const BeamValues& of) { return of.results.rightReaction; }},
+    {"M", "M", "kNm", 9, 2, [](const BeamValues& of) { return of.results.moment; }},
+    {"X", "x", "m", 6, 2, [](const BeamValues& of) { return of.results.momentAt; }},
+    {"S", "s", "N/mm2", 10, 1, [](const BeamValues& of) { return of.results.stress; }},
+    {"USE", nullptr, "%", 10, 1, [](const BeamValues& of) { return of.results.use; }},
+    {"F", "f", "mm", 13, 2, [](const BeamValues& of) { return of.results.deflection; }},
+    {"H", "h", "mm", 5, 0, [](const BeamValues& of) { return of.section.h; }},
+    {"IY", "Iy", "cm4", 9, 1, [](const BeamValues& of) { return of.section.iY; }},
+    {"WELY", "Wel.y", "cm3", 8, 1, [](const BeamValues& of) { return of.section.welY; }},
 }};
 constexpr UINT kUsual[] = {kName, kSection, 3, 4, 6, 7, 10, 12, 13, 14};
 
@@ -69,7 +65,6 @@ RWCString declaredDescription(UINT id) {
 /// a format that is too narrow cuts exponents off, and numbers that have no room for one.
 bool standsFor(std::string_view text, double value) {
     constexpr std::size_t kExponent = 5;  // "e+006"
-    constexpr int kWidest = 80;
     if (const std::size_t mark = text.find('e'); mark != std::string_view::npos)
         return text.size() - mark == kExponent;
     if (text.ends_with('.')) text.remove_suffix(1);
@@ -185,29 +180,30 @@ RWCString ProjectKeys::shown(UINT id, FormatedValue& value) {
     return text;
 }
 
-RWCString ProjectKeys::expanded(const RWCString& text) {
-    // The manager knows no other text for a value: tokens of those too wide are replaced first.
-    std::string out;
-    std::string_view rest = text.view();
-    for (std::size_t start = 0; (start = rest.find('$')) != std::string_view::npos;) {
-        const std::size_t end = rest.find('$', start + 1);
-        if (end == std::string_view::npos) break;
-        const RWCString word(rest.substr(start + 1, end - start - 1));
-        const bool isToken = isValidToken(word) != 0;
-        const bool isTooWide = isToken && shown(getId(word)) == kTooNarrow;
-        out += rest.substr(0, isTooWide ? start : isToken ? end + 1 : end);
-        if (isTooWide) out += kTooNarrow;
-        rest.remove_prefix(isToken ? end + 1 : end);
-    }
-    return getParseString(RWCString(out.append(rest)), 1);
+int ProjectKeys::getKeyValue(UINT id, FormatedValue* value) {
+    return beam_ ? setBeamValue(id, value, {*beam_, *section_, *results_}) : 0;
 }
 
-int ProjectKeys::getKeyValue(UINT id, FormatedValue* value) {
-    if (!beam_ || id < kName || id - kName >= kQuantities.size()) return 0;
+int setBeamValue(UINT id, FormatedValue* value, const BeamValues& of) {
+    if (id < kName || id - kName >= kQuantities.size()) return 0;
     if (id == kName || id == kSection) {
         static_cast<StringFormatedValue&>(*value) =
-            RWCString(id == kName ? beam_->name : beam_->section);
+            RWCString(id == kName ? of.beam.name : of.beam.section);
         return 1;
     }
-    return setNumber(value, kQuantities[id - kName].value({*beam_, *section_, *results_}));
+    return setNumber(value, kQuantities[id - kName].value(of));
+}
+
+void widen(FormatedValue& value) {
+    const std::string printed = value.getStringValue().str();
+    const std::size_t first = printed.find_first_not_of(' ');
+    if (first == std::string::npos) return;
+    const std::string text = printed.substr(first, printed.find_last_not_of(' ') + 1 - first);
+    if (value.isReal()) {
+        auto& real = static_cast<RealFormatedValue&>(value);
+        if (!standsFor(text, real.getValue())) real.setFormat(kWidest, real.getPrecision(), Left);
+    } else if (value.isNumber()) {
+        auto& number = static_cast<NumberFormatedValue&>(value);
+        if (!standsFor(text, number.getValue())) number.setFormat(kWidest, Left);
+    }
 }

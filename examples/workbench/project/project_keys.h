@@ -9,6 +9,18 @@
 /// Stands where a number should.
 inline constexpr const char* kTooNarrow = "####";
 
+/// What the values of a beam are computed from.
+struct BeamValues {
+    const Beam& beam;
+    const Section& section;
+    const BeamResults& results;
+};
+
+/// The value of a key, for UDManager::getKeyValue(); 0 for an unknown key.
+int setBeamValue(UINT id, FormatedValue* value, const BeamValues& of);
+/// Gives a number that its format is too narrow for a wide one.
+void widen(FormatedValue& value);
+
 class ProjectKeys : public TokenizerUDManager {
   public:
     /// Declares the keys in the language of the message service and takes over what the profile
@@ -41,8 +53,6 @@ class ProjectKeys : public TokenizerUDManager {
     [[nodiscard]] RWCString shown(UINT id);
     /// Another value, of the kind of the key's format.
     [[nodiscard]] RWCString shown(UINT id, FormatedValue& value);
-    /// A text with its tokens replaced.
-    [[nodiscard]] RWCString expanded(const RWCString& text);
 
     RWCString getProfilePath() override { return profile_; }
     int getKeyValue(UINT id, FormatedValue* value) override;

@@ -15,11 +15,6 @@ enum DialogText : unsigned short {
     kForceHeading,
     kNameNeeded,
 
-    kUnknownKey = 3220,  ///< word, as the next
-    kKeyNotAvailable,
-    kUnclosedToken,
-    kKeyOutsideToken,
-
     kSampleValue = 3235,
     kNotCopied,
 

@@ -10,7 +10,6 @@
 #define IDR_SECTIONS 106
 #define IDD_PALETTE 200
 #define IDD_BEAM 201
-#define IDD_LABEL 202
 #define IDD_MESSAGES 204
 #define IDD_ABOUT 205
 
@@ -79,13 +78,6 @@
 #define IDC_BEAM_LOAD_GROUP 2011
 #define IDC_LOAD_POSITION_LABEL 2012
 #define IDC_LOAD_FORCE_LABEL 2013
-
-// Controls of the label dialog.
-#define IDC_LABEL_TEXT 2101
-#define IDC_LABEL_PREVIEW 2102
-#define IDC_LABEL_PROBLEM 2103
-#define IDC_LABEL_KEY 2104
-#define IDC_LABEL_INSERT 2105
 
 // Controls of the messages and about dialogs.
 #define IDC_MESSAGES 2301

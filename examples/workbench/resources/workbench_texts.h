@@ -6,12 +6,13 @@
 enum WorkbenchText : unsigned short {
     kFirstKeyDescription = 3000,  ///< of the keys, in the order of their identifiers
     kFirstKeyHeader = 3020,       ///< in the same order; only those that are words
-    // From 3100 on: the codes of project_store.h.
-    kOpenRecovered = 3110,
-    kSaveFirst,
+    kReadOnlyTitle = 3100,        ///< title
+    kReadAgain,                   ///< name, as the next
+    kOtherOnDisk,
+    kGoneFromDisk,
+    kSaveFirst = 3111,
     kUntitled,
-    kRecovered,
-    kFileFilter,
+    kFileFilter = 3114,
     kOpening,
     kSaving,
     kComputing,
@@ -26,9 +27,7 @@ enum WorkbenchText : unsigned short {
     kBeamCount,
     kFirstModeHint = 3130,  ///< in the order of the modes' commands
     kNewLabel = 3140,
-    kOpenUncounted = 3150,
-    kNothingReadable,
-    kOpenElsewhere,
+    kOpenElsewhere = 3152,
     kSettingsNotKept,  ///< their file
     kDrawingFilter,
     kDrawingWritten,     ///< file
@@ -58,10 +57,7 @@ enum WorkbenchText : unsigned short {
     kStepMoveLoad,
     kStepDeleteLoad,
     kStepLoadUniformly,
-    kStepAddLabel,
-    kStepEditLabel,
-    kStepMoveLabel,
-    kStepDeleteLabel,
+    kStepDeleteLabel = 3351,
     kStepArrangeLabels,
 };
 

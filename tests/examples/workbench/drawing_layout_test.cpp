@@ -64,31 +64,8 @@ TEST_F(Drawing, FindsWhatIsUnderTheMouse) {
         EXPECT_TRUE(hitTest(project, layout, labels, test.at) == test.expected) << test.what;
 
     const std::uint32_t distant = add(0, -5, 6);
-    EXPECT_EQ(nearestBeam(project, layout, {150, 420})->id, distant);
-    EXPECT_EQ(nearestBeam(Project(), layout, {0, 0}), nullptr);
-}
-
-TEST_F(Drawing, ReadsAForceBackFromItsArrow) {
-    const std::uint32_t id = add(0, 0, 6, 0, {{2, 12.5}, {4, 20}, {5, -4}});
-    const BeamPlace place = layout.place(beam(id));
-    for (const PointLoad& load : beam(id).loads) {
-        const int y = layout.arrow(beam(id), place, load).tail.y;
-        EXPECT_DOUBLE_EQ(forceFrom(layout, beam(id), y), load.force);
-    }
-    EXPECT_DOUBLE_EQ(forceFrom(layout, beam(id), place.top - 1), 0);
-    EXPECT_DOUBLE_EQ(forceFrom(layout, beam(id), place.top - 100000000), kLoadMax);
-    const int high = place.top - static_cast<int>(8 * layout.uniformScale());
-    const int low = place.bottom + static_cast<int>(3 * layout.uniformScale());
-    EXPECT_DOUBLE_EQ(uniformFrom(layout, beam(id), {120, high, 200, low}), 8);
-    EXPECT_DOUBLE_EQ(uniformFrom(layout, beam(id), {120, place.axis, 200, low}), -3);
-}
-
-TEST_F(Drawing, TakesTheBeamThatARectangleCoversMost) {
-    const std::uint32_t first = add(0, 0, 6), second = add(7, 0, 6);
-    EXPECT_EQ(beamUnder(project, layout, {300, 250, 390, 310})->id, first);
-    EXPECT_EQ(beamUnder(project, layout, {320, 250, 500, 310})->id, second);
-    EXPECT_EQ(beamUnder(project, layout, {300, 250, 390, 280}), nullptr) << "above both";
-    EXPECT_EQ(beamUnder(project, layout, {345, 250, 375, 310}), nullptr) << "between them";
+    EXPECT_EQ(nearestBeam(project, layout.plane.toPlane({150, 420}))->id, distant);
+    EXPECT_EQ(nearestBeam(Project(), {}), nullptr);
 }
 
 }  // namespace

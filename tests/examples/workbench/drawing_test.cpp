@@ -7,7 +7,7 @@
 
 #include "drawing/drawing_page.h"
 #include "drawing/label_drawing.h"
-#include "drawing/window_drawing.h"
+#include "project/project_keys.h"
 #include "resources/workbench_texts.h"
 #include "support/temp_folder.h"
 
@@ -78,9 +78,9 @@ TEST_F(ProjectDrawing, LiesOnAPageThatIsAsLargeAsItself) {
     labelled.put(Label{.beam = 2, .tag = labelTag("$NAME$: $L$ m, $XX$", -30, 12)});
     for (const Project& project : {Project(), labelled, sampleProject(2000, {"IPE 80"})}) {
         show(project);
-        const DrawingPage page = pageOf(work, *keys);
+        const DrawingPage page = pageOf(work);
         Reach reach(page.width, page.height);
-        drawPage(reach, work, *keys, page);
+        drawPage(reach, work, page);
         EXPECT_TRUE(reach.holdsAll()) << project.beams().size();
         EXPECT_EQ(reach.faultCount(), 0u);
         EXPECT_EQ(reach.has("\nIPE 300\n"), project == labelled);
@@ -88,33 +88,16 @@ TEST_F(ProjectDrawing, LiesOnAPageThatIsAsLargeAsItself) {
     }
 }
 
-TEST_F(ProjectDrawing, HasItsMarksInAWindowOnly) {
-    show(sampleProject(3, {"IPE 300"}));
-    work.put(Label{.beam = 1, .tag = labelTag("$NAME$ here", 0, -1)});
-    DrawingLayout layout(depthIn(work));
-    const PixelRect client{0, 0, 1000, 600};
-    const Scene scene{work, *keys, layout, drawingPart(client)};
-    layout.fit(work.project(), scene.part);
-    const auto sizeWith = [&](const Selection& selection) {
-        TvRecording window(1000, 600);
-        drawWindow(window, scene, client, selection);
-        EXPECT_EQ(window.faultCount(), 0u) << selection.kind;
-        return window.size();
-    };
-    const std::size_t unmarked = sizeWith({});
-    EXPECT_GT(sizeWith({Selection::OneBeam, 1}), unmarked);
-    EXPECT_GT(sizeWith({Selection::OneLoad, 2, 0}), unmarked);
-    EXPECT_GT(sizeWith({Selection::OneLabel, 1}), unmarked);
-}
-
 TEST_F(ProjectDrawing, ArrangesItsLabelsInOneStep) {
     show(sampleProject(3, {"IPE 300"}));
+    std::vector<Label> crowd;
     for (const double x : {1.0, 1.1, 1.2, 13.0})
-        work.put(Label{.beam = 1, .tag = labelTag("$NAME$: $M$ kNm", x, 0)});
+        crowd.push_back({.beam = 1, .tag = labelTag("$NAME$: $M$ kNm", x, 0)});
+    work.put(crowd, kStepArrangeLabels);
     const Project before = work.project();
     DrawingLayout layout(depthIn(work));
     layout.fit(work.project(), {0, 0, 1000, 600});
-    const Scene scene{work, *keys, layout, {0, 0, 1000, 600}};
+    const Scene scene{work, layout, {0, 0, 1000, 600}};
     ASSERT_TRUE(work.put(arrangedLabels(scene), kStepArrangeLabels));
     const TvTagLayout labels = layOutLabels(scene);
     ASSERT_EQ(labels.tags().size(), 4u);

@@ -12,8 +12,10 @@
 
 #include "open_workbench.h"
 #include "resources/resource.h"
+#include "resources/workbench_texts.h"
 #include "support/picture.h"
 #include "support/window_kit.h"
+#include "tag_dialog.h"
 
 using namespace toolbox::testing;
 
@@ -70,8 +72,18 @@ class DrawingWindow : public ::testing::Test {
         const std::uint32_t id = workbench.document().put(
             Beam{.name = "P1", .section = "IPE 300", .x = 2, .loads = {{3, 12}}});
         workbench.document().put(
-            Label{.beam = id, .tag = labelTag("$NAME$ is made of $SECTION$", 4, -2)});
+            std::vector{Label{.beam = id, .tag = labelTag("$NAME$ is made of $SECTION$", 4, -2)}},
+            kStepArrangeLabels);
         (void)picture();
+    }
+
+    /// A pixel of a label's box.
+    [[nodiscard]] Pixel inLabel(std::uint32_t id) const {
+        (void)picture();
+        const TvTagOnPage* const drawn = view->labels().layout()->tag(id);
+        if (!drawn) return ADD_FAILURE() << "label " << id, Pixel();
+        const PixelRect box = pixelsOf(drawn->box);
+        return {box.left + 10, box.top + 5};
     }
 
     static inline std::unique_ptr<OpenWorkbench> opened;
@@ -130,11 +142,11 @@ TEST_F(DrawingWindow, MovesWhatIsDragged) {
     EXPECT_EQ(anchor(), (TvPoint{5, -3.5})) << "its labels go with it";
 
     (void)picture();
-    ASSERT_NE(view->drawnLabel(1), nullptr);
-    const PixelRect box = pixelsOf(view->drawnLabel(1)->box);
-    const Pixel inside{box.left + 10, box.top + 5};
-    drag(inside, {inside.x + pixel({0.5, 0}).x - pixel({0, 0}).x, inside.y});
-    EXPECT_DOUBLE_EQ(anchor().x, 5.5);
+    const Pixel inside = inLabel(1);
+    const double step = view->layout().plane.scale();
+    drag(inside, {inside.x + static_cast<int>(step), inside.y});
+    const double moved = anchor().x;
+    EXPECT_NEAR(moved, 6, 1 / step);
     EXPECT_DOUBLE_EQ(beam().x, 3);
 
     workbench.command(CMD_UNDO);
@@ -143,16 +155,70 @@ TEST_F(DrawingWindow, MovesWhatIsDragged) {
     EXPECT_EQ(anchor(), (TvPoint{4, -2})) << "with its beam";
     EXPECT_DOUBLE_EQ(beam().x, 2);
     for (int i = 0; i < 2; ++i) workbench.command(CMD_REDO);
-    EXPECT_DOUBLE_EQ(anchor().x, 5.5);
+    EXPECT_EQ(anchor().x, moved);
 }
 
-TEST_F(DrawingWindow, IsCopiedAsAPicture) {
+TEST_F(DrawingWindow, GivesLabelsToTheLibrarysTool) {
     putBeam();
-    workbench.command(CMD_COPY_DRAWING);
-    EXPECT_EQ(workbench.hint(), "Drawing copied.");
-    ASSERT_TRUE(OpenClipboard(window()));
-    EXPECT_NE(GetClipboardData(CF_ENHMETAFILE), nullptr);
-    CloseClipboard();
+    workbench.document().put(Beam{.name = "P2", .section = "IPE 80", .x = 2, .y = -3, .loads = {}});
+    const auto& labels = project().labels();
+    const auto click = [&](Pixel at) { drag(at, at); };
+
+    workbench.command(CMD_LABEL_MODE);
+    const auto answer = [](int button) {
+        return [button](HWND dialog) {
+            PostMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0);
+        };
+    };
+    DialogScript script;
+    script
+        .waitUntil(
+            "its own beam's values",
+            [](HWND dialog) { return textOf(dialog, IDC_TAG_SAMPLE).starts_with("P2: M = "); })
+        .run(answer(IDOK));
+    click(pixel({4, -4}));
+    ASSERT_TRUE(pumpUntil([&] { return labels.size() == 2; }));
+    EXPECT_EQ(labels[1].beam, 2u);
+    EXPECT_TRUE(workbench.document().selection() == (Selection{Selection::OneLabel, 2}));
+    EXPECT_EQ(view->labels().layout()->tag(1)->text.windows1252(), "P1 is made of IPE 300");
+
+    workbench.command(CMD_SELECT_MODE);
+    click(inLabel(1));
+    view->labels().command(toolbox::TagToFront);
+    EXPECT_GT(labels[0].rank, labels[1].rank);
+    view->labels().command(toolbox::TagRoundedBorder);
+    view->labels().command(toolbox::TagSelectAll);
+    view->labels().command(toolbox::TagLocked);
+    EXPECT_TRUE(labels[0].tag.locked && labels[1].tag.locked);
+    workbench.command(CMD_COPY);
+    view->labels().command(toolbox::TagPaste);
+    EXPECT_EQ(labels.size(), 4u);
+    EXPECT_EQ(labels[2].beam, 2u) << "the beam that the copied one is at";
+    workbench.command(CMD_DELETE);
+    EXPECT_EQ(labels.size(), 2u) << "those that were pasted are selected";
+    EXPECT_EQ(workbench.workbench().activeDocument()->steps().undoText(), "Undo Delete labels");
+    for (int i = 0; i < 5; ++i) workbench.command(CMD_UNDO);
+    EXPECT_EQ(labels.size(), 2u);
+    EXPECT_LT(labels[0].rank, labels[1].rank);
+    EXPECT_FALSE(labels[1].tag.locked);
+    EXPECT_EQ(view->labels().layout()->tags()[1].id, 2u);
+
+    // A rectangle from nothing; what the project cannot hold is refused whole.
+    drag(pixel({1, -1.2}), pixel({9, -4.9}));
+    view->labels().command(toolbox::TagCut);
+    EXPECT_TRUE(labels.empty());
+    workbench.command(CMD_UNDO);
+    click(inLabel(1));
+    script
+        .run([&](HWND dialog) {
+            SetDlgItemTextA(dialog, IDC_TAG_TEXT, std::string(kLabelMax + 1, 'x').c_str());
+            answer(IDOK)(dialog);
+        })
+        .waitUntil("why", [](HWND box) { return textOf(box, 0xFFFF) == text(kLabelRefused).str(); })
+        .run(answer(IDCANCEL));
+    workbench.command(CMD_EDIT);
+    EXPECT_EQ(labels[0].tag.text, "$NAME$ is made of $SECTION$");
+    EXPECT_EQ(view->labels().layout()->tag(1)->tag->text, labels[0].tag.text);
 }
 
 TEST_F(DrawingWindow, AClickSelectsAndMovesNothing) {

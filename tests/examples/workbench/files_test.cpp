@@ -2,12 +2,10 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <algorithm>
 #include <string>
-#include <tuple>
 
+#include "document_dialogs.h"
 #include "open_workbench.h"
-#include "project/project_store.h"
 #include "resources/resource.h"
 #include "support/window_kit.h"
 
@@ -20,7 +18,20 @@ class Files : public ::testing::Test {
     Files() {
         Project project = sampleProject(3, {"IPE 300"});
         project.put(Label{.beam = 1, .tag = labelTag("$NAME$", 0, 0)});
-        EXPECT_EQ(saveProject(project, file.c_str(), TarvDate(2026, 8, 14), {}), 0);
+        workbench.document().setProject(project);
+        EXPECT_TRUE(workbench.document().saveAs(CString(file)));
+        closeDocument();
+    }
+    void closeDocument() const {
+        workbench.command(CMD_CLOSE);
+        workbench.command(CMD_NEW);
+    }
+    /// The next question gets the answer with that number, or another button.
+    static void choose(DialogScript& script, const std::string& beginning, int button) {
+        script.run([=](HWND dialog) {
+            EXPECT_EQ(textOf(dialog, IDC_DOCUMENT_TEXT).substr(0, beginning.size()), beginning);
+            PostMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0);
+        });
     }
     [[nodiscard]] std::string bytes() const { return workbench.folder().read("plan.tbf"); }
     bool open(const std::string& name) const {
@@ -32,6 +43,12 @@ class Files : public ::testing::Test {
             EXPECT_EQ(textOf(box, 0xFFFF), message);
             PostMessageA(box, WM_COMMAND, static_cast<WPARAM>(button), 0);
         });
+    }
+
+    /// Answers a box, whatever it says.
+    static void answerAny(DialogScript& script, int button) {
+        script.run(
+            [=](HWND box) { PostMessageA(box, WM_COMMAND, static_cast<WPARAM>(button), 0); });
     }
 
     OpenWorkbench workbench;
@@ -60,39 +77,77 @@ TEST_F(Files, AreOpenInOneDocumentWhateverTheirNameIs) {
         EXPECT_FALSE(other.saveAs("Plan.tbf"));
     }
     EXPECT_TRUE(other.fileName().empty());
-    EXPECT_EQ(loadProject(file.c_str(), {}).loaded, 4u);
+    EXPECT_EQ(document->project().beams().size(), 3u);
     EXPECT_TRUE(other.saveAs("second.tbf"));
     EXPECT_EQ(other.fileName(), CString(workbench.folder() / "second.tbf"));
     EXPECT_TRUE(document->saveAs("Plan.tbf")) << "its own";
     SetCurrentDirectoryA(before);
 }
 
-TEST_F(Files, OpenWhatIsLeftAsANewProject) {
-    const std::string whole = bytes();
-    std::string damaged = whole, unreadable = whole;
+TEST_F(Files, OpenWhatIsLeftOfADamagedOne) {
+    std::string damaged = bytes();
     damaged[damaged.find("P2")] ^= 1;
-    // From the first beam to the index.
-    std::fill(unreadable.begin() + 320, unreadable.end() - 188, 'x');
-    const std::tuple<std::string, const char*, int> cases[] = {
-        {unreadable,
-         "plan.tbf: damaged; no item can be read. The file is unchanged. Try tbfile recover.",
-         IDCANCEL},
-        {damaged,
-         "plan.tbf: damaged file, 3 of 4 items can be read.\n\n"
-         "Open what can be read, as a new project?",
-         IDYES}};
-    for (const auto& [content, message, button] : cases) {
-        workbench.folder().write("plan.tbf", content);
+    workbench.folder().write("plan.tbf", damaged);
+    for (const int button : {int{IDCANCEL}, IDC_DOCUMENT_ANSWER}) {
         DialogScript script;
-        answer(script, message, button);
-        EXPECT_EQ(open(file), button == IDYES);
-        EXPECT_EQ(workbench.workbench().documentOf(CString(file)), nullptr);
-        EXPECT_EQ(bytes(), content);
+        choose(script, "", button);
+        EXPECT_EQ(open(file), button != IDCANCEL);
     }
-    EXPECT_TRUE(workbench.document().fileName().empty());
-    EXPECT_EQ(workbench.document().title(), "plan.tbf (recovered)*");
+    EXPECT_EQ(bytes(), damaged);
+    EXPECT_EQ(workbench.document().title(), "plan.tbf*");
     EXPECT_EQ(workbench.document().project().beams().size(), 2u);
     EXPECT_EQ(workbench.document().project().labels().size(), 1u);
+}
+
+TEST_F(Files, AreHeldByOneProgramAndLookedAtWhenItIsActivated) {
+    ASSERT_TRUE(open(file));
+    Document& document = workbench.document();
+    DialogScript script;
+    {
+        Document reader(workbench.workbench());
+        choose(script, file, IDC_DOCUMENT_ANSWER);
+        EXPECT_TRUE(reader.open(CString(file)));
+        EXPECT_EQ(reader.title(), "plan.tbf [read-only]");
+        answerAny(script, IDOK);
+        EXPECT_FALSE(reader.save());
+    }
+    // Another program writes the file.
+    Project project = document.project();
+    project.put(Beam{.name = "P9", .section = "IPE 80", .loads = {}});
+    workbench.command(CMD_NEW);
+    Document& second = workbench.document();
+    second.setProject(project);
+    ASSERT_TRUE(second.saveAs(CString(workbench.folder() / "other.tbf")));
+    workbench.folder().write("plan.tbf", workbench.folder().read("other.tbf"));
+    answerAny(script, IDNO);
+    document.lookAtDisk();
+    document.lookAtDisk();  // asked once
+    EXPECT_EQ(document.project().beams().size(), 3u);
+    document.put(Beam{.name = "P5", .section = "IPE 80", .loads = {}});
+    choose(script, "", IDCANCEL);
+    EXPECT_FALSE(document.save());
+    EXPECT_TRUE(document.isModified());
+    choose(script, "", IDC_DOCUMENT_ANSWER + 2);  // theirs
+    EXPECT_TRUE(document.save());
+    EXPECT_EQ(document.project().beams().size(), 4u);
+    EXPECT_FALSE(document.isModified());
+    EXPECT_NE(document.work().results(3), nullptr);
+}
+
+TEST_F(Files, GiveUnsavedWorkBack) {
+    {
+        // As a program that is killed leaves it.
+        Document killed(workbench.workbench());
+        for (int i = 0; i < 20; ++i)
+            killed.put(Beam{.name = "P9", .section = "IPE 80", .x = double(i), .loads = {}});
+        killed.idle();
+    }
+    DialogScript script;
+    script.run([](HWND dialog) { PostMessageA(dialog, WM_COMMAND, IDC_RECOVERY_RECOVER, 0); });
+    workbench.workbench().offerRecovery();
+    EXPECT_EQ(workbench.document().project().beams().size(), 20u);
+    EXPECT_TRUE(workbench.document().isModified());
+    EXPECT_TRUE(workbench.document().fileName().empty());
 }
 
 }  // namespace

@@ -6,6 +6,8 @@
 #include <optional>
 #include <string>
 
+#include "project/label_keys.h"
+#include "project/open_project.h"
 #include "resources/workbench_texts.h"
 #include "support/temp_folder.h"
 #include "toolbox/text.h"
@@ -101,9 +103,7 @@ TEST_F(Keys, ShowNoNumberThatIsCut) {
     setFormat("F", 6, 2);
     setFormat("L", 3, 1);
     EXPECT_EQ(shown("L"), "60") << "fewer decimals are right";
-    EXPECT_EQ(keys->expanded("$NAME$: M = $M$ kNm$, $L$ m, f = $F$, $M$F$").str(),
-              "P1: M = #### kNm$, 60 m, f = ####, ####F$");
-    EXPECT_EQ(keys->expanded("$MM$M$").str(), "$MM####");
+    EXPECT_EQ(shown("M"), kTooNarrow);
     setFormat("M", 9, 2);
     EXPECT_NEAR(std::stod(shown("M")), results.moment, 0.01);
 
@@ -112,6 +112,38 @@ TEST_F(Keys, ShowNoNumberThatIsCut) {
     narrow.setFormat(1, Right);
     keys->setKeyFormat(keys->getId("N"), narrow);
     EXPECT_EQ(shown("N"), kTooNarrow);
+}
+
+TEST_F(Keys, AreWholeInLabelsAndThoseOfTheirBeam) {
+    OpenProject work([this](const CString& name) { return name == "IPE 80" ? &section : nullptr; });
+    beam.span = 60;
+    const std::uint32_t first = work.put(beam);
+    beam.name = "P2";
+    const std::uint32_t second = work.put(beam);
+    beam.section = "none";
+    const std::uint32_t unknown = work.put(beam);
+    setFormat("L", 2, 0);
+    setFormat("M", 5, 2);
+    NumberFormat narrow;
+    narrow.setFormat(1, Right);
+    keys->setKeyFormat(keys->getId("N"), narrow);
+    Beam loaded = *work.project().beam(first);
+    loaded.uniform = -100;
+    loaded.loads.assign(10, {1, 1});
+    work.put(loaded);
+
+    LabelKeys labels(work);
+    const auto read = [&](std::uint32_t id) {
+        return labels.of(id)->getParseString("$NAME$ $L$ $M$ $N$", 1);
+    };
+    EXPECT_EQ(read(first).str().substr(0, 10), "P1 60 -449");
+    EXPECT_TRUE(read(first).str().ends_with(" 10")) << read(first).str();
+    EXPECT_EQ(read(second).str().substr(0, 5), "P2 60");
+    EXPECT_EQ(labels.of(unknown), nullptr) << "no results: tokens stand";
+    TokenizerUDManager* const kept = labels.of(second);
+    work.remove({Selection::OneBeam, second});
+    EXPECT_EQ(kept->getParseString("$NAME$", 1), "");
+    EXPECT_EQ(labels.of(second), nullptr);
 }
 
 TEST_F(Keys, KeepADescriptionOnlyWhenTheUserWroteIt) {

@@ -1,33 +1,52 @@
-// Projects in files: back as they were, and what is left of damaged ones.
+// Projects as documents: back as they were, from files of every version, and what is left of
+// damaged ones.
 #include "project/project_store.h"
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <optional>
 #include <utility>
 #include <vector>
 
-#include "project/crc32.h"
 #include "support/temp_folder.h"
-#include "toolbox/block_files.h"
 #include "toolbox/text.h"
 
 namespace {
 
-constexpr std::size_t kHeaderSize = 160;
-constexpr std::size_t kCounts = kHeaderSize + 136;  // where the first record starts
-constexpr std::size_t kBareBeam = 72;               // bytes of a beam without loads
-constexpr std::size_t kIndex = 43 * 8 + 148;
+struct Stored : ProjectContent {
+    Project held;
 
-std::string zeroed(std::string bytes, std::size_t start, std::size_t size) {
-    return bytes.replace(start, size, size, '\0');
+  protected:
+    [[nodiscard]] const Project& project() const override { return held; }
+    void setProject(Project project) override { held = std::move(project); }
+};
+
+/// Opens what is left.
+struct Rescuing : TvDocumentDecisions {
+    int openRescued(const RWCString&, const std::vector<TvDocumentLoss>&) override { return 1; }
+};
+
+std::string oldSum(const std::string& bytes) {
+    unsigned sum = 0xFFFFFFFF;
+    for (const char byte : bytes)
+        for (int bit = 0; bit < 8; ++bit) {
+            const bool one = ((static_cast<unsigned>(byte) >> bit) ^ sum) & 1;
+            sum = (sum >> 1) ^ (one ? 0xEDB88320 : 0);
+        }
+    VarRecord record;
+    record << static_cast<int>(~sum);
+    return {record.getPData(), record.getLen()};
 }
 
-/// The record that describes the project.
-std::string counts(int beams, int labels) {
+/// Of version 1, with the label's fields that it had.
+std::string oldLabel(std::uint32_t id, std::uint32_t beam, const TvTag& tag) {
     VarRecord record;
-    record << beams << labels;
-    return {record.getPData(), record.getLen()};
+    record << static_cast<int>(id) << static_cast<int>(beam) << tag.anchor.x << tag.anchor.y << 2
+           << 0;
+    std::string text(tag.text);
+    text.resize(128);
+    return std::string(record.getPData(), record.getLen()) + text;
 }
 
 class ProjectStore : public ::testing::Test {
@@ -35,137 +54,129 @@ class ProjectStore : public ::testing::Test {
     ProjectStore() {
         GMSG::initStaticVars();
         GMSG::setErrorReportingOption(GMSG::ReportNothing);
-        project = sampleProject(40, {"IPE 300", "IPE 80"});
-        for (std::uint32_t beam : {1u, 7u}) project.put(Label{.beam = beam, .tag = oldTag()});
-        EXPECT_EQ(saveProject(project, file.c_str(), created, {}), 0);
-    }
-    ~ProjectStore() override { GMSG::destroyStaticVars(); }
-
-    [[nodiscard]] std::string bytes() const { return folder.read("frame.tbf"); }
-    void setBytes(const std::string& content) const { folder.write("frame.tbf", content); }
-    /// The file with data in place of a record of the same size, with its checksum.
-    [[nodiscard]] std::string withRecord(std::size_t start, const std::string& data) const {
-        VarRecord record;
-        record.setData(static_cast<unsigned>(data.size()), data.data());
-        record << static_cast<int>(crc32(data));
-        return bytes().replace(start, record.getLen(), record.getPData(), record.getLen());
-    }
-    /// As version 1 had them.
-    static TvTag oldTag() {
+        TvDocumentFile::setRecoveryFolder(RWCString(folder / "recovery"));
         TvTag tag = labelTag("$NAME$ : f = $F$ mm", 1.5, -2);
         tag.align = TvAlign::right;
         setFramed(tag, false);
-        return tag;
+        saved.held = sampleProject(40, {"IPE 300", "IPE 80"});
+        for (std::uint32_t beam : {1u, 7u}) saved.held.put(Label{.beam = beam, .tag = tag});
+        TvDocumentFile document(saved);
+        EXPECT_TRUE(document.saveAs(RWCString(file)));
     }
-    /// Where the record of a beam starts: its name is the second field.
-    [[nodiscard]] std::size_t recordOf(const char* beam) const {
-        return bytes().find(std::string(beam) + '\0') - 4;
+    ~ProjectStore() override {
+        TvDocumentFile::setRecoveryFolder({});
+        GMSG::destroyStaticVars();
     }
-    [[nodiscard]] LoadedProject load() const { return loadProject(file.c_str(), {}); }
+
+    using Change = std::function<void(unsigned long id, std::string& data)>;
+    /// Writes the file anew as a program of that version did, its records changed.
+    void makeOld(unsigned version, const Change& change) const {
+        TarvFileRead reader;
+        ASSERT_TRUE(reader.open(file.c_str()));
+        TarvFileWrite writer;
+        ASSERT_TRUE(writer.open(old.c_str()));
+        TarvFileHeader header = *reader.getHeader();
+        header.setVersion(version);
+        writer.setHeader(header);
+        std::vector<unsigned long> ids{kProjectBlock};
+        for (unsigned i = 0; i < 40; ++i) ids.push_back(kFirstBeamBlock + i);
+        for (unsigned i = 0; i < 2; ++i) ids.push_back(kFirstLabelBlock + i);
+        for (const unsigned long id : ids) {
+            TarvBlocFile block, copy;
+            ASSERT_TRUE(reader.getBloc(id, block));
+            std::string data(block.getPData(), block.getLen());
+            if (version == 1 && id >= kFirstLabelBlock) {
+                const Label& label = saved.held.labels()[id - kFirstLabelBlock];
+                data = oldLabel(label.id, label.beam, label.tag);
+            }
+            if (version < kProjectVersion) data += oldSum(data);
+            change(id, data);
+            copy.setID(id);
+            copy.writeString(data.data(), static_cast<unsigned>(data.size()));
+            ASSERT_TRUE(writer.writeBloc(copy));
+        }
+        ASSERT_TRUE(writer.commit() && writer.close());
+    }
+    TvDocumentResult open(const std::string& name) {
+        TvDocumentFile document(loaded, &rescuing);
+        TvDocumentResult result = document.open(RWCString(name));
+        document.close();
+        return result;
+    }
+    void expectParts(std::size_t beams, std::size_t labels) const {
+        EXPECT_EQ(loaded.held.beams().size(), beams);
+        EXPECT_EQ(loaded.held.labels().size(), labels);
+        EXPECT_EQ(loaded.loaded(), beams + labels);
+        for (const Beam& beam : loaded.held.beams()) EXPECT_TRUE(beam == *saved.held.beam(beam.id));
+        for (const Label& label : loaded.held.labels())
+            EXPECT_TRUE(label == *saved.held.label(label.id));
+    }
 
     GMSG service;
     TempFolder folder;
-    std::string file = folder / "frame.tbf";
-    TarvDate created{2026, 8, 14};
-    Project project;
+    std::string file = folder / "frame.tbf", old = folder / "old.tbf";
+    Stored saved, loaded;
+    Rescuing rescuing;
 };
 
-TEST_F(ProjectStore, GivesBackWhatWasSaved) {
-    std::optional<Beam> none;
-    project.exchange(3, none);  // identifiers with a gap
-    ASSERT_EQ(saveProject(project, file.c_str(), created, {}), 0);
-    const LoadedProject loaded = load();
-    EXPECT_EQ(loaded.error, 0);
-    EXPECT_TRUE(loaded.project == project);
-    EXPECT_EQ(loaded.loaded, 41u);
-    EXPECT_TRUE(loaded.created == created);
-}
-
-TEST_F(ProjectStore, MakesTagsOfTheLabelsOfVersion1) {
-    const std::string beam = bytes().substr(recordOf("P1"), kBareBeam);
-    VarRecord old;
-    old << 5 << 1 << 1.5 << -2.0 << 2 << 0;
-    std::string text(oldTag().text);
-    text.resize(128);
-    TarvFileWrite writer;
-    ASSERT_TRUE(writer.open(file.c_str()));
-    TarvFileHeader header = *writer.getHeader();
-    header.setDescription("Beam project");
-    header.setVersion(1);
-    writer.setHeader(header);
-    for (const auto& [id, data] :
-         {std::pair{kProjectBlock, counts(1, 1)},
-          {kFirstBeamBlock, beam},
-          {kFirstLabelBlock, std::string(old.getPData(), old.getLen()) + text}}) {
-        TarvBlocFile block;
-        block.setID(id);
-        block.writeString(data.data(), static_cast<unsigned>(data.size()));
-        block << static_cast<int>(crc32(data));
-        ASSERT_TRUE(writer.writeBloc(block));
+TEST_F(ProjectStore, GivesBackWhatWasSavedByAnyVersion) {
+    EXPECT_TRUE(open(file));
+    EXPECT_TRUE(loaded.held == saved.held);
+    TarvFileRead reader;
+    ASSERT_TRUE(reader.open(file.c_str()));
+    EXPECT_EQ(reader.getChecksumState(), TarvFileRead::ChecksumsCurrent);
+    for (const unsigned version : {1u, 2u}) {
+        loaded.held = {};
+        makeOld(version, [](unsigned long, std::string&) {});
+        EXPECT_TRUE(open(old)) << version;
+        EXPECT_TRUE(loaded.held == saved.held) << version;
+        EXPECT_TRUE(loaded.created() == saved.created());
     }
-    ASSERT_TRUE(writer.commit() && writer.close());
-    LoadedProject loaded = load();
-    EXPECT_EQ(loaded.error, 0);
-    ASSERT_EQ(loaded.project.labels().size(), 1u);
-    EXPECT_TRUE(loaded.project.labels()[0] == (Label{.id = 5, .beam = 1, .tag = oldTag()}));
-    ASSERT_EQ(saveProject(loaded.project, file.c_str(), created, {}), 0);
-    EXPECT_TRUE(load().project == loaded.project);
 }
 
-TEST_F(ProjectStore, RefusesWhatIsNoProjectAndKeepsWhatItCannotReplace) {
-    const std::string before = bytes();
-    EXPECT_EQ(saveProject(project, (folder / "none/frame.tbf").c_str(), created, {}), kNotWritten);
-    EXPECT_EQ(bytes(), before);
-    setBytes('\3' + before.substr(1));
-    EXPECT_EQ(load().error, kTooNew);
-    setBytes("Dear Sir or Madam, the bridge holds.");
-    EXPECT_EQ(load().error, kNotAProject);
-    EXPECT_EQ(loadProject((folder / "absent.tbf").c_str(), {}).error, kNotRead);
-    const APIFile other(file.c_str(), GENERIC_READ | GENERIC_WRITE, 0, OPEN_EXISTING);
-    ASSERT_TRUE(other.isValid());
-    EXPECT_EQ(load().error, kNotRead) << "another program keeps it to itself";
+TEST_F(ProjectStore, RefusesWhatIsNoProjectOfItsVersions) {
+    makeOld(kProjectVersion + 1, [](unsigned long, std::string&) {});
+    EXPECT_EQ(open(old).reason, TvDocumentResult::newerVersion);
+    makeOld(kProjectVersion, [](unsigned long id, std::string& data) {
+        if (id == kProjectBlock) data[0] = 39;
+    });
+    EXPECT_EQ(open(old).reason, TvDocumentResult::notADocument);
+    TarvFileWrite writer;
+    ASSERT_TRUE(writer.open(old.c_str()) && writer.commit() && writer.close());
+    EXPECT_EQ(open(old).reason, TvDocumentResult::notADocument);
+    EXPECT_TRUE(loaded.held == Project()) << "it is as it was";
 }
 
-TEST_F(ProjectStore, LoadsWhatADamagedFileStillHolds) {
-    const std::string whole = bytes(), indexless = whole.substr(0, whole.size() - kIndex);
-    const std::size_t beam1 = recordOf("P1"), beam5 = recordOf("P5"), beam6 = recordOf("P6");
-    // The number of loads is the last field before them: P5 has none, P6 one.
-    std::string tooShort = whole.substr(beam5, kBareBeam);
-    std::string tooLong = whole.substr(beam6, kBareBeam + 16);
-    tooShort[kBareBeam - 4] = 1;
-    tooLong[kBareBeam - 4] = 0;
-    const struct {
-        const char* what;
-        std::string bytes;
-        std::size_t expected, loaded;
-    } cases[] = {
-        {"its header is gone", zeroed(whole, 0, kHeaderSize - 8), 42, 42},
-        {"its index is gone", indexless, 42, 42},
-        {"a beam is gone with the start of its block, and so is its label",
-         zeroed(whole, recordOf("P7") - 132, 152), 42, 40},
-        {"only half of it is left", whole.substr(0, whole.size() / 2), 42, 21},
-        {"the counts have the length 0", zeroed(whole, kCounts - 4, 4), 42, 42},
-        {"the counts tell of too few beams", withRecord(kCounts, counts(39, 2)), 42, 42},
-        {"the counts tell of too few labels", withRecord(kCounts, counts(40, 1)), 42, 42},
-        {"the counts tell of nothing", withRecord(kCounts, counts(0, 0)), 42, 42},
-        {"the counts tell of too many", withRecord(kCounts, counts(41, 2)), 43, 42},
-        {"only the index tells", zeroed(whole, kHeaderSize, 136), 42, 42},
-        {"nothing tells", zeroed(indexless, kHeaderSize, 136), 0, 42},
-        {"one identifier comes twice", withRecord(beam5, whole.substr(beam1, kBareBeam)), 42, 41},
-        {"a beam without its load", withRecord(beam5, tooShort), 42, 41},
-        {"a load without a beam", withRecord(beam6, tooLong), 42, 41},
-    };
-    for (const auto& test : cases) {
-        SCOPED_TRACE(test.what);
-        setBytes(test.bytes);
-        const LoadedProject loaded = load();
-        EXPECT_EQ(loaded.error, kDamaged);
-        EXPECT_EQ(loaded.expected, test.expected);
-        EXPECT_EQ(loaded.loaded, test.loaded);
-        EXPECT_EQ(loaded.project.beams().size() + loaded.project.labels().size(), test.loaded);
-        for (const Beam& beam : loaded.project.beams()) EXPECT_TRUE(beam == *project.beam(beam.id));
-        for (const Label& label : loaded.project.labels())
-            EXPECT_TRUE(label == *project.label(label.id));
+TEST_F(ProjectStore, TakesWhatIsIntactOutOfADamagedFile) {
+    const std::string whole = folder.read("frame.tbf");
+    std::string bytes = whole;
+    bytes[bytes.find(std::string("P7\0", 3))] ^= 1;
+    folder.write("frame.tbf", bytes);
+    const TvDocumentResult result = open(file);
+    EXPECT_TRUE(result);
+    EXPECT_EQ(result.missing.size(), 1u);
+    expectParts(39, 1);  // with its label
+    EXPECT_EQ(loaded.expected(), 42u);
+
+    folder.write("frame.tbf", whole);
+    // Older files tell nothing of it but in their items.
+    const Change changes[] = {[](unsigned long id, std::string& data) {
+                                  if (id == kFirstBeamBlock + 4) data[40] ^= 1;
+                              },
+                              [](unsigned long id, std::string& data) {
+                                  if (id != kFirstBeamBlock + 5) return;
+                                  data[68] = 9;  // loads that there are not
+                                  data.replace(data.size() - 4, 4,
+                                               oldSum(data.substr(0, data.size() - 4)));
+                              }};
+    for (const Change& change : changes) {
+        makeOld(2, change);
+        EXPECT_EQ(open(old).reason, TvDocumentResult::notADocument);
+        EXPECT_TRUE(loaded.isDamaged());
+        loaded.allowDamage(true);
+        EXPECT_TRUE(open(old));
+        loaded.allowDamage(false);
+        expectParts(39, 2);
     }
 }
 

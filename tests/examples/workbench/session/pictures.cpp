@@ -11,6 +11,7 @@
 #include "key_dialogs.h"
 #include "resources/resource.h"
 #include "support/window_kit.h"
+#include "tag_dialog.h"
 
 namespace session {
 namespace {
@@ -93,7 +94,7 @@ class Album {
         command(CMD_LABEL_MODE);
         click(inDrawing(0.3, 0.8));
         const HWND dialog = opened("label");
-        enter(dialog, IDC_LABEL_TEXT, "$NAME$ : $F$ $XX$");
+        enter(dialog, IDC_TAG_TEXT, "$NAME$ : $F$ $XX$");
         picture("label", dialog);
         PostMessageW(dialog, WM_COMMAND, IDOK, 0);
         workbench_.waitUntilGone("label", dialog);

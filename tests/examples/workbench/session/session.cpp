@@ -12,9 +12,11 @@
 #include <iostream>
 #include <memory>
 
+#include "document_dialogs.h"
 #include "hand.h"
 #include "resources/resource.h"
 #include "support/window_kit.h"
+#include "tag_dialog.h"
 
 namespace session {
 namespace {
@@ -40,6 +42,10 @@ class Session {
 
     /// Throws Failure when something is not as it should be.
     void run() {
+        // The state of unsaved work is kept after a second.
+        CreateDirectoryW(wide(folder_ + "\\settings").c_str(), nullptr);
+        WritePrivateProfileStringW(L"Autosave", L"Seconds", L"1",
+                                   wide(folder_ + "\\settings\\workbench.ini").c_str());
         start("", "Ouvrez un projet");
         newProject();
         drawBeam();
@@ -47,6 +53,8 @@ class Session {
         addLabel();
         saveAs();
         restartInEnglish();
+        openTwice();
+        beKilledAndRecover();
         quit();
     }
 
@@ -145,8 +153,8 @@ class Session {
         enterMode(CMD_LABEL_MODE, "\u00c9tiquette");
         click(inDrawing(kLabelX, kLabelY));
         const HWND dialog = workbench_->waitForDialog("the label's dialog");
-        enter(dialog, IDC_LABEL_TEXT, "$NAME$ : fl\u00e8che $F$ mm");
-        const HWND preview = control(dialog, IDC_LABEL_PREVIEW);
+        enter(dialog, IDC_TAG_TEXT, "$NAME$ : fl\u00e8che $F$ mm");
+        const HWND preview = control(dialog, IDC_TAG_SAMPLE);
         waitFor("the name and the deflection in the sample", [&] {
             const std::string shown = textOf(preview);
             return shown.starts_with("P1 : fl\u00e8che ") && shown.find('$') == std::string::npos;
@@ -196,6 +204,50 @@ class Session {
         takePicture("keys", keys);
         answer(keys, IDCANCEL);
         say("started it again in English: place and recent files are as they were");
+    }
+
+    /// A second copy gets the project read-only.
+    void openTwice() const {
+        const Program second('"' + program_ + "\" --lang en --settings \"" + folder_ +
+                             "\\second\" \"" + folder_ + "\\" + kFileName + '"');
+        const HWND asked = second.waitForDialog("who has the project");
+        takePicture("in_use", asked);
+        answer(asked, IDC_DOCUMENT_ANSWER);
+        const HWND frame = waitFor("the second frame", [&] { return second.find("MDIFrame"); });
+        waitFor("the project read-only", [&] {
+            for (const HWND child : childrenOf(frame))
+                if (textOf(child) == std::string(kFileName) + " [read-only] - drawing") return true;
+            return false;
+        });
+        say("opened the project in a second copy: read-only");
+    }
+
+    /// What was not saved when the program is ended from outside is offered at the next start.
+    void beKilledAndRecover() {
+        command(CMD_DRAWING);
+        drawing_ = waitForDocument(std::string(kFileName) + " - drawing");
+        enterMode(CMD_BEAM_MODE, "Beam");
+        drag(inDrawing(0.2, 0.15), inDrawing(0.5, 0.15));
+        (void)waitForDocument(std::string(kFileName) + "* - drawing");
+        waitFor("the state of the project beside it", [&] {
+            WIN32_FIND_DATAW found;
+            const HANDLE search =
+                FindFirstFileW(wide(folder_ + "\\" + kFileName + ".autosave-*").c_str(), &found);
+            if (search == INVALID_HANDLE_VALUE) return false;
+            FindClose(search);
+            return true;
+        });
+        workbench_.reset();
+        say("ended the workbench from outside, with a beam that was not saved");
+        start(" --lang en", "Open a project");
+        const HWND list = workbench_->waitForDialog("the unsaved work");
+        takePicture("recovery", list);
+        answer(list, IDC_RECOVERY_RECOVER);
+        (void)waitForDocument(std::string(kFileName) + "* - drawing");
+        waitForHint("Project created");
+        command(CMD_SAVE);
+        (void)waitForDocument(std::string(kFileName) + " - drawing");
+        say("recovered it, and saved it");
     }
 
     std::string program_;

@@ -34,6 +34,17 @@ void say(const std::string& line) {
     std::cout << line << std::endl;
 }
 
+bool isThere(const std::string& pattern) {
+    WIN32_FIND_DATAW found;
+    const HANDLE search = FindFirstFileW(wide(pattern).c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE) return false;
+    bool isFile = false;
+    do isFile = isFile || !(found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY);
+    while (FindNextFileW(search, &found));
+    FindClose(search);
+    return isFile;
+}
+
 class Session {
   public:
     /// The workbench's program, and the folder for everything that is written: full names.
@@ -229,13 +240,10 @@ class Session {
         enterMode(CMD_BEAM_MODE, "Beam");
         drag(inDrawing(0.2, 0.15), inDrawing(0.5, 0.15));
         (void)waitForDocument(std::string(kFileName) + "* - drawing");
+        // What is being written has a longer name.
         waitFor("the state of the project beside it", [&] {
-            WIN32_FIND_DATAW found;
-            const HANDLE search =
-                FindFirstFileW(wide(folder_ + "\\" + kFileName + ".autosave-*").c_str(), &found);
-            if (search == INVALID_HANDLE_VALUE) return false;
-            FindClose(search);
-            return true;
+            return isThere(folder_ + "\\" + kFileName + ".autosave-????????") &&
+                   isThere(folder_ + "\\settings\\recovery\\*");
         });
         workbench_.reset();
         say("ended the workbench from outside, with a beam that was not saved");

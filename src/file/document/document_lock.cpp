@@ -81,7 +81,7 @@ LockReport DocumentLock::takeNamed(const locks::LockPlace& place, const std::str
             attempt = put(place, true);
             found.outcome = LockOutcome::taken;
         } else if (mayTakeOver(found, allowed)) {
-            const LockReport other = replace(place, found, allowed, attempt);
+            LockReport other = replace(place, found, allowed, attempt);
             if (other.outcome != LockOutcome::free) return other;
             found.outcome = LockOutcome::takenOver;
         } else {

@@ -129,6 +129,17 @@ void Walker::report(WalkFinding found, const BlocItem* hint) {
     }
     found.kind = WalkFinding::Kind::block;
     if (!hint && listed_.takeMisplaced(frame)) return reportListed(frame, 0, true, false);
+    compareWithIndex(found, hint);
+    found.id = frame.id;
+    if (found.evidence == Evidence::chain && found.doubts == 0)
+        held_ = found;
+    else
+        give(found);
+}
+
+/// What the index says of a block: `hint` is its entry for the place.
+void Walker::compareWithIndex(WalkFinding& found, const BlocItem* hint) {
+    BlockFrame& frame = found.frame;
     if (hint && hint->id == frame.id) {
         found.evidence = Evidence::index;
         found.doubts &= ~kFoundBySearch;
@@ -142,11 +153,6 @@ void Walker::report(WalkFinding found, const BlocItem* hint) {
     } else if (isIndexed(frame.offset)) {
         found.doubts |= kNotIndexed;
     }
-    found.id = frame.id;
-    if (found.evidence == Evidence::chain && found.doubts == 0)
-        held_ = found;
-    else
-        give(found);
 }
 
 void Walker::reportHeld() {

@@ -56,6 +56,7 @@ class Walker {
     [[nodiscard]] bool isMoved(const BlockFrame& frame);
 
     void report(WalkFinding found, const BlocItem* hint);
+    void compareWithIndex(WalkFinding& found, const BlocItem* hint);
     void reportLoss(WalkFinding::Kind kind, std::uint64_t from, std::uint64_t to,
                     std::optional<std::uint32_t> id);
     void give(const WalkFinding& finding);

@@ -1,5 +1,7 @@
 // A list of unsaved work; what is deleted leaves it at once.
 #include <algorithm>
+#include <string>
+#include <string_view>
 #include <utility>
 
 #include "dialog/documents/document_texts.h"
@@ -12,6 +14,19 @@
 
 using toolbox::detail::Watch;
 using namespace toolbox::documents;
+
+namespace {
+
+/// The file's own name first: a narrow column cuts the end.
+CString nameInList(const TvRecoverable& work) {
+    const std::string_view full = work.document.view();
+    const std::size_t folder = full.find_last_of("/\\");
+    if (folder == std::string_view::npos) return nameOf(work);
+    return CString(std::string(full.substr(folder + 1)) + " (" +
+                   std::string(full.substr(0, folder)) + ')');
+}
+
+}  // namespace
 
 struct TvRecoveryDialog::State {
     State(TvRecoveryDialog& owner, std::vector<TvRecoverable> found)
@@ -80,7 +95,7 @@ void TvRecoveryDialog::State::fill() {
     SendMessageA(list.getHWND(), LVM_DELETEALLITEMS, 0, 0);
     int row = 0;
     for (const TvRecoverable& work : works) {
-        const CString name = nameOf(work);
+        const CString name = nameInList(work);
         list.setText(row, 0, work.whole ? name : printed(kDamagedWork, name));
         list.setText(row, 1, timeOf(work));
         list.setText(row++, 2, sizeOf(work));

@@ -1,5 +1,7 @@
 // The menu of the list of keys: its buttons once more, with their captions and states, so that it
 // needs no texts of its own and follows an application's template.
+#include <string>
+
 #include "dialog/keys/key_list_state_win32.h"
 #include "key_dialogs.h"
 
@@ -29,8 +31,10 @@ HMENU menuOf(const TvDialog& dialog) {
         const bool isChecked = SendMessageA(control, BM_GETCHECK, 0, 0) == BST_CHECKED;
         const UINT state = (IsWindowEnabled(control) ? MF_ENABLED : MF_GRAYED) |
                            (isChecked ? MF_CHECKED : MF_UNCHECKED);
-        AppendMenuA(menu, MF_STRING | state, static_cast<UINT_PTR>(button),
-                    dialog.getText(button) + key);
+        // A caption may end in a blank, which keeps its last letter whole.
+        std::string text = dialog.getText(button).str();
+        text.resize(text.find_last_not_of(' ') + 1);
+        AppendMenuA(menu, MF_STRING | state, static_cast<UINT_PTR>(button), (text + key).c_str());
     }
     SetMenuDefaultItem(menu, IDC_KEY_LIST_FORMAT, FALSE);  // that of a double-click
     return menu;

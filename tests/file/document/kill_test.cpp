@@ -13,13 +13,8 @@ using namespace proof_kit;
 
 namespace {
 
-#if defined(_WIN32)
-constexpr int kStep = 7;
-constexpr int kSaves = 50;
-#else
-constexpr int kStep = 1;
-constexpr int kSaves = 1000;
-#endif
+constexpr int kStep = kThorough ? 1 : 7;
+constexpr int kSaves = kThorough ? 1000 : 50;
 
 class DocumentProof : public testing::Test {
   protected:

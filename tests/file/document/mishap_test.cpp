@@ -27,11 +27,7 @@ class Mishap : public testing::Test {
     }
 };
 
-#if defined(_WIN32)
-constexpr unsigned kStep = 97;
-#else
-constexpr unsigned kStep = 1;
-#endif
+constexpr unsigned kStep = kThorough ? 1 : 97;
 
 TEST_F(Mishap, OfADiskThatIsFullLeavesTheOldOrTheNew) {
     start(name, 1);

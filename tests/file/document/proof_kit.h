@@ -13,6 +13,13 @@ using namespace plan_kit;
 
 inline constexpr int kVersions = 3;
 
+/// Every call and each size; samples of them where that takes minutes: under Wine and sanitizers.
+#if defined(_WIN32) || defined(__SANITIZE_ADDRESS__)
+inline constexpr bool kThorough = false;
+#else
+inline constexpr bool kThorough = true;
+#endif
+
 /// The content of a version, 0 to 9; another length each.
 inline std::string versionText(int version) {
     std::string text;

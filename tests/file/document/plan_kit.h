@@ -31,7 +31,7 @@ struct Plan : TvDocumentContent {
         if (onWrite) onWrite();
         for (std::size_t i = 0; i * kWord < text.size(); ++i) {
             TarvBlocFile block;
-            block.setID(kFirst + i);
+            block.setID(static_cast<unsigned long>(kFirst + i));
             block.VarRecord::write(text.data() + i * kWord, static_cast<int>(kWord));
             if (!file.writeBloc(block)) return 0;
         }

@@ -1,6 +1,10 @@
-"""Pictures of the screen: reads portable pixmaps, tells how much is drawn in them, writes PNG files."""
+"""Pictures of the screen: reads portable pixmaps, tells how much is drawn in them, writes PNG files.
+
+    picture.py FOLDER FILE.ppm...       puts a PNG of each into the folder; fails when there is none
+"""
 import pathlib
 import struct
+import sys
 import zlib
 from collections import Counter
 
@@ -37,3 +41,10 @@ class Picture:
 def _chunk(file, kind, data):
     file.write(struct.pack(">I", len(data)) + kind + data)
     file.write(struct.pack(">I", zlib.crc32(kind + data)))
+
+
+if __name__ == "__main__":
+    pixmaps = [file for file in map(pathlib.Path, sys.argv[2:]) if file.exists()]
+    for pixmap in pixmaps:
+        Picture.read(pixmap).write_png(pathlib.Path(sys.argv[1], pixmap.stem + ".png"))
+    sys.exit(0 if pixmaps else f"picture.py: none of {sys.argv[2:]} is there")

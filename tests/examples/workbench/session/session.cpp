@@ -200,13 +200,15 @@ class Session {
 
     void restartInEnglish() {
         const RECT before = areaOf(frame_);
+        const auto isMoved = [&] {
+            const RECT now = areaOf(frame_);
+            return now.left == before.left + 60 && now.top == before.top + 42;
+        };
         drag({before.left + 200, before.top + 8}, {before.left + 260, before.top + 50});
-        waitFor("the frame at another place", [&] { return areaOf(frame_).left != before.left; });
+        waitFor("the frame at another place", isMoved);
         quit();
         start(" --lang en", "Open a project");
-        const RECT found = areaOf(frame_);
-        if (found.left != before.left + 60 || found.top != before.top + 42)
-            throw Failure("the frame is not where it was left");
+        if (!isMoved()) throw Failure("the frame is not where it was left");
         command(CMD_RECENT);
         (void)waitForDocument(std::string(kFileName) + " - results");
         (void)waitForDocument(std::string(kFileName) + " - drawing");
